@@ -1,0 +1,46 @@
+// The clipboard in a file. It is replaced as a whole, so that another process sees the old text or
+// the new one.
+#include "platform/clipboard.h"
+
+#include <utility>
+
+#include "platform/file.h"
+#include "platform/system.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr std::size_t largest_text = std::size_t{1} << 20;  // bytes; beyond is nothing of ours
+
+// Empty when the user has no place for it.
+std::string file_path() {
+  if (!clipboard_file.empty()) return clipboard_file;
+  const std::string folder = runtime_folder();
+  return folder.empty() ? folder : folder + "/corvelin-clipboard";
+}
+
+}  // namespace
+
+ClipboardHandler clipboard_handler;
+std::string clipboard_file;
+
+bool set_clipboard_text(std::string_view text) {
+  if (clipboard_handler.set) return clipboard_handler.set(text);
+  const std::string path = file_path();
+  return !path.empty() && !replace_file(path, text);
+}
+
+ClipboardContent get_clipboard_text(std::string& text) {
+  if (clipboard_handler.get) return clipboard_handler.get(text);
+  const std::string path = file_path();
+  if (path.empty()) return ClipboardContent::unavailable;
+  if (!file_facts(path).found) return ClipboardContent::no_text;
+  std::string content;
+  if (read_whole_file(path, largest_text, content)) return ClipboardContent::unreadable;
+  if (content.empty()) return ClipboardContent::no_text;
+  text = std::move(content);
+  return ClipboardContent::text;
+}
+
+}  // namespace corvelin

@@ -1,0 +1,32 @@
+// Work that takes a while and is done in slices, so that a window stays alive meanwhile. The run
+// does the work; the host steps it, from a timer or in a plain loop, and shows how far it is.
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace corvelin {
+
+class LongRun {
+ public:
+  virtual ~LongRun() = default;
+
+  /// Does the next slice. False when there is none left.
+  virtual bool step() = 0;
+
+  /// Ends the run before its time. What it wrote so far stays as the run itself decides.
+  virtual void cancel() = 0;
+
+  [[nodiscard]] virtual int percent_done() const = 0;           // 0 to 100
+  [[nodiscard]] virtual std::string progress_text() const = 0;  // one line
+
+  /// What the user has to see after the end, in lines ended by CR LF; empty when all went well.
+  [[nodiscard]] virtual std::string report() const = 0;
+};
+
+/// Steps the run to its end, through the host if there is one.
+void drive(LongRun& run);
+
+extern std::function<void(LongRun&)> long_run_driver;
+
+}  // namespace corvelin

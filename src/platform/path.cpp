@@ -1,0 +1,80 @@
+// The arithmetic of paths.
+#include "platform/path.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+#include "platform/file.h"
+#include "platform/text.h"
+
+namespace corvelin {
+
+namespace {
+
+// The path from the root on, with single separators; the folder "" is the current one, with its
+// "/".
+std::string from_root(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::path current = std::filesystem::current_path(error);
+  std::string whole = error ? path : (current / path).string();
+  const auto is_double = [](char a, char b) { return a == '/' && b == '/'; };
+  whole.erase(std::unique(whole.begin(), whole.end(), is_double), whole.end());
+  return whole;
+}
+
+}  // namespace
+
+std::string_view folder_of(std::string_view path) { return path.substr(0, path.rfind('/') + 1); }
+
+std::string_view name_of(std::string_view path) { return path.substr(path.rfind('/') + 1); }
+
+std::string_view extension_of(std::string_view path) {
+  const std::size_t point = path.rfind('.');
+  return point == std::string_view::npos ? std::string_view{} : path.substr(point);
+}
+
+bool has_extension(std::string_view path, std::string_view extension) {
+  return equal_ignoring_case(extension_of(path), extension);
+}
+
+std::string with_extension(std::string_view path, std::string_view extension) {
+  const std::size_t own = extension_of(name_of(path)).size();
+  return std::string(path.substr(0, path.size() - own)).append(extension);
+}
+
+std::string path_from_outside(std::string_view text, std::string_view folder) {
+  const bool is_rooted = text.starts_with('/');
+  std::string as_it_stands = std::string(is_rooted ? "" : folder).append(text);
+  if (file_facts(as_it_stands).found) return as_it_stands;
+  const bool has_drive = text.size() > 1 && text[1] == ':';
+  if (has_drive) return std::string(text);
+  std::string parted(text);
+  std::ranges::replace(parted, '\\', '/');
+  return parted.starts_with('/') ? parted : std::string(folder).append(parted);
+}
+
+std::string path_from_encoded(std::string_view text, bool utf8, std::string_view folder) {
+  std::string path = path_from_outside(text, folder);
+  if (utf8 || file_facts(path).found) return path;
+  return path_from_outside(wide_to_bytes(bytes_to_wide(text, false), true), folder);
+}
+
+std::string relative_to_folder(const std::string& path, const std::string& folder) {
+  const std::string whole_path = from_root(path);
+  const std::string whole_folder = from_root(folder);
+  return whole_path.starts_with(whole_folder) ? whole_path.substr(whole_folder.size()) : whole_path;
+}
+
+std::string in_current_folder(std::string_view path) {
+  return path.empty() ? std::string() : from_root(std::string(path));
+}
+
+std::string behind_links(const std::string& path) {
+  std::error_code error;
+  if (!std::filesystem::is_symlink(path, error)) return path;
+  const std::filesystem::path real = std::filesystem::canonical(path, error);
+  return error ? path : real.string();
+}
+
+}  // namespace corvelin

@@ -1,0 +1,80 @@
+// Folders by the XDG base directory conventions, the program's place by /proc.
+#include "platform/system.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string_view>
+#include <system_error>
+
+#include "platform/file.h"
+
+namespace corvelin {
+
+namespace {
+
+std::string environment(const char* name) {
+  const char* const value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+std::string below_home(std::string_view folder) {
+  std::string home = environment("HOME");
+  return home.empty() ? home : home + "/" + std::string(folder);
+}
+
+// A line of user-dirs.dirs reads XDG_DOCUMENTS_DIR="$HOME/Papers" or holds an absolute path.
+std::string documents_folder_in(const std::string& line) {
+  constexpr std::string_view key = "XDG_DOCUMENTS_DIR=\"";
+  constexpr std::string_view home = "$HOME/";
+  if (!line.starts_with(key)) return {};
+  const std::size_t end = line.find('"', key.size());
+  if (end == std::string::npos) return {};
+  std::string value = line.substr(key.size(), end - key.size());
+  if (value.starts_with('/')) return value;
+  return value.starts_with(home) ? below_home(std::string_view(value).substr(home.size())) : "";
+}
+
+// A folder that nobody else can enter. In /tmp anybody may have taken the name before.
+bool make_private_folder(const std::string& path) {
+  write_calls.mkdir(path.c_str(), 0700);  // what stands there afterwards is judged
+  struct stat status = {};
+  if (::lstat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return false;
+  return status.st_uid == ::geteuid() && (status.st_mode & 077) == 0;
+}
+
+}  // namespace
+
+Display display;
+
+std::string configuration_folder() {
+  std::string folder = environment("XDG_CONFIG_HOME");
+  return folder.starts_with('/') ? folder : below_home(".config");
+}
+
+std::string documents_folder() {
+  std::ifstream file(configuration_folder() + "/user-dirs.dirs");
+  for (std::string line; std::getline(file, line);) {
+    std::string folder = documents_folder_in(line);
+    if (!folder.empty()) return folder;
+  }
+  return below_home("Documents");
+}
+
+std::string runtime_folder() {
+  std::string folder = environment("XDG_RUNTIME_DIR");
+  if (folder.starts_with('/') && can_enter_folder(folder)) return folder;
+  folder = "/tmp/corvelin-" + std::to_string(::geteuid());
+  return make_private_folder(folder) ? folder : std::string();
+}
+
+std::string program_path() {
+  std::error_code error;
+  const std::filesystem::path path = std::filesystem::read_symlink("/proc/self/exe", error);
+  return error ? std::string{} : path.string();
+}
+
+}  // namespace corvelin
