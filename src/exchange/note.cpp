@@ -1,0 +1,40 @@
+// The way of a note to the user.
+#include "exchange/note.h"
+
+#include <string>
+#include <string_view>
+
+#include "exchange/settings.h"
+#include "platform/message_box.h"
+#include "shell/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+std::string_view text_of(Note note) {
+  switch (note) {
+    case Note::project_files:
+      return ui_text(msg, 34);
+    case Note::reencoded_save:
+      return ui_text(msg, 45);
+    case Note::audio_graph:
+      return ui_text(msg, 35);
+    case Note::cue_sheets_and_vbr:
+      return ui_text(msg, 38);
+    case Note::batch:
+      return ui_text(msg, 39);
+  }
+  return {};
+}
+
+}  // namespace
+
+void show_note_once(Note note) {
+  if ((settings.msg_hide & static_cast<unsigned>(note)) != 0) return;
+  show_message_box({.caption = std::string(ui_text(msg, 9)),
+                    .text = std::string(text_of(note)),
+                    .icon = BoxIcon::information});
+}
+
+}  // namespace corvelin
