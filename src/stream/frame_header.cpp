@@ -1,0 +1,138 @@
+// Decoding of frame headers.
+#include "stream/frame_header.h"
+
+#include <algorithm>
+
+namespace corvelin {
+
+namespace {
+
+// Kilobits per second by bitrate index; 0 stands for free format and for the invalid index 15.
+constexpr std::array<std::uint16_t, 16> bitrates_mpeg1_layer3 = {
+    0, 32, 40, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320, 0};
+constexpr std::array<std::uint16_t, 16> bitrates_mpeg1_layer2 = {
+    0, 32, 48, 56, 64, 80, 96, 112, 128, 160, 192, 224, 256, 320, 384, 0};
+constexpr std::array<std::uint16_t, 16> bitrates_mpeg2 = {0,  8,  16, 24,  32,  40,  48,  56,
+                                                          64, 80, 96, 112, 128, 144, 160, 0};
+
+constexpr std::uint32_t sample_rates_mpeg[4][4] = {
+    {0, 0, 0, 0}, {44100, 48000, 32000, 0}, {22050, 24000, 16000, 0}, {11025, 12000, 8000, 0}};
+constexpr std::array<std::uint32_t, 13> sample_rates_adts = {
+    96000, 88200, 64000, 48000, 44100, 32000, 24000, 22050, 16000, 12000, 11025, 8000, 7350};
+
+// Lengths of unpadded frames by version, Layer III or not, bitrate index and sample rate index, 0
+// for none. A save decodes a million headers and more, and divisions would be half of that.
+using LengthTable = std::array<std::array<std::array<std::array<std::uint16_t, 4>, 16>, 2>, 4>;
+
+constexpr const std::array<std::uint16_t, 16>& bitrates_of(std::uint8_t version, bool is_layer3) {
+  if (version != 1) return bitrates_mpeg2;
+  return is_layer3 ? bitrates_mpeg1_layer3 : bitrates_mpeg1_layer2;
+}
+
+constexpr std::uint32_t length_without_padding(std::uint32_t bitrate, std::uint32_t sample_rate,
+                                               std::uint8_t version, bool is_layer3) {
+  const std::uint32_t length = bitrate * 144000 / sample_rate;
+  return is_layer3 && version > 1 ? length / 2 : length;
+}
+
+constexpr LengthTable make_length_table() {
+  LengthTable table = {};
+  for (std::uint8_t version = 1; version <= 3; ++version) {
+    for (const bool is_layer3 : {false, true}) {
+      for (std::size_t bitrate = 1; bitrate < 15; ++bitrate) {
+        for (std::size_t rate = 0; rate < 3; ++rate) {
+          table[version][is_layer3][bitrate][rate] = static_cast<std::uint16_t>(
+              length_without_padding(bitrates_of(version, is_layer3)[bitrate],
+                                     sample_rates_mpeg[version][rate], version, is_layer3));
+        }
+      }
+    }
+  }
+  return table;
+}
+
+constexpr LengthTable frame_lengths = make_length_table();
+
+constexpr std::uint32_t shortest_frame = 24;      // bytes, MPEG
+constexpr std::uint16_t highest_adts_rate = 500;  // kilobits per second
+
+// By the version bits (4-3) of the second header byte. 01 is reserved.
+constexpr std::array<std::uint8_t, 4> versions = {3, 0, 2, 1};
+
+bool decode_mpeg_header(FrameInfo& info) {
+  const auto bytes = info.header_bytes;
+  info = {};
+  if (bytes[0] != 0xFF || (bytes[1] & 0xE0) != 0xE0) return false;
+
+  const std::uint8_t version = versions[bytes[1] >> 3 & 3];
+  const int layer_bits = bytes[1] >> 1 & 3;  // 01 Layer III, 10 Layer II; Layer I is not edited
+  if (version == 0 || (layer_bits != 1 && layer_bits != 2)) return false;
+  const bool is_layer3 = layer_bits == 1;
+  const std::size_t bitrate_index = bytes[2] >> 4;
+  const std::size_t rate_index = bytes[2] >> 2 & 3;
+  const std::uint8_t padding = bytes[2] >> 1 & 1;
+  const std::uint32_t unpadded = frame_lengths[version][is_layer3][bitrate_index][rate_index];
+  const std::uint32_t length = unpadded + padding;
+  if (unpadded == 0 || length < shortest_frame || length > frame_unit) return false;
+
+  info.header_bytes = bytes;
+  info.frame_length = static_cast<std::uint16_t>(length);
+  info.bitrate = bitrates_of(version, is_layer3)[bitrate_index];
+  info.sample_rate = sample_rates_mpeg[version][rate_index];
+  info.channel_mode = static_cast<std::uint8_t>((bytes[3] >> 6) + 1);
+  info.padding = padding;
+  info.version = version;
+  info.layer = is_layer3 ? 3 : 2;
+  info.has_crc = (bytes[1] & 1) == 0 ? 1 : 0;
+  info.copyright = bytes[3] >> 3 & 1;
+  info.original = bytes[3] >> 2 & 1;
+  info.private_bit = bytes[2] & 1;
+  return true;
+}
+
+bool decode_adts_header(FrameInfo& info) {
+  const auto bytes = info.header_bytes;
+  info = {.header_bytes = bytes};
+  info.version = (bytes[1] & 8) != 0 ? 2 : 4;
+  info.has_crc = (bytes[1] & 1) == 0 ? 1 : 0;
+  const std::size_t rate_index = bytes[2] >> 2 & 15;
+  if (rate_index >= sample_rates_adts.size()) return false;
+  info.sample_rate = sample_rates_adts[rate_index];
+  info.channel_mode = (bytes[3] & 0x40) != 0 ? mono : 1;
+  // The highest of the field's 13 bits is left out: no frame of two channels gets that long, and a
+  // reader that believed it would take garbage for frames.
+  info.frame_length =
+      static_cast<std::uint16_t>((bytes[3] & 1) << 11 | bytes[4] << 3 | bytes[5] >> 5);
+  // The rate that a frame of 1024 samples of this length stands for.
+  info.bitrate = static_cast<std::uint16_t>(info.sample_rate * info.frame_length / 128000);
+  return info.bitrate >= 1 && info.bitrate <= highest_adts_rate;
+}
+
+}  // namespace
+
+StreamInfo stream;
+
+bool decode_frame_header(FrameInfo& info) {
+  return stream.is_aac != 0 ? decode_adts_header(info) : decode_mpeg_header(info);
+}
+
+bool decode_frame_header(FrameInfo& info, std::span<const std::uint8_t> bytes) {
+  const std::size_t count = std::min(bytes.size(), header_size);
+  info.header_bytes = {};
+  std::copy_n(bytes.begin(), count, info.header_bytes.begin());
+  return decode_frame_header(info);
+}
+
+std::uint32_t mpeg_frame_length(std::uint32_t bitrate, std::uint32_t sample_rate,
+                                std::uint8_t version, std::uint8_t layer, std::uint32_t padding) {
+  return length_without_padding(bitrate, sample_rate, version, layer == 3) + padding;
+}
+
+std::size_t vbr_header_offset(const FrameInfo& info) {
+  if (info.version == 1) return info.channel_mode == mono ? 21 : 36;
+  return info.channel_mode == mono ? 13 : 21;
+}
+
+std::size_t side_info_size(const FrameInfo& info) { return vbr_header_offset(info) - 4; }
+
+}  // namespace corvelin
