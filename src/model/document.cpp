@@ -1,0 +1,120 @@
+// The tables of source files and parts.
+#include "model/document.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/path.h"
+#include "platform/text.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+Document document;
+
+std::uint16_t part_count() { return static_cast<std::uint16_t>(document.parts.size()); }
+std::uint16_t file_count() { return static_cast<std::uint16_t>(document.files.size()); }
+
+std::optional<std::uint16_t> add_source_file(const std::string& name) {
+  if (document.files.size() >= most_files) return std::nullopt;
+  const auto known = std::ranges::find(document.files, name, &SourceFile::file_name);
+  if (known != document.files.end())
+    return static_cast<std::uint16_t>(known - document.files.begin());
+  SourceFile file;
+  if (file.handle.open(name)) return std::nullopt;
+  file.file_name = name;
+  document.files.push_back(std::move(file));
+  return static_cast<std::uint16_t>(document.files.size() - 1);
+}
+
+void remove_last_source_file() {
+  if (document.files.empty()) return;
+  const std::size_t last = document.files.size() - 1;
+  const bool is_used = std::ranges::any_of(
+      document.parts, [last](const Part& part) { return part.part_file == last; });
+  if (!is_used) document.files.pop_back();
+}
+
+PartIndex add_part(EditPosition pos, std::uint16_t file, std::uint32_t file_pos,
+                   std::uint32_t size) {
+  if (file >= document.files.size() || document.parts.size() >= most_parts) return no_part;
+  const auto place = std::ranges::find_if(document.parts,
+                                          [pos](const Part& part) { return part.part_beg >= pos; });
+  const auto added = document.parts.insert(
+      place, Part{.part_file = file, .part_filepos = file_pos, .part_size = size, .part_beg = pos});
+  const auto index = static_cast<PartIndex>(added - document.parts.begin());
+  renumber_parts();
+  recompute_total();
+  return index;
+}
+
+PartIndex remove_part(PartIndex index) {
+  if (index >= document.parts.size()) return no_part;
+  document.parts.erase(document.parts.begin() + index);
+  renumber_parts();
+  const auto last = static_cast<PartIndex>(document.parts.empty() ? 0 : document.parts.size() - 1);
+  document.current_part = std::min(document.current_part, last);
+  return std::min(index, last);
+}
+
+PartIndex part_at(EditPosition pos) {
+  const auto holds = [pos](const Part& part) {
+    return pos >= part.part_beg && pos - part.part_beg < part.part_size;
+  };
+  const auto found = std::ranges::find_if(document.parts, holds);
+  if (found != document.parts.end()) return static_cast<PartIndex>(found - document.parts.begin());
+  const bool is_end = pos == document.total_size && !document.parts.empty();
+  return static_cast<PartIndex>(is_end ? document.parts.size() - 1 : 0);
+}
+
+EditPosition part_end(PartIndex index) {
+  const Part& part = document.parts[index];
+  return part.part_beg + part.part_size;
+}
+
+std::uint32_t file_pos_of(PartIndex index, EditPosition pos) {
+  const Part& part = document.parts[index];
+  const std::uint32_t offset =
+      part.part_filepos + pos - part.part_beg;  // wraps for a pos before it
+  const bool is_before = offset < part.part_filepos || offset > highest_position;
+  return is_before ? part.part_filepos : offset;
+}
+
+void recompute_total() {
+  document.total_size = 0;
+  for (const Part& part : document.parts) document.total_size += part.part_size;
+}
+
+void renumber_parts() {
+  EditPosition pos = 0;
+  for (Part& part : document.parts) {
+    part.part_beg = pos;
+    pos += part.part_size;
+  }
+}
+
+bool part_has_gain(PartIndex index) {
+  return document.parts[index].part_gainbeg != 0 || gain_behind(index) != 0;
+}
+
+std::int16_t gain_behind(PartIndex index) {
+  const std::size_t next = index + std::size_t{1};
+  return next < document.parts.size() ? document.parts[next].part_gainbeg : document.end_gain;
+}
+
+void name_parts_from_files() {
+  constexpr std::size_t longest_name = 96;
+  if (document.files.size() < 2) return;
+  for (Part& part : document.parts) {
+    if (!part.part_title.empty()) continue;
+    const std::string_view name = name_of(document.files[part.part_file].file_name);
+    part.part_title = bytes_to_wide(name, true).substr(0, longest_name);
+  }
+}
+
+void close_document() {
+  document = {};
+  stream = {};
+}
+
+}  // namespace corvelin

@@ -1,0 +1,58 @@
+// The setters of the selection and the cursor.
+#include "model/selection.h"
+
+#include <algorithm>
+
+#include "model/frame_locator.h"
+
+namespace corvelin {
+
+namespace {
+
+// A selection without length is a cue, one with a length a cut; only the border of a cue that was
+// just restored stays a cue while its ends are moved.
+void update_cue_flag() {
+  const bool is_point = selection.sel_beg == selection.sel_end;
+  selection.sel_iscue = is_point || selection.sel_cue_locked != 0 ? 1 : 0;
+}
+
+}  // namespace
+
+Selection selection;
+
+EditPosition play_position() { return selection.cursor; }
+
+bool ensure_selection(EditPosition pos) {
+  if (selection.sel_beg != no_position && selection.sel_end != no_position) return false;
+  selection.sel_beg = selection.sel_end = pos;
+  return true;
+}
+
+void set_sel_begin(EditPosition pos) {
+  if (pos == no_position) return;
+  ensure_selection(pos);
+  selection.sel_end = std::max(selection.sel_end, pos);
+  selection.sel_beg = pos;
+  update_cue_flag();
+}
+
+void set_sel_end(EditPosition pos) {
+  if (pos == no_position) return;
+  ensure_selection(pos);
+  selection.sel_beg = std::min(selection.sel_beg, pos);
+  selection.sel_end = pos;
+  update_cue_flag();
+}
+
+void clear_selection() { selection = {.cursor = selection.cursor}; }
+
+void seek_to(EditPosition pos) {
+  if (pos > highest_position) return;
+  selection.cursor = document.total_size;
+  document.current_part = part_at(std::min(pos, document.total_size));
+  if (pos >= document.total_size) return;
+  const EditPosition frame = scan_forward(document.current_part, pos);
+  if (frame != no_position) selection.cursor = frame;
+}
+
+}  // namespace corvelin

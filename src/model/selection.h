@@ -1,0 +1,46 @@
+// The two kinds of place that all editing works on: the selection and the cursor. A selection of
+// length 0 is a cue about to be set, one with a length a cut about to be made. Cuts, playback and
+// projects read this record; the commands that move it are elsewhere.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "model/document.h"
+
+namespace corvelin {
+
+/// With a selection `sel_beg` <= `sel_end`; without one both are `no_position`. Every place lies on
+/// a frame start or at the end of the stream.
+struct Selection {
+  EditPosition sel_beg = no_position;
+  EditPosition sel_end = no_position;
+  std::int16_t sel_gain = 0;  // gain steps of a border that a restore took out
+  std::int16_t sel_gain_end = 0;
+  std::u16string sel_title;  // texts of that border
+  std::u16string sel_artist;
+  std::uint32_t sel_iscue = 0;       // the cue flag that the next cut gives to what follows it
+  std::uint32_t sel_cue_locked = 0;  // set by the restore of a cue: `sel_iscue` then stays 1
+  EditPosition cursor = 0;
+};
+
+extern Selection selection;
+
+/// Where the listener is: at the cursor, while nothing plays.
+EditPosition play_position();
+
+/// Gives both ends the place `pos` when one of them is none. Returns whether it did.
+bool ensure_selection(EditPosition pos);
+
+/// Moves one end, pushing the other along where they would cross. Ignores `no_position`.
+void set_sel_begin(EditPosition pos);
+void set_sel_end(EditPosition pos);
+
+/// No selection, and nothing left of a border that was taken out. The cursor stays.
+void clear_selection();
+
+/// Moves the cursor to the first frame at or behind `pos`, or to the end of the stream, and
+/// `current_part` with it. Ignores a position that wrapped around below 0.
+void seek_to(EditPosition pos);
+
+}  // namespace corvelin

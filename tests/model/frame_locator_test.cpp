@@ -1,0 +1,81 @@
+// The search for frames in real files.
+#include "model/frame_locator.h"
+
+#include "stream/frame_header.h"
+#include "support/core_test.h"
+
+namespace corvelin::test {
+namespace {
+
+using FrameLocator = CoreTest;
+
+constexpr std::uint32_t length = 417;  // of the builder's standard frame
+
+TEST_F(FrameLocator, FindsTheNextFrame) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.shape({.noisy = true}).frames(20).bytes()));
+  EXPECT_EQ(frame_at(0), 0U);
+  EXPECT_EQ(frame_at(1), length);
+  EXPECT_EQ(frame_at(length), length);
+  EXPECT_EQ(frame_at(20 * length), 20 * length);
+  EXPECT_EQ(frame_at(0xFFFF0001), 0U);  // a position that wrapped around
+}
+
+TEST_F(FrameLocator, TakesALastFrameOnlyWhenTheSearchBeginsAtIt) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(20).bytes()));
+  EXPECT_EQ(frame_at(19 * length), 19 * length);
+  EXPECT_EQ(frame_at(19 * length - 1), no_position);
+}
+
+TEST_F(FrameLocator, EndsAtThePartWhenAnotherFollows) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(20).bytes()));
+  document.parts[0].part_size = 20 * length;
+  add_part(20 * length, 0, 0, 5 * length);
+  EXPECT_EQ(frame_at(19 * length - 1), 20 * length);
+}
+
+TEST_F(FrameLocator, IgnoresTheCrcFlagOfTheFollowingHeader) {
+  const Bytes bytes = Mp3Builder{}.frames(1).frame({.has_crc = true}).frames(3).bytes();
+  ASSERT_TRUE(open("a.mp3", bytes));
+  EXPECT_EQ(frame_at(0), 0U);
+  EXPECT_EQ(frame_at(1), length);
+}
+
+TEST_F(FrameLocator, WantsTwoFramesOfANewSampleRate) {
+  const FrameShape other = {.sample_rate = 48000};
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(10).shape(other).frames(10).bytes()));
+  // The probe ended in the other rate, so that it passed over the first frame too.
+  ASSERT_EQ(document.files[0].first_audio, length);
+  const std::uint32_t change = 9 * length;
+  ASSERT_EQ(frame_at(change - length - 5), change - length);
+  ASSERT_EQ(stream.current_frame.sample_rate, 44100U);
+  EXPECT_EQ(frame_at(change - 5), change + 384);
+  EXPECT_EQ(stream.current_frame.sample_rate, 48000U);
+  EXPECT_EQ(frame_at(change - 5), change);
+}
+
+TEST_F(FrameLocator, LooksAtOneBlockOnly) {
+  const Bytes bytes = Mp3Builder{}.frames(3).zeros(25000).frames(10).bytes();
+  ASSERT_TRUE(open("a.mp3", bytes));
+  const std::uint32_t junk = 3 * length;
+  EXPECT_EQ(frame_at(junk), no_position);
+  EXPECT_EQ(scan_forward(0, junk), junk + 25000);
+}
+
+TEST_F(FrameLocator, FindsTheFrameBefore) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.shape({.noisy = true}).frames(50).bytes()));
+  EXPECT_EQ(frame_before(0), 0U);
+  EXPECT_EQ(frame_before(200), 0U);
+  EXPECT_EQ(frame_before(length), 0U);
+  EXPECT_EQ(frame_before(30 * length), 29 * length);
+  EXPECT_EQ(frame_before(30 * length + 1), 30 * length);
+}
+
+TEST_F(FrameLocator, SeesNothingInAFileThatWasCutOff) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(50).bytes()));
+  std::filesystem::resize_file(document.files[0].file_name, 1000);
+  EXPECT_EQ(frame_at(20 * length), no_position);
+  EXPECT_EQ(scan_forward(0, 20 * length), 50 * length);
+}
+
+}  // namespace
+}  // namespace corvelin::test
