@@ -1,0 +1,58 @@
+// Time as a view of bytes. The editor measures in bytes of the edited stream, and one average rate
+// turns them into seconds: exactly at a constant bitrate, nearly at a variable one. There the seek
+// table of the file's "Xing" header can bend the scale so that it runs in step with time. Owns this
+// view in both directions and the text form of a time, read and written.
+//
+// A place on the time scale is a byte count too: the place that a stream of constant rate would
+// have at the same time. What is shown is `format_time(to_time_scale(pos), stream.avg_bitrate)`,
+// and lengths are differences of scaled places. A time that was typed goes the way back,
+// `from_time_scale(time_to_position(seconds))`, and then through the frame locator, which takes
+// care of the few bytes that the truncation here may lose.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "model/document.h"
+
+namespace corvelin {
+
+/// From a place in the edited stream to the time scale. They differ only while the correction is
+/// on: with the setting `use_toc`, a seek table, and one source file. `no_position` stays what it
+/// is.
+std::uint32_t to_time_scale(EditPosition pos);
+
+/// The way back. At most `highest_position`.
+EditPosition from_time_scale(std::uint32_t scaled);
+
+/// How the seconds of a time are written.
+enum class SecondsForm {
+  display,   // with 2 decimals, or with 3 by the setting `show_milisec`
+  recorder,  // with 1 decimal, as it changes all the time
+};
+
+/// A place on the time scale as minutes and seconds (1'05.50), from one hour on with hours
+/// (1:02'05.50). `rate` is in bits per second; at a rate of 0 no time passes.
+///
+/// Seconds are rounded and nothing is carried, so that the last hundredth before a minute reads
+/// 0'60.00.
+std::string format_time(std::uint32_t pos, double rate, SecondsForm form = SecondsForm::display);
+
+/// The number of bytes that `seconds` take at the average rate of the stream: 0 for a negative
+/// time, `highest_position`, which is behind every stream's end, for one beyond all bounds.
+std::uint32_t time_to_position(double seconds);
+
+/// Reads a time as `format_time` writes it from the start of `text`, up to `terminator`, and moves
+/// `text` behind that. Returns its `time_to_position`.
+///
+/// Hours end with ":", minutes with "'"; either may be missing. What is no number counts as 0.
+/// Without the terminator the seconds don't count, and stay in `text`.
+std::uint32_t parse_time(std::string_view& text, char terminator);
+
+/// The seconds of a text that is a time as a whole: 65.5s, 1'05.50 or 1:02'05.50. Nothing for any
+/// other text.
+std::optional<double> whole_time(std::string_view text);
+
+}  // namespace corvelin
