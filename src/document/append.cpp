@@ -1,0 +1,157 @@
+// Appending of files.
+#include "document/append.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <limits>
+#include <string_view>
+
+#include "document/stream_match.h"
+#include "document/stream_probe.h"
+#include "document/tag_bounds.h"
+#include "model/cuts.h"
+#include "model/document.h"
+#include "model/frame_locator.h"
+#include "platform/bytes.h"
+#include "platform/message_box.h"
+#include "platform/path.h"
+#include "shell/ui_text.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr std::uint64_t smallest_file = 1000;  // bytes
+constexpr std::uint64_t largest_file = 0xFFFFFFFE;
+constexpr std::uint64_t largest_stream = std::numeric_limits<std::uint32_t>::max();
+
+struct FoundFrame {
+  std::uint32_t at = 0;  // file offset
+  FrameInfo info;
+};
+
+// Stricter than the locator: the CRC flag must be the same, too.
+bool has_equal_follower(std::span<const std::uint8_t> bytes, std::size_t at, std::size_t length) {
+  const std::size_t next = at + length;
+  return next + 1 < bytes.size() && bytes[next] == 0xFF && bytes[next + 1] == bytes[at + 1];
+}
+
+// Looks through the whole file for a frame that fits the stream. `other_parameters` when there were
+// frames and none did, `no_sync` when there were none.
+AppendResult find_fitting_frame(const InputFile& file, FoundFrame& found) {
+  constexpr std::uint32_t step = search_block_size - frame_unit;
+  const FrameInfo wanted = stream_frame();
+  AppendResult result = AppendResult::no_sync;
+  std::array<std::uint8_t, search_block_size> block = {};
+  for (std::uint64_t offset = id3v2_tag_size(file);; offset += step) {
+    const std::size_t got = file.read_at(offset, block);
+    if (got <= frame_unit) return result;
+    const std::span<const std::uint8_t> bytes = std::span(block).first(got);
+    for (std::size_t i = 0; i < got - frame_unit; ++i) {
+      FrameInfo frame;
+      if (!has_sync(bytes, i) || !decode_frame_header(frame, bytes.subspan(i))) continue;
+      if (!has_equal_follower(bytes, i, frame.frame_length)) continue;
+      result = AppendResult::other_parameters;
+      if (!have_same_parameters(frame, wanted)) continue;
+      found = {.at = static_cast<std::uint32_t>(offset + i), .info = frame};
+      return AppendResult::appended;
+    }
+  }
+}
+
+// The file offset behind the audio. An APE tag in front of the ID3v1 tag counts as audio here.
+std::uint32_t end_of_audio(const InputFile& file, std::uint32_t size) {
+  std::array<std::uint8_t, id3v1_size> tail = {};
+  file.read_at(size - id3v1_size, tail);
+  return trim_to_last_frame(file, stands_at(tail, 0, "TAG") ? size - id3v1_size : size);
+}
+
+AppendResult append_source(std::uint16_t index) {
+  SourceFile& file = document.files[index];
+  const std::uint64_t file_size = file.handle.facts().size;
+  if (file_size < smallest_file || file_size > largest_file) return AppendResult::bad_size;
+  if (document.total_size + file_size > largest_stream) return AppendResult::too_large;
+  const auto size = static_cast<std::uint32_t>(file_size);
+
+  FoundFrame first;
+  const AppendResult search = find_fitting_frame(file.handle, first);
+  if (search != AppendResult::appended) return search;
+  StreamInfo own = {.audio_end = size};  // what its header says means nothing to the stream
+  const std::uint32_t begin =
+      stream.is_aac != 0 ? first.at : read_vbr_header(file.handle, first.at, own);
+  const std::uint32_t end = end_of_audio(file.handle, size);
+  if (begin >= end) return AppendResult::no_sync;  // nothing but a header and half a frame
+  file.first_audio = begin;
+  file.audio_end = end;
+
+  const EditPosition place = document.total_size;
+  if (delete_range(place, place) == no_part) return AppendResult::no_part;
+  const PartIndex part = add_part(place, index, begin, end - begin);
+  if (part == no_part) return AppendResult::no_part;
+  document.parts[part].part_iscue = 1;
+  take_in_bitrate(first.info);
+  return AppendResult::appended;
+}
+
+std::string_view reason_of(AppendResult result, bool in_box) {
+  switch (result) {
+    case AppendResult::appended:
+      break;
+    case AppendResult::no_part:
+      return "Part creation failed";
+    case AppendResult::other_parameters:
+      return in_box ? ui_text(msg, 37) : ui_text(msg, 47);
+    case AppendResult::no_sync:
+      return ui_text(msg, 50);
+    case AppendResult::not_opened:
+      return ui_text(msg, 10);
+    case AppendResult::bad_name:
+      return ui_text(msg, 49);
+    case AppendResult::other_format:
+      return "MP3 / AAC";
+    case AppendResult::bad_size:
+      return "Invalid file size";
+    case AppendResult::too_large:
+      return "Total size too large (max 4 GB)";
+  }
+  return {};
+}
+
+}  // namespace
+
+AppendResult append_file(const std::string& name) {
+  if (extension_of(name).empty()) return AppendResult::bad_name;
+  if (has_extension(name, ".aac") != (stream.is_aac != 0)) return AppendResult::other_format;
+  const auto index = add_source_file(name);
+  if (!index) return AppendResult::not_opened;
+  const AppendResult result = append_source(*index);
+  if (result != AppendResult::appended && result != AppendResult::no_part)
+    remove_last_source_file();
+  return result;
+}
+
+bool append_file_reported(const std::string& name, std::vector<std::string>* list) {
+  const AppendResult result = append_file(name);
+  if (result == AppendResult::appended) return true;
+  const std::string_view reason = reason_of(result, list == nullptr);
+  if (list != nullptr) {
+    list->push_back(fmt::format("{} ({}): {}", ui_text(msg, 48), reason, name_of(name)));
+  } else {
+    show_message_box({.caption = std::string(ui_text(msg, 8)),
+                      .text = fmt::format("{}: {}\n\n{}", ui_text(msg, 48), reason, name_of(name)),
+                      .icon = BoxIcon::warning});
+  }
+  return false;
+}
+
+std::size_t append_files(std::span<const std::string> names) {
+  const auto failed = std::ranges::find_if_not(
+      names, [](const std::string& name) { return append_file_reported(name, nullptr); });
+  return static_cast<std::size_t>(failed - names.begin());
+}
+
+}  // namespace corvelin

@@ -1,0 +1,37 @@
+// Appending of files: each becomes one more source file and one more part at the end of the stream.
+// No probe: a file fits when its first frame has the parameters of the stream, which goes on to
+// describe the whole document.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace corvelin {
+
+enum class AppendResult {
+  appended = 0,
+  no_part = 1,           // the table of parts is full
+  other_parameters = 2,  // there are frames, but none that fits the stream
+  no_sync = 3,           // there are no frames
+  not_opened = 4,        // also when the table of files is full
+  bad_name = 5,
+  other_format = 6,  // MPEG to AAC or the other way round, by the name
+  bad_size = 7,
+  too_large = 8,  // in all
+};
+
+/// Appends a file to the open document. Silent; a failure leaves the document as it was, but that
+/// with `no_part` the file stays in the table of files.
+AppendResult append_file(const std::string& name);
+
+/// The same, and tells a failure: in a box, or as a line added to `list` when that is not null.
+/// Returns whether it went well.
+bool append_file_reported(const std::string& name, std::vector<std::string>* list);
+
+/// Appends files in their order until one fails, which is told in a box. Returns how many were
+/// appended.
+std::size_t append_files(std::span<const std::string> names);
+
+}  // namespace corvelin

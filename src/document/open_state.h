@@ -1,0 +1,24 @@
+// What belongs to the open document beside its parts: the names it goes by, and what a save will
+// do.
+#pragma once
+
+#include <string>
+
+namespace corvelin {
+
+struct OpenState {
+  std::string audio_name;         // the audio file being opened; empty for none
+  std::string project_name;       // the project file or cue sheet of the document; empty for none
+  std::string save_name;          // of the last audio save
+  std::string split_dest_folder;  // of the last split, with its "/"; it outlives the document
+  bool keep_id3v1 = false;  // the tag in `stream.id3v1` goes behind the audio of the next save
+  bool document_modified = false;  // since the last saved project
+  bool selection_only = false;     // the next save writes the selection
+};
+
+extern OpenState open_state;
+
+/// A run without questions: nobody is there to answer.
+extern bool batch_active;
+
+}  // namespace corvelin

@@ -1,0 +1,15 @@
+// Playlists ("*.m3u", "*.m3u8"): one name of a file a line. Only read; a list makes a document of
+// its files, one after the other.
+#pragma once
+
+namespace corvelin {
+
+/// Reads the list `open_state.audio_name`, in UTF-8 if its name ends in "8", else in the ANSI code
+/// page. The first file is opened, whatever kind it is, and the others are appended until one
+/// fails.
+///
+/// False when the list can't be read, which is silent, and when its first file doesn't open or it
+/// names none, which is told. No document is left then.
+bool read_playlist();
+
+}  // namespace corvelin

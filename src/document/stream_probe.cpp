@@ -1,0 +1,176 @@
+// The probe of a stream.
+#include "document/stream_probe.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
+#include "document/first_frame_search.h"
+#include "document/tag_bounds.h"
+#include "model/document.h"
+#include "model/frame_locator.h"
+#include "platform/bytes.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr std::uint32_t constant_probe_size = 100000;   // bytes that decide about the bitrate
+constexpr std::uint32_t variable_probe_size = 5000000;  // most bytes that are sampled
+constexpr int bitrate_tolerance = 2;                    // kilobits per second
+
+bool is_letter(std::uint8_t byte) {
+  return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z');
+}
+
+// What a "Xing" header holds beyond the fields that it shares with an "Info" header. Fields lie at
+// fixed places behind the marker, whatever the flags say.
+void take_xing_header(std::span<const std::uint8_t> marker, std::uint32_t first_audio,
+                      std::uint32_t audio_bytes, StreamInfo& info) {
+  constexpr std::uint8_t has_toc = 4;
+  constexpr std::uint8_t has_quality = 8;
+  constexpr std::int64_t tolerated_difference = 3000;  // bytes
+  const std::uint8_t flags = marker[7];
+  info.vbr = vbr_header;
+  if ((flags & has_toc) != 0) {
+    std::copy_n(marker.begin() + 16, info.toc.size(), info.toc.begin());
+    info.toc[0] = 0;
+    info.vbr = vbr_header | vbr_toc_usable;
+  }
+  if ((flags & has_quality) != 0) info.xing_quality = marker[119];
+  // A file that was cut or joined since isn't what its header says.
+  const std::int64_t difference =
+      std::int64_t{first_audio} + audio_bytes - std::int64_t{info.audio_end};
+  if (std::abs(difference) > tolerated_difference) info.vbr = vbr_constant;
+}
+
+bool is_same_kind(const FrameInfo& a, const FrameInfo& b) {
+  return a.version == b.version && a.layer == b.layer && a.sample_rate == b.sample_rate;
+}
+
+// Walks the frames from `pos`: all of the first 100,000 bytes, and of a variable stream 50 frames
+// in every 50,000 bytes until 5,000,000. Sets `vbr` and, unless a header gave it, `avg_frame_size`.
+// False when no frame was counted.
+bool sample_frames(EditPosition pos, FrameInfo sample) {
+  constexpr std::uint32_t frames_in_turn = 50;
+  constexpr std::uint32_t skipped_in_turn = 50000;  // bytes
+  constexpr std::uint32_t other_kind_step = 10;     // bytes behind a frame of other parameters
+  const std::uint32_t last_start =
+      stream.audio_end - frame_unit;  // wraps in a tiny file: no limit then
+  std::uint32_t count = 0;
+  std::uint64_t sum = 0;  // bytes
+  while (pos < last_start && pos < stream.first_audio + variable_probe_size) {
+    const bool is_decided = stream.vbr == vbr_constant || stream.avg_frame_size > 0;
+    if (pos > stream.first_audio + constant_probe_size && is_decided) break;
+
+    const EditPosition found = locate_frame(0, pos);
+    if (found == no_position || found >= document.total_size) {
+      pos += frame_unit;
+      continue;
+    }
+    const FrameInfo& frame = stream.current_frame;
+    if (is_same_kind(frame, sample)) {
+      if (stream.vbr == vbr_constant &&
+          std::abs(frame.bitrate - sample.bitrate) > bitrate_tolerance)
+        stream.vbr = vbr_seen;
+      ++count;
+      sum += frame.frame_length;
+      pos += frame.frame_length;
+      if (stream.vbr != vbr_constant && count % frames_in_turn == 0) pos += skipped_in_turn;
+    } else {
+      pos += other_kind_step;
+    }
+    sample = frame;
+  }
+  if (count == 0) return false;
+  if (stream.avg_frame_size == 0)
+    stream.avg_frame_size = static_cast<float>(static_cast<double>(sum) / count);
+  return true;
+}
+
+// Bits per second of frames of the average size, with the parameters of the last frame seen.
+float average_bitrate() {
+  const FrameInfo& frame = stream.current_frame;
+  const double bytes = double{stream.avg_frame_size} * frame.sample_rate;
+  if (stream.is_aac != 0) return static_cast<float>(bytes / 128);
+  const bool is_half_length = frame.layer == 3 && frame.version != 1;
+  return static_cast<float>(bytes / 144 * (is_half_length ? 2 : 1));
+}
+
+}  // namespace
+
+std::uint32_t probe_stream(const InputFile& file, std::uint32_t size) {
+  stream.audio_end = size;
+  stream.id3v2_size = id3v2_tag_size(file);
+  const EditPosition first = find_first_frame(stream.id3v2_size);
+  if (first == no_position) return no_position;
+  FrameInfo sample = stream.current_frame;
+
+  stream.avg_frame_size = 0;
+  stream.vbr = vbr_constant;
+  stream.first_audio = stream.is_aac != 0 ? first : read_vbr_header(file, first, stream);
+  document.files[0].first_audio = stream.first_audio;
+
+  // A "Xing" frame takes part in the sampling, an "Info" frame doesn't.
+  EditPosition start = first;
+  if (stream.has_info_header != 0) {
+    start = locate_frame(0, stream.first_audio);
+    sample = stream.current_frame;
+  }
+  if (!sample_frames(start, sample)) return no_position;
+  stream.avg_bitrate = average_bitrate();
+  return stream.first_audio;
+}
+
+std::uint32_t read_vbr_header(const InputFile& file, std::uint32_t first, StreamInfo& info) {
+  constexpr std::size_t tag_place = 120;  // of the encoder tag behind the marker
+  constexpr std::size_t tag_size = 28;
+  std::array<std::uint8_t, 2000> block = {};  // what the file lacks counts as zeros
+  const std::size_t got = file.read_at(first, block);
+  if (got == 0) return first;
+  info.xing_quality = no_xing_quality;
+  info.encoder_tag = {};
+  FrameInfo frame;
+  if (!decode_frame_header(frame, block)) return first;
+
+  const std::span<const std::uint8_t> marker =
+      std::span(block).subspan(vbr_header_offset(frame), tag_place + tag_size);
+  const bool is_info = stands_at(marker, 0, "Info");
+  if (!is_info && !stands_at(marker, 0, "Xing")) return first;
+
+  const bool moves = is_followed(std::span(block).first(got), 0, frame.frame_length);
+  const std::uint32_t first_audio = moves ? first + frame.frame_length : first;
+  if (is_letter(marker[tag_place]))
+    std::copy_n(marker.begin() + tag_place, tag_size, info.encoder_tag.begin());
+  const std::uint32_t frames = big_endian_u32(marker, 8);
+  const std::uint32_t audio_bytes = big_endian_u32(marker, 12);
+  info.avg_frame_size =
+      frames == 0 ? 0.0F : static_cast<float>(static_cast<double>(audio_bytes) / frames);
+  info.xing_frames = frames;
+  if (is_info) {
+    info.has_info_header = 1;
+  } else {
+    take_xing_header(marker, first_audio, audio_bytes, info);
+  }
+  return first_audio;
+}
+
+std::uint32_t trim_to_last_frame(const InputFile& file, std::uint32_t end) {
+  if (end < frame_unit) return end;
+  const std::uint32_t start = end - frame_unit;
+  std::array<std::uint8_t, frame_unit> tail = {};
+  const std::size_t got = file.read_at(start, tail);
+  const std::span<const std::uint8_t> bytes = std::span(tail).first(got);
+  for (std::size_t at = got; at-- > 0;) {
+    FrameInfo frame;
+    if (!has_sync(bytes, at) || !decode_frame_header(frame, bytes.subspan(at))) continue;
+    if (!is_same_kind(frame, stream.current_frame)) continue;
+    if (frame.channel_mode != stream.current_frame.channel_mode) continue;
+    const bool is_whole = at + frame.frame_length <= got;
+    return is_whole ? end : start + static_cast<std::uint32_t>(at);
+  }
+  return end;
+}
+
+}  // namespace corvelin
