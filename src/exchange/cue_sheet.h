@@ -1,0 +1,32 @@
+// Cue sheets: the track list of a document as a text that many programs read. A sheet names the
+// album, one audio file, and a time, title and performer for each track. It holds no audio and no
+// edits beyond the cues. Sheets are UTF-8 when they begin with the mark of three bytes, else in the
+// ANSI code page; a sheet keeps its encoding through the setting `char_enc`.
+#pragma once
+
+#include <functional>
+
+namespace corvelin {
+
+/// Reads the sheet `open_state.project_name`. Its audio is opened, or, with `over_current_audio`,
+/// its cues are added to those of the document as it stands.
+///
+/// False when the sheet can't be read, when its audio doesn't open, when a line that names the
+/// audio, a title, a performer or a time is malformed, and when the table of parts is full. What
+/// was applied before that stays. Silent, but for the note about VBR. Either way the selection is
+/// cleared and the document counts as saved, unless the sheet could not even be opened.
+bool load_cue_sheet(bool over_current_audio);
+
+/// Asks for a sheet and loads it over the current audio. False also when the user cancels.
+/// `before_load` runs when the choice has been made: the place for an undo step.
+bool choose_and_load_cue_sheet(const std::function<void()>& before_load);
+
+enum class CueSheetSave { failed, cancelled, written };
+
+/// Writes the cues of the document to `open_state.project_name`. Asks first when the times would be
+/// those of another audio than the one that the sheet names. The caller tells a failure.
+///
+/// A sheet holds only a part of the edits, so the document stays modified.
+CueSheetSave save_cue_sheet();
+
+}  // namespace corvelin

@@ -1,0 +1,198 @@
+// Reading of cue sheets, line by line. Sheets come from many programs, so that whatever isn't known
+// is passed over; only a malformed line of a known kind ends the reading.
+#include <algorithm>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "document/open_document.h"
+#include "document/open_state.h"
+#include "exchange/cue_sheet.h"
+#include "exchange/cue_time.h"
+#include "exchange/note.h"
+#include "exchange/settings.h"
+#include "model/cuts.h"
+#include "model/document.h"
+#include "model/frame_locator.h"
+#include "model/selection.h"
+#include "platform/file.h"
+#include "platform/file_dialog.h"
+#include "platform/path.h"
+#include "platform/text.h"
+#include "shell/ui_text.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr std::size_t largest_sheet = std::size_t{16} << 20;  // bytes
+constexpr std::size_t line_limit = 400;                       // bytes; longer lines don't count
+constexpr std::size_t longest_name = 300;                     // UTF-16 code units
+constexpr std::size_t longest_time = 40;                      // bytes
+constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
+
+// A sheet in UTF-16 or with zeros for blanks is read as far as possible, and then at least doesn't
+// end at its first byte.
+void blank_out_zeros(std::string& text, std::size_t file_size) {
+  constexpr std::size_t looked_at = 600;  // bytes
+  constexpr std::size_t tail = 10;        // bytes of a shorter file that stay as they are
+  std::size_t count = std::min(looked_at, text.size());
+  if (file_size < looked_at) count = std::min(count, file_size - std::min(file_size, tail));
+  std::ranges::replace(std::span(text).first(count), '\0', ' ');
+}
+
+// What stands between the first and the last quote of a line, which may hold quotes itself.
+std::optional<std::string_view> quoted(std::string_view line) {
+  const std::size_t first = line.find('"');
+  const std::size_t last = line.rfind('"');
+  if (first == last) return std::nullopt;  // one quote or none
+  return line.substr(first + 1, last - first - 1);
+}
+
+// What stands behind the second blank of an index line.
+std::optional<std::string_view> index_time(std::string_view line) {
+  const std::size_t first = line.find(' ');
+  const std::size_t second = line.find(' ', first + 1);
+  if (second == std::string_view::npos) return std::nullopt;
+  std::string_view time = line.substr(second + 1);
+  const auto is_control = [](char c) { return (c >= 0 && c < ' ') || c == 0x7F; };
+  if (!time.empty() && is_control(time.back())) time.remove_suffix(1);
+  return time.substr(0, longest_time);
+}
+
+void show_vbr_note() {
+  if (stream.vbr != vbr_constant) show_note_once(Note::cue_sheets_and_vbr);
+}
+
+class CueSheetReader {
+ public:
+  CueSheetReader(bool over_current_audio, bool utf8)
+      : over_current_audio_(over_current_audio), utf8_(utf8) {}
+
+  // Takes the lines of the text in. False for a malformed sheet.
+  bool read(std::string_view text) {
+    bool is_closed = false;  // the last line was the start of a track, which closes the one before
+    while (!text.empty() && next_ == Next::go_on) {
+      const std::size_t end = std::min(text.find('\n'), text.size());
+      std::string_view line = text.substr(0, end);
+      text.remove_prefix(std::min(end + 1, text.size()));
+      if (line.size() >= line_limit) continue;
+      line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
+      is_closed = line.starts_with("TRACK");
+      next_ = take_line(line);
+    }
+    if (next_ == Next::go_on && !is_closed) next_ = close_track();
+    return next_ != Next::fail;
+  }
+
+ private:
+  enum class Next { go_on, end, fail };
+
+  Next take_line(std::string_view line) {
+    if (line.starts_with("FILE")) return open_audio(line);
+    if (line.starts_with("TITLE")) return take_name(line, title_);
+    if (line.starts_with("PERFORMER")) return take_name(line, performer_);
+    if (line.starts_with("INDEX 01")) return take_time(line);
+    if (line.starts_with("TRACK")) return close_track();
+    return Next::go_on;
+  }
+
+  Next open_audio(std::string_view line) const {
+    if (over_current_audio_) return Next::go_on;
+    const auto name = quoted(line);
+    if (!name || !open_state.audio_name.empty()) return Next::fail;
+    open_state.audio_name = path_from_encoded(*name, utf8_, folder_of(open_state.project_name));
+    if (!open_audio_file()) return Next::fail;
+    show_vbr_note();
+    return Next::go_on;
+  }
+
+  Next take_name(std::string_view line, std::u16string& name) const {
+    const auto value = quoted(line);
+    if (!value) return Next::fail;
+    name = bytes_to_wide(*value, utf8_).substr(0, longest_name);
+    return Next::go_on;
+  }
+
+  Next take_time(std::string_view line) {
+    if (!time_.empty()) return Next::go_on;
+    const auto time = index_time(line);
+    if (!time) return Next::fail;
+    time_ = *time;
+    return Next::go_on;
+  }
+
+  // What has been collected belongs to the album until the first track begins, then to a track.
+  Next close_track() {
+    const Next next = in_track_ ? set_cue() : name_album();
+    in_track_ = true;
+    title_.clear();
+    performer_.clear();
+    time_ = {};
+    return next;
+  }
+
+  Next name_album() {
+    if (!title_.empty()) document.sheet_title = title_;
+    if (!performer_.empty()) document.sheet_artist = performer_;
+    return Next::go_on;
+  }
+
+  Next set_cue() {
+    const EditPosition pos =
+        needs_vbr_walk() ? vbr_walk_to_time(walk_, time_) : frame_at(cue_time_to_bytes(time_));
+    if (pos == no_position) return Next::fail;
+    if (pos >= document.total_size) return Next::end;
+    selection.sel_title = title_;
+    selection.sel_artist = performer_;
+    const PartIndex index = delete_range(pos, pos);
+    if (index == no_part) return Next::fail;
+    take_stashed_part_texts(index);
+    document.parts[index].part_iscue = 1;
+    return Next::go_on;
+  }
+
+  bool over_current_audio_;
+  bool utf8_;
+  Next next_ = Next::go_on;
+  bool in_track_ = false;
+  std::u16string title_;
+  std::u16string performer_;
+  std::string_view time_;
+  VbrWalk walk_;
+};
+
+}  // namespace
+
+bool load_cue_sheet(bool over_current_audio) {
+  std::string text;
+  if (read_whole_file(open_state.project_name, largest_sheet, text)) return false;
+  const std::size_t file_size = text.size();
+  const bool utf8 = text.starts_with(utf8_mark);
+  settings.char_enc = utf8 ? 1 : 0;
+  if (utf8) text.erase(0, utf8_mark.size());
+  blank_out_zeros(text, file_size);
+
+  const bool is_read = CueSheetReader(over_current_audio, utf8).read(text);
+  clear_selection();
+  open_state.document_modified = false;
+  return is_read;
+}
+
+bool choose_and_load_cue_sheet(const std::function<void()>& before_load) {
+  open_state.project_name.clear();
+  const auto path =
+      ask_for_existing_file({.title = std::string(ui_text(msg, 1)),
+                             .path = std::string(folder_of(open_state.audio_name)),
+                             .types = {{.name = "Cue Sheets (*.cue)", .pattern = "*.cue"},
+                                       {.name = "All files (*.*)", .pattern = "*.*"}}});
+  if (!path) return false;
+  open_state.project_name = *path;
+  show_vbr_note();
+  before_load();
+  return load_cue_sheet(true);
+}
+
+}  // namespace corvelin

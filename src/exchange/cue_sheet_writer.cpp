@@ -1,0 +1,113 @@
+// Writing of cue sheets.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+#include "document/open_state.h"
+#include "exchange/cue_sheet.h"
+#include "exchange/cue_time.h"
+#include "exchange/settings.h"
+#include "model/document.h"
+#include "platform/file.h"
+#include "platform/message_box.h"
+#include "platform/path.h"
+#include "platform/text.h"
+#include "shell/ui_text.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+namespace {
+
+bool is_whole_first_file() {
+  const SourceFile& file = document.files[0];
+  return document.files.size() == 1 && document.total_size == file.audio_end - file.first_audio;
+}
+
+bool may_name_other_audio() {
+  const MessageBox box = {.caption = std::string(ui_text(msg, 4)),
+                          .text = std::string(ui_text(msg, 41)),
+                          .icon = BoxIcon::question,
+                          .buttons = BoxButtons::ok_cancel,
+                          .default_answer = BoxAnswer::ok};
+  return show_message_box(box) == BoxAnswer::ok;
+}
+
+// A name fills the rest of its line, so a line end in it would begin another one.
+std::string on_one_line(std::string name) {
+  std::ranges::replace_if(
+      name, [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
+  return name;
+}
+
+std::string name_bytes(const std::u16string& name) {
+  return on_one_line(wide_to_bytes(name, settings.char_enc != 0));
+}
+
+// A path that is no valid UTF-8 is written byte by byte, or it would name no file any more.
+std::string path_bytes(const std::string& path) {
+  const std::u16string wide = bytes_to_wide(path, true);
+  return wide_to_bytes(wide, true) == path ? name_bytes(wide) : on_one_line(path);
+}
+
+std::string audio_line(const std::string& audio) {
+  const std::string folder(folder_of(open_state.project_name));
+  const char* const type = stream.current_frame.layer == 3 ? "MP3" : "WAVE";
+  return fmt::format("FILE \"{}\" {}\r\n", path_bytes(relative_to_folder(audio, folder)), type);
+}
+
+std::string album_lines() {
+  std::string text;
+  if (!document.sheet_artist.empty())
+    text = fmt::format("PERFORMER \"{}\"\r\n", name_bytes(document.sheet_artist));
+  const bool has_title = !document.sheet_title.empty();
+  return text + fmt::format("TITLE \"{}\"\r\n",
+                            has_title ? name_bytes(document.sheet_title) : "(Title N.N.)");
+}
+
+double time_of(const Part& part, VbrWalk& walk) {
+  if (needs_vbr_walk()) return vbr_walk_to_position(walk, part.part_beg);
+  return stream.avg_bitrate > 0 ? part.part_beg / (0.125 * stream.avg_bitrate) : 0;
+}
+
+std::string track_lines() {
+  const FrameInfo frame_shown = stream.current_frame;
+  std::string text;
+  VbrWalk walk;
+  int number = 0;
+  for (const Part& part : document.parts) {
+    if (part.part_iscue == 0) continue;
+    ++number;
+    const std::string title = part.part_title.empty() ? fmt::format("(Track {:02})", number)
+                                                      : name_bytes(part.part_title);
+    auto end = std::back_inserter(text);
+    fmt::format_to(end, "  TRACK {:02} AUDIO\r\n    TITLE \"{}\"\r\n", number, title);
+    if (!part.part_artist.empty())
+      fmt::format_to(end, "    PERFORMER \"{}\"\r\n", name_bytes(part.part_artist));
+    fmt::format_to(end, "    INDEX 01 {}\r\n", format_cue_time(time_of(part, walk)));
+  }
+  stream.current_frame = frame_shown;
+  return text;
+}
+
+}  // namespace
+
+CueSheetSave save_cue_sheet() {
+  std::string audio = document.files[0].file_name;
+  if (!is_whole_first_file()) {
+    if (!open_state.save_name.empty()) {
+      audio = open_state.save_name;
+    } else if (!may_name_other_audio()) {
+      return CueSheetSave::cancelled;
+    }
+  }
+  const std::string mark = settings.char_enc != 0 ? "\xEF\xBB\xBF" : "";
+  const std::string text = mark + album_lines() + audio_line(audio) + track_lines();
+  if (replace_file(open_state.project_name, text)) return CueSheetSave::failed;
+  add_recent(open_state.project_name);
+  return CueSheetSave::written;
+}
+
+}  // namespace corvelin

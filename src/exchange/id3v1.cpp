@@ -1,0 +1,178 @@
+// The fields of the ID3v1 record.
+#include "exchange/id3v1.h"
+
+#include <algorithm>
+#include <array>
+
+#include "document/open_state.h"
+#include "exchange/settings.h"
+#include "platform/bytes.h"
+#include "platform/text.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+namespace {
+
+struct Field {
+  std::size_t at;
+  std::size_t size;
+};
+
+constexpr Field title_field = {3, 30};
+constexpr Field artist_field = {33, 30};
+constexpr Field album_field = {63, 30};
+constexpr Field year_field = {93, 4};
+constexpr Field comment_field = {97, 30};
+constexpr std::size_t comment_beside_track = 28;
+// A zero behind 28 bytes of comment says that the byte behind it is a track number.
+constexpr std::size_t track_mark_place = 125;
+constexpr std::size_t track_place = 126;
+constexpr std::size_t genre_place = 127;
+
+// clang-format off
+constexpr std::array<std::string_view, 148> genres = {
+    "Blues", "Classic Rock", "Country", "Dance", "Disco", "Funk", "Grunge", "Hip-Hop", "Jazz",
+    "Metal", "New Age", "Oldies", "Other", "Pop", "R&B", "Rap", "Reggae", "Rock", "Techno",
+    "Industrial", "Alternative", "Ska", "Death Metal", "Pranks", "Soundtrack", "Euro-Techno",
+    "Ambient", "Trip-Hop", "Vocal", "Jazz+Funk", "Fusion", "Trance", "Classical", "Instrumental",
+    "Acid", "House", "Game", "Sound Clip", "Gospel", "Noise", "AlternRock", "Bass", "Soul", "Punk",
+    "Space", "Meditative", "Instrumental Pop", "Instrumental Rock", "Ethnic", "Gothic", "Darkwave",
+    "Techno-Industrial", "Electronic", "Pop-Folk", "Eurodance", "Dream", "Southern Rock", "Comedy",
+    "Cult", "Gangsta", "Top 40", "Christian Rap", "Pop/Funk", "Jungle", "Native American",
+    "Cabaret", "New Wave", "Psychadelic", "Rave", "Showtunes", "Trailer", "Lo-Fi", "Tribal",
+    "Acid Punk", "Acid Jazz", "Polka", "Retro", "Musical", "Rock & Roll", "Hard Rock", "Folk",
+    "Folk-Rock", "National Folk", "Swing", "Fast Fusion", "Bebob", "Latin", "Revival", "Celtic",
+    "Bluegrass", "Avantgarde", "Gothic Rock", "Progressive Rock", "Psychedelic Rock",
+    "Symphonic Rock", "Slow Rock", "Big Band", "Chorus", "Easy Listening", "Acoustic", "Humour",
+    "Speech", "Chanson", "Opera", "Chamber Music", "Sonata", "Symphony", "Booty Bass", "Primus",
+    "Porn Groove", "Satire", "Slow Jam", "Club", "Tango", "Samba", "Folklore", "Ballad",
+    "Power Ballad", "Rhythmic Soul", "Freestyle", "Duet", "Punk Rock", "Drum Solo", "A capella",
+    "Euro-House", "Dance Hall", "Goa", "Drum & Bass", "Club-House", "Hardcore", "Terror", "Indie",
+    "BritPop", "Afro-Punk", "Polsk Punk", "Beat", "Christian Gangsta Rap", "Heavy Metal",
+    "Black Metal", "Crossover", "Contemporary Christian", "Christian Rock", "Merengue", "Salsa",
+    "Thrash Metal", "Anime", "JPop", "Synthpop"};
+// clang-format on
+
+std::span<std::uint8_t> bytes_of(Field field) {
+  return std::span(stream.id3v1).subspan(field.at, field.size);
+}
+
+// The bytes of a field up to a zero.
+std::string raw_text(Field field) {
+  const std::span<const std::uint8_t> bytes = bytes_of(field);
+  return {bytes.begin(), std::ranges::find(bytes, 0)};
+}
+
+std::u16string shown_text(Field field) { return bytes_to_wide(raw_text(field), false); }
+
+void put_text(Field field, std::string_view text) {
+  const std::span<std::uint8_t> bytes = bytes_of(field);
+  std::ranges::fill(bytes, std::uint8_t{0});
+  put_mark(bytes, 0, text.substr(0, field.size));
+}
+
+// The bytes for a field that held `before`. Many tags are in another encoding than they should be:
+// what the user left as it was is not to be damaged by the way through the code page.
+std::string edited_text(std::u16string_view text, const std::string& before) {
+  return text == bytes_to_wide(before, false) ? before : wide_to_bytes(text, false);
+}
+
+void put_track(std::uint32_t track) {
+  stream.id3v1[track_place] = static_cast<std::uint8_t>(track);
+}
+
+std::u16string tag_limited(const std::u16string& text) { return text.substr(0, id3v1_text_limit); }
+
+}  // namespace
+
+bool has_id3v1() { return stands_at(stream.id3v1, 0, "TAG"); }
+
+bool keeps_id3v1() { return open_state.keep_id3v1 && stream.is_aac == 0; }
+
+void keep_id3v1_as_set() {
+  if (has_id3v1()) open_state.keep_id3v1 = settings.save_id3v1 != 0;
+}
+
+std::span<const std::string_view> genre_names() { return genres; }
+
+std::string genre_name(std::uint32_t index) {
+  return index < genres.size() ? std::string(genres[index]) : std::to_string(index);
+}
+
+std::optional<std::uint8_t> genre_index(std::string_view name) {
+  const auto* const found = std::ranges::find(genres, name);
+  if (found == genres.end()) return std::nullopt;
+  return static_cast<std::uint8_t>(found - genres.begin());
+}
+
+bool can_create_tag() { return stream.is_aac == 0; }
+
+bool can_edit_tag(const TagDialog& dialog) { return dialog.create_tag && can_create_tag(); }
+
+TagDialog tag_dialog_load() {
+  if (!has_id3v1()) return {};
+  const std::uint8_t track = stream.id3v1[track_place];
+  const bool has_track = stream.id3v1[track_mark_place] == 0 && track <= 127;  // a signed byte
+  const std::uint8_t genre = stream.id3v1[genre_place];
+  return {.create_tag = settings.save_id3v1 != 0,
+          .title = shown_text(title_field),
+          .artist = shown_text(artist_field),
+          .album = shown_text(album_field),
+          .year = shown_text(year_field),
+          .comment = shown_text(comment_field),
+          .track = has_track ? track : 0U,
+          .genre = genre < genres.size() ? genre_name(genre) : std::string{}};
+}
+
+void names_from_current_cue(TagDialog& dialog) {
+  if (document.parts.empty()) return;
+  const Part& part = document.parts[document.current_part];
+  dialog.title = tag_limited(part.part_title);
+  dialog.artist = tag_limited(part.part_artist.empty() ? document.sheet_artist : part.part_artist);
+  dialog.album = tag_limited(document.sheet_title);
+  dialog.year.clear();
+  dialog.comment.clear();
+  dialog.track = document.current_part + 1U;
+}
+
+void tag_dialog_apply(const TagDialog& dialog) {
+  settings.save_id3v1 = dialog.create_tag ? 1 : 0;
+  open_state.keep_id3v1 = dialog.create_tag;
+  if (!dialog.create_tag) return;
+
+  if (!has_id3v1()) stream.id3v1 = {};
+  const std::string title = edited_text(dialog.title, raw_text(title_field));
+  const std::string artist = edited_text(dialog.artist, raw_text(artist_field));
+  const std::string album = edited_text(dialog.album, raw_text(album_field));
+  const std::string year = edited_text(dialog.year, raw_text(year_field));
+  const std::string comment = edited_text(dialog.comment, raw_text(comment_field));
+  stream.id3v1 = {};
+  put_mark(stream.id3v1, 0, "TAG");
+  put_text(title_field, title);
+  put_text(artist_field, artist);
+  put_text(album_field, album);
+  put_text(year_field, year);
+  put_track(dialog.track);
+  put_text({comment_field.at, dialog.track == 0 ? comment_field.size : comment_beside_track},
+           comment);
+  stream.id3v1[genre_place] = genre_index(dialog.genre).value_or(no_genre);
+}
+
+void set_id3v1_of_piece(PartIndex index, std::uint32_t track) {
+  const Part& part = document.parts[index];
+  const auto put_known = [](Field field, const std::u16string& text) {
+    if (!text.empty()) put_text(field, wide_to_bytes(text, false));
+  };
+  if (!open_state.keep_id3v1) stream.id3v1 = {};  // what the file ends with is no tag to build on
+  put_mark(stream.id3v1, 0, "TAG");
+  put_text(title_field, wide_to_bytes(part.part_title, false));
+  put_known(artist_field, part.part_artist.empty() ? document.sheet_artist : part.part_artist);
+  put_known(album_field, document.sheet_title);
+  stream.id3v1[track_mark_place] = 0;
+  put_track(track);
+  if (!open_state.keep_id3v1) stream.id3v1[genre_place] = no_genre;
+  open_state.keep_id3v1 = true;
+}
+
+}  // namespace corvelin

@@ -1,0 +1,287 @@
+// Writer and reader of project texts.
+#include "exchange/project_file.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include "document/open_document.h"
+#include "document/open_state.h"
+#include "model/cuts.h"
+#include "model/document.h"
+#include "model/selection.h"
+#include "platform/file.h"
+#include "platform/path.h"
+#include "platform/text.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr std::size_t largest_project = std::size_t{16} * 1024 * 1024;  // bytes
+constexpr std::size_t longest_path = 4096;                              // UTF-16 code units
+constexpr std::size_t longest_name = 300;                               // UTF-16 code units
+
+class ProjectWriter {
+ public:
+  explicit ProjectWriter(const std::string& folder) : folder_(folder) {}
+
+  std::string write() {
+    text_ = "[Corvelin project file]\r\nutf8=1\r\n";
+    for (const SourceFile& file : document.files) source(file);
+    for (const Part& part : document.parts) this->part(part);
+    number("gainend", document.end_gain);
+    number("position", play_position());
+    number("vbr", stream.vbr);
+    if (selection.sel_beg != no_position) {
+      number("sel_beg", selection.sel_beg);
+      number("sel_end", selection.sel_end);
+    }
+    name("sheet_artist", document.sheet_artist);
+    name("sheet_title", document.sheet_title);
+    return std::move(text_);
+  }
+
+ private:
+  void line(std::string_view key, std::string_view value) {
+    fmt::format_to(std::back_inserter(text_), "{}={}\r\n", key, value);
+  }
+
+  // Numbers are written as the signed value of their 32 bits, and read back to the same bits.
+  template <typename Number>
+  void number(std::string_view key, Number value) {
+    line(key, fmt::format_int(static_cast<std::int32_t>(value)).c_str());
+  }
+
+  // A name fills the rest of its line, so a line end in it would begin another key.
+  void name(std::string_view key, const std::u16string& value) {
+    if (value.empty()) return;
+    std::string bytes = wide_to_bytes(value, true);
+    std::ranges::replace_if(
+        bytes, [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
+    line(key, bytes);
+  }
+
+  void source(const SourceFile& file) {
+    number("file_beg", file.first_audio);
+    number("file_end", file.audio_end);
+    path(file.file_name);
+  }
+
+  // A file name may hold a line end. The older stored form of a path has digits for it.
+  void path(const std::string& file_name) {
+    const std::string path =
+        folder_.empty() ? in_current_folder(file_name) : relative_to_folder(file_name, folder_);
+    if (path.find_first_of("\r\n") == std::string::npos) {
+      line("file", path);
+    } else {
+      number("utf8", 0);
+      line("file", wide_to_hex(bytes_to_wide(file_name, true)));
+      number("utf8", 1);
+    }
+  }
+
+  void part(const Part& part) {
+    number("part_file", part.part_file);
+    number("part_filepos", part.part_filepos);
+    if (part.part_gainbeg != 0) number("part_gainbeg", part.part_gainbeg);
+    name("part_artist", part.part_artist);
+    name("part_title", part.part_title);
+    if (part.part_iscue != 0) number("part_iscue", part.part_iscue);
+    number("part_size", part.part_size);
+    number("part_beg", part.part_beg);  // closes the record
+  }
+
+  const std::string& folder_;
+  std::string text_;
+};
+
+class ProjectReader {
+ public:
+  explicit ProjectReader(std::string_view text) : text_(text) {}
+
+  bool read() {
+    reset_state(ResetLevel::no_name);
+    bool is_sound = true;
+    for (std::string_view line; is_sound && take_line(line);) is_sound = read_line(line);
+    keep_places_in_stream();
+    document.current_part = part_at(selection.cursor);
+    return is_sound;
+  }
+
+ private:
+  using Action = bool (*)(ProjectReader& reader, std::string_view value);
+  struct Key {
+    std::string_view name;
+    Action read;
+  };
+  static std::span<const Key> keys();
+
+  // The next line up to its line feed or, before that, its first carriage return. What stands
+  // behind the last line feed is a line that was cut off, and not read.
+  bool take_line(std::string_view& line) {
+    const std::size_t end = text_.find('\n');
+    if (end == std::string_view::npos) return false;
+    line = text_.substr(0, end);
+    line = line.substr(0, line.find('\r'));
+    text_.remove_prefix(end + 1);
+    return true;
+  }
+
+  // False when no document can be made of the line.
+  bool read_line(std::string_view line) {
+    const std::size_t equal = line.find('=');
+    if (equal == std::string_view::npos) return true;
+    const auto key = std::ranges::find(keys(), line.substr(0, equal), &Key::name);
+    return key == keys().end() || key->read(*this, line.substr(equal + 1));
+  }
+
+  // With the flag a path's bytes are taken as they stand, so that a name that is no UTF-8 survives.
+  [[nodiscard]] std::string decode_path(std::string_view value) const {
+    if (utf8_ != 0) return std::string(value);
+    const bool is_hex = !value.empty() && value.front() >= '0' && value.front() <= '9';
+    return wide_to_bytes(is_hex ? hex_to_wide(value) : bytes_to_wide(value, false), true);
+  }
+
+  // A number in the width of its field.
+  template <typename Number>
+  static bool take_number(Number& field, std::string_view value) {
+    field = static_cast<Number>(leading_number(value));
+    return true;
+  }
+
+  bool take_name(std::u16string& field, std::string_view value) const {
+    field = bytes_to_wide(value, utf8_ != 0).substr(0, longest_name);
+    return true;
+  }
+
+  bool read_file(std::string_view value) {
+    const std::string path = decode_path(value);
+    if (bytes_to_wide(path, true).size() > longest_path) return false;
+    const std::string name = path_from_outside(path, folder_of(open_state.project_name));
+    return document.files.empty() ? open_first(name) : add_file(name);
+  }
+
+  // The first source is probed afresh: it may have changed. Its parts are those of the text.
+  static bool open_first(const std::string& name) {
+    open_state.audio_name = name;
+    if (!open_audio_file()) return false;
+    document.parts.clear();
+    recompute_total();
+    return true;
+  }
+
+  [[nodiscard]] bool add_file(const std::string& name) const {
+    if (file_end_ == 0 || file_beg_ >= file_end_) return false;
+    const auto index = add_source_file(name);
+    if (!index) return false;
+    document.files[*index].first_audio = file_beg_;
+    document.files[*index].audio_end = file_end_;
+    return true;
+  }
+
+  // Closes a part's record. Parts are sorted by the value; where they lie follows from their sizes.
+  bool read_part_beg(std::string_view value) {
+    const Part read = std::exchange(part_, {});
+    const std::uint64_t file_end = std::uint64_t{read.part_filepos} + read.part_size;
+    const std::uint64_t total = std::uint64_t{document.total_size} + read.part_size;
+    if (read.part_size == 0 || file_end > highest_position || total > highest_position)
+      return false;
+    const auto stored = static_cast<EditPosition>(leading_number(value));
+    const auto place = std::ranges::find_if(
+        stored_begs_, [stored](EditPosition other) { return other >= stored; });
+    const bool is_last = place == stored_begs_.end();
+    const EditPosition pos =
+        is_last ? document.total_size
+                : document.parts[static_cast<std::size_t>(place - stored_begs_.begin())].part_beg;
+    const PartIndex index = add_part(pos, read.part_file, read.part_filepos, read.part_size);
+    if (index == no_part) return false;
+    stored_begs_.insert(place, stored);
+    document.parts[index].part_iscue = read.part_iscue;
+    document.parts[index].part_gainbeg = read.part_gainbeg;
+    take_stashed_part_texts(index);
+    return true;
+  }
+
+  // A text may name places that its parts don't reach, or one end of a selection alone.
+  static void keep_places_in_stream() {
+    selection.cursor = std::min(selection.cursor, document.total_size);
+    const bool is_range =
+        selection.sel_beg <= selection.sel_end && selection.sel_end <= document.total_size;
+    if (!is_range) selection.sel_beg = selection.sel_end = no_position;
+    selection.sel_title.clear();
+    selection.sel_artist.clear();
+  }
+
+  std::string_view text_;
+  int utf8_ = 0;  // the flag as it stands in the text
+  std::uint32_t file_beg_ = 0;
+  std::uint32_t file_end_ = 0;
+  Part part_;                              // the record being read
+  std::vector<EditPosition> stored_begs_;  // of the parts read so far, in their order
+};
+
+// The names of a part wait in the selection's record until the part is there.
+std::span<const ProjectReader::Key> ProjectReader::keys() {
+  using Reader = ProjectReader;
+  using Text = std::string_view;
+  static constexpr Key table[] = {
+      {"utf8", [](Reader& reader, Text value) { return take_number(reader.utf8_, value); }},
+      {"file_beg", [](Reader& reader, Text value) { return take_number(reader.file_beg_, value); }},
+      {"file_end", [](Reader& reader, Text value) { return take_number(reader.file_end_, value); }},
+      {"file", [](Reader& reader, Text value) { return reader.read_file(value); }},
+      {"part_file",
+       [](Reader& reader, Text value) { return take_number(reader.part_.part_file, value); }},
+      {"part_filepos",
+       [](Reader& reader, Text value) { return take_number(reader.part_.part_filepos, value); }},
+      {"part_gainbeg",
+       [](Reader& reader, Text value) { return take_number(reader.part_.part_gainbeg, value); }},
+      {"part_artist",
+       [](Reader& reader, Text value) { return reader.take_name(selection.sel_artist, value); }},
+      {"part_title",
+       [](Reader& reader, Text value) { return reader.take_name(selection.sel_title, value); }},
+      {"part_iscue",
+       [](Reader& reader, Text value) { return take_number(reader.part_.part_iscue, value); }},
+      {"part_size",
+       [](Reader& reader, Text value) { return take_number(reader.part_.part_size, value); }},
+      {"part_beg", [](Reader& reader, Text value) { return reader.read_part_beg(value); }},
+      {"gainend", [](Reader&, Text value) { return take_number(document.end_gain, value); }},
+      {"position", [](Reader&, Text value) { return take_number(selection.cursor, value); }},
+      {"vbr", [](Reader&, Text value) { return take_number(stream.vbr, value); }},
+      {"sel_beg", [](Reader&, Text value) { return take_number(selection.sel_beg, value); }},
+      {"sel_end", [](Reader&, Text value) { return take_number(selection.sel_end, value); }},
+      {"sheet_artist",
+       [](Reader& reader, Text value) { return reader.take_name(document.sheet_artist, value); }},
+      {"sheet_title",
+       [](Reader& reader, Text value) { return reader.take_name(document.sheet_title, value); }},
+  };
+  return table;
+}
+
+}  // namespace
+
+std::string project_text(const std::string& folder) { return ProjectWriter(folder).write(); }
+
+bool parse_project(std::string_view text) { return ProjectReader(text).read(); }
+
+std::error_code write_project() {
+  const std::string name = in_current_folder(open_state.project_name);
+  const std::error_code error = replace_file(name, project_text(std::string(folder_of(name))));
+  if (!error) open_state.document_modified = false;
+  return error;
+}
+
+bool read_project() {
+  std::string text;
+  if (read_whole_file(open_state.project_name, largest_project, text)) return false;
+  if (parse_project(text) && !document.parts.empty()) return true;
+  close_all();
+  return false;
+}
+
+}  // namespace corvelin

@@ -1,0 +1,33 @@
+// The edit state of a document as a text: its source files, all parts, the closing gain, cursor,
+// selection and album names. It stands in project files (".cvp") and, in memory, in the entries of
+// the undo stack. It holds no audio: the sources are named by their paths, relative to the
+// project's folder where they lie in it, so that a folder may move as a whole.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace corvelin {
+
+/// The project text of the document as it stands. Paths in `folder` (with its "/") or below it are
+/// written relative to it; without one all paths are whole, so that an undo step doesn't depend on
+/// where the project is saved meanwhile.
+std::string project_text(const std::string& folder = {});
+
+/// Builds the document from a project text, into tables that are empty. The first source is probed
+/// afresh; the bounds of the others are those of the text.
+///
+/// False when a source can't be opened, and when the text describes what no document can be: a file
+/// that isn't there, a range that runs beyond 4 GiB, too many parts. The document then stands as
+/// far as it was built.
+bool parse_project(std::string_view text);
+
+/// Writes the document to `open_state.project_name`, beside the old file and then over it. It then
+/// counts as unmodified.
+std::error_code write_project();
+
+/// Reads `open_state.project_name`. A failure closes the document.
+bool read_project();
+
+}  // namespace corvelin

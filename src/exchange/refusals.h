@@ -1,0 +1,22 @@
+// The refusals that several commands share. Each is a box with an error icon under the caption "Not
+// possible".
+#pragma once
+
+#include <string_view>
+
+namespace corvelin {
+
+/// Tells why a command is refused.
+void show_refusal(std::string_view text);
+
+/// The range can't be taken out, or can't be treated as one.
+void show_invalid_range();
+
+/// Whether a selection with a length is there. Shows the refusal if not.
+bool require_selected_range();
+
+/// Whether the stream's level can be changed inside its frames, which Layer II and AAC don't allow.
+/// Shows the refusal if not.
+bool require_level_control();
+
+}  // namespace corvelin

@@ -1,0 +1,15 @@
+// The commands around a project: saving it, or a cue sheet in its place, and the question that
+// guards unsaved changes.
+#pragma once
+
+namespace corvelin {
+
+/// Saves the document as a project or as a cue sheet, as the extension of its name says. The name
+/// is asked for when there is none yet, or with `force_dialog`. With `as_cue` it becomes that of a
+/// sheet. False when nothing was saved; a failure has been shown.
+bool save_project(bool force_dialog, bool as_cue);
+
+/// Whether the document may be dropped: at once when nothing is unsaved, else as the user answers.
+bool confirm_discard_changes();
+
+}  // namespace corvelin

@@ -1,0 +1,89 @@
+// Split save: the edited stream in several files, one for each region that begins with a cue, named
+// by a pattern. Frames are copied as in any save. No file that exists is ever replaced, and the
+// document stays what it is but for the ID3v1 record, which each piece may get a version of.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "exchange/range_copy.h"
+#include "exchange/save_audio.h"
+#include "model/document.h"
+#include "platform/long_run.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+/// Bit of the setting `split_overlap` that switches the overlap on; the lower ones are seconds.
+constexpr unsigned split_overlap_on = 128;
+
+/// What a step of the run came to.
+enum class SplitResult : std::uint8_t {
+  more = 0,
+  finished = 1,
+  create_error = 2,  // the name can't be created, or exists
+  id3v2_error = 3,
+  write_error = 4,  // of the audio, or of what makes the file complete
+  xing_error = 5,   // the VBR/Info header could not be completed
+  id3v1_error = 6,
+};
+
+/// How many files a split would make: one more than there are cues behind the first part.
+std::uint16_t count_split_regions();
+
+class SplitRun : public LongRun {
+ public:
+  /// `folder`, with its "/", is where the files go; `first_number` is the first one's number.
+  SplitRun(std::string folder, std::uint16_t first_number);
+
+  /// Writes one region as a whole.
+  bool step() override;
+
+  /// Gives up between two regions: the files written so far are complete.
+  void cancel() override;
+
+  [[nodiscard]] int percent_done() const override;
+  [[nodiscard]] std::string progress_text() const override;  // "3 / 12"
+  [[nodiscard]] std::string report() const override { return report_; }
+
+  [[nodiscard]] SplitResult result() const { return result_; }
+  /// The words for a failure: "Create error!". Empty without one.
+  [[nodiscard]] std::string_view status() const;
+  /// The names of the files that are complete, in lines ended by CR LF.
+  [[nodiscard]] const std::string& log() const { return log_; }
+  [[nodiscard]] std::uint16_t split_total() const { return split_total_; }
+
+ private:
+  SplitResult next_region();
+  EditPosition find_region_end();
+  SplitResult save_region(EditPosition begin, EditPosition end);
+  SplitResult write_region(EditPosition begin, EditPosition end);
+  SplitResult write_front();
+  SplitResult write_audio();
+  SplitResult write_header();
+  SplitResult write_back();
+  SplitResult unless(std::error_code error, SplitResult failure);
+  void finish();
+
+  std::string path_;  // the folder, then the piece being written
+  std::uint16_t first_number_;
+  PartIndex split_region_part_ = 0;  // the part at which the region begins
+  PartIndex split_scan_ = 1;         // the next part to be tested for a cue
+  std::uint16_t split_done_ = 0;     // regions written
+  std::uint16_t split_total_;
+  std::uint32_t split_resyncs_ = 0;
+  FrameInfo shape_;  // of the VBR/Info frames: that of the stream at the start
+  RangeCopy copy_;
+  SplitResult result_ = SplitResult::more;
+  bool is_over_ = false;
+  std::string reason_;  // of a failure
+  std::string report_;
+  std::string log_;
+};
+
+/// Splits without a question, with the settings as they stand, into `folder`, or beside the audio
+/// with an empty one. The document counts as saved then.
+SaveOutcome split_unattended(const std::string& folder);
+
+}  // namespace corvelin

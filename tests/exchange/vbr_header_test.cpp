@@ -1,0 +1,115 @@
+// VBR/Info headers as written, byte by byte.
+#include "exchange/vbr_header.h"
+
+#include "exchange/settings.h"
+#include "support/core_test.h"
+
+namespace corvelin::test {
+namespace {
+
+class VbrHeaderTest : public CoreTest {
+ protected:
+  // Writes a header in front of `audio` and returns the whole file.
+  Bytes write(const Bytes& audio, std::uint32_t frame_count, const Bytes& before = {}) {
+    OutputFile target;
+    EXPECT_FALSE(target.create(folder.path("out")));
+    EXPECT_FALSE(target.write(before));
+    EXPECT_FALSE(write_vbr_frame(target, stream.current_frame));
+    EXPECT_FALSE(target.write(audio));
+    result = finish_vbr_header(target, before.size(), frame_count);
+    EXPECT_FALSE(target.close());
+    return read_file(folder.path("out"));
+  }
+
+  VbrHeaderResult result;
+};
+
+std::uint32_t number_at(const Bytes& bytes, std::size_t at) {
+  return static_cast<std::uint32_t>(bytes[at] << 24 | bytes[at + 1] << 16 | bytes[at + 2] << 8 |
+                                    bytes[at + 3]);
+}
+
+TEST_F(VbrHeaderTest, DescribesAVariableStream) {
+  Mp3Builder audio = Mp3Builder{}.shape({.has_crc = true, .copyright = true});
+  for (int i = 0; i < 100; ++i) audio.frame({.bitrate = 64}).frame({.bitrate = 320});
+  ASSERT_TRUE(
+      open("a.mp3", Mp3Builder{}.shape({.has_crc = true, .has_padding = true}).frames(5).bytes()));
+  stream.vbr = 1;
+  stream.xing_quality = 60;
+  std::copy_n("LAME3.100", 9, stream.encoder_tag.begin());
+  const Bytes file = write(audio.bytes(), 200, Bytes(300, 'x'));
+
+  const std::size_t frame = 300;
+  EXPECT_EQ(number_at(file, frame), 0xFFFB9000U);  // no CRC, no padding, 128 kbit/s
+  EXPECT_EQ(std::string(file.begin() + 336, file.begin() + 340), "Xing");
+  EXPECT_EQ(number_at(file, frame + 40), 15U);
+  EXPECT_EQ(number_at(file, frame + 44), 200U);
+  EXPECT_EQ(number_at(file, frame + 48), 417 + audio.size());
+  EXPECT_EQ(number_at(file, frame + 36 + 116), 60U);
+  EXPECT_EQ(std::string(file.begin() + 456, file.begin() + 465), "LAME3.100");
+  EXPECT_EQ(number_at(file, frame + 36 + 148), 417 + document.total_size);
+  // At half the time lie the header and 99 of the 100 frames before it: half of 208 and half of
+  // 1044 bytes.
+  const double place = (417 + 50 * 208 + 49 * 1044) / static_cast<double>(417 + audio.size()) * 256;
+  EXPECT_EQ(file[frame + 36 + 16 + 50], static_cast<int>(place + 0.5));
+  EXPECT_EQ(file[frame + 36 + 16], 0);
+  EXPECT_TRUE(result.is_complete);
+}
+
+TEST_F(VbrHeaderTest, DescribesAConstantStream) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(5).bytes()));
+  stream.xing_quality = 60;
+  std::copy_n("LAME", 4, stream.encoder_tag.begin());
+  settings.keep_lame = 0;
+  const Bytes file = write(Mp3Builder{}.frames(5).bytes(), 5);
+  EXPECT_EQ(std::string(file.begin() + 36, file.begin() + 40), "Info");
+  EXPECT_EQ(number_at(file, 40), 3U);
+  EXPECT_TRUE(
+      std::all_of(file.begin() + 52, file.begin() + 417, [](auto byte) { return byte == 0; }));
+}
+
+TEST_F(VbrHeaderTest, LeavesTheQualityOutWhenThereIsNone) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(5).bytes()));
+  const Bytes audio = Mp3Builder{}.frames(50).bytes();
+  stream.vbr = 1;
+  stream.xing_quality = 255;
+  EXPECT_EQ(number_at(write(audio, 50), 40), 7U);
+  stream.xing_quality = 10;
+  add_source_file(folder.file("b.mp3", audio));
+  EXPECT_EQ(number_at(write(audio, 50), 40),
+            7U);  // one encoder's quality says nothing of two files
+}
+
+TEST_F(VbrHeaderTest, GivesUpTheTableAtABadFrame) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(5).bytes()));
+  stream.vbr = 1;
+  stream.xing_quality = 255;
+  const Bytes file = write(Mp3Builder{}.frames(100).zeros(10).frames(100).bytes(), 200);
+  EXPECT_FALSE(result.is_complete);
+  EXPECT_EQ(number_at(file, 40), 3U);
+  EXPECT_EQ(number_at(file, 44), 200U);
+}
+
+// Frames of a low bitrate end before the header does; the audio behind must stay as it is.
+TEST_F(VbrHeaderTest, StaysInsideItsFrame) {
+  struct Row {
+    FrameShape shape;
+    std::size_t header_size;  // of the frame that was written
+  };
+  for (const Row& row :
+       {Row{{.bitrate = 48}, 156}, Row{{.version = 2, .bitrate = 8, .sample_rate = 16000}, 0},
+        Row{{.version = 2, .bitrate = 8, .sample_rate = 22050, .is_mono = true}, 0},
+        Row{{.version = 2, .bitrate = 8, .sample_rate = 16000, .is_mono = true}, 36}}) {
+    const Bytes audio = Mp3Builder{}.shape(row.shape).frames(9).bytes();
+    ASSERT_TRUE(open("a.mp3", audio));
+    std::copy_n("LAME", 4, stream.encoder_tag.begin());
+    const Bytes file = write(audio, 9);
+    ASSERT_EQ(file.size(), row.header_size + audio.size());
+    EXPECT_TRUE(
+        std::equal(audio.begin(), audio.end(), file.end() - static_cast<long>(audio.size())));
+    EXPECT_EQ(std::string(file.begin(), file.end()).find("LAME"), std::string::npos);
+  }
+}
+
+}  // namespace
+}  // namespace corvelin::test
