@@ -1,0 +1,312 @@
+// The clipboard's text, written and read.
+//
+// The first line is the marker, each other one a range: path, first audio, audio end, file
+// position, size, gain, cue flag, artist, title, with a tab behind each. Numbers are signed with 32
+// bits, texts UTF-8; lines are parted by CR LF.
+#include "edit/clipboard.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "document/open_state.h"
+#include "document/stream_match.h"
+#include "edit/cut_commands.h"
+#include "edit/places.h"
+#include "edit/undo.h"
+#include "model/cuts.h"
+#include "model/document.h"
+#include "model/selection.h"
+#include "platform/clipboard.h"
+#include "platform/message_box.h"
+#include "platform/path.h"
+#include "platform/text.h"
+#include "shell/ui_text.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr std::string_view marker = "[corvlparts]";
+constexpr std::string_view line_end = "\r\n";
+constexpr std::size_t block_size = 50000;  // bytes of a text, with a zero behind it
+constexpr std::size_t field_count = 9;     // of a range
+constexpr std::size_t longest_name = 500;  // UTF-16 code units
+
+// What would part fields or lines can't stand in a name.
+std::string name_field(std::u16string_view name) {
+  std::string text = wide_to_bytes(name, true);
+  std::ranges::replace_if(
+      text, [](char c) { return c == '\t' || c == '\r' || c == '\n' || c == '\0'; }, ' ');
+  return text;
+}
+
+std::int32_t number_field(std::uint32_t value) { return static_cast<std::int32_t>(value); }
+
+// False when the path can't be written.
+bool append_range(std::string& text, const Part& range) {
+  const SourceFile& file = document.files[range.part_file];
+  if (file.file_name.find('\t') != std::string::npos ||
+      file.file_name.find(line_end) != std::string::npos)
+    return false;
+  fmt::format_to(std::back_inserter(text), "{}{}\t{}\t{}\t{}\t{}\t{}\t{}\t{}\t{}\t", line_end,
+                 file.file_name, number_field(file.first_audio), number_field(file.audio_end),
+                 number_field(range.part_filepos), number_field(range.part_size),
+                 range.part_gainbeg, number_field(range.part_iscue), name_field(range.part_artist),
+                 name_field(range.part_title));
+  return true;
+}
+
+// The text of the selected ranges. Nothing when there are none and when they can't be put in one.
+std::optional<std::string> text_of_selection() {
+  const EditPosition begin = selection.sel_beg;
+  const EditPosition end = std::min(selection.sel_end, document.total_size);
+  if (begin >= end) return std::nullopt;
+  std::string text(marker);
+  for (PartIndex i = part_at(begin); i <= part_at(end); ++i) {
+    Part range = document.parts[i];
+    if (range.part_beg == end) break;
+    if (range.part_beg < begin) {  // what begins inside a part has neither its level nor its cue
+      const std::uint32_t left_out = begin - range.part_beg;
+      range.part_beg = begin;
+      range.part_filepos += left_out;
+      range.part_size -= left_out;
+      range.part_gainbeg = 0;
+      range.part_iscue = 0;
+    }
+    range.part_size = std::min(range.part_size, end - range.part_beg);
+    if (!append_range(text, range) || text.size() >= block_size) return std::nullopt;
+  }
+  return text;
+}
+
+struct PastedRange {
+  std::string_view path;
+  std::uint32_t first_audio = 0;  // of the file
+  std::uint32_t audio_end = 0;
+  std::uint32_t file_pos = 0;
+  std::uint32_t size = 0;
+  std::int16_t gain = 0;
+  bool is_cue = false;
+  std::string_view artist;
+  std::string_view title;
+};
+
+// Nothing when a field is missing.
+std::optional<PastedRange> parse_range(std::string_view line) {
+  std::array<std::string_view, field_count> fields;
+  for (std::string_view& field : fields) {
+    const std::size_t tab = line.find('\t');
+    if (tab == std::string_view::npos) return std::nullopt;
+    field = line.substr(0, tab);
+    line.remove_prefix(tab + 1);
+  }
+  const auto number = [&](std::size_t i) {
+    return static_cast<std::uint32_t>(leading_number(fields[i]));
+  };
+  return PastedRange{.path = fields[0],
+                     .first_audio = number(1),
+                     .audio_end = number(2),
+                     .file_pos = number(3),
+                     .size = number(4),
+                     .gain = static_cast<std::int16_t>(number(5)),
+                     .is_cue = number(6) != 0,
+                     .artist = fields[7],
+                     .title = fields[8]};
+}
+
+// The text ends at a zero, as it does for whoever wrote it.
+PasteResult fetch_text(std::string& text) {
+  switch (get_clipboard_text(text)) {
+    case ClipboardContent::no_text:
+      return PasteResult::no_text;
+    case ClipboardContent::unavailable:
+      return PasteResult::failed;
+    case ClipboardContent::unreadable:
+      return PasteResult::not_fetched;
+    case ClipboardContent::text:
+      break;
+  }
+  text.resize(std::min(text.find('\0'), text.size()));
+  return text.starts_with(marker) ? PasteResult::pasted : PasteResult::foreign_text;
+}
+
+// One paste: adds range behind range from the beginning of the selection on.
+class Paste {
+ public:
+  PasteResult run(std::string_view text) {
+    ensure_selection(selection.cursor);
+    if (selection.sel_beg < selection.sel_end)
+      removed_ = delete_range(selection.sel_beg, selection.sel_end);
+    place_ = selection.sel_beg;
+    selection.sel_title.clear();  // of a border that was restored: not one of the parts to come
+    selection.sel_artist.clear();
+    const PasteResult result = add_ranges(text);
+    if (result == PasteResult::pasted) {
+      selection.sel_end = place_;
+    } else {
+      give_up();
+    }
+    settle_places();  // the cursor stays where it is, but for what came under it
+    return result;
+  }
+
+ private:
+  PasteResult add_ranges(std::string_view text) {
+    std::size_t end = text.find(line_end);
+    if (end == std::string_view::npos) return PasteResult::no_first_line;
+    while (end != std::string_view::npos) {
+      text.remove_prefix(end + line_end.size());
+      end = text.find(line_end);
+      const auto range = parse_range(text.substr(0, end));
+      const PasteResult result = range ? add(*range) : PasteResult::failed;
+      if (result != PasteResult::pasted) return result;
+    }
+    return PasteResult::pasted;
+  }
+
+  PasteResult add(const PastedRange& range) {
+    if (extension_of(range.path).empty()) return PasteResult::failed;
+    if (has_extension(range.path, ".aac") != (stream.is_aac != 0)) return PasteResult::other_format;
+    const auto index = add_source_file(path_from_outside(range.path, ""));
+    if (!index || !take_bounds(document.files[*index], range)) return PasteResult::failed;
+
+    const auto frame = frame_at_begin(document.files[*index].handle, range.file_pos);
+    if (!frame) return PasteResult::failed;
+    if (!have_same_parameters(*frame, wanted_)) return PasteResult::other_parameters;
+    take_in_bitrate(*frame);
+    return add_as_part(*index, range) ? PasteResult::pasted : PasteResult::failed;
+  }
+
+  // A file that is new here gets the bounds that it had where the range comes from, as far as it
+  // goes. False for a range that the file, or a stream, doesn't have room for.
+  static bool take_bounds(SourceFile& file, const PastedRange& range) {
+    const std::uint64_t file_size = file.handle.facts().size;
+    const std::uint64_t range_end = std::uint64_t{range.file_pos} + range.size;
+    const std::uint64_t total = std::uint64_t{document.total_size} + range.size;
+    if (range.size == 0 || range_end > file_size || total > highest_position) return false;
+    if (file.audio_end != 0) return true;
+    const std::uint64_t audio_end = std::min<std::uint64_t>(range.audio_end, file_size);
+    if (range.first_audio >= audio_end) return false;
+    file.first_audio = range.first_audio;
+    file.audio_end = static_cast<std::uint32_t>(audio_end);
+    return true;
+  }
+
+  static std::optional<FrameInfo> frame_at_begin(const InputFile& file, std::uint32_t file_pos) {
+    FrameInfo frame;
+    std::array<std::uint8_t, header_size> head = {};
+    if (file.read_at(file_pos, head) < head.size()) return std::nullopt;
+    if (!decode_frame_header(frame, head)) return std::nullopt;
+    return frame;
+  }
+
+  bool add_as_part(std::uint16_t file, const PastedRange& range) {
+    delete_range(place_, place_);
+    const PartIndex index = add_part(place_, file, range.file_pos, range.size);
+    if (index == no_part) return false;
+    Part& part = document.parts[index];
+    part.part_gainbeg = range.gain;
+    part.part_iscue = range.is_cue ? 1 : 0;
+    part.part_artist = bytes_to_wide(range.artist, true).substr(0, longest_name);
+    part.part_title = bytes_to_wide(range.title, true).substr(0, longest_name);
+    place_ += range.size;
+    return true;
+  }
+
+  // The border that the removal of the selection left is restored as it is now. That brings the
+  // selected bytes back if no range was added yet and they were of one file; in any other case the
+  // undo step does.
+  void give_up() const {
+    selection.sel_end = selection.sel_beg;
+    if (removed_ != no_part) restore_border(removed_, place_);
+    remove_last_source_file();
+  }
+
+  FrameInfo wanted_ = stream_frame();
+  PartIndex removed_ = no_part;  // the part that followed the selection that was replaced
+  EditPosition place_ = 0;       // of the next range
+};
+
+std::string_view paste_failure(PasteResult result) {
+  switch (result) {
+    case PasteResult::other_parameters:
+      return ui_text(msg, 37);
+    case PasteResult::foreign_text:
+      return "No corvl part";
+    case PasteResult::no_text:
+      return "Wrong format";
+    case PasteResult::not_fetched:
+      return "Get failed";
+    case PasteResult::no_first_line:
+      return "Parse failed";
+    case PasteResult::other_format:
+      return "MP3 / AAC";
+    case PasteResult::pasted:
+    case PasteResult::failed:
+      break;
+  }
+  return "Unknown problem";
+}
+
+// False, for a command that was refused.
+bool refuse(std::string_view caption, std::string_view text, BoxIcon icon) {
+  show_message_box({.caption = std::string(caption), .text = std::string(text), .icon = icon});
+  return false;
+}
+
+bool has_range() { return selection.sel_beg < selection.sel_end; }
+
+bool copy_or_refuse() {
+  return copy_to_clipboard() || refuse(ui_text(msg, 6), ui_text(msg, 8), BoxIcon::warning);
+}
+
+}  // namespace
+
+bool copy_to_clipboard() {
+  const std::optional<std::string> text = text_of_selection();
+  const bool is_set = set_clipboard_text(text.value_or(""));
+  return text && is_set;
+}
+
+PasteResult paste_from_clipboard() {
+  std::string text;
+  const PasteResult fetched = fetch_text(text);
+  return fetched == PasteResult::pasted ? Paste().run(text) : fetched;
+}
+
+bool copy() {
+  if (!has_range()) {
+    selection.sel_beg = 0;
+    selection.sel_end = document.total_size;
+  }
+  return copy_or_refuse();
+}
+
+bool cut_clipboard() {
+  undo_push(true, ui_text(men, 30));
+  if (!has_range()) return refuse(ui_text(msg, 8), ui_text(msg, 20), BoxIcon::error);
+  if (!copy_or_refuse()) return false;
+  const std::uint32_t size = document.total_size;
+  cut_or_cue(true);
+  return document.total_size != size;
+}
+
+bool paste() {
+  undo_push(true, ui_text(men, 32));
+  const PasteResult result = paste_from_clipboard();
+  if (result != PasteResult::pasted)
+    return refuse(ui_text(dlg, 83), paste_failure(result), BoxIcon::warning);
+  open_state.document_modified = true;
+  name_parts_from_files();
+  return true;
+}
+
+}  // namespace corvelin

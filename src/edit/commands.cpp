@@ -1,0 +1,235 @@
+// The dispatcher, and the small commands.
+#include "edit/commands.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "document/open_dialog.h"
+#include "document/open_document.h"
+#include "document/open_state.h"
+#include "edit/auto_crop.h"
+#include "edit/clipboard.h"
+#include "edit/cue_commands.h"
+#include "edit/cut_commands.h"
+#include "edit/mute_cut.h"
+#include "edit/navigation.h"
+#include "edit/resync_check.h"
+#include "edit/selection_commands.h"
+#include "edit/trim_commands.h"
+#include "edit/undo.h"
+#include "exchange/cue_sheet.h"
+#include "exchange/refusals.h"
+#include "exchange/save_audio.h"
+#include "exchange/save_project.h"
+#include "exchange/settings.h"
+#include "model/document.h"
+#include "model/selection.h"
+#include "platform/bytes.h"
+#include "platform/close_request.h"
+#include "platform/file.h"
+#include "platform/message_box.h"
+#include "platform/text.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+namespace {
+
+template <auto Setting>
+void toggle() {
+  settings.*Setting = settings.*Setting == 0 ? 1 : 0;
+}
+
+template <std::uint16_t Bit>
+void toggle_keep_date() {
+  settings.keep_date = static_cast<std::uint16_t>(settings.keep_date ^ Bit);
+}
+
+constexpr auto toggle_use_mpglib = toggle<&Settings::use_mpglib>;
+constexpr auto toggle_keep_id3v2 = toggle<&Settings::keep_id3v2>;
+constexpr auto toggle_big_timer = toggle<&Settings::big_timer>;
+constexpr auto toggle_show_milisec = toggle<&Settings::show_milisec>;
+constexpr auto toggle_db_scale = toggle<&Settings::db_scale>;
+constexpr auto toggle_margin = toggle<&Settings::margin>;
+constexpr auto toggle_bitrate_graph = toggle<&Settings::bitrate_graph>;
+constexpr auto toggle_big_relative = toggle<&Settings::big_relative>;
+constexpr auto toggle_use_toc = toggle<&Settings::use_toc>;
+constexpr auto toggle_time_marks = toggle<&Settings::time_marks>;
+constexpr auto toggle_map_names = toggle<&Settings::map_names>;
+constexpr auto toggle_big_total = toggle<&Settings::big_total>;
+constexpr auto toggle_keep_date_of_source = toggle_keep_date<1>;
+constexpr auto toggle_keep_date_on_new = toggle_keep_date<2>;
+
+void toggle_save_id3v1() {
+  toggle<&Settings::save_id3v1>();
+  open_state.keep_id3v1 = settings.save_id3v1 != 0 && stands_at(stream.id3v1, 0, "TAG");
+}
+
+void change_volume(int step) {
+  settings.volume = static_cast<std::uint16_t>(std::clamp(settings.volume + step, 0, 100));
+}
+
+void volume_up() { change_volume(4); }
+void volume_down() { change_volume(-4); }
+
+constexpr std::uint16_t graph_step = 20;  // per cent
+
+void graph_higher() {
+  if (settings.graph_level < 200)
+    settings.graph_level = static_cast<std::uint16_t>(settings.graph_level + graph_step);
+}
+
+void graph_lower() {
+  if (settings.graph_level >= graph_step)
+    settings.graph_level = static_cast<std::uint16_t>(settings.graph_level - graph_step);
+}
+
+void graph_default() { settings.graph_level = 100; }
+
+// Operations whose own form takes arguments or answers.
+void cut_or_cue() { corvelin::cut_or_cue(false); }
+void move_cue_left() { move_cue(CueMove::left); }
+void move_cue_right() { move_cue(CueMove::right); }
+void cut_clipboard_command() { cut_clipboard(); }
+void copy_command() { copy(); }
+void paste_command() { paste(); }
+
+void open_by_dialog() {
+  if (confirm_discard_changes()) open_file_dialog();
+}
+
+void close() {
+  if (confirm_discard_changes()) close_all();
+}
+
+void save_complete() { save_audio(); }
+void save_selected() { save_selection(); }
+void save_project_or_sheet() { save_project(false, false); }
+void save_project_as() { save_project(true, false); }
+void exit_program() { request_close(); }
+void undo() { undo_pop(); }
+
+void load_cue_sheet_over_audio() {
+  choose_and_load_cue_sheet([] { undo_push(true, ui_text(men, 45)); });
+}
+
+bool has_texts() {
+  const auto is_named = [](const Part& part) {
+    return !part.part_title.empty() || !part.part_artist.empty();
+  };
+  return std::ranges::any_of(document.parts, is_named) || !document.sheet_title.empty() ||
+         !document.sheet_artist.empty();
+}
+
+// Reads all names back to bytes in the encoding that they were taken for, and those bytes in the
+// other.
+void convert_texts(bool to_utf8) {
+  const auto convert = [to_utf8](std::u16string& text) {
+    text = bytes_to_wide(wide_to_bytes(text, !to_utf8), to_utf8);
+  };
+  for (Part& part : document.parts) {
+    convert(part.part_title);
+    convert(part.part_artist);
+  }
+  convert(document.sheet_title);
+  convert(document.sheet_artist);
+}
+
+void set_encoding(bool to_utf8) {
+  if (settings.char_enc == (to_utf8 ? 1 : 0)) return;
+  settings.char_enc = to_utf8 ? 1 : 0;
+  if (!has_texts()) return;
+  std::string caption(ui_text(men, 74));
+  std::erase(caption, '&');
+  const BoxAnswer answer = show_message_box({.caption = caption,
+                                             .text = std::string(ui_text(msg, 46)),
+                                             .icon = BoxIcon::question,
+                                             .buttons = BoxButtons::yes_no,
+                                             .default_answer = BoxAnswer::yes});
+  if (answer != BoxAnswer::yes) return;
+  undo_push(true, ui_text(men, 74));
+  convert_texts(to_utf8);
+}
+
+void text_is_ansi() { set_encoding(false); }
+void text_is_utf8() { set_encoding(true); }
+
+#define COMMAND(id, section, row, keys, needs, stop, name, operation) \
+  {id, name, section, row, keys, CommandNeeds::needs, StopRule::stop, operation},
+#define LATER(id, section, row, keys, needs, stop, name) \
+  {id, name, section, row, keys, CommandNeeds::needs, StopRule::stop, nullptr},
+constexpr Command table[] = {
+#include "edit/command_table.inc"
+};
+#undef COMMAND
+#undef LATER
+
+// Opens an entry of the recent list. When that fails, all entries whose files are gone leave the
+// list.
+void open_recent(std::size_t index) {
+  if (index >= settings.file_recent.size() || !ensure_stopped() || !confirm_discard_changes())
+    return;
+  const std::string path = settings.file_recent[index];
+  close_all();
+  reset_state(ResetLevel::new_stream);
+  open_state.audio_name = path;
+  if (open_document()) return;
+  close_all();
+  std::erase_if(settings.file_recent,
+                [](const std::string& name) { return static_cast<bool>(InputFile().open(name)); });
+}
+
+void go_to_part(std::size_t index) {
+  if (index >= document.parts.size()) return;
+  document.current_part = static_cast<PartIndex>(index);
+  seek_to(document.parts[index].part_beg);
+}
+
+DispatchResult run(const Command& command) {
+  if (command.needs == CommandNeeds::document && document.parts.empty())
+    return DispatchResult::no_document;
+  if (command.stop == StopRule::not_playing && audio_activity.is_playing)
+    return DispatchResult::not_now;
+  if (command.stop == StopRule::stopped && !ensure_stopped()) return DispatchResult::done;
+  if (command.run == nullptr) {
+    show_refusal("This command is not available yet.");
+    return DispatchResult::missing;
+  }
+  command.run();
+  return DispatchResult::done;
+}
+
+}  // namespace
+
+AudioActivity audio_activity;
+
+std::span<const Command> command_table() { return table; }
+
+DispatchResult dispatch_command(CommandId id) {
+  if (id >= first_recent_command && id <= last_recent_command) {
+    open_recent(id - std::size_t{first_recent_command});
+    return DispatchResult::done;
+  }
+  if (id >= first_part_command && id <= last_part_command) {
+    if (document.parts.empty()) return DispatchResult::no_document;
+    go_to_part(id - std::size_t{first_part_command});
+    return DispatchResult::done;
+  }
+  const auto* const command = std::ranges::find(table, id, &Command::id);
+  return command == std::end(table) ? DispatchResult::unknown : run(*command);
+}
+
+std::optional<CommandId> find_command(std::string_view name) {
+  const auto* const command = std::ranges::find(table, name, &Command::name);
+  if (command == std::end(table)) return std::nullopt;
+  return command->id;
+}
+
+bool ensure_stopped() {
+  if (!audio_activity.is_playing && !audio_activity.is_recording_armed) return true;
+  show_refusal(ui_text(msg, 17));
+  return false;
+}
+
+}  // namespace corvelin

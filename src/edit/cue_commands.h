@@ -1,0 +1,23 @@
+// The commands that set and clear cue flags: where a track starts in a cue sheet and in a split
+// save.
+#pragma once
+
+namespace corvelin {
+
+/// Makes cues at both ends of the selected range and clears the selection. Nothing without a range;
+/// an end for which the table has no room is left out.
+void cues_at_selection_ends();
+
+// Sets or clears the flag of each part that starts in the selection, both ends included, or of all
+// parts without a selection.
+void set_cue_flags();
+void remove_cue_flags();
+
+/// Sets the flag of each edit point that neither a gap nor a level makes, and clears it of all
+/// others but the first part.
+void cue_pure_splits();
+
+/// Turns the flag of the current part over. Takes no undo step.
+void toggle_cue();
+
+}  // namespace corvelin

@@ -1,0 +1,20 @@
+// What the menus show of the document, as data that any shell can show: the entries of the List
+// menu, and which commands are grey.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "edit/commands.h"
+
+namespace corvelin {
+
+/// The entries of the List menu, with the commands from `first_part_command` on: number, time, kind
+/// and title of each of the first 60 parts.
+std::vector<std::string> part_list();
+
+/// Whether the menu entry of a command is live. Keys don't ask: they run into the checks of the
+/// command.
+bool is_command_enabled(CommandId id);
+
+}  // namespace corvelin

@@ -1,0 +1,58 @@
+// The dip around a cut.
+#include "edit/mute_cut.h"
+
+#include <cstdint>
+
+#include "document/open_state.h"
+#include "edit/undo.h"
+#include "model/cuts.h"
+#include "model/document.h"
+#include "model/frame_locator.h"
+#include "model/selection.h"
+#include "shell/ui_text.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr std::int16_t bottom_gain = -32;  // steps of 1.5 dB
+
+bool can_mute() {
+  return stream.current_frame.layer == 3 && stream.is_aac == 0 && document.current_part != 0 &&
+         has_gap(document.current_part);
+}
+
+// Makes a border at the cursor and gives its part a title that shows which way the level goes.
+void mark_slope(const char16_t* title) {
+  const PartIndex made = delete_range(selection.cursor, selection.cursor);
+  if (made >= part_count()) return;
+  document.current_part = made;
+  document.parts[made].part_title = title;
+}
+
+void seek_next_frame() {
+  constexpr std::uint32_t short_of_it = 5;  // bytes: the seek lands on the next frame all the same
+  seek_to(selection.cursor + stream.current_frame.frame_length - short_of_it);
+}
+
+}  // namespace
+
+void mute_cut() {
+  if (!can_mute()) return;
+  undo_push(true, ui_text(men, 47));
+  const EditPosition remembered = selection.cursor;
+  // The dip is made where the cursor stands, which need not be the part that was clicked.
+  document.current_part = part_at(selection.cursor);
+  Part& part = document.parts[document.current_part];
+  part.part_gainbeg = bottom_gain;
+
+  seek_to(frame_before(part.part_beg));
+  mark_slope(u"\\/");
+  for (int i = 0; i < 3; ++i) seek_next_frame();
+  mark_slope(u"/\\");
+  open_state.document_modified = true;
+  selection.cursor = remembered;
+}
+
+}  // namespace corvelin

@@ -1,0 +1,11 @@
+// Mute cut: a short dip of the level around a cut, for one that clicks.
+#pragma once
+
+namespace corvelin {
+
+/// Lets the level fall to -48 dB within the frame in front of the cut and climb back over the
+/// frames behind it. Nothing without a real cut at the current part's start, and in streams whose
+/// level can't be changed.
+void mute_cut();
+
+}  // namespace corvelin

@@ -1,0 +1,87 @@
+// Moving the cursor.
+#include "edit/navigation.h"
+
+#include <cstdint>
+
+#include "exchange/settings.h"
+#include "model/document.h"
+#include "model/frame_locator.h"
+#include "model/selection.h"
+#include "platform/numbers.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+namespace {
+
+// Whole bytes of a number of average frames.
+std::uint32_t average_frames(std::uint32_t count) {
+  return whole_part(double{stream.avg_frame_size} * count, highest_position);
+}
+
+void step_back(std::uint32_t bytes) {
+  const EditPosition from = play_position();
+  seek_to(bytes >= from ? 0 : from - bytes);
+}
+
+void step_forward(std::uint32_t bytes) {
+  const EditPosition from = play_position();
+  const bool is_inside = bytes < document.total_size && from < document.total_size - bytes;
+  seek_to(is_inside ? from + bytes : document.total_size);
+}
+
+}  // namespace
+
+// A step back goes one frame further than one forward: the seek then comes forward to the next
+// frame.
+void skip_back_small() { step_back(average_frames(settings.frameskiplo + 1u)); }
+void skip_back_large() { step_back(average_frames(settings.frameskiphi + 1u)); }
+void skip_forward_small() { step_forward(average_frames(settings.frameskiplo)); }
+void skip_forward_large() { step_forward(average_frames(settings.frameskiphi)); }
+
+void frame_back() {
+  seek_to(frame_before(selection.cursor));
+  if (selection.cursor != document.total_size) return;
+  const std::uint32_t two_frames = average_frames(2);
+  seek_to(two_frames < document.total_size ? document.total_size - two_frames : 0);
+}
+
+void frame_forward() {
+  constexpr std::uint32_t short_of_it = 5;  // bytes: the seek lands on the next frame all the same
+  const std::uint32_t length = stream.current_frame.frame_length;
+  step_forward(length > short_of_it ? length - short_of_it : 0);
+}
+
+void rewind() { seek_to(0); }
+
+void go_to_track_end() { seek_to(document.total_size); }
+
+void go_to_selection_begin() {
+  if (selection.sel_beg != no_position) seek_to(selection.sel_beg);
+}
+
+void go_to_selection_end() {
+  if (selection.sel_end != no_position) seek_to(selection.sel_end);
+}
+
+void go_to_previous_range() {
+  const bool is_at_start = selection.cursor == document.parts[document.current_part].part_beg;
+  if (is_at_start && document.current_part > 0) --document.current_part;
+  seek_to(document.parts[document.current_part].part_beg);
+}
+
+void go_to_next_range() {
+  const bool is_at_end = selection.cursor == part_end(document.current_part);
+  if (is_at_end && document.current_part + 1 < part_count()) ++document.current_part;
+  seek_to(part_end(document.current_part));
+}
+
+void zoom_in() {
+  if (settings.zoom < 32) settings.zoom = static_cast<std::uint16_t>(settings.zoom * 2);
+}
+
+void zoom_out() {
+  if (settings.zoom > 1) settings.zoom = static_cast<std::uint16_t>(settings.zoom / 2);
+}
+
+}  // namespace corvelin

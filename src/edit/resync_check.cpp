@@ -1,0 +1,71 @@
+// The walk that looks for re-syncs.
+#include "edit/resync_check.h"
+
+#include <fmt/format.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "document/open_state.h"
+#include "edit/places.h"
+#include "edit/undo.h"
+#include "model/cuts.h"
+#include "model/document.h"
+#include "model/frame_locator.h"
+#include "model/frame_reader.h"
+#include "model/selection.h"
+#include "platform/message_box.h"
+#include "platform/text.h"
+#include "shell/ui_text.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr std::uint32_t most_frames_a_read = 999;
+
+// Marks the frame behind the one that the reader found again. False when it lies outside the range
+// or there is no room for a cue.
+bool mark_resync(EditPosition pos, EditPosition end, int number) {
+  const EditPosition behind = pos + stream.current_frame.frame_length;
+  const EditPosition frame = scan_forward(part_at(behind), behind);
+  if (frame >= end) return false;
+  const PartIndex made = delete_range(frame, frame);
+  if (made >= part_count()) return false;
+  selection.sel_title = bytes_to_wide(fmt::format("Re-sync {}", number), true);
+  take_stashed_part_texts(made);
+  document.parts[made].part_iscue = 1;
+  open_state.document_modified = true;
+  return true;
+}
+
+int mark_resyncs(EditPosition pos, EditPosition end) {
+  std::vector<std::uint8_t> buffer(200000);
+  int count = 0;
+  while (pos < end && end - pos > 2) {
+    resync_count = 0;
+    PartIndex part = part_at(pos);
+    read_frames(buffer, most_frames_a_read, pos, part, nullptr, end);
+    if (resync_count == 0 || pos >= end) continue;
+    if (!mark_resync(pos, end, count + 1)) break;
+    ++count;
+  }
+  return count;
+}
+
+}  // namespace
+
+void check_resyncs() {
+  undo_push(true, ui_text(men, 29));
+  const bool has_range = has_selection() && selection.sel_beg != selection.sel_end;
+  const EditPosition begin = has_range ? selection.sel_beg : 0;
+  const EditPosition end = has_range ? selection.sel_end : document.total_size;
+  const int count = mark_resyncs(begin, end);
+  show_message_box({.caption = menu_text_plain(ui_text(men, 29)),
+                    .text = fmt::format("{} Re-sync(s)", count),
+                    .icon = BoxIcon::information});
+}
+
+}  // namespace corvelin

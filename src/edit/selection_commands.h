@@ -1,0 +1,42 @@
+// The commands that set and move the selection. Each takes a selection-only undo step first.
+// Positions from the user's side have passed through the frame locator.
+#pragma once
+
+#include "model/document.h"
+
+namespace corvelin {
+
+void set_begin();  // of the selection, at the place of the listener
+void set_end();
+void select_all();
+void select_current_part();
+void remove_selection();
+void select_to_start();  // from the stream's start to the cursor
+void select_to_end();    // from the cursor to the stream's end
+
+// Moving by one frame, of a point at the cursor when there is no selection.
+void move_begin_left();
+void move_begin_right();
+void move_end_left();
+void move_end_right();
+void move_selection_left();
+void move_selection_right();
+
+/// The input focus came to the selection's field: without a selection it becomes a point at the
+/// listener's place, so that there are times to edit. Takes no undo step.
+void begin_selection_for_field();
+
+/// What is held while the mouse selects.
+struct MouseButtons {
+  bool left = false;
+  bool right = false;
+  bool shift = false;
+  bool ctrl = false;
+};
+
+/// A press in the graph, or a move with a button held, at the frame start `pos`. The setting
+/// `mouse_method` tells whether the buttons stand for the two ends, or the left one begins anew and
+/// everything else moves the nearer end. With Ctrl the cursor goes there and that is all.
+void mouse_select(EditPosition pos, MouseButtons buttons, bool is_press);
+
+}  // namespace corvelin

@@ -1,0 +1,96 @@
+// Reading of the time fields.
+#include "edit/time_fields.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <optional>
+
+#include "edit/undo.h"
+#include "model/frame_locator.h"
+#include "model/selection.h"
+#include "platform/numbers.h"
+#include "platform/text.h"
+#include "shell/ui_text.h"
+#include "stream/time_mapping.h"
+
+namespace corvelin {
+
+namespace {
+
+// Moves `text` behind the first `mark`. False when there is none.
+bool skip_behind(std::string_view& text, std::string_view mark) {
+  const std::size_t found = text.find(mark);
+  if (found == std::string_view::npos) return false;
+  text.remove_prefix(found + mark.size());
+  return true;
+}
+
+bool differ_by_more(std::int64_t a, std::int64_t b, std::int64_t limit) {
+  return std::abs(a - b) > limit;
+}
+
+// The place that stands for `percent` of the stream.
+std::uint32_t place_of(double percent) {
+  return whole_part(percent * document.total_size / 100, highest_position);
+}
+
+std::optional<std::uint32_t> typed_percentage(std::string_view text) {
+  if (!skip_behind(text, "(") || text.find('%') == std::string_view::npos) return std::nullopt;
+  return place_of(leading_decimal(text));
+}
+
+// The three times of the selection's field, in bytes on the time scale.
+struct TypedSelection {
+  std::uint32_t begin;
+  std::uint32_t end;
+  std::uint32_t length;
+};
+
+std::optional<TypedSelection> typed_selection(std::string_view text) {
+  if (!skip_behind(text, ui_text(win, 22))) return std::nullopt;
+  TypedSelection typed = {};
+  typed.begin = parse_time(text, ' ');
+  if (!skip_behind(text, "-")) return std::nullopt;
+  typed.end = parse_time(text, ' ');
+  if (!skip_behind(text, "(")) return std::nullopt;
+  typed.length = parse_time(text, ')');
+  return typed;
+}
+
+}  // namespace
+
+void apply_now_field(std::string_view text) {
+  constexpr std::size_t longest = 120;  // characters
+  constexpr std::size_t least = 5;
+  constexpr std::int64_t rounding = 1999;  // bytes: a time this near was not changed
+  text = cut_to_units(text, longest);
+  if (text.size() < least || !skip_behind(text, ui_text(win, 21))) return;
+  text.remove_prefix(text.empty() ? 0 : 1);
+  std::optional<std::uint32_t> place = parse_time(text, ' ');
+  if (!differ_by_more(*place, selection.cursor, rounding)) place = typed_percentage(text);
+  if (place) seek_to(from_time_scale(*place));
+}
+
+void apply_selection_field(std::string_view text) {
+  constexpr std::size_t longest = 160;            // characters
+  constexpr std::int64_t rounding = 50;           // bytes
+  constexpr std::int64_t length_rounding = 1792;  // bytes
+  const auto typed = typed_selection(cut_to_units(text, longest));
+  if (!typed) return;
+  undo_push(false, ui_text(win, 22));
+  const auto frame_at_time = [](std::int64_t scaled) {
+    return frame_at(from_time_scale(static_cast<std::uint32_t>(scaled)));
+  };
+
+  const std::int64_t new_end = std::int64_t{typed->begin} + typed->length;
+  const bool length_changed =
+      differ_by_more(std::int64_t{to_time_scale(selection.sel_beg)} + typed->length,
+                     to_time_scale(selection.sel_end), length_rounding);
+  if (length_changed) set_sel_end(frame_at_time(new_end));
+  if (differ_by_more(typed->begin, to_time_scale(selection.sel_beg), rounding))
+    set_sel_begin(frame_at_time(typed->begin));
+  if (!length_changed && differ_by_more(typed->end, to_time_scale(selection.sel_end), rounding))
+    set_sel_end(frame_at_time(typed->end));
+}
+
+}  // namespace corvelin

@@ -1,0 +1,76 @@
+// The undo stack.
+#include "edit/undo.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "document/open_state.h"
+#include "edit/places.h"
+#include "exchange/project_file.h"
+#include "exchange/settings.h"
+#include "model/selection.h"
+#include "platform/text.h"
+#include "shell/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr std::size_t most_entries = 50;
+
+std::size_t entry_limit() { return std::min<std::size_t>(settings.max_undo, most_entries); }
+
+// A label has room for 29 characters in the menu, and one whose menu text is long ends in dots
+// after 24.
+std::string undo_label(std::string_view menu_text) {
+  constexpr std::size_t most_characters = 29;
+  constexpr std::size_t kept_of_long_ones = 24;
+  const std::u16string plain = bytes_to_wide(menu_text_plain(menu_text), true);
+  std::u16string label = plain.substr(0, most_characters);
+  const bool is_long = bytes_to_wide(menu_text, true).size() > kept_of_long_ones;
+  if (is_long && label.size() >= kept_of_long_ones)
+    label = label.substr(0, kept_of_long_ones) + u"...";
+  return wide_to_bytes(label, true);
+}
+
+// The stack outlives the document for as long as it takes to read it back.
+bool restore(const std::string& snapshot) {
+  close_document();
+  if (!parse_project(snapshot)) {
+    if (document.parts.empty()) close_document();
+    return false;
+  }
+  name_parts_from_files();
+  open_state.document_modified = true;
+  return true;
+}
+
+}  // namespace
+
+std::vector<UndoEntry> undo_stack;
+
+void undo_push(bool with_snapshot, std::string_view label) {
+  if (entry_limit() == 0) return;
+  UndoEntry entry = {.undo_sel_beg = selection.sel_beg,
+                     .undo_sel_end = selection.sel_end,
+                     .undo_snapshot = std::nullopt,
+                     .undo_label = undo_label(label)};
+  if (with_snapshot) entry.undo_snapshot = project_text();
+  if (undo_stack.size() >= entry_limit()) undo_stack.resize(entry_limit() - 1);
+  undo_stack.insert(undo_stack.begin(), std::move(entry));
+}
+
+bool undo_pop() {
+  if (entry_limit() == 0 || undo_stack.empty()) return false;
+  const UndoEntry entry = std::move(undo_stack.front());
+  undo_stack.erase(undo_stack.begin());
+  if (entry.undo_snapshot && !restore(*entry.undo_snapshot)) return false;
+  selection.sel_beg = entry.undo_sel_beg;
+  selection.sel_end = entry.undo_sel_end;
+  settle_places();  // a trim, which takes no step of its own, may have moved the frames
+  return true;
+}
+
+void undo_clear() { undo_stack.clear(); }
+
+}  // namespace corvelin

@@ -1,0 +1,115 @@
+// The command table and its dispatcher.
+#include "edit/commands.h"
+
+#include <set>
+
+#include "edit/menu_state.h"
+#include "exchange/settings.h"
+#include "model/cuts.h"
+#include "model/selection.h"
+#include "support/core_test.h"
+
+namespace corvelin::test {
+namespace {
+
+class Commands : public CoreTest {
+ protected:
+  ~Commands() override { audio_activity = {}; }
+};
+
+TEST_F(Commands, IdsNamesAndKeysStandOnce) {
+  std::set<CommandId> ids;
+  std::set<std::string_view> names;
+  std::set<std::string> keys;
+  for (const Command& command : command_table()) {
+    EXPECT_TRUE(ids.insert(command.id).second) << command.id;
+    EXPECT_TRUE(names.insert(command.name).second) << command.name;
+    EXPECT_TRUE(command.row == no_row || !label_text(command.section, command.row).empty())
+        << command.id;
+    std::string_view rest = command.keys;
+    while (!rest.empty()) {
+      const std::size_t end = std::min(rest.find(", ", 1), rest.size());
+      EXPECT_TRUE(keys.insert(std::string(rest.substr(0, end))).second) << rest;
+      rest.remove_prefix(std::min(end + 2, rest.size()));
+    }
+  }
+  EXPECT_EQ(ids.size(), 117U);
+}
+
+TEST_F(Commands, ChecksStandInFront) {
+  EXPECT_EQ(dispatch_command(152), DispatchResult::no_document);
+  EXPECT_EQ(dispatch_command(1051), DispatchResult::done);
+  EXPECT_EQ(settings.big_timer, 0U);
+  EXPECT_EQ(dispatch_command(999), DispatchResult::unknown);
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(50).bytes()));
+  EXPECT_EQ(dispatch_command(1019), DispatchResult::missing);
+  EXPECT_EQ(host.boxes.size(), 1U);
+  audio_activity.is_playing = true;
+  EXPECT_EQ(dispatch_command(168), DispatchResult::not_now);
+  EXPECT_EQ(dispatch_command(1011), DispatchResult::done);
+  EXPECT_EQ(host.boxes.back().text, "Please stop play/rec first.");
+  EXPECT_EQ(file_count(), 1);
+  audio_activity.is_playing = false;
+  open_state.document_modified = true;
+  EXPECT_EQ(dispatch_command(1011), DispatchResult::done);  // the question is answered by Cancel
+  EXPECT_EQ(file_count(), 1);
+  host.answers = {BoxAnswer::no};
+  dispatch_command(1011);
+  EXPECT_EQ(file_count(), 0);
+}
+
+TEST_F(Commands, SmallStepsKeepTheirLimits) {
+  for (int i = 0; i < 9; ++i) {
+    dispatch_command(1061);
+    dispatch_command(214);
+  }
+  EXPECT_EQ(settings.graph_level, 200);
+  EXPECT_EQ(settings.volume, 100);
+  for (int i = 0; i < 30; ++i) {
+    dispatch_command(1062);
+    dispatch_command(215);
+  }
+  EXPECT_EQ(settings.graph_level, 0);
+  EXPECT_EQ(settings.volume, 0);
+}
+
+TEST_F(Commands, TextsChangeTheirEncodingOnWish) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(50).bytes()));
+  document.parts[0].part_title = u"M\u00FCller";
+  dispatch_command(1075);
+  EXPECT_EQ(host.boxes.back().caption, "Character encoding");
+  EXPECT_EQ(document.parts[0].part_title, u"M\u00C3\u00BCller");
+  dispatch_command(1076);
+  EXPECT_EQ(document.parts[0].part_title, u"M\u00FCller");
+}
+
+TEST_F(Commands, PartListTellsTimeKindAndTitle) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(1000).bytes()));
+  delete_range(400 * 417, 500 * 417);
+  split_at(600 * 417);
+  document.parts[1].part_iscue = 1;
+  document.parts[1].part_title = std::u16string(70, 'A');
+  document.parts[2].part_gainbeg = 3;
+  EXPECT_EQ(part_list(), (std::vector<std::string>{"01  (0'00)  Cue\t",
+                                                   "02  (0'10)  Cue Cut\t " + std::string(50, 'A'),
+                                                   "03  (0'15)  Level\t"}));
+  dispatch_command(1202);
+  EXPECT_EQ(selection.cursor, 600U * 417);
+  EXPECT_EQ(document.current_part, 2);
+  dispatch_command(1203);
+  EXPECT_EQ(document.current_part, 2);
+  EXPECT_TRUE(is_command_enabled(1021));
+  EXPECT_FALSE(is_command_enabled(1022));
+}
+
+TEST_F(Commands, DeadRecentFilesGoWhenOneFails) {
+  const std::string good = folder.file("a.mp3", Mp3Builder{}.frames(50).bytes());
+  settings.file_recent = {folder.path("x.mp3"), good, folder.path("y.mp3")};
+  dispatch_command(1100);
+  EXPECT_EQ(settings.file_recent, std::vector<std::string>{good});
+  dispatch_command(1100);
+  EXPECT_EQ(file_count(), 1);
+}
+
+}  // namespace
+}  // namespace corvelin::test
