@@ -1,0 +1,44 @@
+// The dialog "File info": a summary of the stream, the ID3v1 tag, the header bits to be written and
+// what a save keeps. The summary is a list of lines for whoever shows it; the rest is a record that
+// a host shows and edits, and closing it without `accept` changes nothing.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "exchange/id3v1.h"
+#include "model/document.h"
+
+namespace corvelin {
+
+struct InfoLine {
+  std::string label;  // as the text table has it, with its colon
+  std::string value;
+};
+
+/// The summary, with `pos` as the current position: the cursor, or where the listener is. The line
+/// of an APE tag is there only with one. Empty without a document.
+std::vector<InfoLine> file_info_lines(EditPosition pos);
+
+struct FileInfoDialog {
+  TagDialog tag;
+  bool rewrite_header = false;  // the box "Modify bits"; without it the three bits mean nothing
+  bool rewrite_copyright = false;
+  bool rewrite_original = false;
+  bool rewrite_private = false;
+  bool write_xing = false;
+  bool keep_info = false;
+  bool keep_lame = false;
+  bool keep_id3v2 = false;
+  bool can_edit_boxes = true;  // AAC has no such header, and the rest is not for it
+
+  /// Takes the values of the document and the settings.
+  void begin();
+
+  [[nodiscard]] bool can_edit_bits() const { return rewrite_header && can_edit_boxes; }
+
+  /// Writes the values back. The bits take effect in the frames when they are saved.
+  void accept() const;
+};
+
+}  // namespace corvelin

@@ -1,0 +1,34 @@
+// The dialog "Names and part properties": the texts and the cue flag of the current part, and the
+// texts of the album. A record that a host shows and edits; closing it without `accept` changes
+// nothing.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "model/document.h"
+
+namespace corvelin {
+
+struct NamesDialog {
+  /// Most characters of each text.
+  static constexpr std::size_t text_limit = 400;
+
+  PartIndex part = 0;  // fixed when the dialog begins
+  std::u16string part_artist;
+  std::u16string part_title;
+  bool part_iscue = false;
+  std::u16string sheet_artist;
+  std::u16string sheet_title;
+
+  /// Takes the values of the current part. A document is open.
+  void begin();
+
+  /// The title of the part's group: "Part #3".
+  [[nodiscard]] std::string group_title() const;
+
+  /// Takes an undo step and writes the values to the document. An empty text means none.
+  void accept() const;
+};
+
+}  // namespace corvelin

@@ -1,0 +1,38 @@
+// Start, opening and end of a run.
+#include "shell/start_up.h"
+
+#include "document/open_document.h"
+#include "document/open_state.h"
+#include "edit/undo.h"
+#include "exchange/cue_sheet.h"
+#include "exchange/project_file.h"
+#include "exchange/settings.h"
+#include "exchange/settings_file.h"
+#include "platform/path.h"
+
+namespace corvelin {
+
+void connect_levels() {
+  description_formats = {{.extension = ".cue", .read = [] { return load_cue_sheet(false); }},
+                         {.extension = ".cvp", .read = read_project}};
+  close_listeners = {undo_clear};
+}
+
+void start_up(const std::optional<std::string>& settings_path) {
+  connect_levels();
+  reset_state(ResetLevel::start);
+  if (settings_path) read_settings(*settings_path);  // without a file the defaults stand
+  complete_settings();
+}
+
+bool open_file(const std::string& path) {
+  close_all();
+  open_state.audio_name = in_current_folder(path);
+  if (open_document()) return true;
+  close_all();
+  return false;
+}
+
+void shut_down() { close_all(); }
+
+}  // namespace corvelin

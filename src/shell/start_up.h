@@ -1,0 +1,22 @@
+// The life of a run: its defaults and settings at the start, the file it is given, and its end.
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace corvelin {
+
+/// Ties the hooks of the lower levels to the modules above them. Done once, at the very start.
+void connect_levels();
+
+/// The state of a process that just started, with the settings read from `settings_path` if one is
+/// given.
+void start_up(const std::optional<std::string>& settings_path);
+
+/// Closes whatever is open and opens `path`. A failure has been shown, and leaves no document.
+bool open_file(const std::string& path);
+
+/// Closes the document.
+void shut_down();
+
+}  // namespace corvelin
