@@ -1,0 +1,43 @@
+# The front door: each target installs the packages it needs, so git and make are enough to start.
+
+configure = cmake --preset release -DCORVELIN_TESTS=$(1)
+build = cmake --build --preset release
+
+.PHONY: help demo test run bench format clean
+
+help:
+	@echo 'make demo    build, then save and inspect copies of the sample audio'
+	@echo 'make test    build and run the tests'
+	@echo 'make run     the desktop program'
+	@echo 'make bench   build and run the benchmarks'
+	@echo 'make format  format the sources'
+	@echo 'make clean   remove everything that was built'
+
+# Neither the demo nor the benchmarks need what the tests are built with.
+demo:
+	scripts/install-packages build
+	$(call configure,OFF)
+	$(build) --target corvelin-cli
+	scripts/demo
+
+test:
+	scripts/install-packages build test
+	$(call configure,ON)
+	$(build)
+	ctest --preset release
+
+run:
+	@echo 'The desktop program comes later; make demo shows the headless one.'
+
+bench:
+	scripts/install-packages build
+	$(call configure,OFF)
+	$(build) --target corvelin_bench
+	build/release/bench/corvelin_bench
+
+format:
+	scripts/install-packages check
+	git ls-files -z '*.h' '*.cpp' | xargs -0 --no-run-if-empty clang-format -i
+
+clean:
+	rm -rf build

@@ -1,0 +1,274 @@
+// Measures the program as a user runs it, on files of 400 MB in a warm cache, and prints each time
+// as a ratio to `cp` of the same bytes or to the same work on a small file. Needs 2.2 GB below
+// TMPDIR.
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "document/open_state.h"
+#include "edit/undo.h"
+#include "exchange/project_file.h"
+#include "model/cuts.h"
+#include "model/frame_locator.h"
+#include "shell/start_up.h"
+#include "support/mp3_builder.h"
+
+extern char** environ;
+
+namespace {
+
+using corvelin::test::Bytes;
+using corvelin::test::FrameShape;
+using corvelin::test::Mp3Builder;
+
+constexpr std::size_t large = 400'000'000;
+constexpr std::size_t small = 4'000'000;
+constexpr std::size_t gigabyte = 1'000'000'000;
+constexpr int rounds = 7;
+
+struct Cost {
+  double milliseconds = 0;
+  double megabytes = 0;  // peak memory of the process
+};
+
+// Runs a program to its end with its output thrown away.
+Cost run(const std::vector<std::string>& words) {
+  std::vector<char*> argv;
+  for (const std::string& word : words) argv.push_back(const_cast<char*>(word.c_str()));
+  argv.push_back(nullptr);
+  posix_spawn_file_actions_t actions;
+  posix_spawn_file_actions_init(&actions);
+  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+  const auto start = std::chrono::steady_clock::now();
+  pid_t child = 0;
+  if (::posix_spawnp(&child, argv[0], &actions, nullptr, argv.data(), environ) != 0) std::exit(1);
+  int status = 0;
+  rusage usage = {};
+  ::wait4(child, &status, 0, &usage);
+  const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - start;
+  posix_spawn_file_actions_destroy(&actions);
+  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+    fmt::print(stderr, "{} failed\n", words[0]);
+    std::exit(1);
+  }
+  return {time.count(), static_cast<double>(usage.ru_maxrss) / 1024};
+}
+
+// The quickest of several runs of each, taken in turn so that both see the same machine.
+std::vector<Cost> best_of(const std::vector<std::function<Cost()>>& works, int count = rounds) {
+  std::vector<Cost> best(works.size(), Cost{1e9, 0});
+  for (int round = 0; round < count; ++round) {
+    for (std::size_t i = 0; i < works.size(); ++i) {
+      const Cost cost = works[i]();
+      best[i].milliseconds = std::min(best[i].milliseconds, cost.milliseconds);
+      best[i].megabytes = std::max(best[i].megabytes, cost.megabytes);
+    }
+  }
+  return best;
+}
+
+void write_file(const std::string& path, const Bytes& unit, std::size_t size) {
+  std::ofstream out(path, std::ios::binary);
+  for (std::size_t written = 0; written < size; written += unit.size())
+    out.write(reinterpret_cast<const char*>(unit.data()),
+              static_cast<std::streamsize>(unit.size()));
+}
+
+Bytes constant_frames() {
+  Mp3Builder builder;
+  for (int i = 0; i < 500; ++i) builder.frame({.has_padding = i % 25 != 0, .noisy = true});
+  return builder.bytes();
+}
+
+Bytes variable_frames() {
+  Mp3Builder builder;
+  for (int i = 0; i < 500; ++i) {
+    constexpr int bitrates[] = {32, 64, 96, 128, 160, 192, 256, 320};
+    builder.frame({.bitrate = bitrates[i * 7 % 8], .noisy = true});
+  }
+  return builder.bytes();
+}
+
+// A sheet for source.mp3 of `size` bytes at 128 kbit/s, its tracks all of one length.
+void write_cue_sheet(const std::string& path, std::size_t tracks, std::size_t size) {
+  constexpr std::size_t bytes_per_second = 16000;
+  const std::size_t seconds = size / bytes_per_second / tracks;
+  std::ofstream out(path, std::ios::binary);
+  out << "FILE \"source.mp3\" MP3\r\n";
+  for (std::size_t i = 0; i < tracks; ++i)
+    out << fmt::format("  TRACK {:02} AUDIO\r\n    INDEX 01 {:02}:{:02}:00\r\n", i + 1,
+                       i * seconds / 60, i * seconds % 60);
+}
+
+void report(const std::string& name, const Cost& cost, const Cost& base,
+            const std::string& base_name, double limit) {
+  fmt::print("{:44} {:5.2f} x {} (limit {:.2f}), {:4.1f} MB\n", name,
+             cost.milliseconds / base.milliseconds, base_name, limit, cost.megabytes);
+}
+
+class Bench {
+ public:
+  Bench() {
+    std::string name = (std::filesystem::temp_directory_path() / "corvelin-bench-XXXXXX").string();
+    folder_ = ::mkdtemp(name.data());
+  }
+  ~Bench() { std::filesystem::remove_all(folder_); }
+  Bench(const Bench&) = delete;
+  Bench& operator=(const Bench&) = delete;
+
+  void saves() {
+    const std::string source = path("source.mp3");
+    const auto copy = [&] { return fresh({"cp", source, path("target.mp3")}); };
+    const auto save = [&] {
+      return fresh({CORVELIN_CLI, source, "-e", "save " + path("target.mp3")});
+    };
+    write_file(source, constant_frames(), large);
+    const auto constant = best_of({copy, save});
+    report("Copying save of 400 MB", constant[1], constant[0], "cp", 1.15);
+    write_file(source, variable_frames(), large);
+    const auto variable = best_of({copy, save});
+    report("Save of 400 MB with a VBR header", variable[1], variable[0], "cp", 1.6);
+    std::filesystem::remove(source);
+    std::filesystem::remove(path("target.mp3"));
+  }
+
+  void splits() {
+    const std::string source = path("source.mp3");
+    const std::string pieces = path("pieces");
+    write_file(source, constant_frames(), gigabyte);
+    write_cue_sheet(path("source.cue"), 100, gigabyte);
+    const auto copy = [&] { return fresh({"cp", source, path("target.mp3")}); };
+    const auto split = [&] {
+      std::filesystem::remove_all(pieces);
+      std::filesystem::create_directory(pieces);
+      return run({CORVELIN_CLI, path("source.cue"), "--split", pieces});
+    };
+    const auto costs = best_of({copy, split}, 3);
+    report("Split of 1 GB into 100 pieces (below 32 MB)", costs[1], costs[0], "cp", 1.2);
+    std::filesystem::remove_all(pieces);
+    std::filesystem::remove(source);
+    std::filesystem::remove(path("target.mp3"));
+  }
+
+  void opens() {
+    for (const bool is_variable : {false, true}) {
+      const Bytes unit = is_variable ? variable_frames() : constant_frames();
+      write_file(path("large.mp3"), unit, large);
+      write_file(path("small.mp3"), unit, small + 2'000'000);
+      const auto info = [&](const char* name) {
+        return [this, name] { return run({CORVELIN_CLI, path(name), "--info"}); };
+      };
+      const auto costs = best_of({info("small.mp3"), info("large.mp3")}, 3 * rounds);
+      report(is_variable ? "Opening a 400 MB VBR file" : "Opening a 400 MB CBR file", costs[1],
+             costs[0], "one of 6 MB", 1.5);
+      fmt::print("{:44} {:5.1f} ms (limit 15), {:.1f} MB (limit 15)\n",
+                 "  the whole process of --info", costs[1].milliseconds, costs[1].megabytes);
+      std::filesystem::remove(path("large.mp3"));
+    }
+  }
+
+  void junk() {
+    const Bytes audio = constant_frames();
+    std::ofstream out(path("junk.mp3"), std::ios::binary);
+    for (int i = 0; i < 512 * 1024; ++i) out.write("\xFF\xFB", 2);
+    out.close();
+    const auto cost = best_of({[&] {
+      const std::string line =
+          "'" CORVELIN_CLI "' '" + path("junk.mp3") + "' --info 2>/dev/null || true";
+      return run({"sh", "-c", line});
+    }});
+    fmt::print("{:44} {:5.1f} ms (limit 50)\n", "First-frame search in 1 MiB of FF FB",
+               cost[0].milliseconds);
+  }
+
+  void cue_sheets() {
+    const std::string source = path("source.mp3");
+    write_file(source, variable_frames(), 500'000'000);
+    std::string sheet = "FILE \"source.mp3\" MP3\r\n";
+    for (int i = 0; i < 100; ++i)
+      sheet += fmt::format("TRACK {:02} AUDIO\r\nINDEX 01 {}:00:00\r\n", i + 1, i * 4);
+    std::ofstream(path("in.cue")) << sheet;
+    run({CORVELIN_CLI, path("in.cue"), "--set", "msg_hide=255", "-e",
+         "save_project " + path("cues.cvp")});
+    const auto costs = best_of({
+        [&] {
+          return run({"cat", source});
+        },
+        [&] {
+          return run({CORVELIN_CLI, path("cues.cvp"), "--json"});
+        },
+        [&] {
+          std::filesystem::remove(path("cues.cue"));
+          return run({CORVELIN_CLI, path("cues.cvp"), "--set", "msg_hide=255", "-e",
+                      "save_project " + path("cues.cue")});
+        },
+    });
+    report("Cue sheet of 100 cues, 500 MB VBR", costs[2], costs[0], "cat", 1.5);
+    std::filesystem::remove(source);
+  }
+
+  // In this process: what an edit of a large document costs beside the edit.
+  void projects() {
+    using namespace corvelin;
+    start_up(std::nullopt);
+    write_file(path("a.mp3"), constant_frames(), small);
+    open_file(path("a.mp3"));
+    const std::uint32_t size = document.total_size / 1001;
+    for (std::uint32_t i = 1; i < 1000; ++i) {
+      split_at(frame_at(i * size));
+      document.parts[document.parts.size() - 1].part_title = u"A title of a common length";
+    }
+    open_state.project_name = path("p.cvp");
+    fmt::print("A project of {} parts:\n", document.parts.size());
+    const auto time = [](const char* name, double limit, const std::function<void()>& work) {
+      double best = 1e9;
+      for (int round = 0; round < rounds; ++round) {
+        const auto start = std::chrono::steady_clock::now();
+        work();
+        const std::chrono::duration<double, std::milli> taken =
+            std::chrono::steady_clock::now() - start;
+        best = std::min(best, taken.count());
+      }
+      fmt::print("  {:42} {:5.2f} ms (limit {:.0f})\n", name, best, limit);
+    };
+    time("written", 10, [] { write_project(); });
+    time("taken as an undo step", 2, [] { undo_push(true, "x"); });
+    time("read", 10, [this] { open_file(path("p.cvp")); });
+    shut_down();
+  }
+
+ private:
+  [[nodiscard]] std::string path(const char* name) const { return folder_ + "/" + name; }
+
+  // A run that writes target.mp3 anew.
+  [[nodiscard]] Cost fresh(const std::vector<std::string>& words) const {
+    std::filesystem::remove(path("target.mp3"));
+    return run(words);
+  }
+
+  std::string folder_;
+};
+
+}  // namespace
+
+int main() {
+  Bench bench;
+  bench.saves();
+  bench.splits();
+  bench.opens();
+  bench.junk();
+  bench.cue_sheets();
+  bench.projects();
+}

@@ -1,0 +1,84 @@
+// The headless host.
+#include "cli/headless_host.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+#include "platform/file.h"
+
+namespace corvelin {
+
+namespace {
+
+// One line that is written again and again, only for a person who watches.
+class ProgressLine {
+ public:
+  void show(const std::string& text) {
+    if (!is_watched_) return;
+    fmt::print(stderr, "\r{}\033[K", text);
+    is_shown_ = true;
+  }
+  ~ProgressLine() {
+    if (is_shown_) fmt::print(stderr, "\n");
+  }
+
+ private:
+  bool is_watched_ = ::isatty(STDERR_FILENO) != 0;
+  bool is_shown_ = false;
+};
+
+std::string with_plain_line_ends(std::string text) {
+  std::erase(text, '\r');
+  return text;
+}
+
+}  // namespace
+
+BoxAnswer HeadlessHost::show_message_box(const MessageBox& box) {
+  messages_.push_back(box);
+  if (box.icon == BoxIcon::error) ++refusal_count_;
+  std::string text = box.text;
+  while (text.ends_with('\n')) text.pop_back();
+  fmt::print(stderr, "{}: {}\n", box.caption, text);
+  if (box.buttons == BoxButtons::ok) return BoxAnswer::ok;
+  if (!fixed_answer_) return box.default_answer;
+  if (box.buttons != BoxButtons::ok_cancel) return *fixed_answer_;
+  return fixed_answer_ == BoxAnswer::yes ? BoxAnswer::ok : BoxAnswer::cancel;
+}
+
+std::optional<std::string> HeadlessHost::ask_for_new_file(const FileDialog& dialog) {
+  std::optional<std::string> path = std::exchange(next_path_, std::nullopt);
+  const bool may_replace = !dialog.warn_existing || fixed_answer_ == BoxAnswer::yes;
+  if (path && !may_replace && file_facts(*path).found) {
+    fmt::print(stderr, "{}: {} exists. It is replaced with --yes.\n", dialog.title, *path);
+    return std::nullopt;
+  }
+  return path;
+}
+
+std::optional<std::string> HeadlessHost::ask_for_existing_file(const FileDialog&) {
+  return std::exchange(next_path_, std::nullopt);
+}
+
+void HeadlessHost::drive(LongRun& run) {
+  {
+    ProgressLine line;
+    int shown = -1;
+    while (run.step()) {
+      const int percent = run.percent_done();
+      if (std::exchange(shown, percent) != percent)
+        line.show(fmt::format("{:3}%  {}", percent, run.progress_text()));
+    }
+    line.show(fmt::format("{:3}%  {}", run.percent_done(), run.progress_text()));
+  }
+  const std::string report = run.report();
+  if (!report.empty()) fmt::print(stderr, "{}", with_plain_line_ends(report));
+}
+
+std::vector<MessageBox> HeadlessHost::take_messages() { return std::exchange(messages_, {}); }
+
+}  // namespace corvelin

@@ -1,0 +1,43 @@
+// The host of a run without a window: boxes go to standard error, questions are answered by the
+// command line, and runs are stepped in a plain loop.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "shell/host.h"
+
+namespace corvelin {
+
+class HeadlessHost : public Host {
+ public:
+  /// `fixed_answer`: yes or no to every question. Without it each takes its default.
+  explicit HeadlessHost(std::optional<BoxAnswer> fixed_answer) : fixed_answer_(fixed_answer) {}
+
+  BoxAnswer show_message_box(const MessageBox& box) override;
+  std::optional<std::string> ask_for_new_file(const FileDialog& dialog) override;
+  std::optional<std::string> ask_for_existing_file(const FileDialog& dialog) override;
+  void drive(LongRun& run) override;
+  void request_close() override { wants_close_ = true; }
+
+  /// The answer to the next question for a file name.
+  void set_next_path(std::string path) { next_path_ = std::move(path); }
+
+  /// The boxes shown since the last call.
+  std::vector<MessageBox> take_messages();
+
+  /// How many boxes with an error icon there were so far.
+  [[nodiscard]] std::size_t refusal_count() const { return refusal_count_; }
+
+  [[nodiscard]] bool wants_close() const { return wants_close_; }
+
+ private:
+  std::optional<BoxAnswer> fixed_answer_;
+  std::optional<std::string> next_path_;
+  std::vector<MessageBox> messages_;
+  std::size_t refusal_count_ = 0;
+  bool wants_close_ = false;
+};
+
+}  // namespace corvelin

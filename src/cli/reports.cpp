@@ -1,0 +1,152 @@
+// Summary and frame list.
+#include "cli/reports.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <iterator>
+#include <string_view>
+
+#include "document/open_state.h"
+#include "model/document.h"
+#include "model/frame_gain.h"
+#include "model/frame_reader.h"
+#include "model/selection.h"
+#include "platform/bytes.h"
+#include "platform/numbers.h"
+#include "platform/text.h"
+#include "stream/frame_header.h"
+#include "stream/time_mapping.h"
+
+namespace corvelin {
+
+namespace {
+
+std::string vbr_header_text() {
+  std::string text = (stream.vbr & vbr_header) != 0 ? "Xing"
+                     : stream.has_info_header != 0  ? "Info"
+                                                    : "No";
+  if (stream.xing_frames != 0) text += " (" + group_thousands(stream.xing_frames) + " frames)";
+  return text;
+}
+
+std::string encoder_text() {
+  std::string text;
+  for (std::size_t i = 0; i < 9; ++i) {
+    const std::uint8_t byte = stream.encoder_tag[i];
+    if (byte == 0) break;
+    text += byte >= 0x20 && byte < 0x7F ? static_cast<char>(byte) : '?';
+  }
+  return text.empty() ? "-" : text;
+}
+
+std::string id3v1_text() {
+  if (!stands_at(stream.id3v1, 0, "TAG")) return "No";
+  return open_state.keep_id3v1 ? "Yes" : "Yes (not keeping)";
+}
+
+std::string format_text(const FrameInfo& frame) {
+  constexpr std::array<std::string_view, 5> modes = {"-", "stereo", "joint stereo", "dual channel",
+                                                     "mono"};
+  const std::string_view channels = modes[std::min<std::size_t>(frame.channel_mode, 4)];
+  std::string kind;
+  if (stream.is_aac != 0) {
+    kind = fmt::format("ADTS AAC (MPEG-{})", frame.version);
+  } else {
+    const std::string_view version = frame.version == 3 ? "2.5" : frame.version == 2 ? "2" : "1";
+    kind = fmt::format("MPEG {} Layer {}", version, frame.layer == 3 ? "III" : "II");
+  }
+  return fmt::format("{}, {} Hz, {}, CRC: {}", kind, frame.sample_rate, channels,
+                     frame.has_crc != 0 ? "yes" : "no");
+}
+
+// The time from one place in the edited stream to another.
+std::string time_text(EditPosition pos, EditPosition from) {
+  return format_time(to_time_scale(pos) - to_time_scale(from), double{stream.avg_bitrate});
+}
+
+std::string place_text(EditPosition pos) {
+  return fmt::format("{} ({})", group_thousands(pos), time_text(pos, 0));
+}
+
+std::string part_line(std::size_t index) {
+  const Part& part = document.parts[index];
+  std::string line =
+      fmt::format("  {:3}  {}  {}  {}  position {}  size {}  file {}  offset {}", index,
+                  part.part_iscue != 0 ? "cue" : "cut", time_text(part.part_beg, 0),
+                  time_text(part_end(static_cast<PartIndex>(index)), part.part_beg),
+                  group_thousands(part.part_beg), group_thousands(part.part_size), part.part_file,
+                  group_thousands(part.part_filepos));
+  if (part.part_gainbeg != 0) line += fmt::format("  gain {:+.1f} dB", part.part_gainbeg * 1.5);
+  if (!part.part_artist.empty()) line += "  " + wide_to_bytes(part.part_artist, true);
+  if (!part.part_title.empty()) line += "  \"" + wide_to_bytes(part.part_title, true) + "\"";
+  return line + "\n";
+}
+
+}  // namespace
+
+std::string stream_summary() {
+  const FrameInfo& frame = stream.current_frame;
+  std::string text;
+  const auto line = [&text](std::string_view label, std::string_view value) {
+    fmt::format_to(std::back_inserter(text), "{:23}{}\n", label, value);
+  };
+  line("File:", document.files[0].file_name);
+  line("Total audio size:", group_thousands(document.total_size) + " bytes");
+  line("Total time:", time_text(document.total_size, 0));
+  line("First audio frame:", group_thousands(document.parts[0].part_filepos) + " bytes");
+  line("Current bitrate:", fmt::format("{:3.1f} kbit/s", static_cast<double>(frame.bitrate)));
+  line("Average bitrate:", fmt::format("{:3.1f} kbit/s", stream.avg_bitrate / 1000.0));
+  line("Size of current frame:", fmt::format("{} bytes", frame.frame_length));
+  line("Average frame size:", fmt::format("{:.0f} bytes", stream.avg_frame_size));
+  line("VBR/Info header:", vbr_header_text());
+  line("Encoder ID:", encoder_text());
+  line("ID3v2 header:",
+       stream.id3v2_size == 0 ? "No" : "Yes (" + group_thousands(stream.id3v2_size) + " bytes)");
+  line("ID3v1 tag:", id3v1_text());
+  if (stream.ape_size != 0)
+    line("APE Tag (not keeping):", group_thousands(stream.ape_size) + " bytes");
+  line("Stream:", format_text(frame));
+  line("Source files:", std::to_string(document.files.size()));
+  for (std::size_t i = 1; i < document.files.size(); ++i)
+    line(fmt::format("  file {}:", i), document.files[i].file_name);
+  line("Cursor:", place_text(selection.cursor));
+  if (selection.sel_beg != no_position) {
+    line("Selection:",
+         fmt::format("{} - {}", place_text(selection.sel_beg), place_text(selection.sel_end)));
+  }
+  line("Parts:", fmt::format("{} (number, kind, start, length)", document.parts.size()));
+  for (std::size_t i = 0; i < document.parts.size(); ++i) text += part_line(i);
+  return text;
+}
+
+void print_frames() {
+  const FrameInfo frame_before = stream.current_frame;
+  fmt::memory_buffer lines;
+  EditPosition pos = 0;
+  PartIndex part = part_at(pos);
+  while (pos < document.total_size) {
+    const EditPosition start = pos;
+    const PartIndex start_part = part;
+    const std::span<std::uint8_t> block = std::span(frame_block).first(frame_block_limit);
+    const std::size_t size =
+        read_frames(block, any_frame_count, pos, part, nullptr, document.total_size);
+    for (std::size_t at = 0; at < size;) {
+      FrameInfo frame;
+      if (!decode_frame_header(frame, block.subspan(at))) break;
+      const EditPosition place = start + static_cast<EditPosition>(at);
+      const int gain = part_has_gain(start_part) ? gain_at(place, start_part) : 0;
+      fmt::format_to(std::back_inserter(lines), "{} {} {} {} {} {}\n", place,
+                     document.parts[start_part].part_file, file_pos_of(start_part, place),
+                     frame.frame_length, frame.bitrate, gain);
+      at += frame.frame_length;
+    }
+    std::fwrite(lines.data(), 1, lines.size(), stdout);
+    lines.clear();
+  }
+  stream.current_frame = frame_before;
+}
+
+}  // namespace corvelin

@@ -1,0 +1,16 @@
+// What `--info` and `--frames` print.
+#pragma once
+
+#include <string>
+
+namespace corvelin {
+
+/// The summary of the open stream and its parts, in lines.
+std::string stream_summary();
+
+/// Prints a line a frame of the edited stream to standard output: position, file index, file
+/// offset, length, bitrate (kbit/s) and gain (steps), parted by blanks. Leaves the document as it
+/// was.
+void print_frames();
+
+}  // namespace corvelin

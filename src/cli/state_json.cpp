@@ -1,0 +1,135 @@
+// The JSON of the state.
+#include "cli/state_json.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <span>
+
+#include "document/open_state.h"
+#include "edit/undo.h"
+#include "model/document.h"
+#include "model/selection.h"
+#include "platform/text.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+constexpr std::size_t tag_bytes = 28;  // of the encoder, in front of the length that a save adds
+
+std::string hex(std::span<const std::uint8_t> bytes) {
+  std::string text;
+  for (const std::uint8_t byte : bytes) text += fmt::format("{:02x}", byte);
+  return text;
+}
+
+Json text_or_null(const std::u16string& text) {
+  return text.empty() ? Json(nullptr) : Json(wide_to_bytes(text, true));
+}
+
+Json position_or_null(EditPosition pos) { return pos == no_position ? Json(nullptr) : Json(pos); }
+
+Json encoder_tag_or_null() {
+  const std::span<const std::uint8_t> tag = std::span(stream.encoder_tag).first(tag_bytes);
+  const bool is_empty = std::ranges::all_of(tag, [](std::uint8_t byte) { return byte == 0; });
+  return is_empty ? Json(nullptr) : Json(hex(tag));
+}
+
+Json frame_json(const FrameInfo& frame) {
+  return {{"frame_length", frame.frame_length}, {"bitrate", frame.bitrate},
+          {"sample_rate", frame.sample_rate},   {"header_bytes", hex(frame.header_bytes)},
+          {"channel_mode", frame.channel_mode}, {"padding", frame.padding},
+          {"version", frame.version},           {"layer", frame.layer},
+          {"has_crc", frame.has_crc},           {"copyright", frame.copyright},
+          {"original", frame.original},         {"private_bit", frame.private_bit}};
+}
+
+Json stream_json() {
+  const bool is_open = !document.files.empty();
+  return {{"first_audio", is_open ? document.files[0].first_audio : 0},
+          {"audio_end", is_open ? document.files[0].audio_end : 0},
+          {"id3v2_size", stream.id3v2_size},
+          {"ape_size", stream.ape_size},
+          {"xing_frames", stream.xing_frames},
+          {"xing_quality", stream.xing_quality},
+          {"toc", stream.toc},
+          {"encoder_tag", encoder_tag_or_null()},
+          {"vbr", stream.vbr},
+          {"is_aac", stream.is_aac},
+          {"has_info_header", stream.has_info_header},
+          {"avg_bitrate", stream.avg_bitrate},
+          {"avg_frame_size", stream.avg_frame_size},
+          {"current_frame", frame_json(stream.current_frame)}};
+}
+
+Json files_json() {
+  Json files = Json::array();
+  for (const SourceFile& file : document.files) {
+    files.push_back({{"file_name", file.file_name},
+                     {"first_audio", file.first_audio},
+                     {"audio_end", file.audio_end}});
+  }
+  return files;
+}
+
+Json parts_json() {
+  Json parts = Json::array();
+  for (const Part& part : document.parts) {
+    parts.push_back({{"part_file", part.part_file},
+                     {"part_filepos", part.part_filepos},
+                     {"part_size", part.part_size},
+                     {"part_beg", part.part_beg},
+                     {"part_gainbeg", part.part_gainbeg},
+                     {"part_iscue", part.part_iscue},
+                     {"part_title", text_or_null(part.part_title)},
+                     {"part_artist", text_or_null(part.part_artist)}});
+  }
+  return parts;
+}
+
+Json undo_json() {
+  Json labels = Json::array();
+  for (const UndoEntry& entry : undo_stack) labels.push_back(entry.undo_label);
+  return labels;
+}
+
+Json messages_json(const std::vector<MessageBox>& messages) {
+  Json list = Json::array();
+  for (const MessageBox& box : messages)
+    list.push_back({{"caption", box.caption}, {"text", box.text}});
+  return list;
+}
+
+}  // namespace
+
+std::string state_as_json(const std::vector<MessageBox>& messages) {
+  const Json state = {{"stream", stream_json()},
+                      {"files", files_json()},
+                      {"parts", parts_json()},
+                      {"current_part", document.current_part},
+                      {"total_size", document.total_size},
+                      {"end_gain", document.end_gain},
+                      {"cursor", selection.cursor},
+                      {"sel_beg", position_or_null(selection.sel_beg)},
+                      {"sel_end", position_or_null(selection.sel_end)},
+                      {"sel_gain", selection.sel_gain},
+                      {"sel_gain_end", selection.sel_gain_end},
+                      {"sel_iscue", selection.sel_iscue},
+                      {"sel_cue_locked", selection.sel_cue_locked},
+                      {"sel_title", text_or_null(selection.sel_title)},
+                      {"sel_artist", text_or_null(selection.sel_artist)},
+                      {"sheet_title", text_or_null(document.sheet_title)},
+                      {"sheet_artist", text_or_null(document.sheet_artist)},
+                      {"document_modified", open_state.document_modified},
+                      {"undo", undo_json()},
+                      {"messages", messages_json(messages)}};
+  // Paths may hold bytes that are no UTF-8, which JSON can't.
+  return state.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+}  // namespace corvelin

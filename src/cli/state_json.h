@@ -1,0 +1,14 @@
+// The edit state as JSON, with the field names of the records as keys: what scripts read.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/message_box.h"
+
+namespace corvelin {
+
+/// One line of JSON without a line end. `messages` are the boxes to report in it.
+std::string state_as_json(const std::vector<MessageBox>& messages);
+
+}  // namespace corvelin

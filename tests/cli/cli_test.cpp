@@ -1,0 +1,288 @@
+// The program itself, run as a user runs it, with other people's programs checking what it wrote.
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <filesystem>
+#include <nlohmann/json.hpp>
+
+#include "support/mp3_builder.h"
+#include "support/test_folder.h"
+
+namespace corvelin::test {
+namespace {
+
+using Json = nlohmann::json;
+
+class Cli : public ::testing::Test {
+ protected:
+  struct Result {
+    int status;
+    std::string out;
+    std::string err;
+  };
+
+  // Runs a shell line in the test's folder.
+  Result shell(const std::string& line) {
+    const std::string command = "cd '" + folder.path("") + "' && { " + line + "\n} >'" +
+                                logs.path("out") + "' 2>'" + logs.path("err") + "'";
+    const int status = std::system(command.c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : 128, read_text(logs.path("out")),
+            read_text(logs.path("err"))};
+  }
+  Result cli(const std::string& arguments) {
+    return shell(std::string(CORVELIN_CLI) + " " + arguments);
+  }
+
+  // A copy of a sample of the repository.
+  void sample(const std::string& name) {
+    std::filesystem::copy(std::string(CORVELIN_SAMPLES) + "/" + name, folder.path(name));
+  }
+
+  TestFolder folder;
+  TestFolder logs;
+};
+
+struct Sample {
+  const char* name;
+  int frames;  // as ffprobe counts them
+};
+
+// Counted by ffprobe -count_packets.
+constexpr Sample samples[] = {{"cbr128.mp3", 1232}, {"vbr.mp3", 1734},   {"mono_mpeg2.mp3", 830},
+                              {"crc.mp3", 522},     {"layer2.mp2", 493}, {"speech.aac", 875}};
+
+TEST_F(Cli, SavesEverySampleWithoutLoss) {
+  for (const Sample& row : samples) {
+    sample(row.name);
+    const std::string name = row.name;
+    const std::string saved = name + name.substr(name.find('.'));
+    const Result result = cli(name + " /save");
+    ASSERT_EQ(result.status, 0) << name << result.err;
+    EXPECT_EQ(result.err, "");
+
+    // Every frame is the source's, byte for byte.
+    const auto frames = [&](const std::string& file) {
+      const Bytes bytes = read_file(folder.path(file));
+      std::vector<Bytes> list;
+      std::istringstream lines(cli(file + " --frames").out);
+      std::size_t position = 0, index = 0, offset = 0, length = 0;
+      int bitrate = 0, gain = 0;
+      while (lines >> position >> index >> offset >> length >> bitrate >> gain)
+        list.emplace_back(bytes.begin() + static_cast<long>(offset),
+                          bytes.begin() + static_cast<long>(offset + length));
+      return list;
+    };
+    const auto source_frames = frames(name);
+    EXPECT_EQ(source_frames.size(), static_cast<std::size_t>(row.frames)) << name;
+    EXPECT_EQ(frames(saved), source_frames) << name;
+
+    if (name.ends_with(".aac")) continue;
+    EXPECT_EQ(shell("mpg123 -q -t " + saved).err, "") << name;
+    // Without the encoder's gap correction, which goes by the header and not by the frames.
+    const std::string decode = "mpg123 -q --no-gapless -s ";
+    EXPECT_EQ(shell(decode + name + " | md5sum").out, shell(decode + saved + " | md5sum").out)
+        << name;
+    const Result warnings =
+        shell("mp3val " + saved + " | grep WARNING | grep -v 'No supported tags\\|Non-layer-III'");
+    EXPECT_EQ(warnings.out, "") << name;
+  }
+}
+
+TEST_F(Cli, StateTellsTheStream) {
+  sample("vbr.mp3");
+  const Json state = Json::parse(cli("vbr.mp3 --json").out);
+  EXPECT_EQ(state["stream"]["vbr"], 6);
+  EXPECT_EQ(state["stream"]["xing_frames"], 1734);
+  EXPECT_EQ(state["stream"]["toc"].size(), 100U);
+  EXPECT_EQ(state["stream"]["current_frame"]["sample_rate"], 44100);
+  EXPECT_EQ(state["files"][0]["file_name"],
+            std::filesystem::canonical(folder.path("vbr.mp3")).string());
+  EXPECT_EQ(state["sel_beg"], nullptr);
+  EXPECT_EQ(state["parts"][0]["part_iscue"], 1);
+  EXPECT_EQ(state["undo"], Json::array());
+  EXPECT_EQ(state["document_modified"], false);
+}
+
+TEST_F(Cli, EditLinesActInOrder) {
+  folder.file("a.mp3", Mp3Builder{}.shape({.has_crc = true}).frames(100).bytes());
+  folder.file("lines",
+              "# selects and saves\nselect 1 3000   # frames 1 and 8\n\nseek 5000\nstate\n"
+              "save_selection \"my part.mp3\"\nset volume 10\n");
+  const Result result = cli("a.mp3 --script lines -e 'header_bits 1 0 1' -e 'save all.mp3' --json");
+  ASSERT_EQ(result.status, 0) << result.err;
+  const std::size_t line_end = result.out.find('\n');
+  const Json first = Json::parse(result.out.substr(0, line_end));
+  EXPECT_EQ(first["sel_beg"], 417);
+  EXPECT_EQ(first["sel_end"], 3336);
+  EXPECT_EQ(first["cursor"], 5004);
+  EXPECT_EQ(read_file(folder.path("my part.mp3")),
+            Mp3Builder{}.shape({.has_crc = true}).frames(7).bytes());
+  const FrameShape changed = {.has_crc = true, .copyright = true, .private_bit = true};
+  EXPECT_EQ(read_file(folder.path("all.mp3")), Mp3Builder{}.shape(changed).frames(100).bytes());
+}
+
+TEST_F(Cli, RefusalsAreToldAndExitWithOne) {
+  folder.file("a.mp3", Mp3Builder{}.frames(100).bytes());
+  folder.file("exists.mp3", "old");
+  for (const char* const line : {"nonsense",
+                                 "1021",
+                                 "999",
+                                 "crop",
+                                 "seek",
+                                 "seek x",
+                                 "seek -5",
+                                 "part 1",
+                                 "part x",
+                                 "save exists.mp3",
+                                 "save absent/x.mp3",
+                                 "save_selection x.mp3",
+                                 "save a.mp3",
+                                 "set volume 101",
+                                 "set nothing 1",
+                                 "open absent.mp3",
+                                 "header_bits 1 2 0",
+                                 "select 1 2 3",
+                                 "open \\\"x",
+                                 "seek 99999999999"}) {
+    const Result result = cli("a.mp3 -e \"" + std::string(line) + "\"");
+    EXPECT_EQ(result.status, 1) << line;
+    EXPECT_NE(result.err, "") << line;
+  }
+  EXPECT_EQ(read_text(folder.path("exists.mp3")), "old");
+  EXPECT_EQ(folder.names(), (std::vector<std::string>{"a.mp3", "exists.mp3"}));
+  EXPECT_EQ(cli("a.mp3 /save -e nonsense").status, 1);  // nothing is saved after a refusal
+  EXPECT_EQ(folder.names().size(), 2U);
+  EXPECT_EQ(cli("a.mp3 -e 'save exists.mp3' --yes").status, 0);
+  EXPECT_EQ(cli("a.mp3 -e 'save a.mp3' --yes").status, 0);
+  for (const char* const work :
+       {"/normalize", "/autocrop", "/autocue", "/pausesplit out", "/rec"}) {
+    const Result result = cli("a.mp3 " + std::string(work));
+    EXPECT_EQ(result.status, 1) << work;
+    EXPECT_NE(result.err.find("not available yet"), std::string::npos) << work;
+  }
+  EXPECT_EQ(cli("a.mp3 --set nothing=1").status, 2);
+}
+
+TEST_F(Cli, WhatCannotBeOpenedIsTold) {
+  folder.file("empty.mp3", "");
+  folder.file("text.mp3", std::string(5000, 'x'));
+  folder.file("unreadable.mp3", "x");
+  std::filesystem::create_directory(folder.path("dir.mp3"));
+  ::mkfifo(folder.path("pipe.mp3").c_str(), 0666);
+  for (const char* const name :
+       {"empty.mp3", "text.mp3", "dir.mp3", "pipe.mp3", "absent.mp3", "noextension", "x.mp4"}) {
+    const Result result = cli(std::string(name) + " --info");
+    EXPECT_EQ(result.status, 1) << name;
+    EXPECT_NE(result.err, "") << name;
+    EXPECT_EQ(result.out, "") << name;
+  }
+}
+
+TEST_F(Cli, FullDiskIsToldAndTheSourceStands) {
+  const Bytes bytes = Mp3Builder{}.frames(1000).bytes();
+  folder.file("a.mp3", bytes);
+  const Result result =
+      shell("ulimit -f 200; " + std::string(CORVELIN_CLI) + " a.mp3 /save /overwrite");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_NE(result.err.find("Error: File too large"), std::string::npos) << result.err;
+  EXPECT_EQ(read_file(folder.path("a.mp3")), bytes);
+  EXPECT_EQ(shell(std::string(CORVELIN_CLI) + " a.mp3 --frames > /dev/full").status, 1);
+}
+
+TEST_F(Cli, BytesThatWereLeftOutAreTold) {
+  folder.file("a.mp3", Mp3Builder{}.frames(50).zeros(20).frames(50).bytes());
+  const Result result = cli("a.mp3 /save");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err, "Frames: 100    Re-syncs: 1\n");
+}
+
+// A project, its audio and a cue sheet, by way of the program and read by another.
+TEST_F(Cli, ProjectsAndCueSheetsGoAround) {
+  sample("cbr128.mp3");
+  const std::string quiet = " --set msg_hide=255 --yes";
+  const Result made =
+      cli("cbr128.mp3 -e 'names part_title=\"One ü\" sheet_artist=Me' -e 'select 5s 10s' "
+          "-e 'save_project p.cvp' -e 'save_project p.cue'" +
+          quiet);
+  ASSERT_EQ(made.status, 0) << made.err;
+  const Json state = Json::parse(cli("p.cvp --json").out);
+  EXPECT_EQ(state["parts"][0]["part_title"], "One ü");
+  EXPECT_EQ(state["sheet_artist"], "Me");
+  // 5 s are 80031 bytes at the average rate; the frame at or behind them is the 192nd.
+  EXPECT_NEAR(state["sel_beg"].get<double>(), 80100, 418);
+  const Result undone = cli("p.cvp -e 'names part_title=Two' -e undo -e state -e undo");
+  EXPECT_EQ(undone.status, 1);  // there was but one step
+  EXPECT_EQ(Json::parse(undone.out)["parts"][0]["part_title"], "One ü");
+  EXPECT_EQ(Json::parse(cli("p.cue --json").out)["parts"][0]["part_title"], "One ü");
+  EXPECT_EQ(cli("cbr128.mp3 -e 'load_cue p.cue' -e 'names part_title=X y=Z'" + quiet).status, 1);
+}
+
+TEST_F(Cli, CommandsByNumberAndNameAndAClipboardBetweenProcesses) {
+  folder.file("a.mp3", Mp3Builder{}.frames(100).bytes());
+  folder.file("b.mp3", Mp3Builder{}.shape({.copyright = true}).frames(50).bytes());
+  const Result cut =
+      cli("a.mp3 -e 'select 4170 8340' -e 152 -e 'seek 4170' -e edit_restore -e crop -e 'save "
+          "cut.mp3' --json");
+  ASSERT_EQ(cut.status, 0) << cut.err;
+  EXPECT_EQ(read_file(folder.path("cut.mp3")), Mp3Builder{}.frames(10).bytes());
+  EXPECT_EQ(Json::parse(cut.out)["undo"], Json({"Crop", "Edit", "Cut/Cue", "Selection"}));
+
+  const std::string clipboard = " --clipboard " + folder.path("clip");
+  ASSERT_EQ(cli("b.mp3 -e 'select 0 834' -e copy" + clipboard).status, 0);
+  const Result pasted =
+      cli("a.mp3 -e 'seek 417' -e paste -e 'append b.mp3' -e 'save joined.mp3'" + clipboard);
+  ASSERT_EQ(pasted.status, 0) << pasted.err;
+  const FrameShape other = {.copyright = true};
+  EXPECT_EQ(read_file(folder.path("joined.mp3")), Mp3Builder{}
+                                                      .frames(1)
+                                                      .shape(other)
+                                                      .frames(2)
+                                                      .shape({})
+                                                      .frames(99)
+                                                      .shape(other)
+                                                      .frames(50)
+                                                      .bytes());
+}
+
+// Killed at any moment of a replacing save, the source is the old file or the finished new one.
+TEST_F(Cli, KillLeavesAWholeSource) {
+  const Bytes old_bytes = Mp3Builder{}.frames(20000).id3v1("x").bytes();
+  Bytes new_bytes = old_bytes;
+  new_bytes.resize(new_bytes.size() - 128);
+  for (const char* const delay :
+       {"0.002", "0.004", "0.006", "0.008", "0.010", "0.013", "0.016", "0.02"}) {
+    folder.file("a.mp3", old_bytes);
+    shell("timeout -s KILL " + std::string(delay) + " " + CORVELIN_CLI +
+          " a.mp3 --set save_id3v1=0 /save /overwrite");
+    const Bytes now = read_file(folder.path("a.mp3"));
+    EXPECT_TRUE(now == old_bytes || now == new_bytes) << delay;
+  }
+}
+
+TEST_F(Cli, SettingsAreReadAndKeptWithoutThoseOfTheRun) {
+  folder.file("a.mp3", Mp3Builder{}.frames(100).bytes());
+  folder.file("c.ini", "[Corvelin]\r\nutf8=1\r\nvolume=33\r\nwarn=1\r\n");
+  const Result result =
+      cli("a.mp3 --settings c.ini --set volume=44 --set zoom=4 -e 'set zoom 2' -e 'set margin 0'");
+  ASSERT_EQ(result.status, 0) << result.err;
+  const std::string kept = read_text(folder.path("c.ini"));
+  EXPECT_NE(kept.find("\r\nvolume=33\r\n"), std::string::npos);
+  EXPECT_NE(kept.find("\r\nzoom=2\r\n"), std::string::npos);
+  EXPECT_NE(kept.find("\r\nmargin=0\r\n"), std::string::npos);
+  EXPECT_NE(kept.find("\r\nwarn=1\r\n"), std::string::npos);
+  EXPECT_NE(kept.find("/a.mp3\r\n"), std::string::npos);
+  EXPECT_EQ(cli("a.mp3 --settings absent/c.ini").status, 1);  // they can't be kept there
+  const Bytes audio = read_file(folder.path("a.mp3"));
+  EXPECT_EQ(cli("a.mp3 --settings a.mp3").status, 1);
+  EXPECT_EQ(read_file(folder.path("a.mp3")), audio);
+
+  std::filesystem::copy(CORVELIN_CLI, folder.path("program"));
+  ASSERT_EQ(shell("./program a.mp3 /localini").status, 0);
+  EXPECT_NE(read_text(folder.path("program.ini")).find("volume=75\r\n"), std::string::npos);
+  EXPECT_EQ(shell("./program a.mp3 /localini --set volume=5").status, 0);
+  EXPECT_NE(read_text(folder.path("program.ini")).find("volume=75\r\n"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace corvelin::test

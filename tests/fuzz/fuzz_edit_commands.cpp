@@ -1,0 +1,145 @@
+// Takes any bytes as a sequence of commands, two bytes each, on a small document: frames of several
+// lengths, junk between them, and a second file of another sample rate. After each command the
+// tables have to be sound.
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "document/open_document.h"
+#include "document/open_state.h"
+#include "edit/auto_crop.h"
+#include "edit/cue_commands.h"
+#include "edit/cut_commands.h"
+#include "edit/mute_cut.h"
+#include "edit/resync_check.h"
+#include "edit/trim_commands.h"
+#include "edit/undo.h"
+#include "model/document.h"
+#include "model/frame_locator.h"
+#include "model/selection.h"
+#include "shell/start_up.h"
+#include "support/mp3_builder.h"
+
+using namespace corvelin;
+
+namespace {
+
+std::string write_file(const std::string& name, const test::Bytes& bytes) {
+  const std::string path = "/tmp/corvelin-fuzz-" + std::to_string(::getpid()) + "-" + name;
+  std::ofstream(path, std::ios::binary)
+      .write(reinterpret_cast<const char*>(bytes.data()),
+             static_cast<std::streamsize>(bytes.size()));
+  return path;
+}
+
+struct Sources {
+  test::Bytes first_bytes = test::Mp3Builder{}
+                                .frames(12)
+                                .raw(test::Bytes(20, 0x55))
+                                .shape({.bitrate = 320})
+                                .frames(6)
+                                .raw(test::Bytes(12000, 0xFF))
+                                .frames(3)
+                                .shape({.has_padding = true, .noisy = true})
+                                .frames(12)
+                                .id3v1("title")
+                                .bytes();
+  test::Bytes second_bytes = test::Mp3Builder{}.shape({.sample_rate = 48000}).frames(10).bytes();
+  std::string first = write_file("first.mp3", first_bytes);
+  std::string second = write_file("second.mp3", second_bytes);
+
+  Sources() = default;
+  ~Sources() {
+    ::unlink(first.c_str());
+    ::unlink(second.c_str());
+  }
+  Sources(const Sources&) = delete;
+  Sources& operator=(const Sources&) = delete;
+};
+
+void open(const Sources& sources) {
+  reset_state(ResetLevel::start);
+  open_state.audio_name = sources.first;
+  if (!open_audio_file()) std::abort();
+  const auto size = static_cast<std::uint32_t>(sources.second_bytes.size());
+  const auto file = add_source_file(sources.second);
+  if (!file) std::abort();
+  document.files[*file].audio_end = size;
+  add_part(document.total_size, *file, 0, size);
+}
+
+EditPosition place(std::uint8_t byte) {
+  return frame_at(static_cast<EditPosition>(std::uint64_t{document.total_size} * byte / 255));
+}
+
+PartIndex part_of(std::uint8_t byte) { return static_cast<PartIndex>(byte % part_count()); }
+
+using Command = void (*)(std::uint8_t argument);
+
+constexpr Command commands[] = {
+    [](std::uint8_t byte) { seek_to(place(byte)); },
+    [](std::uint8_t byte) { seek_to(document.parts[part_of(byte)].part_beg); },
+    [](std::uint8_t byte) { document.current_part = part_of(byte); },
+    [](std::uint8_t byte) { set_sel_begin(place(byte)); },
+    [](std::uint8_t byte) { set_sel_end(place(byte)); },
+    [](std::uint8_t byte) {
+      document.parts[document.current_part].part_gainbeg = static_cast<std::int8_t>(byte);
+    },
+    [](std::uint8_t byte) { cut_or_cue(byte == 0); },
+    [](std::uint8_t) { edit_restore(); },
+    [](std::uint8_t) { crop(); },
+    [](std::uint8_t) { remove_edit_points(); },
+    [](std::uint8_t) { cues_at_selection_ends(); },
+    [](std::uint8_t) { set_cue_flags(); },
+    [](std::uint8_t) { remove_cue_flags(); },
+    [](std::uint8_t) { cue_pure_splits(); },
+    [](std::uint8_t) { toggle_cue(); },
+    [](std::uint8_t) { mute_cut(); },
+    [](std::uint8_t) { trim_left_out(); },
+    [](std::uint8_t) { trim_left_in(); },
+    [](std::uint8_t) { trim_right_in(); },
+    [](std::uint8_t) { trim_right_out(); },
+    [](std::uint8_t byte) { move_cue(byte < 128 ? CueMove::left : CueMove::right); },
+    [](std::uint8_t) { check_resyncs(); },
+    [](std::uint8_t) { auto_crop(); },
+    [](std::uint8_t) { undo_pop(); },
+};
+
+void check(bool holds) {
+  if (!holds) std::abort();
+}
+
+void check_document() {
+  EditPosition pos = 0;
+  for (const Part& part : document.parts) {
+    const SourceFile& file = document.files.at(part.part_file);
+    check(part.part_beg == pos && part.part_size != 0);
+    check(part.part_filepos >= file.first_audio);
+    check(std::uint64_t{part.part_filepos} + part.part_size <= file.audio_end);
+    pos += part.part_size;
+  }
+  check(pos != 0 && pos == document.total_size && document.parts.size() <= most_parts);
+  check(document.current_part < document.parts.size() && selection.cursor <= pos);
+  check((selection.sel_beg == no_position) == (selection.sel_end == no_position));
+  check(selection.sel_beg == no_position ||
+        (selection.sel_beg <= selection.sel_end && selection.sel_end <= pos));
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  constexpr std::size_t most_commands = 400;
+  static const Sources sources;
+  connect_levels();
+  open(sources);
+  for (std::size_t i = 0; i + 1 < size && i < 2 * most_commands; i += 2) {
+    commands[data[i] % std::size(commands)](data[i + 1]);
+    check_document();
+  }
+  close_all();
+  return 0;
+}

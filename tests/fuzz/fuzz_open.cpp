@@ -1,0 +1,59 @@
+// Opens any bytes as an audio file, reads every frame of it with levels and header bits changed,
+// appends it to itself, and saves it. The first byte chooses between MPEG and AAC and what is done
+// to the stream.
+#include <unistd.h>
+
+#include <cstdint>
+#include <fstream>
+#include <string>
+
+#include "document/append.h"
+#include "document/open_document.h"
+#include "document/open_state.h"
+#include "exchange/save_audio.h"
+#include "exchange/settings.h"
+#include "model/document.h"
+#include "model/frame_locator.h"
+#include "model/frame_reader.h"
+#include "model/selection.h"
+
+using namespace corvelin;
+
+namespace {
+
+constexpr std::uint8_t is_aac = 1;
+constexpr std::uint8_t changes_level = 2;
+constexpr std::uint8_t changes_header = 4;
+constexpr std::uint8_t keeps_date = 8;
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size == 0) return 0;
+  const std::uint8_t choices = data[0];
+  const std::string base = "/tmp/corvelin-fuzz-" + std::to_string(::getpid());
+  const std::string name = base + ((choices & is_aac) != 0 ? ".aac" : ".mp3");
+  {
+    std::ofstream out(name, std::ios::binary);
+    out.write(reinterpret_cast<const char*>(data + 1), static_cast<std::streamsize>(size - 1));
+  }
+  reset_state(ResetLevel::start);
+  open_state.audio_name = name;
+  if (open_document()) {
+    if ((choices & changes_level) != 0) document.end_gain = -40;
+    header_rewrite.rewrite_header = (choices & changes_header) != 0;
+    settings.keep_date = (choices & keeps_date) != 0 ? 3 : 0;
+    for (EditPosition pos = document.total_size; pos > 0 && pos <= document.total_size;) {
+      const EditPosition before = frame_before(pos);
+      if (before >= pos) break;
+      pos = pos - before > 100000 ? before : before / 2;
+    }
+    append_file(name);
+    seek_to(document.total_size / 2);
+    save_unattended(false);
+    ::unlink((name + name.substr(name.rfind('.'))).c_str());
+  }
+  close_all();
+  ::unlink(name.c_str());
+  return 0;
+}

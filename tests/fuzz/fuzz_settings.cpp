@@ -1,0 +1,25 @@
+// Reads any bytes as a settings file. What was read must come back the same from what is written.
+#include <cstdint>
+#include <cstdlib>
+#include <string_view>
+
+#include "document/open_document.h"
+#include "exchange/settings.h"
+#include "exchange/settings_file.h"
+
+using namespace corvelin;
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  reset_state(ResetLevel::start);
+  parse_settings({reinterpret_cast<const char*>(data), size});
+  const std::string written = format_settings();
+  if (written.size() > settings_file_limit) return 0;  // more than is read back
+
+  reset_state(ResetLevel::start);
+  parse_settings(written);
+  const std::string again = format_settings();
+  reset_state(ResetLevel::start);
+  parse_settings(again);
+  if (format_settings() != again) std::abort();
+  return 0;
+}

@@ -1,0 +1,62 @@
+// The host of tests: records what was shown and answers from lists.
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "shell/host.h"
+
+namespace corvelin::test {
+
+class ScriptedHost : public Host {
+ public:
+  ScriptedHost() { install_host(this); }
+  ~ScriptedHost() override { install_host(nullptr); }
+  ScriptedHost(const ScriptedHost&) = delete;
+  ScriptedHost& operator=(const ScriptedHost&) = delete;
+
+  std::deque<BoxAnswer> answers;           // to the next boxes; then their defaults
+  std::deque<std::string> new_files;       // to the next questions for a file; then cancel
+  std::deque<std::string> existing_files;  // also all of them at once, where several may be chosen
+
+  std::vector<MessageBox> boxes;  // shown so far
+  std::vector<FileDialog> dialogs;
+  bool close_requested = false;
+
+  BoxAnswer show_message_box(const MessageBox& box) override {
+    boxes.push_back(box);
+    return take(answers).value_or(box.default_answer);
+  }
+  std::optional<std::string> ask_for_new_file(const FileDialog& dialog) override {
+    dialogs.push_back(dialog);
+    return take(new_files);
+  }
+  std::optional<std::string> ask_for_existing_file(const FileDialog& dialog) override {
+    dialogs.push_back(dialog);
+    return take(existing_files);
+  }
+  std::vector<std::string> ask_for_existing_files(const FileDialog& dialog) override {
+    dialogs.push_back(dialog);
+    std::vector<std::string> names(existing_files.begin(), existing_files.end());
+    existing_files.clear();
+    return names;
+  }
+  void drive(LongRun& run) override {
+    while (run.step()) {
+    }
+  }
+  void request_close() override { close_requested = true; }
+
+ private:
+  template <typename Value>
+  static std::optional<Value> take(std::deque<Value>& values) {
+    if (values.empty()) return std::nullopt;
+    Value value = std::move(values.front());
+    values.pop_front();
+    return value;
+  }
+};
+
+}  // namespace corvelin::test
