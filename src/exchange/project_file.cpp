@@ -176,10 +176,13 @@ class ProjectReader {
     return true;
   }
 
+  // A source that is named twice keeps the bounds that it has.
   [[nodiscard]] bool add_file(const std::string& name) const {
     if (file_end_ == 0 || file_beg_ >= file_end_) return false;
+    const std::size_t known = document.files.size();
     const auto index = add_source_file(name);
     if (!index) return false;
+    if (*index < known) return true;
     document.files[*index].first_audio = file_beg_;
     document.files[*index].audio_end = file_end_;
     return true;

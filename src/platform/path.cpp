@@ -44,14 +44,17 @@ std::string with_extension(std::string_view path, std::string_view extension) {
 }
 
 std::string path_from_outside(std::string_view text, std::string_view folder) {
-  const bool is_rooted = text.starts_with('/');
-  std::string as_it_stands = std::string(is_rooted ? "" : folder).append(text);
-  if (file_facts(as_it_stands).found) return as_it_stands;
+  const auto in_folder = [folder](std::string_view path) {
+    return std::string(path.starts_with('/') ? "" : folder).append(path);
+  };
+  std::string path = in_folder(text);
+  if (file_facts(path).found) return from_root(path);
   const bool has_drive = text.size() > 1 && text[1] == ':';
   if (has_drive) return std::string(text);
   std::string parted(text);
   std::ranges::replace(parted, '\\', '/');
-  return parted.starts_with('/') ? parted : std::string(folder).append(parted);
+  path = in_folder(parted);
+  return file_facts(path).found ? from_root(path) : path;
 }
 
 std::string path_from_encoded(std::string_view text, bool utf8, std::string_view folder) {

@@ -129,6 +129,21 @@ TEST_F(ProjectFile, SortsPartsAndCutsNames) {
   EXPECT_EQ(selection.sel_beg, no_position);
 }
 
+// The first source was probed; a second line about it must not move its bounds.
+TEST_F(ProjectFile, ASourceNamedTwiceIsOneSource) {
+  folder.file("b.mp3", Mp3Builder{}.frames(10).bytes());
+  ASSERT_TRUE(
+      open_with("file_beg=5\nfile_end=10\nfile=a.mp3\nfile=./b.mp3\nfile=.//b.mp3\n"
+                "part_file=1\npart_size=417\npart_beg=0\n"));
+  EXPECT_EQ(file_count(), 2);
+  EXPECT_EQ(document.files[0].first_audio, 0U);
+  EXPECT_EQ(document.files[0].audio_end, 100 * length);
+  const std::string text = project_text();
+  close_document();
+  ASSERT_TRUE(parse_project(text));
+  EXPECT_EQ(project_text(), text);
+}
+
 TEST_F(ProjectFile, TakesPlacesOnlyWithinTheStream) {
   const std::string part = "part_size=4170\npart_beg=0\n";
   ASSERT_TRUE(open_with(part + "position=99999\nsel_beg=5000\nsel_end=417\n"));

@@ -41,6 +41,7 @@ TEST(Path, TakesTextsFromOtherPlatforms) {
   EXPECT_EQ(path_from_outside("d:x.mp3", here), "d:x.mp3");
   EXPECT_EQ(path_from_outside("D:\\a.mp3", here), "D:\\a.mp3");
   EXPECT_EQ(path_from_outside("\\\\srv\\a.mp3", here), "//srv/a.mp3");
+  EXPECT_EQ(path_from_outside(".\\sub\\\\a.mp3", here), here + "./sub/a.mp3");
 }
 
 TEST(Path, IsRelativeInTheFolderAndBelow) {
