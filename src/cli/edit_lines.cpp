@@ -366,7 +366,10 @@ std::string set_refusal(SetResult result, std::string_view key, std::string_view
 std::string run_edit_line(std::string_view line, HeadlessHost& host) {
   const auto words = split_words(line);
   if (!words) return "a quote is left open";
-  return words->empty() ? done : run_words(*words, host);
+  if (words->empty()) return done;
+  std::string refusal = run_words(*words, host);
+  host.set_next_path(std::nullopt);  // a line that was refused before it asked
+  return refusal;
 }
 
 }  // namespace corvelin

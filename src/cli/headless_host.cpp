@@ -38,20 +38,37 @@ std::string with_plain_line_ends(std::string text) {
 
 }  // namespace
 
-BoxAnswer HeadlessHost::show_message_box(const MessageBox& box) {
+void HeadlessHost::print(const MessageBox& box) {
   messages_.push_back(box);
-  if (box.icon == BoxIcon::error) ++refusal_count_;
   std::string text = box.text;
   while (text.ends_with('\n')) text.pop_back();
   fmt::print(stderr, "{}: {}\n", box.caption, text);
+}
+
+BoxAnswer HeadlessHost::show_message_box(const MessageBox& box) {
+  print(box);
+  if (box.icon == BoxIcon::error) ++refusal_count_;
   if (box.buttons == BoxButtons::ok) return BoxAnswer::ok;
   if (!fixed_answer_) return box.default_answer;
   if (box.buttons != BoxButtons::ok_cancel) return *fixed_answer_;
   return fixed_answer_ == BoxAnswer::yes ? BoxAnswer::ok : BoxAnswer::cancel;
 }
 
+bool HeadlessHost::show_note(const MessageBox& note) {
+  print(note);
+  return false;
+}
+
+std::optional<std::string> HeadlessHost::take_next_path(const FileDialog& dialog) {
+  if (!next_path_) {
+    fmt::print(stderr, "{}: There is nobody here to choose a file.\n", dialog.title);
+    ++refusal_count_;
+  }
+  return std::exchange(next_path_, std::nullopt);
+}
+
 std::optional<std::string> HeadlessHost::ask_for_new_file(const FileDialog& dialog) {
-  std::optional<std::string> path = std::exchange(next_path_, std::nullopt);
+  std::optional<std::string> path = take_next_path(dialog);
   const bool may_replace = !dialog.warn_existing || fixed_answer_ == BoxAnswer::yes;
   if (path && !may_replace && file_facts(*path).found) {
     fmt::print(stderr, "{}: {} exists. It is replaced with --yes.\n", dialog.title, *path);
@@ -60,8 +77,8 @@ std::optional<std::string> HeadlessHost::ask_for_new_file(const FileDialog& dial
   return path;
 }
 
-std::optional<std::string> HeadlessHost::ask_for_existing_file(const FileDialog&) {
-  return std::exchange(next_path_, std::nullopt);
+std::optional<std::string> HeadlessHost::ask_for_existing_file(const FileDialog& dialog) {
+  return take_next_path(dialog);
 }
 
 void HeadlessHost::drive(LongRun& run) {

@@ -16,18 +16,21 @@ class HeadlessHost : public Host {
   explicit HeadlessHost(std::optional<BoxAnswer> fixed_answer) : fixed_answer_(fixed_answer) {}
 
   BoxAnswer show_message_box(const MessageBox& box) override;
+  bool show_note(const MessageBox& note) override;
+  void beep() override { ++refusal_count_; }
   std::optional<std::string> ask_for_new_file(const FileDialog& dialog) override;
   std::optional<std::string> ask_for_existing_file(const FileDialog& dialog) override;
   void drive(LongRun& run) override;
   void request_close() override { wants_close_ = true; }
 
-  /// The answer to the next question for a file name.
-  void set_next_path(std::string path) { next_path_ = std::move(path); }
+  /// The answer to the next question for a file name; nothing takes it back.
+  void set_next_path(std::optional<std::string> path) { next_path_ = std::move(path); }
 
   /// The boxes shown since the last call.
   std::vector<MessageBox> take_messages();
 
-  /// How many boxes with an error icon there were so far.
+  /// How often something was refused so far: by a box with an error icon, by a beep, and for want
+  /// of somebody who chooses a file.
   [[nodiscard]] std::size_t refusal_count() const { return refusal_count_; }
 
   [[nodiscard]] bool wants_close() const { return wants_close_; }
@@ -38,6 +41,9 @@ class HeadlessHost : public Host {
   std::vector<MessageBox> messages_;
   std::size_t refusal_count_ = 0;
   bool wants_close_ = false;
+
+  void print(const MessageBox& box);
+  std::optional<std::string> take_next_path(const FileDialog& dialog);
 };
 
 }  // namespace corvelin

@@ -10,13 +10,14 @@
 #include <string_view>
 
 #include "document/open_state.h"
+#include "exchange/id3v1.h"
 #include "model/document.h"
 #include "model/frame_gain.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
-#include "platform/bytes.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
+#include "shell/file_info_dialog.h"
 #include "stream/frame_header.h"
 #include "stream/time_mapping.h"
 
@@ -24,26 +25,8 @@ namespace corvelin {
 
 namespace {
 
-std::string vbr_header_text() {
-  std::string text = (stream.vbr & vbr_header) != 0 ? "Xing"
-                     : stream.has_info_header != 0  ? "Info"
-                                                    : "No";
-  if (stream.xing_frames != 0) text += " (" + group_thousands(stream.xing_frames) + " frames)";
-  return text;
-}
-
-std::string encoder_text() {
-  std::string text;
-  for (std::size_t i = 0; i < 9; ++i) {
-    const std::uint8_t byte = stream.encoder_tag[i];
-    if (byte == 0) break;
-    text += byte >= 0x20 && byte < 0x7F ? static_cast<char>(byte) : '?';
-  }
-  return text.empty() ? "-" : text;
-}
-
 std::string id3v1_text() {
-  if (!stands_at(stream.id3v1, 0, "TAG")) return "No";
+  if (!has_id3v1()) return "No";
   return open_state.keep_id3v1 ? "Yes" : "Yes (not keeping)";
 }
 
@@ -88,27 +71,16 @@ std::string part_line(std::size_t index) {
 }  // namespace
 
 std::string stream_summary() {
-  const FrameInfo& frame = stream.current_frame;
   std::string text;
   const auto line = [&text](std::string_view label, std::string_view value) {
     fmt::format_to(std::back_inserter(text), "{:23}{}\n", label, value);
   };
   line("File:", document.files[0].file_name);
-  line("Total audio size:", group_thousands(document.total_size) + " bytes");
-  line("Total time:", time_text(document.total_size, 0));
-  line("First audio frame:", group_thousands(document.parts[0].part_filepos) + " bytes");
-  line("Current bitrate:", fmt::format("{:3.1f} kbit/s", static_cast<double>(frame.bitrate)));
-  line("Average bitrate:", fmt::format("{:3.1f} kbit/s", stream.avg_bitrate / 1000.0));
-  line("Size of current frame:", fmt::format("{} bytes", frame.frame_length));
-  line("Average frame size:", fmt::format("{:.0f} bytes", stream.avg_frame_size));
-  line("VBR/Info header:", vbr_header_text());
-  line("Encoder ID:", encoder_text());
-  line("ID3v2 header:",
-       stream.id3v2_size == 0 ? "No" : "Yes (" + group_thousands(stream.id3v2_size) + " bytes)");
+  for (const InfoLine& info : file_info_lines(selection.cursor))
+    line(info.label, info.value.empty() ? "-" : info.value);
   line("ID3v1 tag:", id3v1_text());
-  if (stream.ape_size != 0)
-    line("APE Tag (not keeping):", group_thousands(stream.ape_size) + " bytes");
-  line("Stream:", format_text(frame));
+  line("Stream:", format_text(stream.current_frame));
+  line("Total time:", time_text(document.total_size, 0));
   line("Source files:", std::to_string(document.files.size()));
   for (std::size_t i = 1; i < document.files.size(); ++i)
     line(fmt::format("  file {}:", i), document.files[i].file_name);

@@ -42,9 +42,8 @@ constexpr std::size_t longest_name = 500;  // UTF-16 code units
 
 // What would part fields or lines can't stand in a name.
 std::string name_field(std::u16string_view name) {
-  std::string text = wide_to_bytes(name, true);
-  std::ranges::replace_if(
-      text, [](char c) { return c == '\t' || c == '\r' || c == '\n' || c == '\0'; }, ' ');
+  std::string text = on_one_line(wide_to_bytes(name, true));
+  std::ranges::replace(text, '\t', ' ');
   return text;
 }
 

@@ -19,16 +19,17 @@
 #include "edit/trim_commands.h"
 #include "edit/undo.h"
 #include "exchange/cue_sheet.h"
+#include "exchange/id3v1.h"
 #include "exchange/refusals.h"
 #include "exchange/save_audio.h"
 #include "exchange/save_project.h"
 #include "exchange/settings.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "platform/bytes.h"
 #include "platform/close_request.h"
 #include "platform/file.h"
 #include "platform/message_box.h"
+#include "platform/process.h"
 #include "platform/text.h"
 #include "stream/frame_header.h"
 
@@ -58,12 +59,12 @@ constexpr auto toggle_use_toc = toggle<&Settings::use_toc>;
 constexpr auto toggle_time_marks = toggle<&Settings::time_marks>;
 constexpr auto toggle_map_names = toggle<&Settings::map_names>;
 constexpr auto toggle_big_total = toggle<&Settings::big_total>;
-constexpr auto toggle_keep_date_of_source = toggle_keep_date<1>;
-constexpr auto toggle_keep_date_on_new = toggle_keep_date<2>;
+constexpr auto toggle_keep_date_of_source = toggle_keep_date<keep_date_of_source>;
+constexpr auto toggle_keep_date_on_new = toggle_keep_date<keep_date_on_new>;
 
 void toggle_save_id3v1() {
   toggle<&Settings::save_id3v1>();
-  open_state.keep_id3v1 = settings.save_id3v1 != 0 && stands_at(stream.id3v1, 0, "TAG");
+  keep_id3v1_as_set();
 }
 
 void change_volume(int step) {
@@ -112,6 +113,24 @@ void undo() { undo_pop(); }
 
 void load_cue_sheet_over_audio() {
   choose_and_load_cue_sheet([] { undo_push(true, ui_text(men, 45)); });
+}
+
+// Saves the cues as a sheet, hands it to the user's editor, and reads back what became of it.
+void edit_cue_sheet() {
+  if (!save_project(true, true)) return;
+  if (const std::error_code error = open_in_viewer(open_state.project_name))
+    return show_error("xdg-open: " + error.message());
+  const BoxAnswer answer = show_message_box({.caption = "Corvelin",
+                                             .text = std::string(ui_text(msg, 26)),
+                                             .icon = BoxIcon::question,
+                                             .buttons = BoxButtons::yes_no,
+                                             .default_answer = BoxAnswer::yes});
+  if (answer != BoxAnswer::yes) return;
+  const std::string sheet = open_state.project_name;
+  close_all();
+  reset_state(ResetLevel::new_stream);
+  open_state.audio_name = sheet;
+  if (!open_document()) close_all();
 }
 
 bool has_texts() {

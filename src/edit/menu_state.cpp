@@ -4,9 +4,13 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <string_view>
+#include <utility>
 
 #include "edit/undo.h"
+#include "exchange/settings.h"
 #include "model/document.h"
+#include "platform/path.h"
 #include "platform/text.h"
 #include "stream/frame_header.h"
 #include "stream/time_mapping.h"
@@ -55,6 +59,20 @@ std::vector<std::string> part_list() {
   for (std::size_t i = 0; i < std::min(document.parts.size(), most_entries); ++i)
     list.push_back(part_entry(i));
   return list;
+}
+
+std::vector<MenuEntry> recent_entries() {
+  constexpr std::size_t longest_entry = 62;  // characters
+  std::vector<MenuEntry> entries;
+  const std::vector<std::string>& files = settings.file_recent;
+  for (std::size_t i = 0; i < std::min<std::size_t>(files.size(), settings.max_recent); ++i) {
+    if (folder_of(files[i]).empty()) continue;  // nothing that could be found again
+    std::string text = fmt::format("&{} {}", i + 1, name_of(files[i]));
+    const std::string_view shown = cut_to_units(text, longest_entry);
+    if (shown.size() < text.size()) text = std::string(shown) + " ...";
+    entries.push_back({static_cast<CommandId>(first_recent_command + i), std::move(text)});
+  }
+  return entries;
 }
 
 bool is_command_enabled(CommandId id) {

@@ -1,5 +1,5 @@
 // What the menus show of the document, as data that any shell can show: the entries of the List
-// menu, and which commands are grey.
+// menu, the recent files, and which commands are grey.
 #pragma once
 
 #include <string>
@@ -12,6 +12,15 @@ namespace corvelin {
 /// The entries of the List menu, with the commands from `first_part_command` on: number, time, kind
 /// and title of each of the first 60 parts.
 std::vector<std::string> part_list();
+
+/// An entry of a menu and the command behind it.
+struct MenuEntry {
+  CommandId id;
+  std::string text;
+};
+
+/// The recent files at the end of the File menu, with the commands from `first_recent_command` on.
+std::vector<MenuEntry> recent_entries();
 
 /// Whether the menu entry of a command is live. Keys don't ask: they run into the checks of the
 /// command.

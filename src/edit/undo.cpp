@@ -9,6 +9,7 @@
 #include "exchange/project_file.h"
 #include "exchange/settings.h"
 #include "model/selection.h"
+#include "platform/message_box.h"
 #include "platform/text.h"
 #include "shell/ui_text.h"
 
@@ -61,7 +62,11 @@ void undo_push(bool with_snapshot, std::string_view label) {
 }
 
 bool undo_pop() {
-  if (entry_limit() == 0 || undo_stack.empty()) return false;
+  if (entry_limit() == 0) return false;
+  if (undo_stack.empty()) {
+    beep();
+    return false;
+  }
   const UndoEntry entry = std::move(undo_stack.front());
   undo_stack.erase(undo_stack.begin());
   if (entry.undo_snapshot && !restore(*entry.undo_snapshot)) return false;
@@ -72,5 +77,12 @@ bool undo_pop() {
 }
 
 void undo_clear() { undo_stack.clear(); }
+
+std::string undo_menu_text() {
+  std::string text(ui_text(men, 23));
+  if (undo_stack.empty()) return text;
+  const std::size_t end = std::min(text.find('\t'), text.size());
+  return text.insert(end, ": " + undo_stack.front().undo_label);
+}
 
 }  // namespace corvelin

@@ -27,10 +27,13 @@ extern std::vector<UndoEntry> undo_stack;
 void undo_push(bool with_snapshot, std::string_view label);
 
 /// Takes the newest step back: the document as it was, or the selection alone. An entry that can't
-/// be restored is gone all the same. False when there is none.
+/// be restored is gone all the same. False when that fails, and, with a beep, when there is none.
 bool undo_pop();
 
 /// Forgets all steps. Happens by itself when a document is closed.
 void undo_clear();
+
+/// The menu entry of the Undo command, which names the step that it would take back.
+std::string undo_menu_text();
 
 }  // namespace corvelin

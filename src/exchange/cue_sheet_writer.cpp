@@ -1,7 +1,6 @@
 // Writing of cue sheets.
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <iterator>
 #include <string>
 
@@ -33,13 +32,6 @@ bool may_name_other_audio() {
                           .buttons = BoxButtons::ok_cancel,
                           .default_answer = BoxAnswer::ok};
   return show_message_box(box) == BoxAnswer::ok;
-}
-
-// A name fills the rest of its line, so a line end in it would begin another one.
-std::string on_one_line(std::string name) {
-  std::ranges::replace_if(
-      name, [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
-  return name;
 }
 
 std::string name_bytes(const std::u16string& name) {

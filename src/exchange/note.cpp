@@ -31,10 +31,12 @@ std::string_view text_of(Note note) {
 }  // namespace
 
 void show_note_once(Note note) {
-  if ((settings.msg_hide & static_cast<unsigned>(note)) != 0) return;
-  show_message_box({.caption = std::string(ui_text(msg, 9)),
-                    .text = std::string(text_of(note)),
-                    .icon = BoxIcon::information});
+  const auto bit = static_cast<std::uint16_t>(note);
+  if ((settings.msg_hide & bit) != 0) return;
+  const bool hides = show_note({.caption = std::string(ui_text(msg, 9)),
+                                .text = std::string(text_of(note)),
+                                .icon = BoxIcon::information});
+  if (hides) settings.msg_hide |= bit;
 }
 
 }  // namespace corvelin

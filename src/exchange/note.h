@@ -14,7 +14,7 @@ enum class Note : std::uint16_t {
   batch = 32,
 };
 
-/// Shows the note unless it is hidden.
+/// Shows the note unless it is hidden, and hides it from now on if the user wishes so.
 void show_note_once(Note note);
 
 }  // namespace corvelin

@@ -60,11 +60,7 @@ class ProjectWriter {
 
   // A name fills the rest of its line, so a line end in it would begin another key.
   void name(std::string_view key, const std::u16string& value) {
-    if (value.empty()) return;
-    std::string bytes = wide_to_bytes(value, true);
-    std::ranges::replace_if(
-        bytes, [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
-    line(key, bytes);
+    if (!value.empty()) line(key, on_one_line(wide_to_bytes(value, true)));
   }
 
   void source(const SourceFile& file) {

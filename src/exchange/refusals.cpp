@@ -1,7 +1,5 @@
-// The boxes of refused commands.
+// The boxes of errors and refusals.
 #include "exchange/refusals.h"
-
-#include <string>
 
 #include "model/selection.h"
 #include "platform/message_box.h"
@@ -9,6 +7,10 @@
 #include "stream/frame_header.h"
 
 namespace corvelin {
+
+void show_error(const std::string& text) {
+  show_message_box({.caption = std::string(ui_text(msg, 6)), .text = text, .icon = BoxIcon::error});
+}
 
 void show_refusal(std::string_view text) {
   show_message_box(

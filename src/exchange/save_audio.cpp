@@ -21,8 +21,6 @@ namespace corvelin {
 
 namespace {
 
-constexpr unsigned warn_of_replacing = 2;  // bit of the setting `warn`
-
 FileType type_of_stream() {
   if (stream.is_aac != 0) return {.name = "AAC", .pattern = "*.aac"};
   if (stream.current_frame.layer == 2) return {.name = "MP2", .pattern = "*.mp2"};

@@ -7,6 +7,7 @@
 #include "exchange/cue_sheet.h"
 #include "exchange/note.h"
 #include "exchange/project_file.h"
+#include "exchange/refusals.h"
 #include "exchange/save_audio.h"
 #include "exchange/settings.h"
 #include "platform/file_dialog.h"
@@ -17,8 +18,6 @@
 namespace corvelin {
 
 namespace {
-
-constexpr unsigned warn_of_unsaved_changes = 1;  // bit of the setting `warn`
 
 // False when the user cancels.
 bool ask_save_path(bool as_cue, bool current_is_cue) {

@@ -10,10 +10,10 @@
 #include "document/open_state.h"
 #include "exchange/id3v1.h"
 #include "exchange/id3v2_copy.h"
+#include "exchange/refusals.h"
 #include "exchange/settings.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
-#include "platform/message_box.h"
 #include "platform/numbers.h"
 #include "platform/path.h"
 #include "shell/ui_text.h"
@@ -27,10 +27,6 @@ namespace {
 constexpr std::string_view temporary_mark = ".~~~";
 
 constexpr int rounds_per_slice = 4;  // of up to a megabyte
-
-// Bits of the setting `keep_date`.
-constexpr unsigned keep_date_of_source = 1;
-constexpr unsigned keep_date_on_new = 2;
 
 // The source is replaced by a file that a person can make out should the replacement fail. One that
 // an earlier failure left is not touched: it may be all that there is of somebody's work.
@@ -72,7 +68,7 @@ bool SaveRun::write_front() {
   if (keeps_id3v2(false)) {
     const Id3v2Copy copy = copy_.write_id3v2();
     if (!check(copy.error)) return false;
-    log_ += fmt::format("ID3v2 written ({} bytes)\r\n", copy.written);
+    log_ += fmt::format("ID3v2 {} ({} bytes)\r\n", ui_text(dlg, 92), copy.written);
   }
   return check(copy_.write_header_frame());
 }
@@ -120,7 +116,7 @@ bool SaveRun::header_step() {
   log_ += "VBR/Info header... ";
   const VbrHeaderResult header = copy_.finish_header();
   if (!check(header.error)) return false;
-  log_ += header.is_complete ? "Ok\r\n" : "Error\r\n";
+  log_ += header.is_complete ? "Ok\r\n" : fmt::format("{}\r\n", ui_text(msg, 6));
   if (!header.is_complete) problem_ = true;
   phase_ = Phase::finish;
   return true;
@@ -149,7 +145,7 @@ bool SaveRun::finish() {
 bool SaveRun::complete_target() {
   if (keeps_id3v1()) {
     if (!check(copy_.write_id3v1())) return false;
-    log_ += "ID3v1 written\r\n";
+    log_ += fmt::format("ID3v1 {}\r\n", ui_text(dlg, 92));
   }
   const unsigned date_bit = replaces_source_ ? keep_date_of_source : keep_date_on_new;
   if ((settings.keep_date & date_bit) != 0 && !check(copy_.target.set_write_time(write_time_)))

@@ -30,6 +30,14 @@ struct Settings {
 
 extern Settings settings;
 
+/// Bits of the setting `keep_date`.
+constexpr std::uint16_t keep_date_of_source = 1;
+constexpr std::uint16_t keep_date_on_new = 2;
+
+/// Bits of the setting `warn`.
+constexpr std::uint16_t warn_of_unsaved_changes = 1;
+constexpr std::uint16_t warn_of_replacing = 2;
+
 /// The longest path or text of a setting, in UTF-16 code units.
 constexpr std::size_t longest_setting = 400;
 

@@ -25,8 +25,6 @@ namespace corvelin {
 
 namespace {
 
-constexpr unsigned keep_date_on_new = 2;  // bit of the setting `keep_date`
-
 bool begins_region(const Part& part) { return part.part_iscue != 0; }
 
 // A piece may begin with the end of the one before. Its own end never moves.

@@ -22,9 +22,15 @@ struct MessageBox {
 /// Shows the box and waits for the answer. Without a host each box is answered by its default.
 BoxAnswer show_message_box(const MessageBox& box);
 
-/// A box with one button under the caption "Error", as for a failed write.
-void show_error(const std::string& text);
+/// Shows a note with a box "Don't show this message again" in it. Returns whether the user has set
+/// that. Without a host nobody has.
+bool show_note(const MessageBox& note);
+
+/// The sound for a command that found nothing to do.
+void beep();
 
 extern std::function<BoxAnswer(const MessageBox&)> message_box_handler;
+extern std::function<bool(const MessageBox&)> note_handler;
+extern std::function<void()> beep_handler;
 
 }  // namespace corvelin

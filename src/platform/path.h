@@ -26,8 +26,8 @@ bool has_extension(std::string_view path, std::string_view extension);
 std::string with_extension(std::string_view path, std::string_view extension);
 
 /// The path that a text from a cue sheet, playlist or project means, relative to `folder` (with its
-/// "/") unless it is absolute. One that exists gets single separators, so that a file which is named
-/// with single ones and with double ones is known as the same.
+/// "/") unless it is absolute. One that exists gets single separators, so that a file which is
+/// named with single ones and with double ones is known as the same.
 ///
 /// Such texts come from this platform and from others. So a path that exists as it stands is taken;
 /// in any other one backslashes part the folders. One with a drive letter is absolute and leads

@@ -209,6 +209,12 @@ double leading_decimal(std::string_view text) {
   return negative ? -value : value;
 }
 
+std::string on_one_line(std::string text) {
+  std::ranges::replace_if(
+      text, [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
+  return text;
+}
+
 bool equal_ignoring_case(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [](char x, char y) { return lower(x) == lower(y); });

@@ -46,6 +46,9 @@ std::int32_t leading_number(std::string_view text);
 /// follows is unread, and so is everything beyond 300 characters. 0 when there is none.
 double leading_decimal(std::string_view text);
 
+/// `text` with blanks for line ends and zeros, so that it fills one line of a file and no more.
+std::string on_one_line(std::string text);
+
 /// Whether two texts are equal but for the case of the letters A to Z.
 bool equal_ignoring_case(std::string_view a, std::string_view b);
 

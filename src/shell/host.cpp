@@ -14,6 +14,8 @@ std::vector<std::string> Host::ask_for_existing_files(const FileDialog& dialog) 
 
 void install_host(Host* host) {
   message_box_handler = nullptr;
+  note_handler = nullptr;
+  beep_handler = nullptr;
   new_file_handler = nullptr;
   existing_file_handler = nullptr;
   existing_files_handler = nullptr;
@@ -21,6 +23,8 @@ void install_host(Host* host) {
   close_request_handler = nullptr;
   if (host == nullptr) return;
   message_box_handler = [host](const MessageBox& box) { return host->show_message_box(box); };
+  note_handler = [host](const MessageBox& note) { return host->show_note(note); };
+  beep_handler = [host] { host->beep(); };
   new_file_handler = [host](const FileDialog& dialog) { return host->ask_for_new_file(dialog); };
   existing_file_handler = [host](const FileDialog& dialog) {
     return host->ask_for_existing_file(dialog);

@@ -18,6 +18,12 @@ class Host {
 
   virtual BoxAnswer show_message_box(const MessageBox& box) = 0;
 
+  /// Shows a note. Returns whether the user doesn't want to see it again.
+  virtual bool show_note(const MessageBox& note) = 0;
+
+  /// The sound for a command that found nothing to do.
+  virtual void beep() = 0;
+
   /// The name for a new file, or nothing when the user cancels.
   virtual std::optional<std::string> ask_for_new_file(const FileDialog& dialog) = 0;
 

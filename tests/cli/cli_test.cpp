@@ -245,6 +245,19 @@ TEST_F(Cli, CommandsByNumberAndNameAndAClipboardBetweenProcesses) {
                                                       .bytes());
 }
 
+// A command that would ask for a file is refused, and takes no name that was meant for another.
+TEST_F(Cli, NobodyIsThereToChooseAFile) {
+  folder.file("a.mp3", Mp3Builder{}.frames(50).bytes());
+  const Result result = cli("a.mp3 -e 'save_selection x.mp3' -e save_complete -e 1022");
+  EXPECT_EQ(result.status, 1);
+  EXPECT_NE(result.err.find("Create audio file: There is nobody here to choose a file.\n"),
+            std::string::npos)
+      << result.err;
+  EXPECT_NE(result.err.find("save_complete was refused\n"), std::string::npos);
+  EXPECT_NE(result.err.find("1022 was refused\n"), std::string::npos);
+  EXPECT_EQ(folder.names(), std::vector<std::string>{"a.mp3"});
+}
+
 // Killed at any moment of a replacing save, the source is the old file or the finished new one.
 TEST_F(Cli, KillLeavesAWholeSource) {
   const Bytes old_bytes = Mp3Builder{}.frames(20000).id3v1("x").bytes();

@@ -1,7 +1,11 @@
 // The command table and its dispatcher.
 #include "edit/commands.h"
 
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
 #include <set>
+#include <thread>
 
 #include "edit/menu_state.h"
 #include "exchange/settings.h"
@@ -109,6 +113,47 @@ TEST_F(Commands, DeadRecentFilesGoWhenOneFails) {
   EXPECT_EQ(settings.file_recent, std::vector<std::string>{good});
   dispatch_command(1100);
   EXPECT_EQ(file_count(), 1);
+}
+
+TEST_F(Commands, RecentFilesShowTheirNames) {
+  settings.file_recent = {"/m/a.mp3", "bare.mp3", "/m/" + std::string(59, 'x'),
+                          "/m/" + std::string(60, 'x'), "/m/last.mp3"};
+  settings.max_recent = 4;
+  const std::vector<MenuEntry> entries = recent_entries();
+  ASSERT_EQ(entries.size(), 3U);
+  EXPECT_EQ(entries[0].text, "&1 a.mp3");
+  EXPECT_EQ(entries[0].id, 1100);
+  EXPECT_EQ(entries[1].text, "&3 " + std::string(59, 'x'));
+  EXPECT_EQ(entries[2].text, "&4 " + std::string(59, 'x') + " ...");
+  EXPECT_EQ(entries[2].id, 1103);
+}
+
+// The editor changes a title of the sheet; its program is a stand-in that does so at once.
+TEST_F(Commands, AnEditedCueSheetIsReadBack) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(50).bytes()));
+  settings.msg_hide = 0xFFFF;
+  const std::string editor = folder.file(
+      "xdg-open", "#!/bin/sh\nsed 's/Before/After/' \"$1\" >\"$1.new\" && mv \"$1.new\" \"$1\"\n");
+  std::filesystem::permissions(editor, std::filesystem::perms::owner_all);
+  document.parts[0].part_title = u"Before";
+  const std::string path = std::getenv("PATH");
+  ::setenv("PATH", (folder.path("") + ":" + path).c_str(), 1);
+  host.new_files = {folder.path("s.cue")};
+  host.while_answering = [this] {
+    for (int i = 0; i < 500 && read_text(folder.path("s.cue")).find("After") == std::string::npos;
+         ++i)
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  };
+  dispatch_command(1030);
+  EXPECT_EQ(host.boxes.back().text, "Reload Cue sheet?");
+  EXPECT_EQ(document.parts[0].part_title, u"After");
+
+  ::setenv("PATH", "/nowhere", 1);
+  host.new_files = {folder.path("s.cue")};
+  dispatch_command(1030);
+  EXPECT_EQ(host.boxes.back().text, "xdg-open: No such file or directory");
+  EXPECT_EQ(document.parts[0].part_title, u"After");
+  ::setenv("PATH", path.c_str(), 1);
 }
 
 }  // namespace

@@ -26,7 +26,9 @@ TEST_F(Undo, TakesBackACut) {
   EXPECT_EQ(project_text(), before);
   EXPECT_EQ(selection.sel_end, 834U);
   EXPECT_TRUE(open_state.document_modified);
+  EXPECT_EQ(host.beeps, 0);
   EXPECT_FALSE(undo_pop());
+  EXPECT_EQ(host.beeps, 1);
 }
 
 TEST_F(Undo, TakesBackASelectionAlone) {
@@ -88,6 +90,10 @@ TEST_F(Undo, LabelsAreShortAndPlain) {
   EXPECT_EQ(label("Set Cue flag for all p&ure split points"), "Set Cue flag for all pur...");
   EXPECT_EQ(label("Cues at &ends of selection\tShift+Ctrl+E"), "Cues at ends of selectio...");
   EXPECT_EQ(label("123456789012345678901234"), "123456789012345678901234");
+  label("&Cut/Cue");
+  EXPECT_EQ(undo_menu_text(), "&Undo: Cut/Cue\tCtrl+Z");
+  undo_clear();
+  EXPECT_EQ(undo_menu_text(), "&Undo\tCtrl+Z");
 }
 
 TEST_F(Undo, SurvivesASourceThatIsGone) {

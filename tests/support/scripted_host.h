@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,14 +22,24 @@ class ScriptedHost : public Host {
   std::deque<std::string> new_files;       // to the next questions for a file; then cancel
   std::deque<std::string> existing_files;  // also all of them at once, where several may be chosen
 
+  std::function<void()> while_answering;  // what happens while a box is on screen
+
   std::vector<MessageBox> boxes;  // shown so far
   std::vector<FileDialog> dialogs;
+  bool hides_notes = false;  // the user doesn't want to see a note again
+  int beeps = 0;
   bool close_requested = false;
 
   BoxAnswer show_message_box(const MessageBox& box) override {
     boxes.push_back(box);
+    if (while_answering) while_answering();
     return take(answers).value_or(box.default_answer);
   }
+  bool show_note(const MessageBox& note) override {
+    boxes.push_back(note);
+    return hides_notes;
+  }
+  void beep() override { ++beeps; }
   std::optional<std::string> ask_for_new_file(const FileDialog& dialog) override {
     dialogs.push_back(dialog);
     return take(new_files);

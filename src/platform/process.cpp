@@ -1,0 +1,61 @@
+// Programs started on a POSIX system.
+#include "platform/process.h"
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+#include "platform/file.h"
+
+namespace corvelin {
+
+namespace {
+
+// Becomes the program. If that fails, its reason goes down `pipe`, which closes by itself if not.
+// Between fork and exec nothing may be allocated.
+[[noreturn]] void become(char* const* words, int pipe) {
+  ::setsid();
+  ::execvp(words[0], words);
+  const int reason = errno;
+  const ssize_t written = ::write(pipe, &reason, sizeof reason);
+  ::_exit(written == sizeof reason ? 0 : 1);
+}
+
+std::error_code last_error() { return {errno, std::system_category()}; }
+
+}  // namespace
+
+std::error_code start_program(const std::vector<std::string>& words) {
+  std::vector<char*> arguments;
+  for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
+  arguments.push_back(nullptr);
+  int ends[2] = {};
+  if (::pipe2(ends, O_CLOEXEC) != 0) return last_error();
+  const FileHandle reading(ends[0]);
+  FileHandle writing(ends[1]);
+
+  // The child of a child that has ended belongs to the system, which takes its end note of it.
+  const pid_t child = ::fork();
+  if (child < 0) return last_error();
+  if (child == 0) {
+    const pid_t grandchild = ::fork();
+    if (grandchild == 0) become(arguments.data(), ends[1]);
+    ::_exit(grandchild < 0 ? 1 : 0);
+  }
+  writing = FileHandle();
+  int status = 0;
+  while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
+  }
+  if (status != 0) return std::make_error_code(std::errc::resource_unavailable_try_again);
+  int reason = 0;
+  const ssize_t got = ::read(reading.get(), &reason, sizeof reason);
+  return got == sizeof reason ? std::error_code(reason, std::system_category()) : std::error_code{};
+}
+
+std::error_code open_in_viewer(const std::string& path) {
+  return start_program({"xdg-open", path});
+}
+
+}  // namespace corvelin
