@@ -176,11 +176,25 @@ std::string undo_line(Arguments, HeadlessHost&) {
 }
 
 std::string split_line(Arguments words, HeadlessHost&) {
-  const bool is_saved = split_unattended(split_folder(words[0])) == SaveOutcome::saved;
+  const bool is_saved = split_unattended(words[0]) == SaveOutcome::saved;
   return is_saved ? done : "the split is not complete";
 }
 
-// The fields of the ID3v1 tag, KEY=TEXT each.
+// Hands the key and the text of each KEY=TEXT to `take`, which tells whether there is such a key.
+template <typename Take>
+std::string take_texts(Arguments words, Take take) {
+  if (words.empty()) return "KEY=\"text\" is missing";
+  for (const std::string& word : words) {
+    const std::size_t equal = word.find('=');
+    if (equal == std::string::npos) return fmt::format("\"{}\" is no KEY=TEXT", word);
+    const std::string_view whole = word;
+    if (!take(whole.substr(0, equal), whole.substr(equal + 1)))
+      return fmt::format("\"{}\" can't be set", word);
+  }
+  return done;
+}
+
+// The fields of the ID3v1 tag.
 std::string tag_line(Arguments words, HeadlessHost&) {
   if (!can_create_tag()) return "an AAC stream has no such tag";
   TagDialog tag = tag_dialog_load();
@@ -190,12 +204,7 @@ std::string tag_line(Arguments words, HeadlessHost&) {
                                                                 {"album", &tag.album},
                                                                 {"year", &tag.year},
                                                                 {"comment", &tag.comment}};
-  if (words.empty()) return "tag takes KEY=\"text\" words";
-  for (const std::string& word : words) {
-    const std::size_t equal = word.find('=');
-    if (equal == std::string::npos) return fmt::format("\"{}\" is no KEY=TEXT", word);
-    const std::string_view key = std::string_view(word).substr(0, equal);
-    const std::string_view value = std::string_view(word).substr(equal + 1);
+  const std::string refusal = take_texts(words, [&](std::string_view key, std::string_view value) {
     const auto* const text =
         std::ranges::find(texts, key, [](const auto& row) { return row.first; });
     if (text != std::end(texts)) {
@@ -205,39 +214,38 @@ std::string tag_line(Arguments words, HeadlessHost&) {
     } else if (key == "genre" && (value.empty() || genre_index(value))) {
       tag.genre = value;
     } else {
-      return fmt::format("\"{}\" is no field of the tag", word);
+      return false;
     }
-  }
+    return true;
+  });
+  if (!refusal.empty()) return refusal;
   tag_dialog_apply(tag);
   open_state.document_modified = true;
   return done;
 }
 
-// The names of the current part and of the album, KEY=TEXT each.
+// The names of the current part and of the album.
 std::string names_line(Arguments words, HeadlessHost&) {
   NamesDialog names;
   names.begin();
-  if (words.empty()) return "names takes KEY=\"text\" words";
-  for (const std::string& word : words) {
-    const std::size_t equal = word.find('=');
-    if (equal == std::string::npos) return fmt::format("\"{}\" is no KEY=TEXT", word);
-    const std::string_view key = std::string_view(word).substr(0, equal);
-    const std::string_view value = std::string_view(word).substr(equal + 1);
-    const std::u16string text = bytes_to_wide(value, true);
-    if (key == "part_title") {
-      names.part_title = text;
-    } else if (key == "part_artist") {
-      names.part_artist = text;
-    } else if (key == "sheet_title") {
-      names.sheet_title = text;
-    } else if (key == "sheet_artist") {
-      names.sheet_artist = text;
+  const std::pair<std::string_view, std::u16string*> texts[] = {
+      {"part_title", &names.part_title},
+      {"part_artist", &names.part_artist},
+      {"sheet_title", &names.sheet_title},
+      {"sheet_artist", &names.sheet_artist}};
+  const std::string refusal = take_texts(words, [&](std::string_view key, std::string_view value) {
+    const auto* const text =
+        std::ranges::find(texts, key, [](const auto& row) { return row.first; });
+    if (text != std::end(texts)) {
+      *text->second = bytes_to_wide(value, true);
     } else if (key == "part_iscue" && (value == "0" || value == "1")) {
       names.part_iscue = value == "1";
     } else {
-      return fmt::format("\"{}\" is no name of a part or an album", word);
+      return false;
     }
-  }
+    return true;
+  });
+  if (!refusal.empty()) return refusal;
   names.accept();
   return done;
 }
@@ -339,13 +347,6 @@ std::string run_words(const std::vector<std::string>& words, HeadlessHost& host)
 }
 
 }  // namespace
-
-std::string split_folder(const std::string& folder) {
-  if (folder.empty()) return folder;
-  std::string whole = in_current_folder(folder);
-  if (!whole.ends_with('/')) whole += '/';
-  return whole;
-}
 
 std::string set_refusal(SetResult result, std::string_view key, std::string_view value) {
   switch (result) {

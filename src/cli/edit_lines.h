@@ -13,9 +13,6 @@ namespace corvelin {
 /// or a comment does nothing.
 std::string run_edit_line(std::string_view line, HeadlessHost& host);
 
-/// A folder as a split wants it: from the root on and with its "/"; empty stays empty.
-std::string split_folder(const std::string& folder);
-
 /// The words for a setting that was not set, or an empty text.
 std::string set_refusal(SetResult result, std::string_view key, std::string_view value);
 

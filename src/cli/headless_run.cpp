@@ -153,9 +153,8 @@ class HeadlessRun {
     if (document.parts.empty()) return fail("no document is open");
     if (host_.wants_close()) return;
     batch_active = true;
-    const SaveOutcome outcome = options_.work.save
-                                    ? save_unattended(options_.work.overwrite)
-                                    : split_unattended(split_folder(*options_.work.split));
+    const SaveOutcome outcome = options_.work.save ? save_unattended(options_.work.overwrite)
+                                                   : split_unattended(*options_.work.split);
     if (outcome != SaveOutcome::saved) status_ = failed;
   }
 

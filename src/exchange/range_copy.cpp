@@ -30,6 +30,7 @@ void RangeCopy::begin(EditPosition begin, EditPosition end) {
   marks_.clear();
   block_size_ = std::numeric_limits<std::size_t>::max();
   resync_count = 0;
+  for (SourceFile& file : document.files) file.handle.forget_read_error();
   const std::uint32_t length = end > begin ? end - begin : 0;
   target.reserve(std::uint64_t{stream.id3v2_size} + frame_unit + length + id3v1_size);
 }
@@ -65,7 +66,9 @@ std::string RangeCopy::source_fault() const {
     const SourceFile& file = document.files[part.part_file];
     if (const std::error_code error = file.handle.read_error())
       return file.file_name + "\n" + error.message();
-    if (file.handle.facts().size < file.audio_end)
+    const std::uint64_t copied_to =
+        std::uint64_t{part.part_filepos} + std::min(end_ - part.part_beg, part.part_size);
+    if (file.handle.facts().size < std::min<std::uint64_t>(copied_to, file.audio_end))
       return file.file_name + "\nThis file has become shorter since it was first opened.";
   }
   return {};

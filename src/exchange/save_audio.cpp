@@ -27,11 +27,13 @@ FileType type_of_stream() {
   return {.name = "MP3", .pattern = "*.mp3"};
 }
 
-// Two names are one file's when they lead to the same one, or, where nothing has the second name
-// yet, when they differ in case alone.
+// Two names are one file's when they are the same or lead to the same one, or, where nothing has
+// the second name yet, when they differ in case alone. The name of a source stays one when another
+// program has put a new file there meanwhile.
 bool is_source(const std::string& path) {
   const FileFacts facts = file_facts(path);
   return std::ranges::any_of(document.files, [&](const SourceFile& file) {
+    if (file.file_name == path) return true;
     return facts.found ? file.handle.facts().identity == facts.identity
                        : equal_ignoring_case(file.file_name, path);
   });
@@ -93,8 +95,11 @@ SaveOutcome save_selection() {
 
 SaveOutcome save_unattended(bool overwrite) {
   const std::string& audio = open_state.audio_name;
-  open_state.save_name = overwrite ? audio : audio + std::string(extension_of(audio));
-  return run_save(open_state.save_name, overwrite);
+  std::string& name = open_state.save_name;
+  name = overwrite ? audio : audio + std::string(extension_of(audio));
+  const bool replaces = overwrite || is_source(name);
+  if (replaces && !overwrite && !may_replace_source(name)) return SaveOutcome::not_started;
+  return run_save(name, replaces);
 }
 
 }  // namespace corvelin

@@ -22,8 +22,8 @@ SaveOutcome save_audio();
 /// The same for the selection, which must have a length.
 SaveOutcome save_selection();
 
-/// Saves without a question, in the place of the opened file with `overwrite`, else beside it:
-/// song.mp3 gives song.mp3.mp3.
+/// Saves in the place of the opened file with `overwrite`, else beside it: song.mp3 gives
+/// song.mp3.mp3. Asks nothing, unless the name beside it is that of a source too.
 SaveOutcome save_unattended(bool overwrite);
 
 }  // namespace corvelin

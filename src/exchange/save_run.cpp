@@ -16,6 +16,7 @@
 #include "model/selection.h"
 #include "platform/numbers.h"
 #include "platform/path.h"
+#include "platform/text.h"
 #include "shell/ui_text.h"
 
 namespace corvelin {
@@ -26,16 +27,20 @@ namespace {
 // place: song.mp3 is written as song.mp3.~~~.mp3.
 constexpr std::string_view temporary_mark = ".~~~";
 
-constexpr int rounds_per_slice = 4;  // of up to a megabyte
+constexpr int rounds_per_slice = 4;  // of up to two megabytes
 
 // The source is replaced by a file that a person can make out should the replacement fail. One that
 // an earlier failure left is not touched: it may be all that there is of somebody's work.
 std::string free_temporary_name(const std::string& name) {
-  const std::string_view extension = extension_of(document.files[0].file_name);
-  std::string beside = fmt::format("{}{}{}", name, temporary_mark, extension);
-  for (int number = 2; file_facts(beside).found; ++number)
-    beside = fmt::format("{}{}.{}{}", name, temporary_mark, number, extension);
-  return beside;
+  constexpr std::size_t longest_name = 255;  // bytes, as common file systems have it
+  std::string end = fmt::format("{}{}", temporary_mark, extension_of(document.files[0].file_name));
+  for (int number = 2;; ++number) {
+    const std::size_t room = longest_name - std::min(longest_name, end.size());
+    std::string beside =
+        fmt::format("{}{}{}", folder_of(name), cut_to_bytes(name_of(name), room), end);
+    if (!is_name_taken(beside)) return beside;
+    end = fmt::format("{}.{}{}", temporary_mark, number, extension_of(document.files[0].file_name));
+  }
 }
 
 }  // namespace
@@ -52,7 +57,9 @@ SaveRun::SaveRun(const std::string& name, bool replaces_source)
 }
 
 bool SaveRun::begin() {
-  if (!check(copy_.target.create(written_))) return false;
+  // What is written beside another file has a name that anybody could have known and taken.
+  if (!check(written_ == name_ ? copy_.target.create(written_) : copy_.target.create_new(written_)))
+    return false;
   if (settings.keep_date != 0) write_time_ = document.files[0].handle.facts().write_time;
   if (open_state.selection_only && selection.sel_beg != no_position) {
     copy_.begin(selection.sel_beg, selection.sel_end);
@@ -135,7 +142,7 @@ bool SaveRun::finish() {
     if (!check(error)) return false;
   }
   if (!is_selection) {
-    add_recent(name_);
+    add_recent(open_state.save_name);
     open_state.document_modified = false;
   }
   return false;
@@ -179,7 +186,7 @@ void SaveRun::cancel() {
 
 // Gives up after a failure of the file. Returns whether there was none.
 bool SaveRun::check(std::error_code error) {
-  return !error || give_up(error.message() + "\n" + written_);
+  return !error || give_up(error.message() + "\n" + (replaces_source_ ? written_ : name_));
 }
 
 bool SaveRun::give_up(const std::string& reason) {

@@ -196,7 +196,6 @@ SaveOutcome split_unattended(const std::string& folder) {
   if (!target.ends_with('/')) target += '/';
   SplitRun run(target, 1);
   drive(run);
-  open_state.document_modified = false;
   return run.result() == SplitResult::finished ? SaveOutcome::saved : SaveOutcome::failed;
 }
 

@@ -52,7 +52,6 @@ class SplitRun : public LongRun {
   [[nodiscard]] std::string_view status() const;
   /// The names of the files that are complete, in lines ended by CR LF.
   [[nodiscard]] const std::string& log() const { return log_; }
-  [[nodiscard]] std::uint16_t split_total() const { return split_total_; }
 
  private:
   SplitResult next_region();
@@ -83,7 +82,7 @@ class SplitRun : public LongRun {
 };
 
 /// Splits without a question, with the settings as they stand, into `folder`, or beside the audio
-/// with an empty one. The document counts as saved then.
+/// with an empty one.
 SaveOutcome split_unattended(const std::string& folder);
 
 }  // namespace corvelin

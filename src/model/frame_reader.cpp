@@ -77,8 +77,9 @@ std::size_t read_frames(std::span<std::uint8_t> dest, std::uint32_t max_frames, 
   std::size_t off = 0;
   for (std::uint32_t round = 0; round < max_frames; ++round) {
     const bool may_go_on = off > 0 && got == wanted;  // the block ended here, not the file
+    if (may_go_on && off + header_size > got) break;
     if (off + 2 > got) {
-      if (!may_go_on) resync(pos, part);
+      resync(pos, part);
       break;
     }
     if (!has_sync(block, off)) {

@@ -24,8 +24,8 @@ extern HeaderRewrite header_rewrite;
 /// How often `read_frames` found no frame where one had to begin. A caller zeroes it before a run.
 extern std::uint16_t resync_count;
 
-/// The common input block of playback and saving; at most `frame_block_limit` bytes are read at a
-/// time.
+/// The common input block of those who read frames and keep none; at most `frame_block_limit` bytes
+/// are read at a time.
 constexpr std::size_t frame_block_limit = 62000;
 constexpr std::uint32_t any_frame_count = 0xFFFFFFFF;  // no limit but that of the bytes
 extern std::array<std::uint8_t, 64000> frame_block;

@@ -98,6 +98,11 @@ FileFacts file_facts(const std::string& path) {
   return facts_of(status);
 }
 
+bool is_name_taken(const std::string& path) {
+  struct stat status = {};
+  return ::lstat(path.c_str(), &status) == 0;
+}
+
 FileHandle::FileHandle(FileHandle&& other) noexcept : descriptor_(other.release()) {}
 
 FileHandle& FileHandle::operator=(FileHandle&& other) noexcept {
@@ -203,7 +208,7 @@ std::error_code OutputFile::set_write_time(std::timespec time) {
 std::error_code OutputFile::copy_permissions_of(const std::string& path) {
   struct stat status = {};
   if (::stat(path.c_str(), &status) != 0) return {};
-  const bool done = write_calls.fchmod(handle_.get(), status.st_mode & 07777) == 0;
+  const bool done = write_calls.fchmod(handle_.get(), status.st_mode & 0777) == 0;
   return done || errno == EPERM ? std::error_code{} : last_error();
 }
 
@@ -225,14 +230,17 @@ std::error_code rename_over(const std::string& from, const std::string& to) {
 }
 
 std::string name_beside(const std::string& path) {
-  return fmt::format("{}.corvelin-{}~", folder_of(path), ::getpid());
+  std::string beside = fmt::format("{}.corvelin-{}~", folder_of(path), ::getpid());
+  for (int number = 2; is_name_taken(beside); ++number)
+    beside = fmt::format("{}.corvelin-{}-{}~", folder_of(path), ::getpid(), number);
+  return beside;
 }
 
 std::error_code replace_file(const std::string& path, std::string_view bytes) {
   const std::string place = behind_links(path);
   const std::string beside = name_beside(place);
   OutputFile file;
-  if (const std::error_code error = file.create(beside)) return error;
+  if (const std::error_code error = file.create_new(beside)) return error;
   const auto* const data = reinterpret_cast<const std::uint8_t*>(bytes.data());
   std::error_code error = file.copy_permissions_of(place);
   if (!error) error = file.write({data, bytes.size()});

@@ -37,6 +37,9 @@ struct FileFacts {
 /// Looks a name up, through symbolic links.
 FileFacts file_facts(const std::string& path);
 
+/// Whether anything has the name, be it a link that leads nowhere.
+bool is_name_taken(const std::string& path);
+
 /// Owns a file descriptor and closes it.
 class FileHandle {
  public:
@@ -65,6 +68,7 @@ class InputFile {
 
   [[nodiscard]] bool is_open() const { return handle_.is_open(); }
   [[nodiscard]] std::error_code read_error() const { return read_error_; }
+  void forget_read_error() { read_error_.clear(); }
   [[nodiscard]] FileFacts facts() const;  // as they are now
 
  private:
@@ -112,8 +116,9 @@ class OutputFile {
 /// is there no file called `to`, if there was one.
 std::error_code rename_over(const std::string& from, const std::string& to);
 
-/// The name under which a new content of `path` is written beside it: short, as `path` may be as
-/// long as names get.
+/// A free name under which a new content of `path` can be written beside it: short, as `path` may
+/// be as long as names get. Create the file with `create_new`: names beside others are known
+/// before.
 std::string name_beside(const std::string& path);
 
 /// Writes `bytes` beside `path` and renames the result over it. After a failure `path` is as it

@@ -195,6 +195,46 @@ TEST_F(SaveTest, KeepsTheSourceWhenTheAnswerIsNo) {
   EXPECT_EQ(host.boxes.size(), 1U);
 }
 
+// A save beside the file asks, when what stands there is a source or leads to one.
+TEST_F(SaveTest, UnattendedItReplacesNoSourceUnasked) {
+  const Bytes bytes = Mp3Builder{}.frames(100).bytes();
+  ASSERT_TRUE(open("a.mp3", bytes));
+  ASSERT_EQ(save_unattended(false), SaveOutcome::saved);
+  EXPECT_EQ(read_file(folder.path("a.mp3.mp3")), bytes);
+  document.parts[0].part_size = 50 * length;
+  recompute_total();
+
+  std::filesystem::remove(folder.path("a.mp3.mp3"));
+  std::filesystem::create_symlink("a.mp3", folder.path("a.mp3.mp3"));
+  EXPECT_EQ(save_unattended(false), SaveOutcome::not_started);
+  std::filesystem::remove(folder.path("a.mp3.mp3"));
+  add_source_file(folder.file("a.mp3.mp3", bytes));
+  EXPECT_EQ(save_unattended(false), SaveOutcome::not_started);
+  EXPECT_EQ(read_file(folder.path("a.mp3")), bytes);
+  EXPECT_EQ(read_file(folder.path("a.mp3.mp3")), bytes);
+  host.answers = {BoxAnswer::yes};
+  EXPECT_EQ(save_unattended(false), SaveOutcome::saved);
+  EXPECT_EQ(read_file(folder.path("a.mp3.mp3")), Mp3Builder{}.frames(50).bytes());
+  EXPECT_TRUE(document.files.empty());
+}
+
+// Many programs save by renaming a new file over the old one, so the name is of another file then.
+TEST_F(SaveTest, TheNameOfASourceStaysOne) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(100).bytes()));
+  folder.file("new.mp3", "new");
+  std::filesystem::rename(folder.path("new.mp3"), folder.path("a.mp3"));
+  EXPECT_EQ(save_as("a.mp3"), SaveOutcome::not_started);
+  EXPECT_EQ(read_text(folder.path("a.mp3")), "new");
+}
+
+TEST_F(SaveTest, ReplacesASourceWhoseNameIsAsLongAsNamesGet) {
+  const Bytes bytes = Mp3Builder{}.frames(100).bytes();
+  const std::string name = std::string(250, 'x') + "x.mp3";
+  ASSERT_TRUE(open(name, bytes));
+  EXPECT_EQ(save_unattended(true), SaveOutcome::saved);
+  EXPECT_EQ(folder.names(), std::vector<std::string>{name});
+}
+
 TEST_F(SaveTest, NeverTouchesAFileThatGoesByTheTemporaryName) {
   const Bytes bytes = Mp3Builder{}.frames(100).bytes();
   ASSERT_TRUE(open("a.mp3", bytes));
@@ -203,6 +243,21 @@ TEST_F(SaveTest, NeverTouchesAFileThatGoesByTheTemporaryName) {
   EXPECT_EQ(read_file(folder.path("a.mp3.~~~.mp3")), bytes);
   EXPECT_EQ(read_file(folder.path("a.mp3")), bytes);
   EXPECT_EQ(folder.names().size(), 2U);
+
+  // A link that waits there is not followed, wherever it leads.
+  ASSERT_TRUE(open("b.mp3", bytes));
+  const std::string beside = name_beside(folder.path("b.mp3"));
+  std::filesystem::create_symlink("elsewhere", folder.path("b.mp3.~~~.mp3"));
+  std::filesystem::create_symlink("elsewhere", beside);
+  EXPECT_EQ(save_unattended(true), SaveOutcome::saved);
+  folder.file("c.mp3", "old");
+  ASSERT_TRUE(open("b.mp3", bytes));
+  EXPECT_EQ(save_as("c.mp3"), SaveOutcome::saved);
+  EXPECT_FALSE(replace_file(folder.path("d"), "text"));
+  EXPECT_FALSE(file_facts(folder.path("elsewhere")).found);
+  EXPECT_TRUE(
+      std::filesystem::is_regular_file(std::filesystem::symlink_status(folder.path("b.mp3"))));
+  EXPECT_EQ(read_file(folder.path("c.mp3")), bytes);
 }
 
 TEST_F(SaveTest, KeepsDatesAndPermissions) {
@@ -248,6 +303,10 @@ TEST_F(SaveTest, CancelLeavesWhatStoodBefore) {
 TEST_F(SaveTest, DoesNotTakeAShrunkenSourceForAWholeOne) {
   ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(100).bytes()));
   std::filesystem::resize_file(folder.path("a.mp3"), 50 * length);
+  set_sel_begin(10 * length);
+  set_sel_end(50 * length);
+  host.new_files = {folder.path("whole.mp3")};
+  EXPECT_EQ(save_selection(), SaveOutcome::saved);  // all of this is still there
   EXPECT_EQ(save_unattended(true), SaveOutcome::failed);
   EXPECT_NE(host.boxes.back().text.find("has become shorter"), std::string::npos);
   EXPECT_EQ(file_facts(folder.path("a.mp3")).size, 50 * length);

@@ -70,6 +70,16 @@ TEST_F(FrameReader, LeavesOutAFrameThatItsPartCutsThrough) {
   EXPECT_EQ(read_all(), Mp3Builder{}.frames(5).bytes());
 }
 
+// Whatever a block ends on, what comes out is the same as of one block.
+TEST_F(FrameReader, BlocksMayEndAnywhere) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(6).zeros(30).frames(10).bytes()));
+  const Bytes whole = Mp3Builder{}.frames(16).bytes();
+  for (std::size_t limit = 2 * length; limit <= 6 * length + 40; ++limit) {
+    EXPECT_EQ(read_all(limit), whole) << limit;
+    EXPECT_EQ(resync_count, 1) << limit;
+  }
+}
+
 TEST_F(FrameReader, StopsAtTheEndAskedFor) {
   ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(20).bytes()));
   EditPosition pos = 2 * length;
