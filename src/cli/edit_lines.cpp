@@ -313,12 +313,11 @@ constexpr EditLine edit_lines[] = {
 };
 
 // A command of the table, by number or name.
-std::string run_command(const std::string& name, std::size_t argument_count, HeadlessHost& host) {
+std::string run_command(const std::string& name, std::size_t argument_count) {
   const auto number = parse_whole<CommandId>(name);
   const auto id = number ? number : find_command(name);
   if (!id) return fmt::format("there is no command \"{}\"", name);
   if (argument_count != 0) return fmt::format("{} takes no arguments", name);
-  const std::size_t refusals = host.refusal_count();
   switch (dispatch_command(*id)) {
     case DispatchResult::unknown:
       return fmt::format("there is no command {}", name);
@@ -328,16 +327,18 @@ std::string run_command(const std::string& name, std::size_t argument_count, Hea
       return "not while audio plays";
     case DispatchResult::missing:
       return fmt::format("command {} is not available yet", name);
+    case DispatchResult::refused:
+      return fmt::format("{} was refused", name);
     case DispatchResult::done:
       break;
   }
-  return host.refusal_count() == refusals ? done : fmt::format("{} was refused", name);
+  return done;
 }
 
 std::string run_words(const std::vector<std::string>& words, HeadlessHost& host) {
   const std::string& name = words.front();
   const auto* const line = std::ranges::find(edit_lines, name, &EditLine::name);
-  if (line == std::end(edit_lines)) return run_command(name, words.size() - 1, host);
+  if (line == std::end(edit_lines)) return run_command(name, words.size() - 1);
   const Arguments arguments = Arguments(words).subspan(1);
   if (line->argument_count != any_count && arguments.size() != line->argument_count)
     return fmt::format("{} takes {} argument(s), not {}", name, line->argument_count,

@@ -47,7 +47,6 @@ void HeadlessHost::print(const MessageBox& box) {
 
 BoxAnswer HeadlessHost::show_message_box(const MessageBox& box) {
   print(box);
-  if (box.icon == BoxIcon::error) ++refusal_count_;
   if (box.buttons == BoxButtons::ok) return BoxAnswer::ok;
   if (!fixed_answer_) return box.default_answer;
   if (box.buttons != BoxButtons::ok_cancel) return *fixed_answer_;
@@ -60,10 +59,7 @@ bool HeadlessHost::show_note(const MessageBox& note) {
 }
 
 std::optional<std::string> HeadlessHost::take_next_path(const FileDialog& dialog) {
-  if (!next_path_) {
-    fmt::print(stderr, "{}: There is nobody here to choose a file.\n", dialog.title);
-    ++refusal_count_;
-  }
+  if (!next_path_) fmt::print(stderr, "{}: There is nobody here to choose a file.\n", dialog.title);
   return std::exchange(next_path_, std::nullopt);
 }
 

@@ -17,7 +17,7 @@ class HeadlessHost : public Host {
 
   BoxAnswer show_message_box(const MessageBox& box) override;
   bool show_note(const MessageBox& note) override;
-  void beep() override { ++refusal_count_; }
+  void beep() override {}  // whoever runs the command is told in words
   std::optional<std::string> ask_for_new_file(const FileDialog& dialog) override;
   std::optional<std::string> ask_for_existing_file(const FileDialog& dialog) override;
   void drive(LongRun& run) override;
@@ -29,17 +29,12 @@ class HeadlessHost : public Host {
   /// The boxes shown since the last call.
   std::vector<MessageBox> take_messages();
 
-  /// How often something was refused so far: by a box with an error icon, by a beep, and for want
-  /// of somebody who chooses a file.
-  [[nodiscard]] std::size_t refusal_count() const { return refusal_count_; }
-
   [[nodiscard]] bool wants_close() const { return wants_close_; }
 
  private:
   std::optional<BoxAnswer> fixed_answer_;
   std::optional<std::string> next_path_;
   std::vector<MessageBox> messages_;
-  std::size_t refusal_count_ = 0;
   bool wants_close_ = false;
 
   void print(const MessageBox& box);

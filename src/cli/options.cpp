@@ -76,7 +76,8 @@ ParsedOptions parse_options(int argc, const char* const* argv) {
   Options& options = parsed.options;
   CLI::App app("Edits MP3, MP2 and AAC files without decoding them.", "corvelin-cli");
   app.set_version_flag("--version", "corvelin-cli 2.40");
-  app.add_option("FILE", options.file, "The audio file to open");
+  app.add_option("FILE", options.file,
+                 "The file to open: audio, a project, a cue sheet or a playlist");
   app.add_flag("--info", options.info, "Print the summary of the stream");
   app.add_flag("--json", options.json, "Print the state as one line of JSON");
   app.add_flag("--frames", options.frames,

@@ -19,8 +19,7 @@ struct DescriptionFormat {
 extern std::vector<DescriptionFormat> description_formats;
 
 /// Opens what `open_state.audio_name` names, by its extension. The document before it has been
-/// closed. Shows a box when that fails, but for an MP4 file without a program to read it and for a
-/// playlist that can't be read.
+/// closed. Shows a box when that fails, but for an MP4 file and for a playlist that can't be read.
 bool open_document();
 
 enum class OpenFailure { unreadable, unsupported_type };

@@ -13,6 +13,7 @@
 #include "model/selection.h"
 #include "platform/file.h"
 #include "platform/path.h"
+#include "platform/text.h"
 
 namespace corvelin {
 
@@ -21,6 +22,7 @@ namespace {
 constexpr std::size_t largest_list = std::size_t{64} << 20;  // bytes
 constexpr std::size_t line_limit = 400;                      // bytes; longer lines don't count
 constexpr int deepest_list = 8;                              // of lists in lists
+constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";       // which some programs put in front
 
 // How many lists are being read, each named by the one before: a list may name another one, and
 // so itself.
@@ -43,10 +45,7 @@ class Nesting {
 std::vector<std::string> entries_of(std::string_view text) {
   std::vector<std::string> entries;
   text = text.substr(0, text.find('\0'));
-  for (std::size_t end = text.find('\n'); end != std::string_view::npos; end = text.find('\n')) {
-    std::string_view line = text.substr(0, end);
-    text.remove_prefix(end + 1);
-    if (line.ends_with('\r')) line.remove_suffix(1);
+  for (std::string_view line; take_line(text, line);) {
     if (line.size() >= line_limit || line.starts_with("#EXTINF")) continue;
     entries.emplace_back(line);
     if (entries.size() > most_parts) break;
@@ -58,7 +57,9 @@ std::vector<std::string> entries_of(std::string_view text) {
 bool read_entries(const std::string& list, std::vector<std::string>& entries) {
   std::string text;
   if (read_whole_file(list, largest_list, text)) return false;
-  entries = entries_of(text);
+  std::string_view lines = text;
+  if (lines.starts_with(utf8_mark)) lines.remove_prefix(utf8_mark.size());
+  entries = entries_of(lines);
   return true;
 }
 

@@ -83,14 +83,14 @@ PeakSeek peak_seek = {.open = refuse_to_measure,
                       .close = [] {}};
 std::uint8_t batch_bottom = 0;
 
-void auto_crop() {
+bool auto_crop() {
   undo_push(true, ui_text(men, 36));
   const int threshold = silence_threshold();
   const EditPosition remembered = selection.cursor;
   selection.sel_beg = selection.sel_end = no_position;
   if (!peak_seek.open(frames_a_block)) {
     selection.cursor = remembered;
-    return;
+    return false;
   }
   crop_head(threshold);
   peak_seek.close();
@@ -101,6 +101,7 @@ void auto_crop() {
   }
   selection.cursor = std::min(frame_at(remembered), document.total_size);
   document.current_part = part_at(selection.cursor);
+  return true;
 }
 
 }  // namespace corvelin

@@ -28,7 +28,7 @@ extern std::uint8_t batch_bottom;
 
 /// Takes out what lies in front of the first block of frames that is louder than `lowest_gain`, and
 /// what is silent up to the end behind the last such block. Looks at no more than the first 3000
-/// frames for the head. Clears the selection.
-void auto_crop();
+/// frames for the head. Clears the selection. False when nothing can be measured, which is told.
+bool auto_crop();
 
 }  // namespace corvelin

@@ -293,9 +293,7 @@ bool cut_clipboard() {
   undo_push(true, ui_text(men, 30));
   if (!has_range()) return refuse(ui_text(msg, 8), ui_text(msg, 20), BoxIcon::error);
   if (!copy_or_refuse()) return false;
-  const std::uint32_t size = document.total_size;
-  cut_or_cue(true);
-  return document.total_size != size;
+  return cut_or_cue(true);
 }
 
 bool paste() {

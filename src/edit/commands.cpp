@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <type_traits>
 
 #include "document/open_dialog.h"
 #include "document/open_document.h"
@@ -88,49 +89,51 @@ void graph_lower() {
 
 void graph_default() { settings.graph_level = 100; }
 
-// Operations whose own form takes arguments or answers.
-void cut_or_cue() { corvelin::cut_or_cue(false); }
+// Operations whose own form takes arguments.
+bool cut_or_cue_command() { return cut_or_cue(false); }
 void move_cue_left() { move_cue(CueMove::left); }
 void move_cue_right() { move_cue(CueMove::right); }
-void cut_clipboard_command() { cut_clipboard(); }
-void copy_command() { copy(); }
-void paste_command() { paste(); }
+bool save_complete() { return save_audio() == SaveOutcome::saved; }
+bool save_selected() { return save_selection() == SaveOutcome::saved; }
+bool save_project_or_sheet() { return save_project(false, false); }
+bool save_project_as() { return save_project(true, false); }
 
-void open_by_dialog() {
-  if (confirm_discard_changes()) open_file_dialog();
+bool open_by_dialog() { return confirm_discard_changes() && open_file_dialog(); }
+
+bool close() {
+  if (!confirm_discard_changes()) return false;
+  close_all();
+  return true;
 }
 
-void close() {
-  if (confirm_discard_changes()) close_all();
+bool load_cue_sheet_over_audio() {
+  return choose_and_load_cue_sheet([] { undo_push(true, ui_text(men, 45)); });
 }
 
-void save_complete() { save_audio(); }
-void save_selected() { save_selection(); }
-void save_project_or_sheet() { save_project(false, false); }
-void save_project_as() { save_project(true, false); }
-void exit_program() { request_close(); }
-void undo() { undo_pop(); }
-
-void load_cue_sheet_over_audio() {
-  choose_and_load_cue_sheet([] { undo_push(true, ui_text(men, 45)); });
+// Opens a file in the place of the document, without a question.
+bool reopen(const std::string& path) {
+  const std::string name = path;  // which may be one that the closing empties
+  close_all();
+  reset_state(ResetLevel::new_stream);
+  open_state.audio_name = name;
+  if (open_document()) return true;
+  close_all();
+  return false;
 }
 
 // Saves the cues as a sheet, hands it to the user's editor, and reads back what became of it.
-void edit_cue_sheet() {
-  if (!save_project(true, true)) return;
-  if (const std::error_code error = open_in_viewer(open_state.project_name))
-    return show_error("xdg-open: " + error.message());
+bool edit_cue_sheet() {
+  if (!save_project(true, true) || !file_facts(open_state.project_name).found) return false;
+  if (const std::error_code error = open_in_viewer(open_state.project_name)) {
+    show_error("xdg-open: " + error.message());
+    return false;
+  }
   const BoxAnswer answer = show_message_box({.caption = "Corvelin",
                                              .text = std::string(ui_text(msg, 26)),
                                              .icon = BoxIcon::question,
                                              .buttons = BoxButtons::yes_no,
                                              .default_answer = BoxAnswer::yes});
-  if (answer != BoxAnswer::yes) return;
-  const std::string sheet = open_state.project_name;
-  close_all();
-  reset_state(ResetLevel::new_stream);
-  open_state.audio_name = sheet;
-  if (!open_document()) close_all();
+  return answer != BoxAnswer::yes || reopen(open_state.project_name);
 }
 
 bool has_texts() {
@@ -174,8 +177,19 @@ void set_encoding(bool to_utf8) {
 void text_is_ansi() { set_encoding(false); }
 void text_is_utf8() { set_encoding(true); }
 
+// An operation that can't be refused is always done.
+template <auto Operation>
+bool outcome_of() {
+  if constexpr (std::is_void_v<decltype(Operation())>) {
+    Operation();
+    return true;
+  } else {
+    return Operation();
+  }
+}
+
 #define COMMAND(id, section, row, keys, needs, stop, name, operation) \
-  {id, name, section, row, keys, CommandNeeds::needs, StopRule::stop, operation},
+  {id, name, section, row, keys, CommandNeeds::needs, StopRule::stop, outcome_of<operation>},
 #define LATER(id, section, row, keys, needs, stop, name) \
   {id, name, section, row, keys, CommandNeeds::needs, StopRule::stop, nullptr},
 constexpr Command table[] = {
@@ -186,17 +200,13 @@ constexpr Command table[] = {
 
 // Opens an entry of the recent list. When that fails, all entries whose files are gone leave the
 // list.
-void open_recent(std::size_t index) {
-  if (index >= settings.file_recent.size() || !ensure_stopped() || !confirm_discard_changes())
-    return;
-  const std::string path = settings.file_recent[index];
-  close_all();
-  reset_state(ResetLevel::new_stream);
-  open_state.audio_name = path;
-  if (open_document()) return;
-  close_all();
+bool open_recent(std::size_t index) {
+  if (index >= settings.file_recent.size()) return true;  // no such entry
+  if (!ensure_stopped() || !confirm_discard_changes()) return false;
+  if (reopen(settings.file_recent[index])) return true;
   std::erase_if(settings.file_recent,
                 [](const std::string& name) { return static_cast<bool>(InputFile().open(name)); });
+  return false;
 }
 
 void go_to_part(std::size_t index) {
@@ -205,18 +215,21 @@ void go_to_part(std::size_t index) {
   seek_to(document.parts[index].part_beg);
 }
 
+DispatchResult outcome(bool is_done) {
+  return is_done ? DispatchResult::done : DispatchResult::refused;
+}
+
 DispatchResult run(const Command& command) {
   if (command.needs == CommandNeeds::document && document.parts.empty())
     return DispatchResult::no_document;
   if (command.stop == StopRule::not_playing && audio_activity.is_playing)
     return DispatchResult::not_now;
-  if (command.stop == StopRule::stopped && !ensure_stopped()) return DispatchResult::done;
+  if (command.stop == StopRule::stopped && !ensure_stopped()) return DispatchResult::refused;
   if (command.run == nullptr) {
     show_refusal("This command is not available yet.");
     return DispatchResult::missing;
   }
-  command.run();
-  return DispatchResult::done;
+  return outcome(command.run());
 }
 
 }  // namespace
@@ -227,8 +240,7 @@ std::span<const Command> command_table() { return table; }
 
 DispatchResult dispatch_command(CommandId id) {
   if (id >= first_recent_command && id <= last_recent_command) {
-    open_recent(id - std::size_t{first_recent_command});
-    return DispatchResult::done;
+    return outcome(open_recent(id - std::size_t{first_recent_command}));
   }
   if (id >= first_part_command && id <= last_part_command) {
     if (document.parts.empty()) return DispatchResult::no_document;

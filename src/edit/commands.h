@@ -26,7 +26,7 @@ struct Command {
   std::string_view keys;  // accelerators, parted by ", "
   CommandNeeds needs;
   StopRule stop;
-  void (*run)();  // null: still to come
+  bool (*run)();  // false: refused or failed, which has been told; null: still to come
 };
 
 constexpr std::uint32_t no_row = 999;
@@ -42,7 +42,8 @@ constexpr CommandId first_recent_command = 1100;
 constexpr CommandId last_recent_command = 1109;
 
 enum class DispatchResult {
-  done,         // run; it may have shown a box
+  done,
+  refused,      // or failed; the user has been told
   unknown,      // no command has this id
   no_document,  // it needs one
   not_now,      // audio plays

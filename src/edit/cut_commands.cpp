@@ -1,6 +1,7 @@
 // Cut/Cue, Edit, Crop, and the removal of edit points.
 #include "edit/cut_commands.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 
@@ -11,7 +12,6 @@
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "platform/message_box.h"
 #include "shell/ui_text.h"
 
 namespace corvelin {
@@ -55,20 +55,22 @@ void finish_without_selection() {
   open_state.document_modified = true;
 }
 
-void show_impossible() {
-  show_message_box({.caption = std::string(ui_text(msg, 6)),
-                    .text = std::string(ui_text(msg, 8)),
-                    .icon = BoxIcon::error});
+bool refuse_as_impossible() {
+  show_error(std::string(ui_text(msg, 8)));
+  return false;
 }
 
 }  // namespace
 
-void cut_or_cue(bool skip_snapshot) {
-  if (!has_selection()) return;
+bool cut_or_cue(bool skip_snapshot) {
+  if (!has_selection()) return true;
   if (!skip_snapshot) undo_push(true, ui_text(win, 5));
   const EditPosition beg = selection.sel_beg;
   const EditPosition end = selection.sel_end;
-  if (!can_delete_range(beg, end)) return show_invalid_range();
+  if (!can_delete_range(beg, end)) {
+    show_invalid_range();
+    return false;
+  }
 
   const PartIndex at_end = part_at(end);
   const std::int16_t tail_gain = document.parts[at_end].part_gainbeg;
@@ -82,43 +84,49 @@ void cut_or_cue(bool skip_snapshot) {
   move_cursor_out_of_cut(made);
   finish_without_selection();
   name_parts_from_files();
+  return true;
 }
 
-void edit_restore() {
+bool edit_restore() {
   undo_push(true, ui_text(win, 7));
   // At the end of the stream the tail is meant, whatever part was clicked.
   const bool is_tail = selection.cursor == document.total_size;
   const auto last = static_cast<PartIndex>(part_count() - 1);
   const PartIndex joined = restore_border(is_tail ? last : document.current_part, selection.cursor);
-  if (joined == no_part) return show_impossible();
+  if (joined == no_part) return refuse_as_impossible();
   document.current_part = joined;
   open_state.document_modified = true;
   name_parts_from_files();
   settle_places();
+  return true;
 }
 
-void crop() {
-  if (!require_selected_range()) return;
+bool crop() {
+  if (!require_selected_range()) return false;
   undo_push(true, ui_text(men, 28));
   const EditPosition beg = selection.sel_beg;
   delete_range(selection.sel_end, document.total_size);  // first, so that `beg` still holds
   const bool head_is_gone = delete_range(0, beg) != no_part;
   if (head_is_gone && beg < selection.cursor) selection.cursor -= beg;
   finish_without_selection();
+  return true;
 }
 
-void remove_edit_points() {
-  if (!has_selection()) return;
+bool remove_edit_points() {
+  if (!has_selection()) return true;
   undo_push(true, ui_text(men, 20));
   // The stream's start is no edit point, so the first frame stays out of it.
-  const EditPosition beg = selection.sel_beg == 0 ? next_frame_in(0, 0) : selection.sel_beg;
+  if (selection.sel_beg == 0) selection.sel_beg = next_frame_in(0, 0);
+  selection.sel_end = std::max(selection.sel_end, selection.sel_beg);
+  const EditPosition beg = selection.sel_beg;
   const EditPosition end = selection.sel_end;
-  if (!can_delete_range(beg, end)) return show_impossible();
+  if (!can_delete_range(beg, end)) return refuse_as_impossible();
   const PartIndex behind = delete_range(beg, end);
   const PartIndex joined = behind < part_count() ? restore_border(behind, beg) : no_part;
   settle_places();
-  if (joined == no_part) return show_impossible();
+  if (joined == no_part) return refuse_as_impossible();
   document.current_part = joined;
+  return true;
 }
 
 }  // namespace corvelin

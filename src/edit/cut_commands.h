@@ -1,7 +1,7 @@
 // The commands that take audio out of the stream and bring it back. None touches a file: what is
 // cut stays in its source, and the gap between two parts is all that is needed to restore it. Each
 // works on the selection, the cursor and `current_part` of an open document and leaves them on
-// frame starts.
+// frame starts. Each is false when it was refused, which it has told.
 #pragma once
 
 namespace corvelin {
@@ -13,19 +13,19 @@ namespace corvelin {
 /// level comes back to what it was there one frame behind the cut. A range that can't be taken
 /// out (the whole stream, or a full table) is refused with a box and changes nothing.
 /// `skip_snapshot` is for a caller who has taken the undo step already.
-void cut_or_cue(bool skip_snapshot = false);
+bool cut_or_cue(bool skip_snapshot = false);
 
 /// Brings back what is missing at the highlighted edit point, at the stream's head with
 /// `current_part` 0, at its tail with the cursor at the end; an edit point without a gap goes. What
 /// came back is selected, so that the next Cut/Cue makes the same cut again, with its flag and
 /// names.
-void edit_restore();
+bool edit_restore();
 
 /// Takes out all but the selection, and clears it. Refused with a box without a range.
-void crop();
+bool crop();
 
 /// Takes all edit points out of the selection, and brings the cuts in it back. Where that is no
 /// stretch of one file the range stays out, and a box tells so.
-void remove_edit_points();
+bool remove_edit_points();
 
 }  // namespace corvelin

@@ -9,6 +9,7 @@
 
 #include "edit/undo.h"
 #include "exchange/settings.h"
+#include "model/cuts.h"
 #include "model/document.h"
 #include "platform/path.h"
 #include "platform/text.h"
@@ -24,21 +25,16 @@ constexpr CommandId level_commands[] = {1019, 1021, 1025, 1047, 1074};
 constexpr CommandId undo_command = 1022;
 // These open another document or arm a recording.
 constexpr CommandId stopped_commands[] = {1010, 1043, 1071, 1077};
+// These are for a document and for a recording.
+constexpr CommandId playing_and_recording_commands[] = {134, 135, 154, 163};
 
-bool is_cut(std::size_t index) {
-  const Part& part = document.parts[index];
-  if (index == 0) return part.part_filepos > document.files[0].first_audio;
-  const Part& before = document.parts[index - 1];
-  return part.part_filepos != before.part_filepos + before.part_size;
-}
-
-std::string part_entry(std::size_t index) {
+std::string part_entry(PartIndex index) {
   constexpr std::size_t longest_title = 50;  // characters
   const Part& part = document.parts[index];
   const std::string time = format_time(to_time_scale(part.part_beg), double{stream.avg_bitrate});
   std::string text = fmt::format("{:02}  ({}) ", index + 1, time.substr(0, time.rfind('.')));
   if (part.part_iscue != 0) text += fmt::format(" {}", ui_text(men, 53));
-  if (is_cut(index)) text += fmt::format(" {}", ui_text(men, 51));
+  if (has_gap(index)) text += fmt::format(" {}", ui_text(men, 51));
   if (part.part_gainbeg != 0) text += fmt::format(" {}", ui_text(men, 52));
   text += '\t';
   if (!part.part_title.empty())
@@ -56,16 +52,19 @@ bool contains(std::span<const CommandId> ids, CommandId id) {
 std::vector<std::string> part_list() {
   constexpr std::size_t most_entries = last_part_command - first_part_command;
   std::vector<std::string> list;
-  for (std::size_t i = 0; i < std::min(document.parts.size(), most_entries); ++i)
+  for (PartIndex i = 0; i < std::min(document.parts.size(), most_entries); ++i)
     list.push_back(part_entry(i));
   return list;
 }
 
 std::vector<MenuEntry> recent_entries() {
   constexpr std::size_t longest_entry = 62;  // characters
+  constexpr std::size_t most_entries = last_recent_command - first_recent_command + 1;
   std::vector<MenuEntry> entries;
   const std::vector<std::string>& files = settings.file_recent;
-  for (std::size_t i = 0; i < std::min<std::size_t>(files.size(), settings.max_recent); ++i) {
+  const std::size_t count =
+      std::min({files.size(), std::size_t{settings.max_recent}, most_entries});
+  for (std::size_t i = 0; i < count; ++i) {
     if (folder_of(files[i]).empty()) continue;  // nothing that could be found again
     std::string text = fmt::format("&{} {}", i + 1, name_of(files[i]));
     const std::string_view shown = cut_to_units(text, longest_entry);
@@ -80,9 +79,13 @@ bool is_command_enabled(CommandId id) {
   if (id == undo_command) return !undo_stack.empty();
   if (contains(stopped_commands, id))
     return !audio_activity.is_playing && !audio_activity.is_recording_armed;
+  if (contains(playing_and_recording_commands, id))
+    return has_document || audio_activity.is_recording_armed;
   if (contains(level_commands, id)) return has_document && stream.current_frame.layer == 3;
   if (id >= first_part_command && id <= last_part_command)
     return id - std::size_t{first_part_command} < document.parts.size();
+  if (id >= first_recent_command && id <= last_recent_command)
+    return id - std::size_t{first_recent_command} < settings.file_recent.size();
   const auto command = std::ranges::find(command_table(), id, &Command::id);
   if (command == command_table().end()) return false;
   return command->needs == CommandNeeds::anytime || has_document;

@@ -38,10 +38,13 @@ std::string name_bytes(const std::u16string& name) {
   return on_one_line(wide_to_bytes(name, settings.char_enc != 0));
 }
 
-// A path that is no valid UTF-8 is written byte by byte, or it would name no file any more.
+// A path that the encoding can't hold, or that is no valid UTF-8, is written byte by byte, or it
+// would name no file any more.
 std::string path_bytes(const std::string& path) {
-  const std::u16string wide = bytes_to_wide(path, true);
-  return wide_to_bytes(wide, true) == path ? name_bytes(wide) : on_one_line(path);
+  const bool utf8 = settings.char_enc != 0;
+  const std::string encoded = wide_to_bytes(bytes_to_wide(path, true), utf8);
+  const bool survives = wide_to_bytes(bytes_to_wide(encoded, utf8), true) == path;
+  return on_one_line(survives ? encoded : path);
 }
 
 std::string audio_line(const std::string& audio) {

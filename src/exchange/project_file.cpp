@@ -104,7 +104,8 @@ class ProjectReader {
   bool read() {
     reset_state(ResetLevel::no_name);
     bool is_sound = true;
-    for (std::string_view line; is_sound && take_line(line);) is_sound = read_line(line);
+    for (std::string_view line; is_sound && take_line(text_, line);)
+      is_sound = read_line(line.substr(0, line.find('\r')));
     keep_places_in_stream();
     document.current_part = part_at(selection.cursor);
     return is_sound;
@@ -117,17 +118,6 @@ class ProjectReader {
     Action read;
   };
   static std::span<const Key> keys();
-
-  // The next line up to its line feed or, before that, its first carriage return. What stands
-  // behind the last line feed is a line that was cut off, and not read.
-  bool take_line(std::string_view& line) {
-    const std::size_t end = text_.find('\n');
-    if (end == std::string_view::npos) return false;
-    line = text_.substr(0, end);
-    line = line.substr(0, line.find('\r'));
-    text_.remove_prefix(end + 1);
-    return true;
-  }
 
   // False when no document can be made of the line.
   bool read_line(std::string_view line) {

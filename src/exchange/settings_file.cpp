@@ -49,7 +49,8 @@ struct ValueReader {
   }
   void operator()(const PathsKey& row) const {
     // `max_recent` as it stands now: the recent files come first in the file, so it is the default.
-    if ((settings.*row.field).size() < settings.max_recent && !value.empty())
+    const std::size_t most = std::min<std::size_t>(settings.max_recent, row.most);
+    if ((settings.*row.field).size() < most && !value.empty())
       (settings.*row.field).push_back(path());
   }
   void operator()(const LinesKey& row) const {
@@ -76,7 +77,11 @@ struct ValueWriter {
   void operator()(const NumberKey<Number>& row) const {
     line(fmt::format("{}", static_cast<std::int32_t>(settings.*row.field)));
   }
-  void operator()(const PathKey& row) const { line(settings.*row.field); }
+  // What begins with a digit would be read as the older form, so it is written in that.
+  void operator()(const PathKey& row) const {
+    const std::string& path = settings.*row.field;
+    line(is_stored_in_hex(key, path) ? wide_to_hex(bytes_to_wide(path, true)) : path);
+  }
   void operator()(const TextKey& row) const {
     line(key == "version" ? current_version : wide_to_bytes(settings.*row.field, true));
   }
@@ -90,16 +95,6 @@ struct ValueWriter {
     for (const std::string& value : settings.*row.field) line(value);
   }
 };
-
-// The next line of `text` without its line end, or false when none is complete.
-bool take_line(std::string_view& text, std::string_view& line) {
-  const std::size_t end = text.find('\n');
-  if (end == std::string_view::npos) return false;
-  line = text.substr(0, end);
-  if (line.ends_with('\r')) line.remove_suffix(1);
-  text.remove_prefix(end + 1);
-  return true;
-}
 
 std::string read_text(const InputFile& file) {
   std::string text(settings_file_limit, '\0');

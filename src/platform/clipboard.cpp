@@ -20,6 +20,14 @@ std::string file_path() {
   return folder.empty() ? folder : folder + "/corvelin-clipboard";
 }
 
+// Whether the file may be written over: it isn't there, or holds a text. A name that was given by
+// mistake must cost nobody a recording.
+bool may_be_clipboard(const std::string& path) {
+  if (!file_facts(path).found) return true;
+  std::string content;
+  return !read_whole_file(path, largest_text, content) && content.find('\0') == std::string::npos;
+}
+
 }  // namespace
 
 ClipboardHandler clipboard_handler;
@@ -28,7 +36,7 @@ std::string clipboard_file;
 bool set_clipboard_text(std::string_view text) {
   if (clipboard_handler.set) return clipboard_handler.set(text);
   const std::string path = file_path();
-  return !path.empty() && !replace_file(path, text);
+  return !path.empty() && may_be_clipboard(path) && !replace_file(path, text);
 }
 
 ClipboardContent get_clipboard_text(std::string& text) {

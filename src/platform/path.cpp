@@ -12,15 +12,24 @@ namespace corvelin {
 
 namespace {
 
-// The path from the root on, with single separators; the folder "" is the current one, with its
-// "/".
+// The path from the root on, with single separators and without "." and ".."; the folder "" is the
+// current one, with its "/". Links stay, but for one that ".." leads out of.
 std::string from_root(const std::string& path) {
+  namespace fs = std::filesystem;
   std::error_code error;
-  const std::filesystem::path current = std::filesystem::current_path(error);
-  std::string whole = error ? path : (current / path).string();
-  const auto is_double = [](char a, char b) { return a == '/' && b == '/'; };
-  whole.erase(std::unique(whole.begin(), whole.end(), is_double), whole.end());
-  return whole;
+  const fs::path whole = fs::current_path(error) / path;
+  if (error && !whole.is_absolute()) return path;
+  fs::path clean = "/";
+  for (const fs::path& step : whole.relative_path()) {
+    if (step == "..") {
+      if (fs::is_symlink(clean, error)) clean = fs::weakly_canonical(clean, error);
+      clean = clean.parent_path();
+    } else if (!step.empty() && step != ".") {
+      clean /= step;
+    }
+  }
+  const bool is_folder = whole.native().ends_with('/') && clean != "/";
+  return is_folder ? clean.native() + '/' : clean.native();
 }
 
 }  // namespace

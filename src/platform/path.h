@@ -26,8 +26,8 @@ bool has_extension(std::string_view path, std::string_view extension);
 std::string with_extension(std::string_view path, std::string_view extension);
 
 /// The path that a text from a cue sheet, playlist or project means, relative to `folder` (with its
-/// "/") unless it is absolute. One that exists gets single separators, so that a file which is
-/// named with single ones and with double ones is known as the same.
+/// "/") unless it is absolute. One that exists is whole, so that a file which is named in two ways
+/// is known as the same.
 ///
 /// Such texts come from this platform and from others. So a path that exists as it stands is taken;
 /// in any other one backslashes part the folders. One with a drive letter is absolute and leads
@@ -44,7 +44,8 @@ std::string path_from_encoded(std::string_view text, bool utf8, std::string_view
 /// front if the path lies in it or below it, else in full from the root.
 std::string relative_to_folder(const std::string& path, const std::string& folder);
 
-/// A relative path gets the current folder put in front.
+/// The whole path from the root on, of one that may be relative to the current folder: with single
+/// separators, without "." and "..".
 std::string in_current_folder(std::string_view path);
 
 /// The file that `path` leads to through symbolic links, or `path` itself when it is no link or

@@ -209,6 +209,15 @@ double leading_decimal(std::string_view text) {
   return negative ? -value : value;
 }
 
+bool take_line(std::string_view& text, std::string_view& line) {
+  const std::size_t end = text.find('\n');
+  if (end == std::string_view::npos) return false;
+  line = text.substr(0, end);
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  text.remove_prefix(end + 1);
+  return true;
+}
+
 std::string on_one_line(std::string text) {
   std::ranges::replace_if(
       text, [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');

@@ -46,6 +46,10 @@ std::int32_t leading_number(std::string_view text);
 /// follows is unread, and so is everything beyond 300 characters. 0 when there is none.
 double leading_decimal(std::string_view text);
 
+/// Takes the next line off `text`, without its line feed and a carriage return in front of that.
+/// False when no line is complete.
+bool take_line(std::string_view& text, std::string_view& line);
+
 /// `text` with blanks for line ends and zeros, so that it fills one line of a file and no more.
 std::string on_one_line(std::string text);
 

@@ -116,6 +116,13 @@ TEST_F(Clipboard, TellsWhatItCanNotCopy) {
   ASSERT_TRUE(open("tab\t.mp3", Mp3Builder{}.frames(100).bytes()));
   EXPECT_FALSE(copy());
   EXPECT_EQ(host.boxes.size(), 2U);
+
+  // A recording that was named as the clipboard by mistake stays one.
+  const Bytes bytes = Mp3Builder{}.frames(100).bytes();
+  ASSERT_TRUE(open("b.mp3", bytes));
+  clipboard_file = folder.path("b.mp3");
+  EXPECT_FALSE(copy());
+  EXPECT_EQ(read_file(folder.path("b.mp3")), bytes);
 }
 
 TEST_F(Clipboard, CutsWithOneUndoStep) {

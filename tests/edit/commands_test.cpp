@@ -8,9 +8,11 @@
 #include <thread>
 
 #include "edit/menu_state.h"
+#include "edit/undo.h"
 #include "exchange/settings.h"
 #include "model/cuts.h"
 #include "model/selection.h"
+#include "platform/clipboard.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {
@@ -50,12 +52,12 @@ TEST_F(Commands, ChecksStandInFront) {
   EXPECT_EQ(host.boxes.size(), 1U);
   audio_activity.is_playing = true;
   EXPECT_EQ(dispatch_command(168), DispatchResult::not_now);
-  EXPECT_EQ(dispatch_command(1011), DispatchResult::done);
+  EXPECT_EQ(dispatch_command(1011), DispatchResult::refused);
   EXPECT_EQ(host.boxes.back().text, "Please stop play/rec first.");
   EXPECT_EQ(file_count(), 1);
   audio_activity.is_playing = false;
   open_state.document_modified = true;
-  EXPECT_EQ(dispatch_command(1011), DispatchResult::done);  // the question is answered by Cancel
+  EXPECT_EQ(dispatch_command(1011), DispatchResult::refused);  // the question: Cancel
   EXPECT_EQ(file_count(), 1);
   host.answers = {BoxAnswer::no};
   dispatch_command(1011);
@@ -102,14 +104,48 @@ TEST_F(Commands, PartListTellsTimeKindAndTitle) {
   EXPECT_EQ(document.current_part, 2);
   dispatch_command(1203);
   EXPECT_EQ(document.current_part, 2);
-  EXPECT_TRUE(is_command_enabled(1021));
-  EXPECT_FALSE(is_command_enabled(1022));
+}
+
+TEST_F(Commands, GreyAreThoseThatFindNothing) {
+  settings.file_recent = {"/m/a.mp3"};
+  const auto expect_enabled = [](std::initializer_list<CommandId> ids, bool enabled) {
+    for (const CommandId id : ids) EXPECT_EQ(is_command_enabled(id), enabled) << id;
+  };
+  expect_enabled({1010, 1051, 1100}, true);
+  expect_enabled({134, 154, 163, 1012, 1021, 1022, 1101, 1200}, false);
+  audio_activity.is_recording_armed = true;
+  expect_enabled({134, 154, 163}, true);
+  expect_enabled({1010}, false);
+  audio_activity = {};
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(50).bytes()));
+  expect_enabled({134, 154, 163, 1010, 1012, 1021, 1200}, true);
+  expect_enabled({1022, 1201}, false);
+  dispatch_command(1024);
+  expect_enabled({1022}, true);
+  ASSERT_TRUE(open("a.mp2", Mp3Builder{}.shape({.layer = 2}).frames(50).bytes()));
+  expect_enabled({1021}, false);
+}
+
+TEST_F(Commands, ARefusalIsTheOutcome) {
+  clipboard_file = folder.path("absent");
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(50).bytes()));
+  EXPECT_EQ(dispatch_command(152), DispatchResult::done);  // nothing selected: nothing to do
+  for (const CommandId id : std::initializer_list<CommandId>{1033, 1029, 1013, 1012, 1046}) {
+    host.boxes.clear();
+    EXPECT_EQ(dispatch_command(id), DispatchResult::refused) << id;
+  }
+  dispatch_command(1024);
+  EXPECT_EQ(dispatch_command(152), DispatchResult::refused);
+  EXPECT_EQ(dispatch_command(1022), DispatchResult::done);
+  undo_clear();
+  EXPECT_EQ(dispatch_command(1022), DispatchResult::refused);
+  clipboard_file.clear();
 }
 
 TEST_F(Commands, DeadRecentFilesGoWhenOneFails) {
   const std::string good = folder.file("a.mp3", Mp3Builder{}.frames(50).bytes());
   settings.file_recent = {folder.path("x.mp3"), good, folder.path("y.mp3")};
-  dispatch_command(1100);
+  EXPECT_EQ(dispatch_command(1100), DispatchResult::refused);
   EXPECT_EQ(settings.file_recent, std::vector<std::string>{good});
   dispatch_command(1100);
   EXPECT_EQ(file_count(), 1);
@@ -126,6 +162,9 @@ TEST_F(Commands, RecentFilesShowTheirNames) {
   EXPECT_EQ(entries[1].text, "&3 " + std::string(59, 'x'));
   EXPECT_EQ(entries[2].text, "&4 " + std::string(59, 'x') + " ...");
   EXPECT_EQ(entries[2].id, 1103);
+  settings.file_recent.assign(40, "/m/a.mp3");
+  settings.max_recent = 300;                // as a file may say
+  EXPECT_EQ(recent_entries().size(), 10U);  // one a command
 }
 
 // The editor changes a title of the sheet; its program is a stand-in that does so at once.

@@ -6,13 +6,8 @@
 #include <set>
 #include <vector>
 
-#include "edit/cue_commands.h"
-#include "edit/cut_commands.h"
-#include "edit/mute_cut.h"
+#include "edit/commands.h"
 #include "edit/navigation.h"
-#include "edit/resync_check.h"
-#include "edit/selection_commands.h"
-#include "edit/trim_commands.h"
 #include "edit/undo.h"
 #include "exchange/project_file.h"
 #include "exchange/settings.h"
@@ -95,9 +90,9 @@ class RandomEdits : public CoreTest {
       arrange(random);
       name_parts_from_files();  // as undo does
       texts_.push_back(project_text());
-      const Command& command = choose(random);
-      SCOPED_TRACE(std::to_string(i) + ", " + command.name);
-      command.run();
+      const char* const command = choose(random);
+      SCOPED_TRACE(std::to_string(i) + ", " + command);
+      dispatch_command(find_command(command).value());
       expect_whole_frames();
       texts_.resize(undo_stack.size());
       if (below(random, 4) == 0) take_back(1 + below(random, 3));
@@ -105,34 +100,19 @@ class RandomEdits : public CoreTest {
   }
 
  private:
-  struct Command {
-    const char* name;
-    void (*run)();
+  struct Choice {
+    const char* command;
     int weight;
   };
 
-  static constexpr Command commands[] = {
-      {"cut", [] { cut_or_cue(); }, 16},
-      {"edit", edit_restore, 5},
-      {"crop", crop, 1},
-      {"remove_edit_points", remove_edit_points, 1},
-      {"cues_at_selection_ends", cues_at_selection_ends, 4},
-      {"set_cue_flags", set_cue_flags, 1},
-      {"remove_cue_flags", remove_cue_flags, 1},
-      {"cue_pure_splits", cue_pure_splits, 1},
-      {"toggle_cue", toggle_cue, 2},
-      {"mute_cut", mute_cut, 3},
-      {"trim_left_out", trim_left_out, 4},
-      {"trim_left_in", trim_left_in, 4},
-      {"trim_right_in", trim_right_in, 4},
-      {"trim_right_out", trim_right_out, 4},
-      {"move_cue left", [] { move_cue(CueMove::left); }, 3},
-      {"move_cue right", [] { move_cue(CueMove::right); }, 3},
-      {"check_resyncs", check_resyncs, 1},
-      {"move_selection_left", move_selection_left, 1},
-      {"move_end_right", move_end_right, 1},
-      {"select_to_end", select_to_end, 1},
-      {"select_current_part", select_current_part, 1},
+  static constexpr Choice choices[] = {
+      {"cut_or_cue", 16},        {"edit_restore", 5},           {"crop", 1},
+      {"remove_edit_points", 1}, {"cues_at_selection_ends", 4}, {"set_cue_flags", 1},
+      {"remove_cue_flags", 1},   {"cue_pure_splits", 1},        {"toggle_cue", 2},
+      {"mute_cut", 3},           {"trim_left_out", 4},          {"trim_left_in", 4},
+      {"trim_right_in", 4},      {"trim_right_out", 4},         {"move_cue_left", 3},
+      {"move_cue_right", 3},     {"check_resyncs", 1},          {"move_selection_left", 1},
+      {"move_end_right", 1},     {"select_to_end", 1},          {"select_current_part", 1},
   };
 
   // A place as the user gives one, with a liking for the borders.
@@ -157,11 +137,11 @@ class RandomEdits : public CoreTest {
     if (is_short || below(random, 50) == 0) set_sel_end(end);
   }
 
-  static const Command& choose(Random& random) {
+  static const char* choose(Random& random) {
     std::vector<int> weights;
-    for (const Command& command : commands) weights.push_back(command.weight);
+    for (const Choice& choice : choices) weights.push_back(choice.weight);
     std::discrete_distribution<std::size_t> chosen(weights.begin(), weights.end());
-    return commands[chosen(random)];
+    return choices[chosen(random)].command;
   }
 
   void expect_on_border(EditPosition pos) const {

@@ -204,6 +204,16 @@ TEST_F(CueSheet, KeepsItsEncoding) {
   EXPECT_TRUE(saved_sheet().starts_with("\xEF\xBB\xBFTITLE \"\xC3\xBC\"\r\n"));
 }
 
+// The code page has no omega; the bytes of the name lead to the file all the same.
+TEST_F(CueSheet, NamesAudioThatTheEncodingCannotHold) {
+  ASSERT_TRUE(open("\u03A9.mp3", Mp3Builder{}.frames(100).bytes()));
+  settings.char_enc = 0;
+  const std::string sheet = saved_sheet();
+  EXPECT_NE(sheet.find("FILE \"\u03A9.mp3\" MP3\r\n"), std::string::npos);
+  ASSERT_TRUE(open_sheet(sheet));
+  EXPECT_EQ(document.files[0].file_name, folder.path("\u03A9.mp3"));
+}
+
 TEST_F(CueSheet, CutsNamesAt300Characters) {
   ASSERT_TRUE(open_sheet("TITLE \"" + std::string(350, 'x') + "\"\r\n" + file_line));
   EXPECT_EQ(document.sheet_title, std::u16string(300, u'x'));

@@ -48,6 +48,7 @@ TEST_F(SettingsTest, AreWrittenInTheirOrder) {
 TEST_F(SettingsTest, SurviveARoundTripByteForByte) {
   settings.file_recent = {"/not\xFFutf8.mp3", "/ümläut.mp3"};
   settings.working_dir = "/a=b/";
+  settings.file_savepath = "2024/a";  // a first digit alone would be taken for the older form
   settings.split_pattern = u"%N \u266B \U0001F3B5";
   settings.rgb_win = 0xFFFFFFFF;
   settings.enc_lam_vbr_method = -1;
@@ -58,6 +59,7 @@ TEST_F(SettingsTest, SurviveARoundTripByteForByte) {
   EXPECT_EQ(read_text(path), written);
   settings = default_settings();
   ASSERT_TRUE(read_settings(path));
+  EXPECT_EQ(settings.file_savepath, "2024/a");
   EXPECT_EQ(format_settings(), written);
 }
 
@@ -84,6 +86,9 @@ TEST_F(SettingsTest, ListsHaveTheirLimits) {
   ASSERT_TRUE(parse_settings(text));
   EXPECT_EQ(settings.file_recent.size(), 9U);  // `max_recent` comes too late to count
   EXPECT_EQ(settings.enc_lam_preset.size(), 19U);
+  settings.file_recent.clear();
+  ASSERT_TRUE(parse_settings("[Corvelin]\nmax_recent=300\n" + text));
+  EXPECT_EQ(settings.file_recent.size(), 9U);
   EXPECT_EQ(settings.enc_lam_preset.back(), "18");
   const std::string written = format_settings();
   EXPECT_NE(written.find("file_recent=/2\r\n"), std::string::npos);

@@ -41,7 +41,23 @@ TEST(Path, TakesTextsFromOtherPlatforms) {
   EXPECT_EQ(path_from_outside("d:x.mp3", here), "d:x.mp3");
   EXPECT_EQ(path_from_outside("D:\\a.mp3", here), "D:\\a.mp3");
   EXPECT_EQ(path_from_outside("\\\\srv\\a.mp3", here), "//srv/a.mp3");
-  EXPECT_EQ(path_from_outside(".\\sub\\\\a.mp3", here), here + "./sub/a.mp3");
+  EXPECT_EQ(path_from_outside(".\\sub\\\\a.mp3", here), here + "sub/a.mp3");
+}
+
+TEST(Path, IsWholeFromTheRootOn) {
+  const TestFolder folder;
+  const std::string here = folder.path("");
+  std::filesystem::create_directories(folder.path("deep/er"));
+  std::filesystem::create_directory_symlink("deep/er", folder.path("link"));
+  EXPECT_EQ(in_current_folder(here + "./a//b/../c.mp3"), here + "a/c.mp3");
+  EXPECT_EQ(in_current_folder(here + "link/../a.mp3"), here + "deep/a.mp3");
+  EXPECT_EQ(in_current_folder(here + "link/a.mp3"), here + "link/a.mp3");
+  EXPECT_EQ(in_current_folder(here + "sub/./"), here + "sub/");
+  EXPECT_EQ(in_current_folder("/../../a.mp3"), "/a.mp3");
+  EXPECT_EQ(in_current_folder("/.."), "/");
+  EXPECT_EQ(in_current_folder("x\xFF/../y\xFE"),
+            std::filesystem::current_path().string() + "/y\xFE");
+  EXPECT_EQ(in_current_folder(""), "");
 }
 
 TEST(Path, IsRelativeInTheFolderAndBelow) {
@@ -52,6 +68,8 @@ TEST(Path, IsRelativeInTheFolderAndBelow) {
   EXPECT_EQ(relative_to_folder("sub/a.mp3", "/m/"), current + "sub/a.mp3");
   EXPECT_EQ(relative_to_folder(current + "sub/a.mp3", "sub/"), "a.mp3");
   EXPECT_EQ(relative_to_folder("a.mp3", ""), "a.mp3");
+  EXPECT_EQ(relative_to_folder("/m/x/a.mp3", "/m/y/../"), "x/a.mp3");
+  EXPECT_EQ(relative_to_folder("/m/y/../x/a.mp3", "/m/y/"), "/m/x/a.mp3");
 }
 
 }  // namespace
