@@ -2,6 +2,7 @@
 #include "edit/places.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "model/frame_locator.h"
 #include "model/selection.h"
@@ -35,7 +36,10 @@ EditPosition frame_before_in(PartIndex part, EditPosition pos) {
   // Where the part has none the search ends in an earlier one, or where that one's file goes on.
   const EditPosition frame = frame_before(pos);
   const bool is_inside = frame >= document.parts[part].part_beg && frame < pos;
-  return is_inside && locate_frame(part, frame) == frame ? frame : no_position;
+  const FrameInfo found_last = std::exchange(stream.current_frame, {});  // of any sample rate
+  const bool is_frame = is_inside && locate_frame(part, frame) == frame;
+  stream.current_frame = found_last;
+  return is_frame ? frame : no_position;
 }
 
 void settle_places() {

@@ -31,7 +31,8 @@ bool can_delete_range(EditPosition beg, EditPosition end);
 /// and a border that goes leaves its cue flag, gain and texts in the selection's record.
 ///
 /// Returns the part at `pos`, or `no_part` when nothing is missing there. That is also the answer
-/// for a part that lies outside its file's audio, as a project for another file may have it.
+/// at an end of a file's audio for a part that lies outside it, as a project for another file may
+/// have it.
 PartIndex restore_border(PartIndex index, EditPosition pos);
 
 /// Whether source bytes are missing at the part's start: between it and the part before it, or, of

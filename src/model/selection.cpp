@@ -30,6 +30,7 @@ bool ensure_selection(EditPosition pos) {
 
 void set_sel_begin(EditPosition pos) {
   if (pos == no_position) return;
+  pos = std::min(pos, document.total_size);
   ensure_selection(pos);
   selection.sel_end = std::max(selection.sel_end, pos);
   selection.sel_beg = pos;
@@ -38,6 +39,7 @@ void set_sel_begin(EditPosition pos) {
 
 void set_sel_end(EditPosition pos) {
   if (pos == no_position) return;
+  pos = std::min(pos, document.total_size);
   ensure_selection(pos);
   selection.sel_beg = std::min(selection.sel_beg, pos);
   selection.sel_end = pos;
@@ -48,11 +50,10 @@ void clear_selection() { selection = {.cursor = selection.cursor}; }
 
 void seek_to(EditPosition pos) {
   if (pos > highest_position) return;
-  selection.cursor = document.total_size;
   document.current_part = part_at(std::min(pos, document.total_size));
-  if (pos >= document.total_size) return;
+  // Where the last part's file goes on at another sample rate the search may end behind the stream.
   const EditPosition frame = scan_forward(document.current_part, pos);
-  if (frame != no_position) selection.cursor = frame;
+  selection.cursor = std::min(frame, document.total_size);
 }
 
 }  // namespace corvelin

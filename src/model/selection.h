@@ -32,7 +32,8 @@ EditPosition play_position();
 /// Gives both ends the place `pos` when one of them is none. Returns whether it did.
 bool ensure_selection(EditPosition pos);
 
-/// Moves one end, pushing the other along where they would cross. Ignores `no_position`.
+/// Moves one end, at most to the end of the stream, pushing the other along where they would cross.
+/// Ignores `no_position`.
 void set_sel_begin(EditPosition pos);
 void set_sel_end(EditPosition pos);
 

@@ -156,6 +156,17 @@ struct RangeCase {
   std::uint32_t begin_after, end_after;
 };
 
+// A file that is appended to itself may get new bounds; a gap between its parts is one all the
+// same.
+TEST_F(CutCommands, EditClosesAGapWhateverTheBoundsOfItsFile) {
+  make("0-5 8-20");
+  document.files[0].first_audio = 10 * frame;
+  document.current_part = 1;
+  EXPECT_TRUE(edit_restore());
+  EXPECT_EQ(parts(), "0-20");
+  expect_selection(5, 8);
+}
+
 TEST_F(CutCommands, CropKeepsTheSelection) {
   constexpr RangeCase crops[] = {
       {"CursorInside", "0-20:A", 5, 8, 6, "5-8", 1, none, none},

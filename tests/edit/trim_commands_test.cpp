@@ -2,6 +2,8 @@
 #include "edit/trim_commands.h"
 
 #include "model/cuts.h"
+#include "model/frame_locator.h"
+#include "stream/frame_header.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {
@@ -88,6 +90,25 @@ TEST_F(TrimCommands, NothingIsTakenFromAGapOfJunk) {
   trim_right_out();
   EXPECT_EQ(document.parts[1].part_filepos, 5 * frame + 3000);
   EXPECT_EQ(document.total_size, 15 * frame);
+}
+
+// The frames on the two sides of the border differ in their rate; whichever was seen last, the one
+// in front is found, and what was seen last stays so for the command that goes by it.
+TEST_F(TrimCommands, StepsBackOverAChangeOfTheSampleRate) {
+  ASSERT_TRUE(
+      open("x.mp3", Mp3Builder{}.frames(40).shape({.sample_rate = 48000}).frames(40).bytes()));
+  // The probe ends at the second rate, and then the first frame passes unnoticed.
+  ASSERT_EQ(document.parts[0].part_filepos, frame);
+  split_at(39 * frame);
+  document.current_part = 1;
+  stream.current_frame = {};
+  frame_at(39 * frame);
+  move_cue(CueMove::left);
+  EXPECT_EQ(document.parts[1].part_beg, 38 * frame);
+  move_cue(CueMove::right);
+  EXPECT_EQ(document.parts[1].part_beg, 39 * frame);
+  trim_left_in();
+  EXPECT_EQ(document.parts[1].part_beg, 38 * frame);
 }
 
 }  // namespace

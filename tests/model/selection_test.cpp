@@ -1,6 +1,8 @@
 // The setters of the selection and the cursor.
 #include "model/selection.h"
 
+#include "model/frame_locator.h"
+#include "stream/frame_header.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {
@@ -57,6 +59,24 @@ TEST_F(SelectionTest, SeekLandsOnAFrameOrTheEnd) {
   seek_to(document.total_size + 5000);
   EXPECT_EQ(selection.cursor, document.total_size);
   EXPECT_EQ(document.current_part, 1);
+}
+
+// Behind the last part its file goes on at another sample rate, and so does the search.
+TEST_F(SelectionTest, NoPlaceLiesBehindTheEnd) {
+  ASSERT_TRUE(
+      open("x.mp3", Mp3Builder{}.frames(40).shape({.sample_rate = 48000}).frames(40).bytes()));
+  document.parts[0].part_size = 60 * 417;
+  recompute_total();
+  const EditPosition place = document.total_size - 1;
+  stream.current_frame = {};
+  frame_at(0);
+  ASSERT_GT(frame_at(place), document.total_size);
+  set_sel_begin(frame_at(place));
+  EXPECT_EQ(selection.sel_end, document.total_size);
+  set_sel_end(frame_at(place));
+  EXPECT_EQ(selection.sel_end, document.total_size);
+  seek_to(place);
+  EXPECT_EQ(selection.cursor, document.total_size);
 }
 
 }  // namespace
