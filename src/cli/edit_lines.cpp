@@ -204,7 +204,7 @@ std::string tag_line(Arguments words, HeadlessHost&) {
                                                                 {"album", &tag.album},
                                                                 {"year", &tag.year},
                                                                 {"comment", &tag.comment}};
-  const std::string refusal = take_texts(words, [&](std::string_view key, std::string_view value) {
+  std::string refusal = take_texts(words, [&](std::string_view key, std::string_view value) {
     const auto* const text =
         std::ranges::find(texts, key, [](const auto& row) { return row.first; });
     if (text != std::end(texts)) {
@@ -233,7 +233,7 @@ std::string names_line(Arguments words, HeadlessHost&) {
       {"part_artist", &names.part_artist},
       {"sheet_title", &names.sheet_title},
       {"sheet_artist", &names.sheet_artist}};
-  const std::string refusal = take_texts(words, [&](std::string_view key, std::string_view value) {
+  std::string refusal = take_texts(words, [&](std::string_view key, std::string_view value) {
     const auto* const text =
         std::ranges::find(texts, key, [](const auto& row) { return row.first; });
     if (text != std::end(texts)) {

@@ -5,6 +5,7 @@
 #include <array>
 #include <string>
 #include <type_traits>
+#include <utility>
 
 #include "document/open_dialog.h"
 #include "document/open_document.h"
@@ -111,11 +112,10 @@ bool load_cue_sheet_over_audio() {
 }
 
 // Opens a file in the place of the document, without a question.
-bool reopen(const std::string& path) {
-  const std::string name = path;  // which may be one that the closing empties
+bool reopen(std::string path) {
   close_all();
   reset_state(ResetLevel::new_stream);
-  open_state.audio_name = name;
+  open_state.audio_name = std::move(path);
   if (open_document()) return true;
   close_all();
   return false;

@@ -76,7 +76,8 @@ bool restore_head() {
 bool close_gap(PartIndex index) {
   const Part& part = document.parts[index];
   Part& before = document.parts[index - 1u];
-  if (part.part_file != before.part_file || part.part_filepos > file_of(part).audio_end) return false;
+  if (part.part_file != before.part_file || part.part_filepos > file_of(part).audio_end)
+    return false;
   const auto gap = static_cast<std::uint32_t>(part.part_filepos - file_end_of(before));
   if (!has_room_for(gap)) return false;
   select_bytes(part.part_beg, gap);

@@ -29,6 +29,7 @@ std::error_code last_error() { return {errno, std::system_category()}; }
 
 std::error_code start_program(const std::vector<std::string>& words) {
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
   int ends[2] = {};
