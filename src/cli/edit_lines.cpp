@@ -283,7 +283,7 @@ struct EditLine {
   std::string_view name;
   std::size_t argument_count;
   bool needs_document;
-  std::string (*run)(Arguments words, HeadlessHost& host);
+  std::string (*run)(Arguments words, HeadlessHost& host);  // null: still to come
 };
 
 constexpr EditLine edit_lines[] = {
@@ -310,6 +310,11 @@ constexpr EditLine edit_lines[] = {
     {"header_bits", 3, true, header_bits_line},
     {"set", 2, false, set_line},
     {"state", 0, false, state_line},
+    {"save_reencoded", any_count, false, nullptr},
+    {"level", any_count, false, nullptr},
+    {"normalize", any_count, false, nullptr},
+    {"pause_detection", any_count, false, nullptr},
+    {"auto_cue", any_count, false, nullptr},
 };
 
 // A command of the table, by number or name.
@@ -339,6 +344,7 @@ std::string run_words(const std::vector<std::string>& words, HeadlessHost& host)
   const std::string& name = words.front();
   const auto* const line = std::ranges::find(edit_lines, name, &EditLine::name);
   if (line == std::end(edit_lines)) return run_command(name, words.size() - 1);
+  if (line->run == nullptr) return fmt::format("{} is not available yet", name);
   const Arguments arguments = Arguments(words).subspan(1);
   if (line->argument_count != any_count && arguments.size() != line->argument_count)
     return fmt::format("{} takes {} argument(s), not {}", name, line->argument_count,

@@ -78,6 +78,7 @@ class HeadlessRun {
     }
     start_up(path);
     if (!run_settings_.apply(options_)) return wrong_usage;
+    load_language();
     clipboard_file = options_.clipboard;
     work();
     shut_down();

@@ -9,6 +9,10 @@
 #include "exchange/settings.h"
 #include "exchange/settings_file.h"
 #include "platform/path.h"
+#include "platform/system.h"
+#include "platform/text.h"
+#include "shell/language_file.h"
+#include "shell/ui_text.h"
 
 namespace corvelin {
 
@@ -25,6 +29,11 @@ void start_up(const std::optional<std::string>& settings_path) {
   complete_settings();
 }
 
+void load_language() {
+  const std::string folder(folder_of(program_path()));
+  if (!ui_text_load(folder, wide_to_bytes(settings.language, true))) settings.language.clear();
+}
+
 bool open_file(const std::string& path) {
   close_all();
   open_state.audio_name = in_current_folder(path);
@@ -33,6 +42,9 @@ bool open_file(const std::string& path) {
   return false;
 }
 
-void shut_down() { close_all(); }
+void shut_down() {
+  close_all();
+  ui_text_free();
+}
 
 }  // namespace corvelin

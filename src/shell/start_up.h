@@ -13,10 +13,14 @@ void connect_levels();
 /// given.
 void start_up(const std::optional<std::string>& settings_path);
 
+/// Loads the language that the settings name from beside the program. Without its file the texts
+/// are English and the setting is emptied.
+void load_language();
+
 /// Closes whatever is open and opens `path`. A failure has been shown, and leaves no document.
 bool open_file(const std::string& path);
 
-/// Closes the document.
+/// Closes the document and lets the translation go.
 void shut_down();
 
 }  // namespace corvelin

@@ -255,6 +255,8 @@ TEST_F(Cli, NobodyIsThereToChooseAFile) {
       << result.err;
   EXPECT_NE(result.err.find("save_complete was refused\n"), std::string::npos);
   EXPECT_NE(result.err.find("1022 was refused\n"), std::string::npos);
+  EXPECT_NE(cli("a.mp3 -e 'save_reencoded x.mp3'").err.find("is not available yet"),
+            std::string::npos);
   EXPECT_EQ(folder.names(), std::vector<std::string>{"a.mp3"});
 }
 
@@ -271,6 +273,24 @@ TEST_F(Cli, KillLeavesAWholeSource) {
     const Bytes now = read_file(folder.path("a.mp3"));
     EXPECT_TRUE(now == old_bytes || now == new_bytes) << delay;
   }
+}
+
+// A translation beside the program. A row whose specifiers don't fit is printed as it stands.
+TEST_F(Cli, SpeaksTheLanguageOfItsSettings) {
+  std::filesystem::copy(CORVELIN_CLI, folder.path("program"));
+  std::filesystem::create_directory(folder.path("Languages"));
+  folder.file(
+      "Languages/lanTest.ini",
+      "x\r\nUTF-8=1\r\nmsg010=\u00D6ffnen schlug fehl\r\ndlg030=%s %n\r\nmsg015=%s%s%n\r\nx");
+  folder.file("a.mp3", Mp3Builder{}.frames(20).zeros(20).frames(50).bytes());
+  const std::string program = "./program --set language=Test ";
+  EXPECT_TRUE(shell(program + "absent.mp3").err.starts_with("\u00D6ffnen schlug fehl: Audio file"));
+  EXPECT_NE(shell(program + "a.mp3 --info").out.find("\n%s %n "), std::string::npos);
+  EXPECT_EQ(shell(program + "a.mp3 -e 'split .'").err, "Warning: %s%s%n\n");
+  EXPECT_TRUE(shell("./program absent.mp3").err.starts_with("File open failed: "));
+  folder.file("c.ini", "[Corvelin]\r\nlanguage=Absent\r\n");
+  shell("./program a.mp3 --settings c.ini");
+  EXPECT_NE(read_text(folder.path("c.ini")).find("\r\nlanguage=\r\n"), std::string::npos);
 }
 
 TEST_F(Cli, SettingsAreReadAndKeptWithoutThoseOfTheRun) {

@@ -1,6 +1,7 @@
 // Every system call that writes, made to fail in turn: a save, the replacement of a source and the
 // settings file must tell the error and leave the old file or the new one whole.
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <functional>
 
@@ -234,8 +235,13 @@ TEST_P(WriteFaults, ProjectsAndCueSheetsStayOldOrNew) {
   }
 }
 
+std::string name_of_fault(const ::testing::TestParamInfo<Fault>& info) {
+  return std::array{"NoSpace", "IoError", "HalfAWrite"}[static_cast<std::size_t>(info.param)];
+}
+
 INSTANTIATE_TEST_SUITE_P(Faults, WriteFaults,
-                         ::testing::Values(Fault::no_space, Fault::io_error, Fault::half_a_write));
+                         ::testing::Values(Fault::no_space, Fault::io_error, Fault::half_a_write),
+                         name_of_fault);
 
 }  // namespace
 }  // namespace corvelin::test
