@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <limits>
 #include <string_view>
 
 #include "document/stream_match.h"
@@ -26,8 +25,6 @@ namespace corvelin {
 namespace {
 
 constexpr std::uint64_t smallest_file = 1000;  // bytes
-constexpr std::uint64_t largest_file = 0xFFFFFFFE;
-constexpr std::uint64_t largest_stream = std::numeric_limits<std::uint32_t>::max();
 
 struct FoundFrame {
   std::uint32_t at = 0;  // file offset
@@ -74,7 +71,7 @@ AppendResult append_source(std::uint16_t index) {
   SourceFile& file = document.files[index];
   const std::uint64_t file_size = file.handle.facts().size;
   if (file_size < smallest_file || file_size > largest_file) return AppendResult::bad_size;
-  if (document.total_size + file_size > largest_stream) return AppendResult::too_large;
+  if (!has_room_for(file_size)) return AppendResult::too_large;
   const auto size = static_cast<std::uint32_t>(file_size);
 
   FoundFrame first;

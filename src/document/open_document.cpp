@@ -26,7 +26,6 @@ namespace corvelin {
 namespace {
 
 constexpr std::uint64_t smallest_file = 10;  // bytes
-constexpr std::uint64_t largest_file = 0xFFFFFFFE;
 
 // Reads the file's last 128 bytes and takes them off the audio when they are a tag.
 void take_off_id3v1(SourceFile& file) {

@@ -109,7 +109,7 @@ bool is_border(EditPosition pos) {
 
 }  // namespace
 
-bool has_room_for(std::uint64_t bytes) { return document.total_size + bytes <= highest_position; }
+bool has_room_for(std::uint64_t bytes) { return document.total_size + bytes <= longest_stream; }
 
 PartIndex split_at(EditPosition pos) {
   if (pos == 0) return 0;

@@ -74,10 +74,9 @@ EditPosition part_end(PartIndex index) {
 
 std::uint32_t file_pos_of(PartIndex index, EditPosition pos) {
   const Part& part = document.parts[index];
-  const std::uint32_t offset =
-      part.part_filepos + pos - part.part_beg;  // wraps for a pos before it
-  const bool is_before = offset < part.part_filepos || offset > highest_position;
-  return is_before ? part.part_filepos : offset;
+  const bool has_wrapped = pos > highest_position && pos > document.total_size;
+  const bool is_before = pos < part.part_beg || has_wrapped;
+  return is_before ? part.part_filepos : part.part_filepos + (pos - part.part_beg);
 }
 
 void recompute_total() {

@@ -19,8 +19,13 @@ namespace corvelin {
 using EditPosition = std::uint32_t;
 constexpr EditPosition no_position = 0xFFFFFFFF;
 
-/// Everything above this is a position that wrapped around below 0.
+/// Everything above this is a position that wrapped around below 0. So of a stream that is longer
+/// the last few frames are there, but can't be gone to.
 constexpr EditPosition highest_position = 0xFFFF0000;
+
+/// The largest source file and the longest stream, in bytes.
+constexpr std::uint64_t largest_file = 0xFFFFFFFE;
+constexpr std::uint64_t longest_stream = 0xFFFFFFFE;
 
 using PartIndex = std::uint16_t;
 constexpr PartIndex no_part = 0xFFFF;

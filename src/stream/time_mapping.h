@@ -41,7 +41,7 @@ enum class SecondsForm {
 std::string format_time(std::uint32_t pos, double rate, SecondsForm form = SecondsForm::display);
 
 /// The number of bytes that `seconds` take at the average rate of the stream: 0 for a negative
-/// time, `highest_position`, which is behind every stream's end, for one beyond all bounds.
+/// time, `highest_position` for one beyond all bounds.
 std::uint32_t time_to_position(double seconds);
 
 /// Reads a time as `format_time` writes it from the start of `text`, up to `terminator`, and moves

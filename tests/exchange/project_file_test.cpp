@@ -161,7 +161,7 @@ TEST_F(ProjectFile, RefusesWhatNoDocumentCanBe) {
   for (const std::string& lines :
        {std::string("part_file=1\npart_size=417\npart_beg=0\n"), std::string("part_beg=0\n"),
         std::string("part_filepos=-417\npart_size=834\npart_beg=0\n"),
-        std::string("part_size=-1000\npart_beg=0\npart_size=417\npart_beg=0\n"), many,
+        std::string("part_size=-1000\npart_beg=0\npart_size=2000\npart_beg=0\n"), many,
         std::string(),
         std::string("file_beg=10\nfile_end=10\nfile=b.mp3\npart_size=1\npart_beg=0\n"),
         std::string("file_end=0\nfile=b.mp3\npart_size=1\npart_beg=0\n"),
