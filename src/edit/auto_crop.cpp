@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "document/open_state.h"
+#include "edit/places.h"
 #include "edit/undo.h"
 #include "exchange/refusals.h"
 #include "exchange/settings.h"
@@ -12,9 +13,7 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
-#include "platform/numbers.h"
 #include "shell/ui_text.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 
@@ -52,9 +51,6 @@ void crop_head(int threshold) {
 
 // Where the search for the tail begins: far enough from the end, but not at the start of hours.
 EditPosition tail_start() {
-  const auto average_frames = [](double count) {
-    return whole_part(stream.avg_frame_size * count, highest_position);
-  };
   const std::uint32_t total = document.total_size;
   return frame_at(total > average_frames(3000) ? total - average_frames(2000) : total / 2);
 }

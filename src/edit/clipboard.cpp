@@ -189,8 +189,7 @@ class Paste {
   static bool take_bounds(SourceFile& file, const PastedRange& range) {
     const std::uint64_t file_size = file.handle.facts().size;
     const std::uint64_t range_end = std::uint64_t{range.file_pos} + range.size;
-    const std::uint64_t total = std::uint64_t{document.total_size} + range.size;
-    if (range.size == 0 || range_end > file_size || total > highest_position) return false;
+    if (range.size == 0 || range_end > file_size || !has_room_for(range.size)) return false;
     if (file.audio_end != 0) return true;
     const std::uint64_t audio_end = std::min<std::uint64_t>(range.audio_end, file_size);
     if (range.first_audio >= audio_end) return false;
@@ -261,8 +260,6 @@ bool refuse(std::string_view caption, std::string_view text, BoxIcon icon) {
   return false;
 }
 
-bool has_range() { return selection.sel_beg < selection.sel_end; }
-
 bool copy_or_refuse() {
   return copy_to_clipboard() || refuse(ui_text(msg, 6), ui_text(msg, 8), BoxIcon::warning);
 }
@@ -282,7 +279,7 @@ PasteResult paste_from_clipboard() {
 }
 
 bool copy() {
-  if (!has_range()) {
+  if (!has_selected_range()) {
     selection.sel_beg = 0;
     selection.sel_end = document.total_size;
   }
@@ -291,7 +288,7 @@ bool copy() {
 
 bool cut_clipboard() {
   undo_push(true, ui_text(men, 30));
-  if (!has_range()) return refuse(ui_text(msg, 8), ui_text(msg, 20), BoxIcon::error);
+  if (!has_selected_range()) return refuse(ui_text(msg, 8), ui_text(msg, 20), BoxIcon::error);
   if (!copy_or_refuse()) return false;
   return cut_or_cue(true);
 }

@@ -188,10 +188,18 @@ bool outcome_of() {
   }
 }
 
-#define COMMAND(id, section, row, keys, needs, stop, name, operation) \
-  {id, name, section, row, keys, CommandNeeds::needs, StopRule::stop, outcome_of<operation>},
-#define LATER(id, section, row, keys, needs, stop, name) \
-  {id, name, section, row, keys, CommandNeeds::needs, StopRule::stop, nullptr},
+#define COMMAND(id, section, row, keys, needs, stop, live, name, operation) \
+  {id,                                                                      \
+   name,                                                                    \
+   section,                                                                 \
+   row,                                                                     \
+   keys,                                                                    \
+   CommandNeeds::needs,                                                     \
+   StopRule::stop,                                                          \
+   LiveWhen::live,                                                          \
+   outcome_of<operation>},
+#define LATER(id, section, row, keys, needs, stop, live, name) \
+  {id, name, section, row, keys, CommandNeeds::needs, StopRule::stop, LiveWhen::live, nullptr},
 constexpr Command table[] = {
 #include "edit/command_table.inc"
 };

@@ -16,6 +16,7 @@ using CommandId = std::uint16_t;
 
 enum class CommandNeeds { anytime, document };
 enum class StopRule { runs_on, not_playing, stopped };
+enum class LiveWhen { anytime, document, stopped, levels, undo, transport };
 
 /// One row of the table.
 struct Command {
@@ -26,6 +27,7 @@ struct Command {
   std::string_view keys;  // accelerators, parted by ", "
   CommandNeeds needs;
   StopRule stop;
+  LiveWhen live;  // in menus and buttons
   bool (*run)();  // false: refused or failed, which has been told; null: still to come
 };
 
@@ -33,7 +35,7 @@ constexpr std::uint32_t no_row = 999;
 
 std::span<const Command> command_table();
 
-/// The commands of the List menu: one for each of the first parts.
+/// The commands of the List menu: one for each of the first parts, and one more than has an entry.
 constexpr CommandId first_part_command = 1200;
 constexpr CommandId last_part_command = 1260;
 

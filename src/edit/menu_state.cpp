@@ -20,14 +20,6 @@ namespace corvelin {
 
 namespace {
 
-// Layer III alone has levels to change.
-constexpr CommandId level_commands[] = {1019, 1021, 1025, 1047, 1074};
-constexpr CommandId undo_command = 1022;
-// These open another document or arm a recording.
-constexpr CommandId stopped_commands[] = {1010, 1043, 1071, 1077};
-// These are for a document and for a recording.
-constexpr CommandId playing_and_recording_commands[] = {134, 135, 154, 163};
-
 std::string part_entry(PartIndex index) {
   constexpr std::size_t longest_title = 50;  // characters
   const Part& part = document.parts[index];
@@ -43,8 +35,24 @@ std::string part_entry(PartIndex index) {
   return text;
 }
 
-bool contains(std::span<const CommandId> ids, CommandId id) {
-  return std::ranges::find(ids, id) != ids.end();
+bool is_live(LiveWhen when) {
+  const bool has_document = !document.files.empty();
+  const bool is_armed = audio_activity.is_recording_armed;
+  switch (when) {
+    case LiveWhen::anytime:
+      return true;
+    case LiveWhen::document:
+      return has_document;
+    case LiveWhen::stopped:
+      return !audio_activity.is_playing && !is_armed;
+    case LiveWhen::levels:
+      return has_document && stream.current_frame.layer == 3;
+    case LiveWhen::undo:
+      return !undo_stack.empty();
+    case LiveWhen::transport:
+      return has_document || is_armed;
+  }
+  return false;
 }
 
 }  // namespace
@@ -75,20 +83,12 @@ std::vector<MenuEntry> recent_entries() {
 }
 
 bool is_command_enabled(CommandId id) {
-  const bool has_document = !document.files.empty();
-  if (id == undo_command) return !undo_stack.empty();
-  if (contains(stopped_commands, id))
-    return !audio_activity.is_playing && !audio_activity.is_recording_armed;
-  if (contains(playing_and_recording_commands, id))
-    return has_document || audio_activity.is_recording_armed;
-  if (contains(level_commands, id)) return has_document && stream.current_frame.layer == 3;
   if (id >= first_part_command && id <= last_part_command)
     return id - std::size_t{first_part_command} < document.parts.size();
   if (id >= first_recent_command && id <= last_recent_command)
     return id - std::size_t{first_recent_command} < settings.file_recent.size();
   const auto command = std::ranges::find(command_table(), id, &Command::id);
-  if (command == command_table().end()) return false;
-  return command->needs == CommandNeeds::anytime || has_document;
+  return command != command_table().end() && is_live(command->live);
 }
 
 }  // namespace corvelin

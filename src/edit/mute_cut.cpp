@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "document/open_state.h"
+#include "edit/places.h"
 #include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/document.h"
@@ -31,11 +32,6 @@ void mark_slope(const char16_t* title) {
   document.parts[made].part_title = title;
 }
 
-void seek_next_frame() {
-  constexpr std::uint32_t short_of_it = 5;  // bytes: the seek lands on the next frame all the same
-  seek_to(selection.cursor + stream.current_frame.frame_length - short_of_it);
-}
-
 }  // namespace
 
 void mute_cut() {
@@ -49,7 +45,7 @@ void mute_cut() {
 
   seek_to(frame_before(part.part_beg));
   mark_slope(u"\\/");
-  for (int i = 0; i < 3; ++i) seek_next_frame();
+  for (int i = 0; i < 3; ++i) seek_to(selection.cursor + seek_step_to_next_frame());
   mark_slope(u"/\\");
   open_state.document_modified = true;
   selection.cursor = remembered;

@@ -3,21 +3,15 @@
 
 #include <cstdint>
 
+#include "edit/places.h"
 #include "exchange/settings.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
-#include "platform/numbers.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 
 namespace {
-
-// Whole bytes of a number of average frames.
-std::uint32_t average_frames(std::uint32_t count) {
-  return whole_part(double{stream.avg_frame_size} * count, highest_position);
-}
 
 void step_back(std::uint32_t bytes) {
   const EditPosition from = play_position();
@@ -46,11 +40,7 @@ void frame_back() {
   seek_to(two_frames < document.total_size ? document.total_size - two_frames : 0);
 }
 
-void frame_forward() {
-  constexpr std::uint32_t short_of_it = 5;  // bytes: the seek lands on the next frame all the same
-  const std::uint32_t length = stream.current_frame.frame_length;
-  step_forward(length > short_of_it ? length - short_of_it : 0);
-}
+void frame_forward() { step_forward(seek_step_to_next_frame()); }
 
 void rewind() { seek_to(0); }
 

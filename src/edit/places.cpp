@@ -6,6 +6,7 @@
 
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "platform/numbers.h"
 #include "stream/frame_header.h"
 
 namespace corvelin {
@@ -23,13 +24,8 @@ void settle(EditPosition& pos) {
 
 }  // namespace
 
-bool has_selection() {
-  return selection.sel_beg != no_position && selection.sel_end != no_position;
-}
-
 EditPosition next_frame_in(PartIndex part, EditPosition frame) {
-  constexpr std::uint32_t step = 10;  // bytes, less than any frame has
-  return locate_frame(part, frame + step);
+  return locate_frame(part, frame + next_frame_step);
 }
 
 EditPosition frame_before_in(PartIndex part, EditPosition pos) {
@@ -40,6 +36,16 @@ EditPosition frame_before_in(PartIndex part, EditPosition pos) {
   const bool is_frame = is_inside && locate_frame(part, frame) == frame;
   stream.current_frame = found_last;
   return is_frame ? frame : no_position;
+}
+
+std::uint32_t seek_step_to_next_frame() {
+  constexpr std::uint32_t short_of_it = 5;  // bytes: the seek lands on the next frame all the same
+  const std::uint32_t length = stream.current_frame.frame_length;
+  return length > short_of_it ? length - short_of_it : 0;
+}
+
+std::uint32_t average_frames(std::uint32_t count) {
+  return whole_part(double{stream.avg_frame_size} * count, highest_position);
 }
 
 void settle_places() {

@@ -59,7 +59,7 @@ int mark_resyncs(EditPosition pos, EditPosition end) {
 
 void check_resyncs() {
   undo_push(true, ui_text(men, 29));
-  const bool has_range = has_selection() && selection.sel_beg != selection.sel_end;
+  const bool has_range = has_selected_range();
   const EditPosition begin = has_range ? selection.sel_beg : 0;
   const EditPosition end = has_range ? selection.sel_end : document.total_size;
   const int count = mark_resyncs(begin, end);

@@ -11,9 +11,6 @@ namespace corvelin {
 
 namespace {
 
-constexpr std::uint32_t next_frame =
-    10;  // bytes: from a frame's start a search from here finds the next
-
 void push_selection() { undo_push(false, ui_text(win, 22)); }
 
 // Sets both ends as they are. The cue flag stays, so that the next cut does what the last was to
@@ -24,9 +21,9 @@ void select_range(EditPosition begin, EditPosition end) {
 }
 
 void begin_left() { set_sel_begin(frame_before(selection.sel_beg)); }
-void begin_right() { set_sel_begin(frame_at(selection.sel_beg + next_frame)); }
+void begin_right() { set_sel_begin(frame_at(selection.sel_beg + next_frame_step)); }
 void end_left() { set_sel_end(frame_before(selection.sel_end)); }
-void end_right() { set_sel_end(frame_at(selection.sel_end + next_frame)); }
+void end_right() { set_sel_end(frame_at(selection.sel_end + next_frame_step)); }
 
 void start_move() {
   push_selection();
