@@ -16,11 +16,9 @@
 #include "document/append.h"
 #include "document/open_document.h"
 #include "document/open_state.h"
-#include "edit/clipboard.h"
 #include "edit/commands.h"
 #include "edit/selection_commands.h"
 #include "edit/undo.h"
-#include "exchange/cue_sheet.h"
 #include "exchange/id3v1.h"
 #include "exchange/save_audio.h"
 #include "exchange/save_project.h"
@@ -150,18 +148,11 @@ std::string append_line(Arguments words, HeadlessHost&) {
   return append_files(names) == 1 ? done : fmt::format("{} was not appended", words[0]);
 }
 
-std::string copy_line(Arguments, HeadlessHost&) { return copy() ? done : "nothing was copied"; }
-
-std::string cut_clipboard_line(Arguments, HeadlessHost&) {
-  return cut_clipboard() ? done : "nothing was cut";
-}
-
-std::string paste_line(Arguments, HeadlessHost&) { return paste() ? done : "nothing was pasted"; }
-
 std::string load_cue_line(Arguments words, HeadlessHost& host) {
+  constexpr CommandId load_cue_sheet = 1044;
   host.set_next_path(in_current_folder(words[0]));
-  const auto take_step = [] { undo_push(true, ui_text(men, 45)); };
-  return choose_and_load_cue_sheet(take_step) ? done : fmt::format("{} was not loaded", words[0]);
+  const bool is_loaded = dispatch_command(load_cue_sheet) == DispatchResult::done;
+  return is_loaded ? done : fmt::format("{} was not loaded", words[0]);
 }
 
 std::string save_project_line(Arguments words, HeadlessHost& host) {
@@ -180,16 +171,28 @@ std::string split_line(Arguments words, HeadlessHost&) {
   return is_saved ? done : "the split is not complete";
 }
 
-// Hands the key and the text of each KEY=TEXT to `take`, which tells whether there is such a key.
-template <typename Take>
-std::string take_texts(Arguments words, Take take) {
+// A text that KEY=TEXT sets.
+struct NamedText {
+  std::string_view key;
+  std::u16string* text;
+};
+
+// Takes each KEY=TEXT in: into one of `texts`, or by `take_other`, which tells whether it is for
+// it.
+template <typename TakeOther>
+std::string take_texts(Arguments words, std::span<const NamedText> texts, TakeOther take_other) {
   if (words.empty()) return "KEY=\"text\" is missing";
   for (const std::string& word : words) {
     const std::size_t equal = word.find('=');
     if (equal == std::string::npos) return fmt::format("\"{}\" is no KEY=TEXT", word);
-    const std::string_view whole = word;
-    if (!take(whole.substr(0, equal), whole.substr(equal + 1)))
+    const std::string_view key = std::string_view(word).substr(0, equal);
+    const std::string_view value = std::string_view(word).substr(equal + 1);
+    const auto named = std::ranges::find(texts, key, &NamedText::key);
+    if (named != texts.end()) {
+      *named->text = bytes_to_wide(value, true);
+    } else if (!take_other(key, value)) {
       return fmt::format("\"{}\" can't be set", word);
+    }
   }
   return done;
 }
@@ -199,18 +202,15 @@ std::string tag_line(Arguments words, HeadlessHost&) {
   if (!can_create_tag()) return "an AAC stream has no such tag";
   TagDialog tag = tag_dialog_load();
   tag.create_tag = true;
-  const std::pair<std::string_view, std::u16string*> texts[] = {{"title", &tag.title},
-                                                                {"artist", &tag.artist},
-                                                                {"album", &tag.album},
-                                                                {"year", &tag.year},
-                                                                {"comment", &tag.comment}};
-  std::string refusal = take_texts(words, [&](std::string_view key, std::string_view value) {
-    const auto* const text =
-        std::ranges::find(texts, key, [](const auto& row) { return row.first; });
-    if (text != std::end(texts)) {
-      *text->second = bytes_to_wide(value, true);
-    } else if (key == "track" && parse_whole<std::uint8_t>(value)) {
-      tag.track = *parse_whole<std::uint8_t>(value);
+  const NamedText texts[] = {{"title", &tag.title},
+                             {"artist", &tag.artist},
+                             {"album", &tag.album},
+                             {"year", &tag.year},
+                             {"comment", &tag.comment}};
+  std::string refusal = take_texts(words, texts, [&](std::string_view key, std::string_view value) {
+    const auto track = parse_whole<std::uint8_t>(value);
+    if (key == "track" && track) {
+      tag.track = *track;
     } else if (key == "genre" && (value.empty() || genre_index(value))) {
       tag.genre = value;
     } else {
@@ -228,21 +228,13 @@ std::string tag_line(Arguments words, HeadlessHost&) {
 std::string names_line(Arguments words, HeadlessHost&) {
   NamesDialog names;
   names.begin();
-  const std::pair<std::string_view, std::u16string*> texts[] = {
-      {"part_title", &names.part_title},
-      {"part_artist", &names.part_artist},
-      {"sheet_title", &names.sheet_title},
-      {"sheet_artist", &names.sheet_artist}};
-  std::string refusal = take_texts(words, [&](std::string_view key, std::string_view value) {
-    const auto* const text =
-        std::ranges::find(texts, key, [](const auto& row) { return row.first; });
-    if (text != std::end(texts)) {
-      *text->second = bytes_to_wide(value, true);
-    } else if (key == "part_iscue" && (value == "0" || value == "1")) {
-      names.part_iscue = value == "1";
-    } else {
-      return false;
-    }
+  const NamedText texts[] = {{"part_title", &names.part_title},
+                             {"part_artist", &names.part_artist},
+                             {"sheet_title", &names.sheet_title},
+                             {"sheet_artist", &names.sheet_artist}};
+  std::string refusal = take_texts(words, texts, [&](std::string_view key, std::string_view value) {
+    if (key != "part_iscue" || (value != "0" && value != "1")) return false;
+    names.part_iscue = value == "1";
     return true;
   });
   if (!refusal.empty()) return refusal;
@@ -298,9 +290,6 @@ constexpr EditLine edit_lines[] = {
     {"save", 1, true, save_line},
     {"save_selection", 1, true, save_selection_line},
     {"append", 1, true, append_line},
-    {"copy", 0, true, copy_line},
-    {"cut_clipboard", 0, true, cut_clipboard_line},
-    {"paste", 0, true, paste_line},
     {"load_cue", 1, true, load_cue_line},
     {"save_project", 1, true, save_project_line},
     {"undo", 0, true, undo_line},
@@ -364,7 +353,7 @@ std::string set_refusal(SetResult result, std::string_view key, std::string_view
     case SetResult::not_a_number:
       return fmt::format("{} takes a number, not \"{}\"", key, value);
     case SetResult::out_of_range:
-      return fmt::format("{} is out of range for {}", value, key);
+      return fmt::format("{} is out of range for {} ({})", value, key, setting_meaning(key));
     case SetResult::too_long:
       return fmt::format("the value of {} is too long", key);
   }

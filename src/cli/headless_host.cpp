@@ -4,11 +4,11 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <utility>
 
 #include "platform/file.h"
+#include "platform/text.h"
 
 namespace corvelin {
 
@@ -42,7 +42,7 @@ void HeadlessHost::print(const MessageBox& box) {
   messages_.push_back(box);
   std::string text = box.text;
   while (text.ends_with('\n')) text.pop_back();
-  fmt::print(stderr, "{}: {}\n", box.caption, text);
+  fmt::print(stderr, "{}: {}\n", box.caption, printable(std::move(text)));
 }
 
 BoxAnswer HeadlessHost::show_message_box(const MessageBox& box) {
@@ -67,7 +67,8 @@ std::optional<std::string> HeadlessHost::ask_for_new_file(const FileDialog& dial
   std::optional<std::string> path = take_next_path(dialog);
   const bool may_replace = !dialog.warn_existing || fixed_answer_ == BoxAnswer::yes;
   if (path && !may_replace && file_facts(*path).found) {
-    fmt::print(stderr, "{}: {} exists. It is replaced with --yes.\n", dialog.title, *path);
+    fmt::print(stderr, "{}: {} exists. It is replaced with --yes.\n", dialog.title,
+               printable(*path));
     return std::nullopt;
   }
   return path;
@@ -89,7 +90,7 @@ void HeadlessHost::drive(LongRun& run) {
     line.show(fmt::format("{:3}%  {}", run.percent_done(), run.progress_text()));
   }
   const std::string report = run.report();
-  if (!report.empty()) fmt::print(stderr, "{}", with_plain_line_ends(report));
+  if (!report.empty()) fmt::print(stderr, "{}", printable(with_plain_line_ends(report)));
 }
 
 std::vector<MessageBox> HeadlessHost::take_messages() { return std::exchange(messages_, {}); }

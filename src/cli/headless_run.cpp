@@ -21,15 +21,16 @@
 #include "exchange/split_save.h"
 #include "model/document.h"
 #include "platform/clipboard.h"
+#include "platform/text.h"
 #include "shell/start_up.h"
 
 namespace corvelin {
 
 namespace {
 
-enum ExitStatus : int { succeeded = 0, failed = 1, wrong_usage = 2 };
-
-void complain(const std::string& text) { fmt::print(stderr, "corvelin-cli: {}\n", text); }
+void complain(const std::string& text) {
+  fmt::print(stderr, "corvelin-cli: {}\n", printable(text));
+}
 
 // The settings given on the command line hold for this run: they are not stored at its end.
 class RunSettings {

@@ -13,8 +13,6 @@ namespace corvelin {
 
 namespace {
 
-constexpr int wrong_usage = 2;
-
 // A work switch is also one in the form of the desktop's command line: /save beside --save. Only
 // these words are, so that a path of this platform is never taken for one.
 constexpr std::array<std::string_view, 9> switch_words = {"save",     "overwrite", "normalize",

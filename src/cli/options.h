@@ -8,6 +8,9 @@
 
 namespace corvelin {
 
+/// What the program ends with.
+enum ExitStatus : int { succeeded = 0, failed = 1, wrong_usage = 2 };
+
 /// One `--edit` or `--script`, in the order of the command line.
 struct EditSource {
   bool is_script = false;

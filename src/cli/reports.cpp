@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <iterator>
 #include <string_view>
+#include <utility>
 
 #include "document/open_state.h"
 #include "exchange/id3v1.h"
@@ -85,13 +86,13 @@ std::string stream_summary() {
   for (std::size_t i = 1; i < document.files.size(); ++i)
     line(fmt::format("  file {}:", i), document.files[i].file_name);
   line("Cursor:", place_text(selection.cursor));
-  if (selection.sel_beg != no_position) {
+  if (has_selection()) {
     line("Selection:",
          fmt::format("{} - {}", place_text(selection.sel_beg), place_text(selection.sel_end)));
   }
   line("Parts:", fmt::format("{} (number, kind, start, length)", document.parts.size()));
   for (std::size_t i = 0; i < document.parts.size(); ++i) text += part_line(i);
-  return text;
+  return printable(std::move(text));
 }
 
 void print_frames() {

@@ -124,7 +124,7 @@ class WindowSweep {
   std::map<std::size_t, std::uint32_t> believed_;  // sample rates of the window's headers, by place
   // How many of these have the rate of the one before them. While there is one, a search that has
   // come past the first header believes a second.
-  int equal_neighbours_ = 0;  // pairs of these that stand side by side and agree
+  int equal_neighbours_ = 0;
 };
 
 // The bytes from `from` on in which a search's window can lie whole in front of the audio's end.

@@ -49,7 +49,7 @@ std::vector<FileType> file_types() {
 // A choice is the folder and the names in it, each with a character behind it.
 bool is_choice_too_long(const std::vector<std::string>& names) {
   constexpr std::size_t longest_choice = 20000;  // UTF-16 code units
-  const auto units = [](std::string_view text) { return bytes_to_wide(text, true).size() + 1; };
+  const auto units = [](std::string_view text) { return count_units(text) + 1; };
   std::size_t length = units(folder_of(names.front()));
   for (const std::string& name : names) length += units(name_of(name));
   return length > longest_choice;

@@ -22,7 +22,6 @@ namespace {
 constexpr std::size_t largest_list = std::size_t{64} << 20;  // bytes
 constexpr std::size_t line_limit = 400;                      // bytes; longer lines don't count
 constexpr int deepest_list = 8;                              // of lists in lists
-constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";       // which some programs put in front
 
 // How many lists are being read, each named by the one before: a list may name another one, and
 // so itself.

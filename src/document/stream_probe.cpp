@@ -11,6 +11,7 @@
 #include "model/frame_locator.h"
 #include "platform/bytes.h"
 #include "stream/frame_header.h"
+#include "stream/vbr_layout.h"
 
 namespace corvelin {
 
@@ -28,17 +29,15 @@ bool is_letter(std::uint8_t byte) {
 // fixed places behind the marker, whatever the flags say.
 void take_xing_header(std::span<const std::uint8_t> marker, std::uint32_t first_audio,
                       std::uint32_t audio_bytes, StreamInfo& info) {
-  constexpr std::uint8_t has_toc = 4;
-  constexpr std::uint8_t has_quality = 8;
   constexpr std::int64_t tolerated_difference = 3000;  // bytes
-  const std::uint8_t flags = marker[7];
+  const std::uint32_t flags = big_endian_u32(marker, vbr_flags_place);
   info.vbr = vbr_header;
-  if ((flags & has_toc) != 0) {
-    std::copy_n(marker.begin() + 16, info.toc.size(), info.toc.begin());
+  if ((flags & vbr_has_toc) != 0) {
+    std::copy_n(marker.begin() + vbr_toc_place, info.toc.size(), info.toc.begin());
     info.toc[0] = 0;
     info.vbr = vbr_header | vbr_toc_usable;
   }
-  if ((flags & has_quality) != 0) info.xing_quality = marker[119];
+  if ((flags & vbr_has_quality) != 0) info.xing_quality = marker[vbr_quality_place];
   // A file that was cut or joined since isn't what its header says.
   const std::int64_t difference =
       std::int64_t{first_audio} + audio_bytes - std::int64_t{info.audio_end};
@@ -124,8 +123,6 @@ std::uint32_t probe_stream(const InputFile& file, std::uint32_t size) {
 }
 
 std::uint32_t read_vbr_header(const InputFile& file, std::uint32_t first, StreamInfo& info) {
-  constexpr std::size_t tag_place = 120;  // of the encoder tag behind the marker
-  constexpr std::size_t tag_size = 28;
   std::array<std::uint8_t, 2000> block = {};  // what the file lacks counts as zeros
   const std::size_t got = file.read_at(first, block);
   if (got == 0) return first;
@@ -135,16 +132,16 @@ std::uint32_t read_vbr_header(const InputFile& file, std::uint32_t first, Stream
   if (!decode_frame_header(frame, block)) return first;
 
   const std::span<const std::uint8_t> marker =
-      std::span(block).subspan(vbr_header_offset(frame), tag_place + tag_size);
+      std::span(block).subspan(vbr_header_offset(frame), vbr_tag_place + vbr_tag_size);
   const bool is_info = stands_at(marker, 0, "Info");
   if (!is_info && !stands_at(marker, 0, "Xing")) return first;
 
   const bool moves = is_followed(std::span(block).first(got), 0, frame.frame_length);
   const std::uint32_t first_audio = moves ? first + frame.frame_length : first;
-  if (is_letter(marker[tag_place]))
-    std::copy_n(marker.begin() + tag_place, tag_size, info.encoder_tag.begin());
-  const std::uint32_t frames = big_endian_u32(marker, 8);
-  const std::uint32_t audio_bytes = big_endian_u32(marker, 12);
+  if (is_letter(marker[vbr_tag_place]))
+    std::copy_n(marker.begin() + vbr_tag_place, vbr_tag_size, info.encoder_tag.begin());
+  const std::uint32_t frames = big_endian_u32(marker, vbr_frames_place);
+  const std::uint32_t audio_bytes = big_endian_u32(marker, vbr_bytes_place);
   info.avg_frame_size =
       frames == 0 ? 0.0F : static_cast<float>(static_cast<double>(audio_bytes) / frames);
   info.xing_frames = frames;

@@ -1,6 +1,5 @@
 // How much of a file's two ends is tags and not audio: ID3v2 in front (id3.org, ID3v2 3.1), ID3v1
-// and APE (APEv2 footer) behind. Tags are measured here, not read. What a tag says of its size is
-// believed only as far as the file goes.
+// and APE (APEv2 footer) behind. Tags are measured here, not read.
 #pragma once
 
 #include <cstdint>

@@ -17,7 +17,8 @@ namespace corvelin {
 /// cleared and the document counts as saved, unless the sheet could not even be opened.
 bool load_cue_sheet(bool over_current_audio);
 
-/// Asks for a sheet and loads it over the current audio. False also when the user cancels.
+/// Asks for a sheet, which becomes `open_state.project_name`, and loads it over the current audio.
+/// False also when the user cancels; no project is named then.
 /// `before_load` runs when the choice has been made: the place for an undo step.
 bool choose_and_load_cue_sheet(const std::function<void()>& before_load);
 

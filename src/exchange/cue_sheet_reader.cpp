@@ -31,7 +31,6 @@ constexpr std::size_t largest_sheet = std::size_t{16} << 20;  // bytes
 constexpr std::size_t line_limit = 400;                       // bytes; longer lines don't count
 constexpr std::size_t longest_name = 300;                     // UTF-16 code units
 constexpr std::size_t longest_time = 40;                      // bytes
-constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
 
 // A sheet in UTF-16 or with zeros for blanks is read as far as possible, and then at least doesn't
 // end at its first byte.
@@ -73,24 +72,25 @@ class CueSheetReader {
 
   // Takes the lines of the text in. False for a malformed sheet.
   bool read(std::string_view text) {
+    Next next = Next::go_on;
     bool is_closed = false;  // the last line was the start of a track, which closes the one before
-    while (!text.empty() && next_ == Next::go_on) {
+    while (!text.empty() && next == Next::go_on) {
       const std::size_t end = std::min(text.find('\n'), text.size());
       std::string_view line = text.substr(0, end);
       text.remove_prefix(std::min(end + 1, text.size()));
       if (line.size() >= line_limit) continue;
       line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
       is_closed = line.starts_with("TRACK");
-      next_ = take_line(line);
+      next = take_in(line);
     }
-    if (next_ == Next::go_on && !is_closed) next_ = close_track();
-    return next_ != Next::fail;
+    if (next == Next::go_on && !is_closed) next = close_track();
+    return next != Next::fail;
   }
 
  private:
   enum class Next { go_on, end, fail };
 
-  Next take_line(std::string_view line) {
+  Next take_in(std::string_view line) {
     if (line.starts_with("FILE")) return open_audio(line);
     if (line.starts_with("TITLE")) return take_name(line, title_);
     if (line.starts_with("PERFORMER")) return take_name(line, performer_);
@@ -156,7 +156,6 @@ class CueSheetReader {
 
   bool over_current_audio_;
   bool utf8_;
-  Next next_ = Next::go_on;
   bool in_track_ = false;
   std::u16string title_;
   std::u16string performer_;

@@ -98,7 +98,7 @@ CueSheetSave save_cue_sheet() {
       return CueSheetSave::cancelled;
     }
   }
-  const std::string mark = settings.char_enc != 0 ? "\xEF\xBB\xBF" : "";
+  const std::string mark(settings.char_enc != 0 ? utf8_mark : "");
   const std::string text = mark + album_lines() + audio_line(audio) + track_lines();
   if (replace_file(open_state.project_name, text)) return CueSheetSave::failed;
   add_recent(open_state.project_name);

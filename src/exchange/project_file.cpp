@@ -38,7 +38,7 @@ class ProjectWriter {
     number("gainend", document.end_gain);
     number("position", play_position());
     number("vbr", stream.vbr);
-    if (selection.sel_beg != no_position) {
+    if (has_selection()) {
       number("sel_beg", selection.sel_beg);
       number("sel_end", selection.sel_end);
     }
@@ -148,7 +148,7 @@ class ProjectReader {
 
   bool read_file(std::string_view value) {
     const std::string path = decode_path(value);
-    if (bytes_to_wide(path, true).size() > longest_path) return false;
+    if (count_units(path) > longest_path) return false;
     const std::string name = path_from_outside(path, folder_of(open_state.project_name));
     return document.files.empty() ? open_first(name) : add_file(name);
   }
@@ -178,8 +178,7 @@ class ProjectReader {
   bool read_part_beg(std::string_view value) {
     const Part read = std::exchange(part_, {});
     const std::uint64_t file_end = std::uint64_t{read.part_filepos} + read.part_size;
-    const std::uint64_t total = std::uint64_t{document.total_size} + read.part_size;
-    if (read.part_size == 0 || file_end > highest_position || total > highest_position)
+    if (read.part_size == 0 || file_end > largest_file || !has_room_for(read.part_size))
       return false;
     const auto stored = static_cast<EditPosition>(leading_number(value));
     const auto place = std::ranges::find_if(

@@ -20,7 +20,7 @@ void show_refusal(std::string_view text) {
 void show_invalid_range() { show_refusal(ui_text(msg, 16)); }
 
 bool require_selected_range() {
-  if (selection.sel_beg != no_position && selection.sel_end > selection.sel_beg) return true;
+  if (has_selected_range()) return true;
   show_refusal(ui_text(msg, 20));
   return false;
 }

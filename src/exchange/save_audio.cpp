@@ -54,7 +54,8 @@ SaveOutcome run_save(const std::string& name, bool replaces_source) {
   SaveRun run(name, replaces_source);
   if (run.begin()) drive(run);
   open_state.selection_only = false;
-  if (settings.save_quit != 0 && !is_selection && run.result() != 0) request_close();
+  const bool is_done = run.result() != 0 && !run.has_failed();
+  if (settings.save_quit != 0 && !is_selection && is_done) request_close();
   return run.has_failed() ? SaveOutcome::failed : SaveOutcome::saved;
 }
 

@@ -6,7 +6,8 @@ namespace corvelin {
 
 /// Saves the document as a project or as a cue sheet, as the extension of its name says. The name
 /// is asked for when there is none yet, or with `force_dialog`. With `as_cue` it becomes that of a
-/// sheet. False when nothing was saved; a failure has been shown.
+/// sheet. False when no name was given, and after a failure, which has been shown. True also when
+/// the user thought better of a sheet that would not fit its audio.
 bool save_project(bool force_dialog, bool as_cue);
 
 /// Whether the document may be dropped: at once when nothing is unsaved, else as the user answers.

@@ -57,11 +57,13 @@ SaveRun::SaveRun(const std::string& name, bool replaces_source)
 }
 
 bool SaveRun::begin() {
-  // What is written beside another file has a name that anybody could have known and taken.
-  if (!check(written_ == name_ ? copy_.target.create(written_) : copy_.target.create_new(written_)))
+  // A name that was free a moment ago, and one beside another file, somebody may have taken. Only a
+  // link that leads to no file yet is written through.
+  const bool is_link = written_ == name_ && is_name_taken(name_);
+  if (!check(is_link ? copy_.target.create(written_) : copy_.target.create_new(written_)))
     return false;
   if (settings.keep_date != 0) write_time_ = document.files[0].handle.facts().write_time;
-  if (open_state.selection_only && selection.sel_beg != no_position) {
+  if (open_state.selection_only && has_selection()) {
     copy_.begin(selection.sel_beg, selection.sel_end);
   } else {
     copy_.begin(0, document.total_size);
@@ -141,7 +143,7 @@ bool SaveRun::finish() {
     const std::error_code error = rename_over(written_, name_);
     if (!check(error)) return false;
   }
-  if (!is_selection) {
+  if (!is_selection && !has_failed_) {
     add_recent(open_state.save_name);
     open_state.document_modified = false;
   }

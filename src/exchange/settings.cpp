@@ -104,9 +104,14 @@ SetResult set_setting(std::string_view key, std::string_view value) {
   return std::visit(Setter{value}, row->value);
 }
 
+std::string_view setting_meaning(std::string_view key) {
+  const auto row = std::ranges::find(setting_keys(), key, &SettingKey::key);
+  return row == setting_keys().end() ? std::string_view{} : row->meaning;
+}
+
 void complete_settings() {
   if (settings.file_savepath.empty()) settings.file_savepath = documents_folder() + "/Recording";
-  if (settings.split_pattern.empty()) settings.split_pattern = u"%F Track %N";
+  if (settings.split_pattern.empty()) settings.split_pattern = default_split_pattern;
 }
 
 void add_recent(const std::string& path) {

@@ -38,6 +38,8 @@ constexpr std::uint16_t keep_date_on_new = 2;
 constexpr std::uint16_t warn_of_unsaved_changes = 1;
 constexpr std::uint16_t warn_of_replacing = 2;
 
+constexpr std::u16string_view default_split_pattern = u"%F Track %N";
+
 /// The longest path or text of a setting, in UTF-16 code units.
 constexpr std::size_t longest_setting = 400;
 
@@ -83,6 +85,9 @@ enum class SetResult { done, unknown_key, not_a_number, out_of_range, too_long }
 /// Sets one setting from a text, as a person would type it: a number in its range (colours also as
 /// 0xBBGGRR), a path or a text. The keys with several lines have no such form.
 SetResult set_setting(std::string_view key, std::string_view value);
+
+/// What a setting is for and which values it takes, for the user.
+std::string_view setting_meaning(std::string_view key);
 
 /// The documents folder's "Recording" and "%F Track %N" where a name is still empty.
 void complete_settings();

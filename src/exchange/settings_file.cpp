@@ -114,6 +114,7 @@ bool may_hold_settings(const std::string& path) {
   InputFile file;
   if (file.open(path)) return false;
   const std::string text = read_text(file);
+  if (file.read_error()) return false;
   if (text.empty() || text.starts_with('[')) return true;
   std::string_view rest = text;
   for (std::string_view line; take_line(rest, line);)
@@ -124,7 +125,8 @@ bool may_hold_settings(const std::string& path) {
 bool read_settings(const std::string& path) {
   InputFile file;
   if (file.open(path)) return false;
-  return parse_settings(read_text(file));
+  const std::string text = read_text(file);
+  return !file.read_error() && parse_settings(text);
 }
 
 bool parse_settings(std::string_view text) {

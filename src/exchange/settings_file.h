@@ -12,7 +12,8 @@ namespace corvelin {
 /// How much of a settings file is read. Keys behind it keep their values.
 constexpr std::size_t settings_file_limit = 20000;
 
-/// Whether the settings may be kept in this file: it isn't there, is empty, or holds settings.
+/// Whether the settings may be kept in this file: it isn't there, is empty, or holds settings that
+/// can be read.
 bool may_hold_settings(const std::string& path);
 
 /// Fills `settings` from the file. False when it can't be opened or holds no line end; then nothing

@@ -6,31 +6,16 @@
 #include <cmath>
 #include <optional>
 #include <span>
-#include <vector>
 
 #include "exchange/settings.h"
 #include "model/document.h"
 #include "platform/bytes.h"
+#include "platform/file_window.h"
+#include "stream/vbr_layout.h"
 
 namespace corvelin {
 
 namespace {
-
-// Places in the frame, from its marker on.
-constexpr std::size_t flags_place = 4;
-constexpr std::size_t frames_place = 8;
-constexpr std::size_t bytes_place = 12;
-constexpr std::size_t toc_place = 16;
-constexpr std::size_t quality_place = 119;  // the low byte of four
-constexpr std::size_t tag_place = 120;
-constexpr std::size_t tag_size = 32;          // 28 bytes of the encoder's and the audio length
-constexpr std::size_t tag_length_place = 28;  // in the tag
-constexpr std::size_t header_end = 156;
-
-constexpr std::uint32_t has_frames = 1;
-constexpr std::uint32_t has_bytes = 2;
-constexpr std::uint32_t has_toc = 4;
-constexpr std::uint32_t has_quality = 8;
 
 bool is_variable() { return stream.vbr != vbr_constant; }
 
@@ -49,37 +34,19 @@ FrameInfo shape_of_vbr_frame(const FrameInfo& frame) {
   return shape;
 }
 
-// Reads headers of a file in ascending order through a window, so that a walk over a million frames
-// takes few calls of the system.
-class HeaderWalk {
- public:
-  explicit HeaderWalk(const OutputFile& file) : file_(file), window_(std::size_t{64} * 1024) {}
-
-  // The length of the frame at `offset`, or nothing when none is there.
-  std::optional<std::uint32_t> frame_length_at(std::uint64_t offset) {
-    if (offset < start_ || offset + header_size > start_ + got_) {
-      start_ = offset;
-      got_ = file_.read_at(offset, window_);
-    }
-    const std::span<const std::uint8_t> rest =
-        std::span(window_).first(got_).subspan(static_cast<std::size_t>(offset - start_));
-    FrameInfo frame;
-    if (!decode_frame_header(frame, rest)) return std::nullopt;
-    return frame.frame_length;
-  }
-
- private:
-  const OutputFile& file_;
-  std::vector<std::uint8_t> window_;
-  std::uint64_t start_ = 0;
-  std::size_t got_ = 0;
-};
+// The length of the frame at `offset` of the file, or nothing when none is there.
+std::optional<std::uint32_t> frame_length_at(FileWindow& window, const OutputFile& file,
+                                             std::uint64_t offset) {
+  FrameInfo frame;
+  if (!decode_frame_header(frame, window.bytes_at(file, offset, header_size))) return std::nullopt;
+  return frame.frame_length;
+}
 
 // Entry i of the table is the place in the file, in 1/256 of `bytes`, of the frame at i per cent of
 // their number. The header's own frame is the first. False when the walk met a bad frame.
 bool build_toc(std::span<std::uint8_t> toc, const OutputFile& target, std::uint64_t offset,
                std::uint32_t bytes, std::uint32_t frame_count, std::span<const FrameMark> marks) {
-  HeaderWalk walk(target);
+  FileWindow window;
   const float step = static_cast<float>(frame_count) / 100;
   float due = 0;
   FrameMark place = {.frame = 0, .offset = offset};
@@ -88,7 +55,7 @@ bool build_toc(std::span<std::uint8_t> toc, const OutputFile& target, std::uint6
     for (; !marks.empty() && marks.front().frame <= due_frame; marks = marks.subspan(1))
       place = marks.front();
     for (; place.frame < due_frame; ++place.frame) {
-      const auto length = walk.frame_length_at(place.offset);
+      const auto length = frame_length_at(window, target, place.offset);
       if (!length) return false;
       place.offset += *length;
     }
@@ -108,7 +75,7 @@ std::error_code write_vbr_frame(OutputFile& target, const FrameInfo& frame) {
   if (stream.is_aac != 0 || frame.version == 0) return {};
   const FrameInfo shape = shape_of_vbr_frame(frame);
   const std::size_t marker = vbr_header_offset(shape);
-  if (shape.frame_length < marker + toc_place) return {};
+  if (shape.frame_length < marker + vbr_toc_place) return {};
 
   std::array<std::uint8_t, frame_unit> bytes = {};
   std::copy_n(shape.header_bytes.begin(), 4, bytes.begin());
@@ -122,23 +89,23 @@ VbrHeaderResult finish_vbr_header(OutputFile& target, std::uint64_t offset,
   VbrHeaderResult result;
   if (stream.is_aac != 0 || stream.vbr_frame_size == 0) return result;
 
-  std::array<std::uint8_t, header_end> header = {};  // from the marker on
+  std::array<std::uint8_t, vbr_header_size> header = {};  // from the marker on
   const auto bytes = static_cast<std::uint32_t>(target.size() - offset);
-  std::uint32_t flags = has_frames | has_bytes;
-  put_big_endian_u32(header, frames_place, frame_count);
-  put_big_endian_u32(header, bytes_place, bytes);
+  std::uint32_t flags = vbr_has_frames | vbr_has_bytes;
+  put_big_endian_u32(header, vbr_frames_place, frame_count);
+  put_big_endian_u32(header, vbr_bytes_place, bytes);
   if (is_variable()) {
-    const std::span<std::uint8_t> toc = std::span(header).subspan(toc_place, stream.toc.size());
+    const std::span<std::uint8_t> toc = std::span(header).subspan(vbr_toc_place, stream.toc.size());
     result.is_complete = build_toc(toc, target, offset, bytes, frame_count, marks);
-    if (result.is_complete) flags |= has_toc;
+    if (result.is_complete) flags |= vbr_has_toc;
     // The quality is one encoder's word about one file.
     if (document.files.size() > 1) stream.xing_quality = no_xing_quality;
     if (stream.xing_quality != no_xing_quality) {
-      flags |= has_quality;
-      header[quality_place] = stream.xing_quality;
+      flags |= vbr_has_quality;
+      header[vbr_quality_place] = stream.xing_quality;
     }
   }
-  put_big_endian_u32(header, flags_place, flags);
+  put_big_endian_u32(header, vbr_flags_place, flags);
 
   std::array<std::uint8_t, header_size> first = {};
   const std::size_t got = target.read_at(offset, first);
@@ -149,17 +116,17 @@ VbrHeaderResult finish_vbr_header(OutputFile& target, std::uint64_t offset,
   const std::size_t room = frame.frame_length - marker;
 
   if (has_encoder_tag()) {
-    put_big_endian_u32(stream.encoder_tag, tag_length_place,
+    put_big_endian_u32(stream.encoder_tag, vbr_tag_length_place,
                        stream.vbr_frame_size + document.total_size);
     // Half a tag would have decoders read the gaps at both ends of the audio out of the next frame.
-    if (settings.keep_lame != 0 && room >= tag_place + tag_size)
-      std::copy_n(stream.encoder_tag.begin(), tag_size, header.begin() + tag_place);
+    if (settings.keep_lame != 0 && room >= vbr_tag_place + vbr_kept_tag_size)
+      std::copy_n(stream.encoder_tag.begin(), vbr_kept_tag_size, header.begin() + vbr_tag_place);
   }
 
   // At low bitrates the frame of a constant stream ends before the header does.
   const std::size_t size = std::min(room, header.size());
-  result.error = target.write_at(offset + marker + flags_place,
-                                 std::span(header).first(size).subspan(flags_place));
+  result.error = target.write_at(offset + marker + vbr_flags_place,
+                                 std::span(header).first(size).subspan(vbr_flags_place));
   return result;
 }
 

@@ -32,8 +32,8 @@ std::size_t find_frame(std::span<const std::uint8_t> block, std::size_t usable) 
     if (!has_sync(block, i)) continue;
     if (!decode_frame_header(frame, block.subspan(i))) continue;
     if (!is_followed(block, i, frame.frame_length)) {
-      // The last frame of a file has nothing behind it. Its length alone lets it pass, when it is
-      // just what is left: so only a search that begins at its first byte finds it.
+      // The last frame of a file has nothing behind it. Its length alone lets it pass, when that is
+      // all that is left: so a search that begins at its first byte finds it.
       if (frame.frame_length == usable) return i;
       continue;
     }
@@ -99,13 +99,11 @@ EditPosition frame_at(EditPosition pos) { return locate_frame(part_at(pos), pos)
 
 EditPosition frame_before(EditPosition pos) {
   constexpr std::uint32_t way_back = 2 * frame_unit;
-  constexpr std::uint32_t next_frame =
-      10;  // from a frame's start a search from here finds the next one
   constexpr int most_frames = 300;
   EditPosition frame = frame_at(pos - way_back);  // wraps near the start, which searches from 0
   if (frame == no_position) return pos;
   for (int i = 0; i < most_frames; ++i) {
-    const EditPosition next = frame_at(frame + next_frame);
+    const EditPosition next = frame_at(frame + next_frame_step);
     if (next >= pos) break;
     frame = next;
   }

@@ -20,6 +20,9 @@ constexpr std::uint32_t search_block_size = 10000;
 /// no frame.
 EditPosition locate_frame(PartIndex part, EditPosition pos);
 
+/// From a frame's start a search from so many bytes behind it finds the next one.
+constexpr std::uint32_t next_frame_step = 10;
+
 /// The first frame at or after `pos`, searched in the part that holds it.
 EditPosition frame_at(EditPosition pos);
 

@@ -20,10 +20,16 @@ void update_cue_flag() {
 
 Selection selection;
 
+bool has_selection() {
+  return selection.sel_beg != no_position && selection.sel_end != no_position;
+}
+
+bool has_selected_range() { return has_selection() && selection.sel_beg < selection.sel_end; }
+
 EditPosition play_position() { return selection.cursor; }
 
 bool ensure_selection(EditPosition pos) {
-  if (selection.sel_beg != no_position && selection.sel_end != no_position) return false;
+  if (has_selection()) return false;
   selection.sel_beg = selection.sel_end = pos;
   return true;
 }

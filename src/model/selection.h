@@ -26,6 +26,10 @@ struct Selection {
 
 extern Selection selection;
 
+/// Whether there is a selection, and whether it has a length.
+bool has_selection();
+bool has_selected_range();
+
 /// Where the listener is: at the cursor, while nothing plays.
 EditPosition play_position();
 

@@ -6,7 +6,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -15,8 +14,6 @@
 namespace corvelin {
 
 namespace {
-
-std::error_code last_error() { return {errno, std::system_category()}; }
 
 int open_with_mode(const char* path, int flags, mode_t mode) { return ::open(path, flags, mode); }
 
@@ -64,7 +61,8 @@ std::error_code write_fully(std::span<const std::uint8_t> bytes, Put put) {
 }
 
 // A folder is synced so that a rename in it lasts. A file system that can't do it (some network
-// ones) answers EINVAL, which says nothing about the rename.
+// ones) answers EINVAL, which says nothing about the rename; nor does a folder that may be written
+// to but not read, and so can't be opened.
 std::error_code sync_folder(std::string_view path) {
   const std::string folder(path.empty() ? "." : path);
   FileHandle handle(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -91,6 +89,8 @@ const WriteCalls system_write_calls = {
     .rmdir = ::rmdir,
 };
 WriteCalls write_calls = system_write_calls;
+
+std::error_code last_error() { return {errno, std::system_category()}; }
 
 FileFacts file_facts(const std::string& path) {
   struct stat status = {};

@@ -17,6 +17,9 @@
 
 namespace corvelin {
 
+/// The error of the system call that failed last.
+std::error_code last_error();
+
 /// A file's identity: two names of one file (links, "./x" beside "x") have the same.
 struct FileIdentity {
   std::uint64_t device = 0;
@@ -122,7 +125,7 @@ std::error_code rename_over(const std::string& from, const std::string& to);
 std::string name_beside(const std::string& path);
 
 /// Writes `bytes` beside `path` and renames the result over it. After a failure `path` is as it
-/// was.
+/// was, or, when only the folder could not be synced, has the new content, which may not last.
 std::error_code replace_file(const std::string& path, std::string_view bytes);
 
 std::error_code remove_file(const std::string& path);

@@ -2,23 +2,33 @@
 // frame to frame looks at a few bytes of each, and must not call the system for every one.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
-
-#include "platform/file.h"
 
 namespace corvelin {
 
 class FileWindow {
  public:
   /// Up to `count` bytes of `file` at `offset`, fewer at its end. They stay until the next call.
-  /// All calls name the same file, and `count` is small.
-  std::span<const std::uint8_t> bytes_at(const InputFile& file, std::uint64_t offset,
-                                         std::size_t count);
+  /// All calls name the same file, one that is read or one that is written, and `count` is small.
+  template <typename File>
+  std::span<const std::uint8_t> bytes_at(const File& file, std::uint64_t offset,
+                                         std::size_t count) {
+    if (offset < begin_ || offset + count > begin_ + size_) {
+      block_.resize(window_size);
+      begin_ = offset;
+      size_ = file.read_at(offset, block_);
+    }
+    const auto at = static_cast<std::size_t>(offset - begin_);
+    return std::span(block_).subspan(at, std::min(count, size_ - at));
+  }
 
  private:
+  static constexpr std::size_t window_size = 0x20000;  // stays in the processor's cache
+
   std::vector<std::uint8_t> block_;  // empty until the first read
   std::uint64_t begin_ = 0;          // file offset of the block's first byte
   std::size_t size_ = 0;             // bytes of the block that were read

@@ -23,8 +23,6 @@ namespace {
   ::_exit(written == sizeof reason ? 0 : 1);
 }
 
-std::error_code last_error() { return {errno, std::system_category()}; }
-
 }  // namespace
 
 std::error_code start_program(const std::vector<std::string>& words) {

@@ -6,11 +6,11 @@
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string_view>
 #include <system_error>
 
 #include "platform/file.h"
+#include "platform/text.h"
 
 namespace corvelin {
 
@@ -27,15 +27,15 @@ std::string below_home(std::string_view folder) {
 }
 
 // A line of user-dirs.dirs reads XDG_DOCUMENTS_DIR="$HOME/Papers" or holds an absolute path.
-std::string documents_folder_in(const std::string& line) {
+std::string documents_folder_in(std::string_view line) {
   constexpr std::string_view key = "XDG_DOCUMENTS_DIR=\"";
   constexpr std::string_view home = "$HOME/";
   if (!line.starts_with(key)) return {};
   const std::size_t end = line.find('"', key.size());
-  if (end == std::string::npos) return {};
-  std::string value = line.substr(key.size(), end - key.size());
-  if (value.starts_with('/')) return value;
-  return value.starts_with(home) ? below_home(std::string_view(value).substr(home.size())) : "";
+  if (end == std::string_view::npos) return {};
+  const std::string_view value = line.substr(key.size(), end - key.size());
+  if (value.starts_with('/')) return std::string(value);
+  return value.starts_with(home) ? below_home(value.substr(home.size())) : "";
 }
 
 // A folder that nobody else can enter. In /tmp anybody may have taken the name before.
@@ -56,8 +56,11 @@ std::string configuration_folder() {
 }
 
 std::string documents_folder() {
-  std::ifstream file(configuration_folder() + "/user-dirs.dirs");
-  for (std::string line; std::getline(file, line);) {
+  constexpr std::size_t largest_list = 65536;  // bytes
+  std::string text;
+  read_whole_file(configuration_folder() + "/user-dirs.dirs", largest_list, text);
+  std::string_view rest = text;
+  for (std::string_view line; take_line(rest, line);) {
     std::string folder = documents_folder_in(line);
     if (!folder.empty()) return folder;
   }

@@ -41,6 +41,8 @@ CodePoint decode_utf8(std::string_view text, std::size_t at) {
   return {value, length};
 }
 
+std::size_t units_of(const CodePoint& point) { return point.value < 0x10000 ? 1 : 2; }
+
 void append_wide(std::u16string& wide, char32_t value) {
   if (value < 0x10000) {
     wide += static_cast<char16_t>(value);
@@ -156,7 +158,7 @@ std::string_view cut_to_units(std::string_view utf8_text, std::size_t limit) {
   std::size_t units = 0;
   for (std::size_t at = 0; at < utf8_text.size();) {
     const CodePoint point = decode_utf8(utf8_text, at);
-    units += point.value < 0x10000 ? 1 : 2;
+    units += units_of(point);
     if (units > limit) return utf8_text.substr(0, at);
     at += point.bytes;
   }
@@ -178,7 +180,13 @@ std::string_view first_character(std::string_view utf8_text) {
 }
 
 std::size_t count_units(std::string_view utf8_text) {
-  return bytes_to_wide(utf8_text, true).size();
+  std::size_t units = 0;
+  for (std::size_t at = 0; at < utf8_text.size();) {
+    const CodePoint point = decode_utf8(utf8_text, at);
+    units += units_of(point);
+    at += point.bytes;
+  }
+  return units;
 }
 
 std::int32_t leading_number(std::string_view text) {
@@ -221,6 +229,18 @@ bool take_line(std::string_view& text, std::string_view& line) {
 std::string on_one_line(std::string text) {
   std::ranges::replace_if(
       text, [](char c) { return c == '\r' || c == '\n' || c == '\0'; }, ' ');
+  return text;
+}
+
+std::string printable(std::string text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    // The second range of controls, U+0080 to U+009F, has two bytes.
+    const bool is_long =
+        byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
+    if (is_long) text.erase(i + 1, 1);
+    if (is_long || (byte < ' ' && byte != '\n') || byte == 0x7F) text[i] = '?';
+  }
   return text;
 }
 

@@ -1,6 +1,6 @@
 // Text between its three forms: UTF-16 for names with a limit in characters, UTF-8 and the ANSI
 // code page (Windows-1252, which cue sheets and ID3v1 tags found in the wild are written in).
-// Nothing here throws or allocates beyond its result.
+// Bad text is no error.
 #pragma once
 
 #include <cstddef>
@@ -9,6 +9,9 @@
 #include <string_view>
 
 namespace corvelin {
+
+/// The bytes that some programs put in front of UTF-8 text.
+constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
 
 /// Decodes `text` as UTF-8 (with `utf8`) or as Windows-1252. A byte that means nothing becomes
 /// U+FFFD.
@@ -52,6 +55,10 @@ bool take_line(std::string_view& text, std::string_view& line);
 
 /// `text` with blanks for line ends and zeros, so that it fills one line of a file and no more.
 std::string on_one_line(std::string text);
+
+/// `text` with "?" for control characters other than line feeds. Names come from files and may hold
+/// what a terminal takes for commands.
+std::string printable(std::string text);
 
 /// Whether two texts are equal but for the case of the letters A to Z.
 bool equal_ignoring_case(std::string_view a, std::string_view b);

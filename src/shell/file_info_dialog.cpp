@@ -32,15 +32,15 @@ std::string vbr_header_value() {
   return text;
 }
 
-// The encoder's name and version. Whatever else may stand there is not for a terminal.
+// The encoder's name and version.
 std::string encoder_value() {
   constexpr std::size_t shown = 9;
   std::string text;
   for (const std::uint8_t byte : std::span(stream.encoder_tag).first(shown)) {
     if (byte == 0) break;
-    text += byte >= 0x20 && byte < 0x7F ? static_cast<char>(byte) : '?';
+    text += byte < 0x80 ? static_cast<char>(byte) : '?';
   }
-  return text;
+  return printable(std::move(text));
 }
 
 std::string id3v2_value() {

@@ -19,7 +19,6 @@ namespace corvelin {
 namespace {
 
 constexpr std::string_view line_end = "\r\n";
-constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
 
 // The first lan*.ini in the folder, by name, so that the choice doesn't hang on the order in which
 // the file system lists it. Empty when there is none.
@@ -74,7 +73,7 @@ void take_row(std::string_view line) {
   set_ui_text(*section, number, std::move(text));
 }
 
-void take_line(std::string_view bytes, bool& utf8) {
+void take_in(std::string_view bytes, bool& utf8) {
   const std::string whole_line = wide_to_bytes(bytes_to_wide(bytes, utf8), true);
   const std::string_view line = cut_to_units(whole_line, language_line_limit);
   const std::string_view word = without_leading_blanks(line);
@@ -106,14 +105,14 @@ bool ui_text_load(const std::string& program_folder, std::string_view language) 
 bool parse_language_file(std::string_view text) {
   text = text.substr(0, language_file_limit);
   text = text.substr(0, text.find('\0'));
-  bool utf8 = text.starts_with(byte_order_mark);
+  bool utf8 = text.starts_with(utf8_mark);
   std::size_t end = text.find(line_end);
   if (end == std::string_view::npos || end + line_end.size() == text.size()) return false;
   while (true) {
     text.remove_prefix(end + line_end.size());  // the first line, then each that was read
     end = text.find(line_end);
     if (end == std::string_view::npos) return true;
-    take_line(text.substr(0, end), utf8);
+    take_in(text.substr(0, end), utf8);
   }
 }
 

@@ -1,6 +1,8 @@
 // Names of a part and of the album.
 #include "shell/names_dialog.h"
 
+#include <fmt/format.h>
+
 #include "document/open_state.h"
 #include "edit/undo.h"
 #include "shell/ui_text.h"
@@ -17,7 +19,7 @@ void NamesDialog::begin() {
 }
 
 std::string NamesDialog::group_title() const {
-  return format_row("%ls #%d", ui_text(dlg, 63), part + 1);
+  return fmt::format("{} #{}", ui_text(dlg, 63), part + 1);
 }
 
 void NamesDialog::accept() const {

@@ -68,7 +68,7 @@ void SplitDialog::restore_defaults() {
       .icon = BoxIcon::question,
       .buttons = BoxButtons::ok_cancel};
   if (show_message_box(box) != BoxAnswer::ok) return;
-  pattern = u"%F Track %N";
+  pattern = default_split_pattern;
   first_number = 1;
   creates_id3v11 = copies_id3v2 = overlaps = false;
   overlap_seconds = 0;

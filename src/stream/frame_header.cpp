@@ -29,8 +29,9 @@ constexpr const std::array<std::uint16_t, 16>& bitrates_of(std::uint8_t version,
   return is_layer3 ? bitrates_mpeg1_layer3 : bitrates_mpeg1_layer2;
 }
 
-constexpr std::uint32_t length_without_padding(std::uint32_t bitrate, std::uint32_t sample_rate,
-                                               std::uint8_t version, bool is_layer3) {
+// Bytes of an MPEG frame without padding, at `bitrate` kilobits per second and `sample_rate` hertz.
+constexpr std::uint32_t mpeg_frame_length(std::uint32_t bitrate, std::uint32_t sample_rate,
+                                          std::uint8_t version, bool is_layer3) {
   const std::uint32_t length = bitrate * 144000 / sample_rate;
   return is_layer3 && version > 1 ? length / 2 : length;
 }
@@ -42,8 +43,8 @@ constexpr LengthTable make_length_table() {
       for (std::size_t bitrate = 1; bitrate < 15; ++bitrate) {
         for (std::size_t rate = 0; rate < 3; ++rate) {
           table[version][is_layer3][bitrate][rate] = static_cast<std::uint16_t>(
-              length_without_padding(bitrates_of(version, is_layer3)[bitrate],
-                                     sample_rates_mpeg[version][rate], version, is_layer3));
+              mpeg_frame_length(bitrates_of(version, is_layer3)[bitrate],
+                                sample_rates_mpeg[version][rate], version, is_layer3));
         }
       }
     }
@@ -121,11 +122,6 @@ bool decode_frame_header(FrameInfo& info, std::span<const std::uint8_t> bytes) {
   info.header_bytes = {};
   std::copy_n(bytes.begin(), count, info.header_bytes.begin());
   return decode_frame_header(info);
-}
-
-std::uint32_t mpeg_frame_length(std::uint32_t bitrate, std::uint32_t sample_rate,
-                                std::uint8_t version, std::uint8_t layer, std::uint32_t padding) {
-  return length_without_padding(bitrate, sample_rate, version, layer == 3) + padding;
 }
 
 std::size_t vbr_header_offset(const FrameInfo& info) {

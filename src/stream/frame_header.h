@@ -85,17 +85,13 @@ inline bool has_sync(std::span<const std::uint8_t> bytes, std::size_t at) {
   return at + 1 < bytes.size() && bytes[at] == 0xFF && (bytes[at + 1] & 0xE0) == 0xE0;
 }
 
-/// Whether the frame that begins at `at` with the second byte `second` is followed, `length` bytes
-/// on, by a frame of its kind. Only the CRC flag may differ.
+/// Whether the frame of `length` bytes that begins at `at` is followed by a frame of its kind. Only
+/// the CRC flag may differ.
 inline bool is_followed(std::span<const std::uint8_t> bytes, std::size_t at, std::size_t length) {
   const std::size_t next = at + length;
   return next + 1 < bytes.size() && bytes[next] == 0xFF &&
          ((bytes[next + 1] ^ bytes[at + 1]) & 0xFE) == 0;
 }
-
-/// The length in bytes of an MPEG frame. `bitrate` in kilobits per second, `sample_rate` in hertz.
-std::uint32_t mpeg_frame_length(std::uint32_t bitrate, std::uint32_t sample_rate,
-                                std::uint8_t version, std::uint8_t layer, std::uint32_t padding);
 
 /// Where the marker "Xing" or "Info" stands in a frame, in bytes from its start: behind the header
 /// and the side information. A CRC word is not counted, so a protected frame carries no recognised
