@@ -2,7 +2,6 @@
 #include "document/tag_bounds.h"
 
 #include <array>
-#include <string_view>
 
 #include "platform/bytes.h"
 

@@ -2,7 +2,6 @@
 #include "edit/commands.h"
 
 #include <algorithm>
-#include <array>
 #include <string>
 #include <type_traits>
 #include <utility>

@@ -4,7 +4,6 @@
 #include <fmt/format.h>
 
 #include <cstdint>
-#include <string>
 #include <vector>
 
 #include "document/open_state.h"

@@ -2,8 +2,8 @@
 #include "exchange/settings.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
+#include <limits>
 #include <utility>
 
 #include "platform/system.h"

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <array>
-#include <ctime>
 #include <utility>
 
 #include "document/open_state.h"

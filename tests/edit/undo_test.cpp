@@ -42,14 +42,6 @@ TEST_F(Undo, TakesBackASelectionAlone) {
   EXPECT_EQ(part_count(), 2);
 }
 
-TEST_F(Undo, ClosesAFileThatCameLater) {
-  undo_push(true, "x");
-  const auto file = add_source_file(folder.file("b.mp3", Mp3Builder{}.frames(10).bytes()));
-  add_part(0, *file, 0, 417);
-  ASSERT_TRUE(undo_pop());
-  EXPECT_EQ(file_count(), 1);
-}
-
 TEST_F(Undo, LosesTheOldestStepsFromAFullStack) {
   settings.max_undo = 3;
   for (const char* const label : {"1", "2", "3", "4", "5"}) undo_push(false, label);

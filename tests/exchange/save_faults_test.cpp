@@ -1,5 +1,8 @@
 // Every system call that writes, made to fail in turn: a save, the replacement of a source and the
 // settings file must tell the error and leave the old file or the new one whole.
+#include <sys/wait.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cerrno>
@@ -16,7 +19,7 @@
 namespace corvelin::test {
 namespace {
 
-enum class Fault { no_space, io_error, half_a_write };
+enum class Fault { no_space, io_error, half_a_write, kill };
 
 // Counts the calls and makes one of them fail.
 struct FaultPlan {
@@ -24,7 +27,11 @@ struct FaultPlan {
   Fault fault = Fault::no_space;
   int calls = 0;
 
-  bool is_due() { return ++calls == failing_call; }
+  bool is_due() {
+    const bool due = ++calls == failing_call;
+    if (due && fault == Fault::kill) ::_exit(2);
+    return due;
+  }
   [[nodiscard]] int fail() const {
     errno = fault == Fault::io_error ? EIO : ENOSPC;
     return -1;
@@ -135,6 +142,31 @@ TEST_P(WriteFaults, ReplacingASourceLeavesOldOrNew) {
     EXPECT_TRUE(now == old_bytes || now.size() == 301 * 417 + 128);
   };
   fail_in_turn(work, check);
+}
+
+// Killed at each call of a replacing save, the source is the old file or the finished new one.
+TEST_F(CoreTest, AKillLeavesAWholeSource) {
+  const Bytes old_bytes =
+      Mp3Builder{}.vbr_header({.marker = "Info"}).frames(400).id3v1("x").bytes();
+  const auto save_and_die = [&](int call) {
+    open("a.mp3", old_bytes);
+    settings.keep_date = 1;
+    document.parts[0].part_size = 300 * 417;
+    recompute_total();
+    plan = {.failing_call = call, .fault = Fault::kill};
+    write_calls = faulty_calls;
+    ::_exit(save_unattended(true) == SaveOutcome::saved ? 0 : 1);
+  };
+  int status = -1;
+  for (int call = 1; call < 100 && status != 0; ++call) {
+    for (const std::string& name : folder.names()) std::filesystem::remove(folder.path(name));
+    const pid_t child = ::fork();
+    if (child == 0) save_and_die(call);
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    const Bytes now = read_file(folder.path("a.mp3"));
+    EXPECT_TRUE(now == old_bytes || now.size() == 301 * 417 + 128) << call;
+  }
+  EXPECT_EQ(status, 0);
 }
 
 TEST_P(WriteFaults, SavingOverAnotherFileLeavesOldOrNew) {

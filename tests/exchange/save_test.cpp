@@ -310,7 +310,12 @@ TEST_F(SaveTest, DoesNotTakeAShrunkenSourceForAWholeOne) {
   EXPECT_EQ(save_unattended(true), SaveOutcome::failed);
   EXPECT_NE(host.boxes.back().text.find("has become shorter"), std::string::npos);
   EXPECT_EQ(file_facts(folder.path("a.mp3")).size, 50 * length);
+  settings.file_recent.clear();
+  settings.save_quit = 1;
+  open_state.document_modified = true;
   EXPECT_EQ(save_as("b.mp3"), SaveOutcome::failed);  // but what there is, is saved
+  EXPECT_TRUE(open_state.document_modified && settings.file_recent.empty());
+  EXPECT_FALSE(host.close_requested);
   EXPECT_EQ(read_file(folder.path("b.mp3")), Mp3Builder{}.frames(50).bytes());
   std::filesystem::resize_file(folder.path("a.mp3"), 10);
   folder.file("c.mp3", "old");

@@ -1,6 +1,8 @@
 // Settings: defaults, the file's form, storage.
 #include "exchange/settings.h"
 
+#include <sys/stat.h>
+
 #include "exchange/settings_file.h"
 #include "exchange/settings_storage.h"
 #include "platform/system.h"
@@ -105,6 +107,19 @@ TEST_F(SettingsTest, KeysBehind20000BytesAreNotSeen) {
   EXPECT_EQ(settings.zoom, 8);
 }
 
+// What stands in the user's configuration may be anything.
+TEST_F(SettingsTest, RecordingsGoToTheUsersDocuments) {
+  ::setenv("XDG_CONFIG_HOME", folder.path("").c_str(), 1);
+  ::setenv("HOME", "/home/me", 1);
+  ::mkfifo(folder.path("user-dirs.dirs").c_str(), 0666);
+  EXPECT_EQ(documents_folder(), "/home/me/Documents");
+  std::filesystem::remove(folder.path("user-dirs.dirs"));
+  folder.file("user-dirs.dirs", "# x\nXDG_DOCUMENTS_DIR=\"$HOME/Papers\"\n");
+  complete_settings();
+  EXPECT_EQ(settings.file_savepath, "/home/me/Papers/Recording");
+  ::unsetenv("XDG_CONFIG_HOME");
+}
+
 TEST_F(SettingsTest, AreSetFromText) {
   EXPECT_EQ(set_setting("volume", "100"), SetResult::done);
   EXPECT_EQ(settings.volume, 100);
@@ -142,7 +157,8 @@ class SettingsStorageTest : public SettingsTest {
   }
 };
 
-TEST_F(SettingsStorageTest, ChoosesProfileProgramOrMarker) {
+// One test, since the files beside the program are there once.
+TEST_F(SettingsStorageTest, ChoosesAndKeepsToItsPlace) {
   EXPECT_EQ(choose_settings_file(false), local_settings_path());
   EXPECT_EQ(settings_storage, SettingsStorage::beside_program);
   EXPECT_EQ(user_settings_path(true), folder.path("config/Corvelin/Corvelin.ini"));
@@ -156,9 +172,8 @@ TEST_F(SettingsStorageTest, ChoosesProfileProgramOrMarker) {
   EXPECT_EQ(choose_settings_file(false), local_settings_path());
   EXPECT_EQ(settings_storage, SettingsStorage::portable);
   EXPECT_FALSE(local_marker(MarkerOperation::remove));
-}
+  std::filesystem::remove_all(folder.path("config"));
 
-TEST_F(SettingsStorageTest, StoresWhereItMayAndNothingAfterARemoval) {
   settings_storage = SettingsStorage::beside_program;
   ASSERT_FALSE(store_settings());
   EXPECT_EQ(read_text(local_settings_path()), format_settings());

@@ -1,10 +1,8 @@
 // Opens any bytes as an audio file, reads every frame of it with levels and header bits changed,
 // appends it to itself, and saves it. The first byte chooses between MPEG and AAC and what is done
 // to the stream.
-#include <unistd.h>
-
 #include <cstdint>
-#include <fstream>
+#include <span>
 #include <string>
 
 #include "document/append.h"
@@ -16,6 +14,8 @@
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
+#include "support/soundness.h"
+#include "support/test_folder.h"
 
 using namespace corvelin;
 
@@ -31,12 +31,9 @@ constexpr std::uint8_t keeps_date = 8;
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const std::uint8_t choices = data[0];
-  const std::string base = "/tmp/corvelin-fuzz-" + std::to_string(::getpid());
-  const std::string name = base + ((choices & is_aac) != 0 ? ".aac" : ".mp3");
-  {
-    std::ofstream out(name, std::ios::binary);
-    out.write(reinterpret_cast<const char*>(data + 1), static_cast<std::streamsize>(size - 1));
-  }
+  static const test::TestFolder folder;
+  const std::string name =
+      folder.file((choices & is_aac) != 0 ? "a.aac" : "a.mp3", std::span(data, size).subspan(1));
   reset_state(ResetLevel::start);
   open_state.audio_name = name;
   if (open_document()) {
@@ -51,9 +48,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     append_file(name);
     seek_to(document.total_size / 2);
     save_unattended(false);
-    ::unlink((name + name.substr(name.rfind('.'))).c_str());
   }
+  test::require_sound_document();
   close_all();
-  ::unlink(name.c_str());
   return 0;
 }

@@ -1,37 +1,18 @@
 // Reads any bytes as a project over two files that exist. What opens must be sound, and its own
 // text must read back to the same.
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "document/open_state.h"
 #include "exchange/project_file.h"
 #include "model/document.h"
-#include "model/selection.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
+#include "support/soundness.h"
 #include "support/test_folder.h"
 
 using namespace corvelin;
-
-namespace {
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
-
-void require_sound_document() {
-  EditPosition pos = 0;
-  for (const Part& part : document.parts) {
-    require(part.part_beg == pos && part.part_size != 0 && part.part_file < document.files.size());
-    pos += part.part_size;
-  }
-  require(pos == document.total_size && selection.cursor <= document.total_size);
-  require(selection.sel_beg == no_position || selection.sel_end <= document.total_size);
-}
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const test::TestFolder folder;
@@ -40,11 +21,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   start_up(std::nullopt);
   open_state.project_name = folder.path("p.cvp");
   const bool is_whole = parse_project({reinterpret_cast<const char*>(data), size});
-  require_sound_document();
+  test::require_sound_document();
   if (is_whole && !document.parts.empty()) {
     const std::string text = project_text();
     close_document();
-    require(parse_project(text) && project_text() == text);
+    test::require(parse_project(text) && project_text() == text);
   }
   shut_down();
   return 0;

@@ -37,6 +37,8 @@ TEST_F(DocumentTest, FilePositionNeverLiesBeforeThePart) {
   EXPECT_EQ(file_pos_of(0, 100), 517U);
   EXPECT_EQ(file_pos_of(0, 0xFFFFFF00), 417U);  // wrapped around
   EXPECT_EQ(file_pos_of(0, 50000), 50417U);     // behind the end: the locator reads on
+  document.parts[0].part_size = document.total_size = 0xFFFFFC00;
+  EXPECT_EQ(file_pos_of(0, 0xFFFFFB00), 0xFFFFFCA1U);  // the end of a stream of nearly 4 GiB
 }
 
 TEST_F(DocumentTest, RemovalKeepsTheCurrentPartInTheTable) {
@@ -79,15 +81,6 @@ TEST_F(DocumentTest, PartsAreNamedAfterTheirFilesWhenThereAreSeveral) {
   name_parts_from_files();
   EXPECT_EQ(document.parts[0].part_title, u"a.mp3");
   EXPECT_EQ(document.parts[1].part_title.size(), 96U);
-}
-
-TEST_F(DocumentTest, LevelIsThatOfBothBorders) {
-  EXPECT_FALSE(part_has_gain(0));
-  document.end_gain = -1;
-  EXPECT_TRUE(part_has_gain(0));
-  document.end_gain = 0;
-  document.parts[0].part_gainbeg = 3;
-  EXPECT_TRUE(part_has_gain(0));
 }
 
 }  // namespace

@@ -35,6 +35,11 @@ TEST(Text, CutsAtWholeCharacters) {
   EXPECT_EQ(cut_to_units("aü🎵b", 3), "aü");
 }
 
+TEST(Text, PrintsNoControlCharacters) {
+  EXPECT_EQ(printable("a\x1B[31m\r\nb\x7F"), "a?[31m?\nb?");
+  EXPECT_EQ(printable("\u009B\u00A0\u00FC\u20AC\xC2"), "?\u00A0\u00FC\u20AC\xC2");
+}
+
 TEST(Text, LeadingNumbers) {
   EXPECT_EQ(leading_number(" \t-12x"), -12);
   EXPECT_EQ(leading_number("+7"), 7);

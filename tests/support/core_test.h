@@ -13,6 +13,7 @@
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
 #include "support/scripted_host.h"
+#include "support/soundness.h"
 #include "support/test_folder.h"
 
 namespace corvelin::test {
@@ -35,25 +36,7 @@ class CoreTest : public ::testing::Test {
     return open_document();
   }
 
-  /// What holds between any two operations.
-  static void expect_sound_document() {
-    EditPosition pos = 0;
-    for (const Part& part : document.parts) {
-      EXPECT_EQ(part.part_beg, pos);
-      EXPECT_NE(part.part_size, 0U);
-      EXPECT_LT(part.part_file, document.files.size());
-      pos += part.part_size;
-    }
-    EXPECT_EQ(document.total_size, pos);
-    EXPECT_TRUE(document.parts.empty() || document.current_part < document.parts.size());
-    EXPECT_LE(document.parts.size(), most_parts);
-    EXPECT_LE(document.files.size(), most_files);
-    EXPECT_LE(selection.cursor, document.total_size);
-    EXPECT_EQ(selection.sel_beg == no_position, selection.sel_end == no_position);
-    if (selection.sel_beg == no_position) return;
-    EXPECT_LE(selection.sel_beg, selection.sel_end);
-    EXPECT_LE(selection.sel_end, document.total_size);
-  }
+  static void expect_sound_document() { EXPECT_EQ(document_fault(), ""); }
 
   TestFolder folder;
   ScriptedHost host;

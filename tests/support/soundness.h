@@ -1,0 +1,15 @@
+// What holds of the document and the places in it between any two operations.
+#pragma once
+
+#include <string>
+
+namespace corvelin::test {
+
+/// What doesn't hold, in words; empty when all is sound.
+std::string document_fault();
+
+/// For fuzz targets: ends the process when something doesn't hold.
+void require(bool holds);
+void require_sound_document();
+
+}  // namespace corvelin::test
