@@ -12,8 +12,6 @@
 namespace corvelin::test {
 namespace {
 
-constexpr std::uint32_t length = 417;
-
 class Append : public CoreTest {
  protected:
   Append() { EXPECT_TRUE(open("a.mp3", Mp3Builder{}.frames(20).bytes())); }

@@ -10,8 +10,6 @@
 namespace corvelin::test {
 namespace {
 
-constexpr std::uint32_t length = 417;
-
 class OpenDocument : public CoreTest {
  protected:
   [[nodiscard]] static std::uint32_t end() { return document.files[0].audio_end; }

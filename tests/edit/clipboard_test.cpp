@@ -18,8 +18,6 @@
 namespace corvelin::test {
 namespace {
 
-constexpr std::uint32_t length = 417;
-
 class Clipboard : public CoreTest {
  protected:
   Clipboard() {

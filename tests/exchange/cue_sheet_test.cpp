@@ -15,7 +15,6 @@
 namespace corvelin::test {
 namespace {
 
-constexpr std::uint32_t length = 417;
 constexpr std::uint32_t half_length = 208;  // of a frame at 64 kbit/s
 
 Bytes constant_audio() { return Mp3Builder{}.frames(1000).bytes(); }

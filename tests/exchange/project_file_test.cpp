@@ -12,8 +12,6 @@
 namespace corvelin::test {
 namespace {
 
-constexpr std::uint32_t length = 417;
-
 class ProjectFile : public CoreTest {
  protected:
   // A document of two files and three parts, with everything set that a project holds.

@@ -13,8 +13,6 @@
 namespace corvelin::test {
 namespace {
 
-constexpr std::uint32_t length = 417;
-
 class SaveTest : public CoreTest {
  protected:
   SaveOutcome save_as(const std::string& name) {

@@ -12,8 +12,6 @@
 namespace corvelin::test {
 namespace {
 
-constexpr std::uint32_t length = 417;
-
 class SplitSaveTest : public CoreTest {
  protected:
   SplitSaveTest() { settings.split_pattern = u"%N %T"; }

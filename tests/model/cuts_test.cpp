@@ -7,7 +7,6 @@
 namespace corvelin::test {
 namespace {
 
-constexpr std::uint32_t length = 417;
 constexpr std::uint32_t total = 20 * length;
 
 class Cuts : public CoreTest {

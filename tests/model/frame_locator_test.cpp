@@ -9,8 +9,6 @@ namespace {
 
 using FrameLocator = CoreTest;
 
-constexpr std::uint32_t length = 417;  // of the builder's standard frame
-
 TEST_F(FrameLocator, FindsTheNextFrame) {
   ASSERT_TRUE(open("a.mp3", Mp3Builder{}.shape({.noisy = true}).frames(20).bytes()));
   EXPECT_EQ(frame_at(0), 0U);

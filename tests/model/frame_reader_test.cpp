@@ -8,8 +8,6 @@
 namespace corvelin::test {
 namespace {
 
-constexpr std::uint32_t length = 417;
-
 class FrameReader : public CoreTest {
  protected:
   // Reads the whole stream in calls of at most `limit` bytes.

@@ -18,6 +18,13 @@
 
 namespace corvelin::test {
 
+constexpr std::uint32_t length = 417;  // bytes of the builder's standard frame
+constexpr std::uint32_t none = no_position;
+
+inline Bytes frames(int count, const FrameShape& shape = {}) {
+  return Mp3Builder{}.shape(shape).frames(count).bytes();
+}
+
 class CoreTest : public ::testing::Test {
  protected:
   CoreTest() {
@@ -30,10 +37,19 @@ class CoreTest : public ::testing::Test {
   }
 
   /// Opens bytes as a file of this name.
-  bool open(std::string_view name, const Bytes& bytes) {
+  bool open(std::string_view name, const Bytes& bytes) { return open(folder.file(name, bytes)); }
+  static bool open(const std::string& path) {
     close_all();
-    open_state.audio_name = folder.file(name, bytes);
+    open_state.audio_name = path;
     return open_document();
+  }
+
+  /// The box shown last, as "CAPTION: TEXT", and forgets them all; empty without one.
+  std::string take_box() {
+    if (host.boxes.empty()) return {};
+    const MessageBox box = host.boxes.back();
+    host.boxes.clear();
+    return box.caption + ": " + box.text;
   }
 
   static void expect_sound_document() { EXPECT_EQ(document_fault(), ""); }

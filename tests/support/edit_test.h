@@ -1,45 +1,67 @@
-// The fixture of tests of editing commands: streams of frames of 417 bytes, and a short way to
-// write down a part table.
+// The fixture of tests of editing commands: a stream of 20 frames of 417 bytes,
+// and a short way to write down what is made of it.
 #pragma once
 
-#include <cstdio>
 #include <sstream>
 #include <string>
-#include <string_view>
 
 #include "edit/undo.h"
-#include "model/selection.h"
 #include "platform/text.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {
 
-constexpr std::uint32_t frame = 417;  // bytes
-constexpr std::uint32_t none = no_position;
-
-/// Parts are written as ranges of frames in their file, with what belongs to their start:
-/// "0-5 8-20*g-4:Title" is a part of 5 frames and, behind a gap of 3, a cue with a gain and a name.
-/// Places are frames of the edited stream.
+/// Parts are written as ranges of frames in their file, with what belongs to
+/// their start: "0-5 8-20*g-4:Title" is a part of 5 frames and, behind a gap of
+/// 3, a cue with a gain and a name. Behind them stand places in the edited
+/// stream, in frames: "=5-8" the selection, "@7" the cursor and "#1" the
+/// current part, both left out when 0. A state ends with "!" when the document
+/// counts as modified, "^" when there is an undo step, and the text of a box in
+/// braces.
 class EditTest : public CoreTest {
  protected:
-  void SetUp() override { ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(20).bytes())); }
+  void SetUp() override { ASSERT_TRUE(open("a.mp3", frames(20))); }
 
-  static void make(const std::string& table) {
+  static void make(const std::string& state) {
     document.parts.clear();
     document.total_size = 0;
     undo_clear();
     clear_selection();
     open_state.document_modified = false;
-    std::istringstream words(table);
-    for (std::string word; words >> word;) make_part(word);
     seek_to(0);
+    std::istringstream words(state);
+    for (std::string word; words >> word;) {
+      std::istringstream in(word);
+      char mark = word[0];
+      std::uint32_t from = 0;
+      std::uint32_t to = 0;
+      if (std::string_view("=@#").find(mark) != std::string_view::npos) in >> mark;
+      in >> from;
+      if (mark == '@') selection.cursor = from * length;
+      if (mark == '#') document.current_part = static_cast<PartIndex>(from);
+      char dash = 0;
+      in >> dash >> to;
+      if (mark == '=') select(from, to);
+      if (word[0] >= '0' && word[0] <= '9') make_part(from, to, in);
+    }
+  }
+
+  static void select(std::uint32_t begin, std::uint32_t end) {
+    set_sel_begin(begin * length);
+    set_sel_end(end * length);
+  }
+
+  // With the bytes left over, where there is no frame.
+  static std::string in_frames(std::uint32_t pos) {
+    const std::string rest = pos % length == 0 ? "" : "+" + std::to_string(pos % length);
+    return std::to_string(pos / length) + rest;
   }
 
   static std::string parts() {
     std::ostringstream table;
     for (const Part& part : document.parts) {
       if (part.part_beg != 0) table << ' ';
-      table << part.part_filepos / frame << '-' << (part.part_filepos + part.part_size) / frame;
+      table << in_frames(part.part_filepos) << '-' << in_frames(part.part_filepos + part.part_size);
       if (part.part_iscue != 0) table << '*';
       if (part.part_gainbeg != 0) table << 'g' << part.part_gainbeg;
       if (!part.part_title.empty()) table << ':' << wide_to_bytes(part.part_title, true);
@@ -47,43 +69,34 @@ class EditTest : public CoreTest {
     return table.str();
   }
 
-  static void select(std::uint32_t begin, std::uint32_t end) {
-    clear_selection();
-    if (begin == none) return;
-    set_sel_begin(begin * frame);
-    set_sel_end(end * frame);
+  static std::string places() {
+    std::string text;
+    if (selection.sel_beg != none)
+      text += " =" + in_frames(selection.sel_beg) + "-" + in_frames(selection.sel_end);
+    if (selection.cursor != 0) text += " @" + in_frames(selection.cursor);
+    return text;
   }
 
-  static void expect_selection(std::uint32_t begin, std::uint32_t end) {
-    EXPECT_EQ(selection.sel_beg, begin == none ? none : begin * frame);
-    EXPECT_EQ(selection.sel_end, end == none ? none : end * frame);
-  }
-
-  /// The box shown last, as "CAPTION: TEXT"; empty without one.
-  std::string take_box() {
-    if (host.boxes.empty()) return {};
-    const MessageBox box = host.boxes.back();
+  std::string state() {
+    std::string text = parts() + places();
+    if (document.current_part != 0) text += " #" + std::to_string(document.current_part);
+    if (open_state.document_modified || !undo_stack.empty()) text += ' ';
+    if (open_state.document_modified) text += '!';
+    if (!undo_stack.empty()) text += '^';
+    if (!host.boxes.empty()) text += " {" + host.boxes.back().text + "}";
     host.boxes.clear();
-    return box.caption + ": " + box.text;
+    return text;
   }
 
  private:
-  static void make_part(const std::string& word) {
-    std::istringstream in(word);
-    std::uint32_t from = 0;
-    std::uint32_t to = 0;
-    char mark = 0;
-    in >> from >> mark >> to;
+  static void make_part(std::uint32_t from, std::uint32_t to, std::istringstream& in) {
     Part& part =
-        document.parts[add_part(document.total_size, 0, from * frame, (to - from) * frame)];
-    while (in >> mark) {
+        document.parts[add_part(document.total_size, 0, from * length, (to - from) * length)];
+    for (char mark = 0; in >> mark;) {
       if (mark == '*') part.part_iscue = 1;
       if (mark == 'g') in >> part.part_gainbeg;
-      if (mark == ':') {
-        std::string title;
-        in >> title;
-        part.part_title = bytes_to_wide(title, true);
-      }
+      std::string title;
+      if (mark == ':' && in >> title) part.part_title = bytes_to_wide(title, true);
     }
   }
 };

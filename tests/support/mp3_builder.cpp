@@ -183,6 +183,11 @@ Mp3Builder& Mp3Builder::frames(int count) {
 
 Mp3Builder& Mp3Builder::frame(const FrameShape& shape) { return raw(mpeg_frame(shape, ++seed_)); }
 
+Mp3Builder& Mp3Builder::adts(int count, std::size_t length, std::size_t growth) {
+  for (; count > 0; --count, length += growth) raw(adts_frame(44100, length));
+  return *this;
+}
+
 Mp3Builder& Mp3Builder::vbr_header(const VbrHeader& header) {
   Bytes bytes = mpeg_frame(shape_);
   std::fill(bytes.begin() + 4, bytes.end(), 0);

@@ -53,6 +53,8 @@ class Mp3Builder {
   Mp3Builder& shape(const FrameShape& shape);  // of the frames that follow
   Mp3Builder& frames(int count);
   Mp3Builder& frame(const FrameShape& shape);  // one of another shape
+  /// ADTS frames at 44100 Hz, each `growth` bytes longer than the one before.
+  Mp3Builder& adts(int count, std::size_t length, std::size_t growth = 0);
   Mp3Builder& vbr_header(const VbrHeader& header);
   Mp3Builder& raw(const Bytes& bytes);
   Mp3Builder& raw(std::string_view bytes);
