@@ -1,49 +1,26 @@
-// The part table and its look-ups.
+// The part table, its look-ups, and the places in it.
 #include "model/document.h"
 
-#include "support/core_test.h"
+#include "model/frame_locator.h"
+#include "stream/frame_header.h"
+#include "support/edit_test.h"
 
 namespace corvelin::test {
 namespace {
 
-class DocumentTest : public CoreTest {
- protected:
-  void SetUp() override { ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(10).bytes())); }
-};
+using DocumentTest = EditTest;
 
 TEST_F(DocumentTest, EndBelongsToTheLastPartAndWhatIsBehindToTheFirst) {
-  document.parts[0].part_size = 417;
-  add_part(417, 0, 1000, 834);
-  ASSERT_EQ(document.total_size, 1251U);
-  EXPECT_EQ(part_at(0), 0);
-  EXPECT_EQ(part_at(416), 0);
-  EXPECT_EQ(part_at(417), 1);
-  EXPECT_EQ(part_at(1251), 1);
-  EXPECT_EQ(part_at(1252), 0);
-  EXPECT_EQ(part_at(no_position), 0);
+  make("0-1 5-7");
+  const std::pair<EditPosition, PartIndex> places[] = {
+      {416, 0}, {417, 1}, {1251, 1}, {1252, 0}, {no_position, 0}};
+  for (const auto& [pos, part] : places) EXPECT_EQ(part_at(pos), part) << pos;
 }
 
 TEST_F(DocumentTest, NewPartGoesInFrontOfOneAtTheSamePlace) {
-  document.parts[0].part_title = u"old";
-  EXPECT_EQ(add_part(0, 0, 417, 834), 0);
-  ASSERT_EQ(part_count(), 2);
-  EXPECT_TRUE(document.parts[0].part_title.empty());
-  EXPECT_EQ(document.parts[1].part_title, u"old");
-  EXPECT_EQ(document.parts[1].part_beg, 834U);
-}
-
-TEST_F(DocumentTest, FilePositionNeverLiesBeforeThePart) {
-  document.parts[0].part_filepos = 417;
-  EXPECT_EQ(file_pos_of(0, 100), 517U);
-  EXPECT_EQ(file_pos_of(0, 0xFFFFFF00), 417U);  // wrapped around
-  EXPECT_EQ(file_pos_of(0, 50000), 50417U);     // behind the end: the locator reads on
-  document.parts[0].part_size = document.total_size = 0xFFFFFC00;
-  EXPECT_EQ(file_pos_of(0, 0xFFFFFB00), 0xFFFFFCA1U);  // the end of a stream of nearly 4 GiB
-}
-
-TEST_F(DocumentTest, RemovalKeepsTheCurrentPartInTheTable) {
-  document.parts[0].part_size = 417;
-  add_part(417, 0, 1000, 834);
+  make("0-10:old");
+  EXPECT_EQ(add_part(0, 0, length, 2 * length), 0);
+  EXPECT_EQ(parts(), "1-3 0-10:old");
   document.current_part = 1;
   EXPECT_EQ(remove_part(1), 0);
   recompute_total();
@@ -51,36 +28,91 @@ TEST_F(DocumentTest, RemovalKeepsTheCurrentPartInTheTable) {
   EXPECT_EQ(remove_part(7), no_part);
 }
 
+TEST_F(DocumentTest, FilePositionNeverLiesBeforeThePart) {
+  document.parts[0].part_filepos = length;
+  EXPECT_EQ(file_pos_of(0, 100), 517U);
+  EXPECT_EQ(file_pos_of(0, 0xFFFFFF00), 417U);  // wrapped around
+  EXPECT_EQ(file_pos_of(0, 50000), 50417U);     // behind the end: the locator reads on
+  document.parts[0].part_size = document.total_size = 0xFFFFFC00;
+  EXPECT_EQ(file_pos_of(0, 0xFFFFFB00), 0xFFFFFCA1U);  // the end of a stream of nearly 4 GiB
+}
+
 TEST_F(DocumentTest, TablesHaveTheirLimits) {
-  document.parts[0].part_size = 417;
-  for (std::uint32_t i = 1; i < most_parts; ++i) ASSERT_NE(add_part(417 * i, 0, 0, 417), no_part);
-  EXPECT_EQ(add_part(0, 0, 0, 417), no_part);
-  EXPECT_EQ(add_part(0, 1, 0, 417), no_part);  // no such file
+  make("0-1");
+  EXPECT_EQ(add_part(0, 1, 0, length), no_part);  // no such file
+  while (document.parts.size() < most_parts) ASSERT_NE(add_part(0, 0, 0, length), no_part);
+  EXPECT_EQ(add_part(0, 0, 0, length), no_part);
 
   const std::string name = document.files[0].file_name;
   EXPECT_EQ(add_source_file(name), 0);
   EXPECT_EQ(add_source_file(folder.path("absent.mp3")), std::nullopt);
+  EXPECT_EQ(add_source_file(folder.file("b.mp3", frames(3))), 1);
+  remove_last_source_file();
+  remove_last_source_file();  // this one is in use
+  EXPECT_EQ(file_count(), 1);
   document.files.resize(most_files);
   EXPECT_EQ(add_source_file(name), std::nullopt);  // even for one in the table
 }
 
-TEST_F(DocumentTest, OnlyAnUnusedLastFileIsRemoved) {
-  add_source_file(folder.file("b.mp3", Mp3Builder{}.frames(3).bytes()));
-  remove_last_source_file();
-  EXPECT_EQ(file_count(), 1);
-  remove_last_source_file();
-  EXPECT_EQ(file_count(), 1);
-}
-
 TEST_F(DocumentTest, PartsAreNamedAfterTheirFilesWhenThereAreSeveral) {
   name_parts_from_files();
-  EXPECT_TRUE(document.parts[0].part_title.empty());
+  EXPECT_EQ(parts(), "0-20*");
   const std::string name = std::string(120, 'n') + ".mp3";
-  add_part(document.total_size, *add_source_file(folder.file(name, Mp3Builder{}.frames(3).bytes())),
-           0, 417);
+  add_part(document.total_size, *add_source_file(folder.file(name, frames(3))), 0, length);
   name_parts_from_files();
-  EXPECT_EQ(document.parts[0].part_title, u"a.mp3");
-  EXPECT_EQ(document.parts[1].part_title.size(), 96U);
+  EXPECT_EQ(parts(), "0-20*:a.mp3 0-1:" + std::string(96, 'n'));
+}
+
+TEST_F(DocumentTest, EndsOfTheSelectionPushEachOtherAlong) {
+  struct {
+    void (*set)(EditPosition);
+    std::uint32_t frame;
+    const char* places;
+    std::uint32_t is_cue;
+  } const steps[] = {{set_sel_begin, 2, " =2-2", 1}, {set_sel_end, 3, " =2-3", 0},
+                     {set_sel_end, 2, " =2-2", 1},   {set_sel_begin, 5, " =5-5", 1},
+                     {set_sel_end, 6, " =5-6", 0},   {set_sel_begin, 8, " =8-8", 1},
+                     {set_sel_end, 1, " =1-1", 1}};
+  for (const auto& step : steps) {
+    step.set(step.frame * length);
+    EXPECT_EQ(places(), step.places);
+    EXPECT_EQ(selection.sel_iscue, step.is_cue) << step.places;
+  }
+  set_sel_end(no_position);
+  EXPECT_EQ(places(), " =1-1");
+  selection.sel_cue_locked = 1;  // as after the restore of a cue
+  set_sel_end(4 * length);
+  EXPECT_EQ(selection.sel_iscue, 1U);
+  clear_selection();
+  EXPECT_EQ(selection.sel_cue_locked, 0U);
+}
+
+TEST_F(DocumentTest, SeekLandsOnAFrameOrTheEnd) {
+  make("0-20 0-2");
+  const std::pair<EditPosition, const char*> seeks[] = {{500, "0-20 0-2 @2"},
+                                                        {0xFFFFFFF0, "0-20 0-2 @2"},
+                                                        {20 * length, "0-20 0-2 @20 #1"},
+                                                        {100000, "0-20 0-2 @22 #1"}};
+  for (const auto& [pos, after] : seeks) {
+    seek_to(pos);
+    EXPECT_EQ(state(), after);
+  }
+}
+
+// Behind the last part its file goes on at another sample rate, and so does the search.
+TEST_F(DocumentTest, NoPlaceLiesBehindTheEnd) {
+  ASSERT_TRUE(
+      open("x.mp3", Mp3Builder{}.frames(40).shape({.sample_rate = 48000}).frames(40).bytes()));
+  document.parts[0].part_size = 60 * length;
+  recompute_total();
+  const EditPosition place = document.total_size - 1;
+  stream.current_frame = {};
+  frame_at(0);
+  ASSERT_GT(frame_at(place), document.total_size);
+  set_sel_begin(frame_at(place));
+  set_sel_end(frame_at(place));
+  seek_to(place);
+  EXPECT_EQ(places(), " =60-60 @60");
 }
 
 }  // namespace

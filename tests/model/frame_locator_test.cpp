@@ -9,31 +9,26 @@ namespace {
 
 using FrameLocator = CoreTest;
 
-TEST_F(FrameLocator, FindsTheNextFrame) {
-  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.shape({.noisy = true}).frames(20).bytes()));
-  EXPECT_EQ(frame_at(0), 0U);
-  EXPECT_EQ(frame_at(1), length);
-  EXPECT_EQ(frame_at(length), length);
-  EXPECT_EQ(frame_at(20 * length), 20 * length);
-  EXPECT_EQ(frame_at(0xFFFF0001), 0U);  // a position that wrapped around
-}
-
-TEST_F(FrameLocator, TakesALastFrameOnlyWhenTheSearchBeginsAtIt) {
-  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(20).bytes()));
-  EXPECT_EQ(frame_at(19 * length), 19 * length);
-  EXPECT_EQ(frame_at(19 * length - 1), no_position);
-}
-
-TEST_F(FrameLocator, EndsAtThePartWhenAnotherFollows) {
-  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(20).bytes()));
-  document.parts[0].part_size = 20 * length;
+TEST_F(FrameLocator, FindsTheNextFrameAndTheOneBefore) {
+  ASSERT_TRUE(open("a.mp3", frames(20, {.noisy = true})));
+  const std::pair<EditPosition, EditPosition> next[] = {
+      {0, 0},
+      {1, length},
+      {length, length},
+      {20 * length, 20 * length},
+      {0xFFFF0001, 0},  // a position that wrapped around
+      // A last frame is taken only when the search begins at it.
+      {19 * length, 19 * length},
+      {19 * length - 1, no_position}};
+  for (const auto& [pos, found] : next) EXPECT_EQ(frame_at(pos), found) << pos;
+  const std::pair<EditPosition, EditPosition> before[] = {
+      {0, 0}, {200, 0}, {length, 0}, {15 * length, 14 * length}, {15 * length + 1, 15 * length}};
+  for (const auto& [pos, found] : before) EXPECT_EQ(frame_before(pos), found) << pos;
   add_part(20 * length, 0, 0, 5 * length);
-  EXPECT_EQ(frame_at(19 * length - 1), 20 * length);
-}
+  EXPECT_EQ(frame_at(19 * length - 1), 20 * length);  // the part ends there
 
-TEST_F(FrameLocator, IgnoresTheCrcFlagOfTheFollowingHeader) {
-  const Bytes bytes = Mp3Builder{}.frames(1).frame({.has_crc = true}).frames(3).bytes();
-  ASSERT_TRUE(open("a.mp3", bytes));
+  // The following header may have another CRC flag.
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(1).frame({.has_crc = true}).frames(3).bytes()));
   EXPECT_EQ(frame_at(0), 0U);
   EXPECT_EQ(frame_at(1), length);
 }
@@ -59,17 +54,8 @@ TEST_F(FrameLocator, LooksAtOneBlockOnly) {
   EXPECT_EQ(scan_forward(0, junk), junk + 25000);
 }
 
-TEST_F(FrameLocator, FindsTheFrameBefore) {
-  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.shape({.noisy = true}).frames(50).bytes()));
-  EXPECT_EQ(frame_before(0), 0U);
-  EXPECT_EQ(frame_before(200), 0U);
-  EXPECT_EQ(frame_before(length), 0U);
-  EXPECT_EQ(frame_before(30 * length), 29 * length);
-  EXPECT_EQ(frame_before(30 * length + 1), 30 * length);
-}
-
 TEST_F(FrameLocator, SeesNothingInAFileThatWasCutOff) {
-  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(50).bytes()));
+  ASSERT_TRUE(open("a.mp3", frames(50)));
   std::filesystem::resize_file(document.files[0].file_name, 1000);
   EXPECT_EQ(frame_at(20 * length), no_position);
   EXPECT_EQ(scan_forward(0, 20 * length), 50 * length);

@@ -15,36 +15,28 @@ class FrameReader : public CoreTest {
     Bytes all;
     EditPosition pos = 0;
     PartIndex part = 0;
-    frames = 0;
+    frame_count = 0;
     resync_count = 0;
     for (int calls = 0; pos < document.total_size && calls < 10000; ++calls) {
       const std::size_t size = read_frames(std::span(frame_block).first(limit), any_frame_count,
-                                           pos, part, &frames, document.total_size);
+                                           pos, part, &frame_count, document.total_size);
       all.insert(all.end(), frame_block.begin(), frame_block.begin() + static_cast<long>(size));
     }
     EXPECT_EQ(pos, document.total_size);
     return all;
   }
 
-  std::uint32_t frames = 0;
+  std::uint32_t frame_count = 0;
 };
 
 TEST_F(FrameReader, DeliversTheFileWhateverTheBlock) {
-  const Bytes bytes = Mp3Builder{}.shape({.noisy = true}).frames(200).bytes();
+  const Bytes bytes = frames(200, {.noisy = true});
   ASSERT_TRUE(open("a.mp3", bytes));
   for (const std::size_t limit : {std::size_t{1792}, std::size_t{2000}, frame_block_limit}) {
     EXPECT_EQ(read_all(limit), bytes);
-    EXPECT_EQ(frames, 200U);
+    EXPECT_EQ(frame_count, 200U);
     EXPECT_EQ(resync_count, 0);
   }
-}
-
-TEST_F(FrameReader, DropsGarbageAndCountsThePlace) {
-  const Bytes bytes = Mp3Builder{}.frames(50).zeros(20).frames(50).bytes();
-  ASSERT_TRUE(open("a.mp3", bytes));
-  EXPECT_EQ(read_all(), Mp3Builder{}.frames(100).bytes());
-  EXPECT_EQ(frames, 100U);
-  EXPECT_EQ(resync_count, 1);
 }
 
 TEST_F(FrameReader, GoesFromFileToFile) {
@@ -52,8 +44,7 @@ TEST_F(FrameReader, GoesFromFileToFile) {
     Mp3Builder first = Mp3Builder{}.frames(10);
     if (has_tag) first.id3v1("tag");
     ASSERT_TRUE(open("a.mp3", first.bytes()));
-    const auto file = add_source_file(
-        folder.file("b.mp3", Mp3Builder{}.shape({.bitrate = 64}).frames(5).bytes()));
+    const auto file = add_source_file(folder.file("b.mp3", frames(5, {.bitrate = 64})));
     document.files[*file].audio_end = 5 * 208;
     add_part(document.total_size, *file, 208, 3 * 208);
     EXPECT_EQ(read_all(), Mp3Builder{}.frames(10).shape({.bitrate = 64}).frames(3).bytes());
@@ -62,24 +53,25 @@ TEST_F(FrameReader, GoesFromFileToFile) {
 }
 
 TEST_F(FrameReader, LeavesOutAFrameThatItsPartCutsThrough) {
-  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(20).bytes()));
+  ASSERT_TRUE(open("a.mp3", frames(20)));
   document.parts[0].part_size = 2 * length + 100;
   add_part(2 * length + 100, 0, 10 * length, 3 * length);
-  EXPECT_EQ(read_all(), Mp3Builder{}.frames(5).bytes());
+  EXPECT_EQ(read_all(), frames(5));
 }
 
 // Whatever a block ends on, what comes out is the same as of one block.
 TEST_F(FrameReader, BlocksMayEndAnywhere) {
   ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(6).zeros(30).frames(10).bytes()));
-  const Bytes whole = Mp3Builder{}.frames(16).bytes();
+  const Bytes whole = frames(16);
   for (std::size_t limit = 2 * length; limit <= 6 * length + 40; ++limit) {
     EXPECT_EQ(read_all(limit), whole) << limit;
+    EXPECT_EQ(frame_count, 16U);
     EXPECT_EQ(resync_count, 1) << limit;
   }
 }
 
 TEST_F(FrameReader, StopsAtTheEndAskedFor) {
-  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(20).bytes()));
+  ASSERT_TRUE(open("a.mp3", frames(20)));
   EditPosition pos = 2 * length;
   PartIndex part = 0;
   EXPECT_EQ(read_frames(frame_block, 999, pos, part, nullptr, 5 * length), 3 * length);
@@ -89,31 +81,24 @@ TEST_F(FrameReader, StopsAtTheEndAskedFor) {
 }
 
 TEST_F(FrameReader, AppliesLevelsAndHeaderBitsWithTheirCrc) {
-  const FrameShape shape = {.has_crc = true, .noisy = true};
-  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.shape(shape).frames(3).bytes()));
+  ASSERT_TRUE(open("a.mp3", frames(3, {.has_crc = true, .noisy = true})));
   document.parts[0].part_gainbeg = document.end_gain = -50;
   header_rewrite = {
       .rewrite_header = true, .rewrite_copyright = 1, .rewrite_original = 1, .rewrite_private = 1};
-  const FrameShape expected = {.has_crc = true,
-                               .copyright = true,
-                               .original = true,
-                               .private_bit = true,
-                               .global_gain = 100,
-                               .noisy = true};
-  EXPECT_EQ(read_all(), Mp3Builder{}.shape(expected).frames(3).bytes());
+  EXPECT_EQ(read_all(), frames(3, {.has_crc = true,
+                                   .copyright = true,
+                                   .original = true,
+                                   .private_bit = true,
+                                   .global_gain = 100,
+                                   .noisy = true}));
 }
 
 // Frames of other kinds in the midst of a stream are changed by their own layout or not at all.
 TEST_F(FrameReader, ChangesEachFrameByItsOwnLayout) {
   const auto mixed = [](int gain) {
-    return Mp3Builder{}
-        .shape({.global_gain = gain})
-        .frames(3)
-        .frame({.is_mono = true, .global_gain = gain})
-        .frames(2)
-        .frame({.has_crc = true, .global_gain = gain})
-        .frames(3)
-        .bytes();
+    Mp3Builder bytes = Mp3Builder{}.shape({.global_gain = gain}).frames(3);
+    bytes.frame({.is_mono = true, .global_gain = gain}).frames(2);
+    return bytes.frame({.has_crc = true, .global_gain = gain}).frames(3).bytes();
   };
   ASSERT_TRUE(open("a.mp3", mixed(150)));
   document.parts[0].part_gainbeg = document.end_gain = -20;
@@ -126,12 +111,11 @@ TEST_F(FrameReader, LeavesLayer2AndAacDataAlone) {
   document.end_gain = -20;
   EXPECT_EQ(read_all(), layer2);
 
-  Mp3Builder aac;
-  for (int i = 0; i < 20; ++i) aac.raw(adts_frame(44100, 200 + static_cast<std::size_t>(i)));
-  ASSERT_TRUE(open("a.aac", aac.bytes()));
+  const Bytes aac = Mp3Builder{}.adts(20, 200, 1).bytes();
+  ASSERT_TRUE(open("a.aac", aac));
   document.end_gain = -20;
   header_rewrite = {.rewrite_header = true, .rewrite_copyright = 1, .rewrite_private = 1};
-  EXPECT_EQ(read_all(), aac.bytes());
+  EXPECT_EQ(read_all(), aac);
 }
 
 }  // namespace
