@@ -12,8 +12,8 @@ namespace {
 
 EditPosition search_step_by_step(EditPosition from) {
   for (EditPosition pos = from;; pos += 20) {
-    const EditPosition frame = locate_frame(0, pos);
-    if (frame != no_position || pos + 20 >= document.total_size || pos + 20 > 0xFFFFF) return frame;
+    const EditPosition found = locate_frame(0, pos);
+    if (found != none || pos + 20 >= document.total_size || pos + 20 > 0xFFFFF) return found;
   }
 }
 

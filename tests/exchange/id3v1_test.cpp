@@ -8,71 +8,65 @@
 namespace corvelin::test {
 namespace {
 
+std::string padded(std::string text, std::size_t size) {
+  text.resize(size);
+  return text;
+}
+
 class Id3v1Test : public CoreTest {
  protected:
   static std::string record(std::size_t from, std::size_t size) {
-    return {stream.id3v1.begin() + static_cast<std::ptrdiff_t>(from),
-            stream.id3v1.begin() + static_cast<std::ptrdiff_t>(from + size)};
-  }
-  static std::string padded(std::string text, std::size_t size) {
-    text.resize(size);
-    return text;
+    return std::string(stream.id3v1.begin(), stream.id3v1.end()).substr(from, size);
   }
   bool open_with(std::string tag) {
-    tag.resize(128);
-    return open("a.mp3", Mp3Builder{}.frames(20).raw(tag).bytes());
+    return open("a.mp3", Mp3Builder{}.frames(20).raw(padded(std::move(tag), 128)).bytes());
   }
-  bool open_untagged() { return open("a.mp3", Mp3Builder{}.frames(20).bytes()); }
+  bool open_untagged() { return open("a.mp3", frames(20)); }
 };
 
 TEST_F(Id3v1Test, GenresHaveNamesAndNumbers) {
-  struct Row {
-    std::uint32_t index;
-    std::string name;
-  };
-  for (const Row& row :
-       {Row{0, "Blues"}, Row{2, "Country"}, Row{61, "Christian Rap"}, Row{62, "Pop/Funk"},
-        Row{67, "Psychadelic"}, Row{85, "Bebob"}, Row{123, "A capella"}, Row{147, "Synthpop"}}) {
-    EXPECT_EQ(genre_name(row.index), row.name);
-    EXPECT_EQ(genre_index(row.name), row.index);
+  const std::pair<std::uint32_t, std::string> genres[] = {
+      {0, "Blues"}, {62, "Pop/Funk"}, {85, "Bebob"}, {147, "Synthpop"}};
+  for (const auto& [index, name] : genres) {
+    EXPECT_EQ(genre_name(index), name);
+    EXPECT_EQ(genre_index(name), index);
   }
   EXPECT_EQ(genre_name(148), "148");
   EXPECT_EQ(genre_index("148"), std::nullopt);
-  EXPECT_EQ(genre_index(""), std::nullopt);
 }
 
 TEST_F(Id3v1Test, ShowsWhatATagHolds) {
-  std::string tag = "TAG" + std::string(30, 't') + padded("M\xFCller", 30) + padded("", 30) +
-                    "1999" + padded("note", 30) + "\x11";
-  tag[126] = 7;
+  std::string tag = "TAG" + std::string(30, 't') + padded("M\xFCller", 60) + "1999" +
+                    padded("note", 29) + "\x07\x11";
   ASSERT_TRUE(open_with(tag));
-  const TagDialog dialog = tag_dialog_load();
+  TagDialog dialog = tag_dialog_load();
   EXPECT_TRUE(dialog.create_tag);
-  EXPECT_EQ(dialog.title, std::u16string(30, u't'));
-  EXPECT_EQ(dialog.artist, u"M\u00FCller");
-  EXPECT_EQ(dialog.album, u"");
-  EXPECT_EQ(dialog.year, u"1999");
-  EXPECT_EQ(dialog.comment, u"note");
+  EXPECT_EQ(dialog.title + dialog.artist + dialog.album + dialog.year + dialog.comment,
+            std::u16string(30, u't') + u"M\u00FCller1999note");
   EXPECT_EQ(dialog.track, 7U);
   EXPECT_EQ(dialog.genre, "Rock");
-
-  stream.id3v1[126] = 200;  // negative, as a signed byte
+  // What the user did not change stays to the byte; the track 200 is negative as a signed byte.
+  stream.id3v1[126] = 200;
   stream.id3v1[127] = 148;
-  EXPECT_EQ(tag_dialog_load().track, 0U);
-  EXPECT_EQ(tag_dialog_load().genre, "");
-  tag_dialog_apply(tag_dialog_load());
+  dialog = tag_dialog_load();
+  EXPECT_EQ(dialog.track, 0U);
+  EXPECT_EQ(dialog.genre, "");
+  tag_dialog_apply(dialog);
   EXPECT_EQ(stream.id3v1[127], 255);
   stream.id3v1[126] = 7;
   stream.id3v1[125] = 'x';  // the comment's last bytes, no track
   EXPECT_EQ(tag_dialog_load().track, 0U);
-
-  ASSERT_TRUE(open_untagged());
-  EXPECT_FALSE(tag_dialog_load().create_tag);
-  EXPECT_EQ(tag_dialog_load().title, u"");
+  // UTF-8 in the tag: the second byte of the letter is none of the code page.
+  ASSERT_TRUE(open_with("TAG\xC3\x81rv"));
+  dialog = tag_dialog_load();
+  dialog.year = u"2001";
+  tag_dialog_apply(dialog);
+  EXPECT_EQ(record(3, 94), padded("\xC3\x81rv", 90) + "2001");
 }
 
 TEST_F(Id3v1Test, ATrackTakesTwoBytesOfTheComment) {
   ASSERT_TRUE(open_untagged());
+  EXPECT_FALSE(tag_dialog_load().create_tag);
   const std::u16string comment = u"123456789012345678901234567890";
   tag_dialog_apply({.create_tag = true, .title = u"a \u20AC \u4E00", .comment = comment});
   EXPECT_EQ(record(0, 33), padded("TAGa \x80 ?", 33));
@@ -80,16 +74,6 @@ TEST_F(Id3v1Test, ATrackTakesTwoBytesOfTheComment) {
   EXPECT_TRUE(keeps_id3v1());
   tag_dialog_apply({.create_tag = true, .comment = comment, .track = 261, .genre = "Jazz"});
   EXPECT_EQ(record(97, 31), std::string("1234567890123456789012345678\0\x05\x08", 31));
-}
-
-TEST_F(Id3v1Test, LeavesBytesAloneThatTheUserDidNotChange) {
-  // UTF-8 in the tag: the second byte of the letter is none of the code page.
-  ASSERT_TRUE(open_with("TAG\xC3\x81rv"));
-  TagDialog dialog = tag_dialog_load();
-  dialog.year = u"2001";
-  tag_dialog_apply(dialog);
-  EXPECT_EQ(record(3, 5), std::string("\xC3\x81rv\0", 5));
-  EXPECT_EQ(record(93, 4), "2001");
 }
 
 TEST_F(Id3v1Test, WithTheBoxOffTheRecordStays) {
@@ -104,16 +88,8 @@ TEST_F(Id3v1Test, WithTheBoxOffTheRecordStays) {
   ASSERT_TRUE(open_untagged());
   keep_id3v1_as_set();  // there is nothing to keep
   EXPECT_FALSE(keeps_id3v1());
-}
-
-TEST_F(Id3v1Test, AacHasNoTag) {
-  Mp3Builder aac;
-  for (int i = 0; i < 20; ++i) aac.raw(adts_frame(44100, 300));
-  ASSERT_TRUE(open("a.aac", aac.id3v1("x").bytes()));
-  EXPECT_TRUE(open_state.keep_id3v1);
-  EXPECT_FALSE(keeps_id3v1());
-  EXPECT_FALSE(can_create_tag());
-  EXPECT_FALSE(can_edit_tag(tag_dialog_load()));
+  ASSERT_TRUE(open("a.aac", Mp3Builder{}.adts(20, 300).id3v1("x").bytes()));
+  EXPECT_FALSE(keeps_id3v1() || can_create_tag() || can_edit_tag(tag_dialog_load()));
 }
 
 TEST_F(Id3v1Test, NamesFromTheCueReplaceAllButTheGenre) {
@@ -123,30 +99,24 @@ TEST_F(Id3v1Test, NamesFromTheCueReplaceAllButTheGenre) {
   TagDialog dialog = {.album = u"old", .year = u"1999", .comment = u"c", .genre = "Jazz"};
   names_from_current_cue(dialog);
   EXPECT_EQ(dialog.title, std::u16string(30, u'x'));
-  EXPECT_EQ(dialog.artist, u"Band");
-  EXPECT_EQ(dialog.album + dialog.year + dialog.comment, u"");
+  EXPECT_EQ(dialog.artist + dialog.album + dialog.year + dialog.comment, u"Band");
   EXPECT_EQ(dialog.track, 1U);
   EXPECT_EQ(dialog.genre, "Jazz");
 }
 
 TEST_F(Id3v1Test, PiecesBuildOnTheTagOfTheSource) {
-  std::string tag = "TAGold title" + std::string(21, 'z') + "old artist";
-  tag.resize(97);
-  tag += std::string(30, 'c') + "\x05";
-  ASSERT_TRUE(open_with(tag));
+  ASSERT_TRUE(open_with(padded("TAGold title" + std::string(21, 'z') + "old artist", 97) +
+                        std::string(30, 'c') + "\x05"));
   document.parts[0].part_title = u"One";
   document.sheet_title = u"Album";
   set_id3v1_of_piece(0, 300);
-  EXPECT_EQ(record(0, 63), padded("TAGOne", 33) + padded("old artist", 30));
-  EXPECT_EQ(record(63, 30), padded("Album", 30));
-  EXPECT_EQ(record(97, 31), std::string(28, 'c') + std::string("\0\x2C\x05", 3));
-
+  EXPECT_EQ(record(0, 128), padded("TAGOne", 33) + padded("old artist", 30) + padded("Album", 34) +
+                                std::string(28, 'c') + std::string("\0\x2C\x05", 3));
   // What an untagged file ends with is nothing to build on.
   ASSERT_TRUE(open_untagged());
   stream.id3v1.fill('j');
   set_id3v1_of_piece(0, 1);
   EXPECT_EQ(record(0, 128), "TAG" + std::string(123, '\0') + "\x01\xFF");
-  EXPECT_TRUE(open_state.keep_id3v1);
 }
 
 }  // namespace
