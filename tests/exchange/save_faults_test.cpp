@@ -40,64 +40,43 @@ struct FaultPlan {
 
 FaultPlan plan;
 
-ssize_t faulty_write(int descriptor, const void* bytes, std::size_t count) {
-  if (!plan.is_due()) return system_write_calls.write(descriptor, bytes, count);
-  if (plan.fault == Fault::half_a_write && count > 1) {
-    ++plan.failing_call;  // and the next one finds no space
-    return system_write_calls.write(descriptor, bytes, count / 2);
-  }
-  return plan.fail();
-}
+template <auto member>
+struct Faulty;
 
-ssize_t faulty_pwrite(int descriptor, const void* bytes, std::size_t count, off_t offset) {
-  if (!plan.is_due()) return system_write_calls.pwrite(descriptor, bytes, count, offset);
-  if (plan.fault == Fault::half_a_write && count > 1) {
-    ++plan.failing_call;
-    return system_write_calls.pwrite(descriptor, bytes, count / 2, offset);
+// Passes a call on unless it is its turn to fail.
+template <typename Result, typename... Arguments, Result (*WriteCalls::*member)(Arguments...)>
+struct Faulty<member> {
+  static Result call(Arguments... arguments) {
+    return plan.is_due() ? plan.fail() : (system_write_calls.*member)(arguments...);
   }
-  return plan.fail();
-}
-
-int faulty_close(int descriptor) {
-  const int result = system_write_calls.close(descriptor);
-  return plan.is_due() ? plan.fail() : result;
-}
+  static ssize_t write(int descriptor, const void* bytes, std::size_t count, auto... offset) {
+    if (!plan.is_due()) return (system_write_calls.*member)(descriptor, bytes, count, offset...);
+    if (plan.fault != Fault::half_a_write || count < 2) return plan.fail();
+    ++plan.failing_call;  // the next one finds no space
+    return (system_write_calls.*member)(descriptor, bytes, count / 2, offset...);
+  }
+};
 
 const WriteCalls faulty_calls = {
-    .open =
-        [](const char* path, int flags, mode_t mode) {
-          return plan.is_due() ? plan.fail() : system_write_calls.open(path, flags, mode);
-        },
-    .write = faulty_write,
-    .pwrite = faulty_pwrite,
+    .open = Faulty<&WriteCalls::open>::call,
+    .write = [](int to, const void* bytes,
+                std::size_t n) { return Faulty<&WriteCalls::write>::write(to, bytes, n); },
+    .pwrite = [](int to, const void* bytes, std::size_t n,
+                 off_t at) { return Faulty<&WriteCalls::pwrite>::write(to, bytes, n, at); },
     // A reservation that fails is no failure: the writes would tell.
     .fallocate = [](int, int, off_t, off_t) { return 0; },
-    .ftruncate =
-        [](int descriptor, off_t size) {
-          return plan.is_due() ? plan.fail() : system_write_calls.ftruncate(descriptor, size);
-        },
-    .fsync =
+    .ftruncate = Faulty<&WriteCalls::ftruncate>::call,
+    .fsync = Faulty<&WriteCalls::fsync>::call,
+    .futimens = Faulty<&WriteCalls::futimens>::call,
+    .fchmod = Faulty<&WriteCalls::fchmod>::call,
+    .close =
         [](int descriptor) {
-          return plan.is_due() ? plan.fail() : system_write_calls.fsync(descriptor);
+          const int result = system_write_calls.close(descriptor);
+          return plan.is_due() ? plan.fail() : result;
         },
-    .futimens =
-        [](int descriptor, const std::timespec times[2]) {
-          return plan.is_due() ? plan.fail() : system_write_calls.futimens(descriptor, times);
-        },
-    .fchmod =
-        [](int descriptor, mode_t mode) {
-          return plan.is_due() ? plan.fail() : system_write_calls.fchmod(descriptor, mode);
-        },
-    .close = faulty_close,
-    .rename =
-        [](const char* from, const char* to) {
-          return plan.is_due() ? plan.fail() : system_write_calls.rename(from, to);
-        },
+    .rename = Faulty<&WriteCalls::rename>::call,
     .unlink = system_write_calls.unlink,
-    .mkdir =
-        [](const char* path, mode_t mode) {
-          return plan.is_due() ? plan.fail() : system_write_calls.mkdir(path, mode);
-        },
+    .mkdir = Faulty<&WriteCalls::mkdir>::call,
     .rmdir = system_write_calls.rmdir,
 };
 
@@ -108,6 +87,7 @@ class WriteFaults : public CoreTest, public ::testing::WithParamInterface<Fault>
   void fail_in_turn(const std::function<bool()>& work, const std::function<void()>& check) {
     for (int call = 1; call < 100; ++call) {
       plan = {.failing_call = call, .fault = GetParam()};
+      host.boxes.clear();
       write_calls = faulty_calls;
       const bool succeeded = work();
       write_calls = system_write_calls;
@@ -122,96 +102,84 @@ class WriteFaults : public CoreTest, public ::testing::WithParamInterface<Fault>
     FAIL() << "no run got through";
   }
 
-  [[nodiscard]] Bytes audio() const {
-    return Mp3Builder{}.vbr_header({.marker = "Info"}).frames(400).id3v1("x").bytes();
+  /// Opens it, with the tail cut off, and saves it in its place.
+  bool replace_source() {
+    EXPECT_TRUE(open("a.mp3", audio_));
+    settings.keep_date = 1;
+    document.parts[0].part_size = 300 * length;
+    recompute_total();
+    return save_unattended(true) == SaveOutcome::saved;
   }
+  [[nodiscard]] bool is_source_whole() const {
+    const Bytes now = read_file(folder.path("a.mp3"));
+    return now == audio_ || now.size() == 301 * length + 128;
+  }
+  bool save_as_b() {
+    EXPECT_TRUE(open("a.mp3", audio_));
+    settings.keep_date = 2;
+    host.new_files = {folder.path("b.mp3")};
+    return save_audio() == SaveOutcome::saved;
+  }
+
+  const Bytes audio_ = Mp3Builder{}.vbr_header({.marker = "Info"}).frames(400).id3v1("x").bytes();
 };
 
 TEST_P(WriteFaults, ReplacingASourceLeavesOldOrNew) {
-  const Bytes old_bytes = audio();
-  const auto work = [&] {
-    EXPECT_TRUE(open("a.mp3", old_bytes));
-    settings.keep_date = 1;
-    document.parts[0].part_size = 300 * 417;
-    recompute_total();
-    host.boxes.clear();
-    return save_unattended(true) == SaveOutcome::saved;
-  };
-  const auto check = [&] {
-    const Bytes now = read_file(folder.path("a.mp3"));
-    EXPECT_TRUE(now == old_bytes || now.size() == 301 * 417 + 128);
-  };
-  fail_in_turn(work, check);
+  fail_in_turn([&] { return replace_source(); }, [&] { EXPECT_TRUE(is_source_whole()); });
 }
 
 // Killed at each call of a replacing save, the source is the old file or the finished new one.
-TEST_F(CoreTest, AKillLeavesAWholeSource) {
-  const Bytes old_bytes =
-      Mp3Builder{}.vbr_header({.marker = "Info"}).frames(400).id3v1("x").bytes();
-  const auto save_and_die = [&](int call) {
-    open("a.mp3", old_bytes);
-    settings.keep_date = 1;
-    document.parts[0].part_size = 300 * 417;
-    recompute_total();
-    plan = {.failing_call = call, .fault = Fault::kill};
-    write_calls = faulty_calls;
-    ::_exit(save_unattended(true) == SaveOutcome::saved ? 0 : 1);
-  };
+TEST_P(WriteFaults, AKillLeavesAWholeSource) {
+  if (GetParam() != Fault::no_space) return;  // once is enough
   int status = -1;
   for (int call = 1; call < 100 && status != 0; ++call) {
     for (const std::string& name : folder.names()) std::filesystem::remove(folder.path(name));
+    folder.file("a.mp3", audio_);
     const pid_t child = ::fork();
-    if (child == 0) save_and_die(call);
+    if (child == 0) {
+      plan = {.failing_call = call, .fault = Fault::kill};
+      write_calls = faulty_calls;
+      ::_exit(replace_source() ? 0 : 1);
+    }
     ASSERT_EQ(::waitpid(child, &status, 0), child);
-    const Bytes now = read_file(folder.path("a.mp3"));
-    EXPECT_TRUE(now == old_bytes || now.size() == 301 * 417 + 128) << call;
+    EXPECT_TRUE(is_source_whole()) << call;
   }
   EXPECT_EQ(status, 0);
 }
 
 TEST_P(WriteFaults, SavingOverAnotherFileLeavesOldOrNew) {
   const auto work = [&] {
-    EXPECT_TRUE(open("a.mp3", audio()));
     folder.file("b.mp3", "old");
-    settings.keep_date = 2;
-    host.boxes.clear();
-    host.new_files = {folder.path("b.mp3")};
-    return save_audio() == SaveOutcome::saved;
+    return save_as_b();
   };
-  const auto check = [&] {
+  fail_in_turn(work, [&] {
     const auto size = file_facts(folder.path("b.mp3")).size;
-    EXPECT_TRUE(size == 3 || size == audio().size());
+    EXPECT_TRUE(size == 3 || size == audio_.size());
     EXPECT_EQ(host.boxes.size(), 1U);
     EXPECT_EQ(folder.names(), (std::vector<std::string>{"a.mp3", "b.mp3"}));
-  };
-  fail_in_turn(work, check);
+  });
 }
 
 TEST_P(WriteFaults, NewFileIsNotTakenForWhole) {
   const auto work = [&] {
     std::filesystem::remove(folder.path("b.mp3"));
-    EXPECT_TRUE(open("a.mp3", audio()));
-    settings.keep_date = 2;
-    host.boxes.clear();
-    host.new_files = {folder.path("b.mp3")};
-    return save_audio() == SaveOutcome::saved;
+    return save_as_b();
   };
   fail_in_turn(work, [&] { EXPECT_EQ(host.boxes.size(), 1U); });
 }
 
 TEST_P(WriteFaults, PiecesOfASplitAreWholeButForTheNamedOne) {
-  const Bytes bytes = audio();
   const std::string target = folder.path("out");
   std::size_t complete = 0;
   std::string report;
+  settings.keep_date = 2;
+  settings.split_id3v11 = 1;
+  settings.split_pattern = u"%N";
   const auto work = [&] {
     std::filesystem::remove_all(target);
     std::filesystem::create_directory(target);
-    EXPECT_TRUE(open("a.mp3", bytes));
-    document.parts[split_at(200 * 417)].part_iscue = 1;
-    settings.keep_date = 2;
-    settings.split_id3v11 = 1;
-    settings.split_pattern = u"%N";
+    EXPECT_TRUE(open("a.mp3", audio_));
+    document.parts[split_at(200 * length)].part_iscue = 1;
     SplitRun run(target + "/", 1);
     while (run.step()) {
     }
@@ -219,50 +187,31 @@ TEST_P(WriteFaults, PiecesOfASplitAreWholeButForTheNamedOne) {
     report = run.report();
     return run.result() == SplitResult::finished;
   };
-  const auto check = [&] {
+  fail_in_turn(work, [&] {
     const std::string failed = target + (complete == 0 ? "/01.mp3" : "/02.mp3");
     EXPECT_NE(report.find("error!\r\n" + failed + "\r\n"), std::string::npos) << report;
     EXPECT_EQ(file_facts(target + "/02.mp3").found, complete == 1 && !report.starts_with("Create"));
-    if (complete == 1) {
-      EXPECT_EQ(file_facts(target + "/01.mp3").size, 201U * 417 + 128);
-    }
-    EXPECT_EQ(read_file(folder.path("a.mp3")), bytes);
-  };
-  fail_in_turn(work, check);
+    EXPECT_TRUE(complete == 0 || file_facts(target + "/01.mp3").size == 201 * length + 128);
+    EXPECT_EQ(read_file(folder.path("a.mp3")), audio_);
+  });
 }
 
-TEST_P(WriteFaults, SettingsStayOldOrNew) {
-  const std::string path = folder.path("c.ini");
-  const auto work = [&] {
-    folder.file("c.ini", "old");
-    return !write_settings(path);
-  };
-  const auto check = [&] {
-    const std::string now = read_text(path);
-    EXPECT_TRUE(now == "old" || now == format_settings());
-    EXPECT_EQ(folder.names(), std::vector<std::string>{"c.ini"});
-  };
-  fail_in_turn(work, check);
-}
-
-TEST_P(WriteFaults, ProjectsAndCueSheetsStayOldOrNew) {
+TEST_P(WriteFaults, TextFilesStayOldOrNew) {
   settings.msg_hide = 0xFFFF;
-  for (const char* const name : {"p.cvp", "p.cue"}) {
-    ASSERT_TRUE(open("a.mp3", audio()));
+  ASSERT_TRUE(open("a.mp3", audio_));
+  for (const std::string name : {"c.ini", "p.cvp", "p.cue"}) {
+    const bool is_settings = name == "c.ini";
     open_state.project_name = folder.path(name);
     const auto work = [&] {
       folder.file(name, "old");
-      host.boxes.clear();
-      return save_project(false, false);
+      return is_settings ? !write_settings(folder.path(name)) : save_project(false, false);
     };
-    const auto check = [&] {
+    fail_in_turn(work, [&] {
       const std::string now = read_text(folder.path(name));
-      EXPECT_TRUE(now == "old" || now.ends_with("\r\n"));
-      EXPECT_FALSE(host.boxes.empty());
-      EXPECT_EQ(host.boxes.back().text, "Could not create/write to file.");
+      EXPECT_TRUE(now == "old" || (is_settings ? now == format_settings() : now.ends_with("\r\n")));
+      EXPECT_EQ(take_box(), is_settings ? "" : "Error: Could not create/write to file.");
       EXPECT_EQ(folder.names(), (std::vector<std::string>{"a.mp3", name}));
-    };
-    fail_in_turn(work, check);
+    });
     std::filesystem::remove(folder.path(name));
   }
 }
