@@ -43,65 +43,48 @@ class Cli : public ::testing::Test {
   TestFolder logs;
 };
 
-struct Sample {
-  const char* name;
-  int frames;  // as ffprobe counts them
-};
-
-// Counted by ffprobe -count_packets.
-constexpr Sample samples[] = {{"cbr128.mp3", 1232}, {"vbr.mp3", 1734},   {"mono_mpeg2.mp3", 830},
-                              {"crc.mp3", 522},     {"layer2.mp2", 493}, {"speech.aac", 875}};
-
 TEST_F(Cli, SavesEverySampleWithoutLoss) {
-  for (const Sample& row : samples) {
-    sample(row.name);
-    const std::string name = row.name;
+  // As ffprobe -count_packets counts the frames.
+  const std::pair<std::string, std::size_t> samples[] = {
+      {"cbr128.mp3", 1232}, {"vbr.mp3", 1734},   {"mono_mpeg2.mp3", 830},
+      {"crc.mp3", 522},     {"layer2.mp2", 493}, {"speech.aac", 875}};
+  // Position, index, offset, length, bitrate and gain of each.
+  const auto frames_of = [&](const std::string& file) {
+    const std::string bytes = read_text(folder.path(file));
+    std::vector<std::string> frames;
+    std::istringstream lines(cli(file + " --frames").out);
+    std::size_t offset = 0;
+    std::size_t length = 0;
+    for (std::string skipped;
+         lines >> skipped >> skipped >> offset >> length >> skipped >> skipped;)
+      frames.push_back(bytes.substr(offset, length));
+    return frames;
+  };
+  for (const auto& [name, count] : samples) {
+    SCOPED_TRACE(name);
+    sample(name);
     const std::string saved = name + name.substr(name.find('.'));
     const Result result = cli(name + " /save");
-    ASSERT_EQ(result.status, 0) << name << result.err;
+    ASSERT_EQ(result.status, 0) << result.err;
     EXPECT_EQ(result.err, "");
-
     // Every frame is the source's, byte for byte.
-    const auto frames = [&](const std::string& file) {
-      const Bytes bytes = read_file(folder.path(file));
-      std::vector<Bytes> list;
-      std::istringstream lines(cli(file + " --frames").out);
-      std::size_t position = 0, index = 0, offset = 0, length = 0;
-      int bitrate = 0, gain = 0;
-      while (lines >> position >> index >> offset >> length >> bitrate >> gain)
-        list.emplace_back(bytes.begin() + static_cast<long>(offset),
-                          bytes.begin() + static_cast<long>(offset + length));
-      return list;
-    };
-    const auto source_frames = frames(name);
-    EXPECT_EQ(source_frames.size(), static_cast<std::size_t>(row.frames)) << name;
-    EXPECT_EQ(frames(saved), source_frames) << name;
-
+    const std::vector<std::string> source_frames = frames_of(name);
+    EXPECT_EQ(source_frames.size(), count);
+    EXPECT_TRUE(frames_of(saved) == source_frames);
     if (name.ends_with(".aac")) continue;
-    EXPECT_EQ(shell("mpg123 -q -t " + saved).err, "") << name;
+    EXPECT_EQ(shell("mpg123 -q -t " + saved).err, "");
     // Without the encoder's gap correction, which goes by the header and not by the frames.
     const std::string decode = "mpg123 -q --no-gapless -s ";
-    EXPECT_EQ(shell(decode + name + " | md5sum").out, shell(decode + saved + " | md5sum").out)
-        << name;
-    const Result warnings =
-        shell("mp3val " + saved + " | grep WARNING | grep -v 'No supported tags\\|Non-layer-III'");
-    EXPECT_EQ(warnings.out, "") << name;
+    EXPECT_EQ(shell(decode + name + " | md5sum").out, shell(decode + saved + " | md5sum").out);
+    EXPECT_EQ(
+        shell("mp3val " + saved + " | grep WARNING | grep -v 'No supported tags\\|Non-layer-III'")
+            .out,
+        "");
   }
-}
-
-TEST_F(Cli, StateTellsTheStream) {
-  sample("vbr.mp3");
   const Json state = Json::parse(cli("vbr.mp3 --json").out);
   EXPECT_EQ(state["stream"]["vbr"], 6);
-  EXPECT_EQ(state["stream"]["xing_frames"], 1734);
   EXPECT_EQ(state["stream"]["toc"].size(), 100U);
-  EXPECT_EQ(state["stream"]["current_frame"]["sample_rate"], 44100);
-  EXPECT_EQ(state["files"][0]["file_name"],
-            std::filesystem::canonical(folder.path("vbr.mp3")).string());
   EXPECT_EQ(state["sel_beg"], nullptr);
-  EXPECT_EQ(state["parts"][0]["part_iscue"], 1);
-  EXPECT_EQ(state["undo"], Json::array());
-  EXPECT_EQ(state["document_modified"], false);
 }
 
 TEST_F(Cli, EditLinesActInOrder) {
@@ -123,8 +106,19 @@ TEST_F(Cli, EditLinesActInOrder) {
 }
 
 TEST_F(Cli, RefusalsAreToldAndExitWithOne) {
-  folder.file("a.mp3", Mp3Builder{}.frames(100).bytes());
+  folder.file("a.mp3", Mp3Builder{}.frames(50).zeros(20).frames(50).bytes());
   folder.file("exists.mp3", "old");
+  folder.file("empty.mp3", "");
+  folder.file("text.mp3", std::string(5000, 'x'));
+  ::mkfifo(folder.path("pipe.mp3").c_str(), 0666);
+  const auto names = folder.names();
+  const auto expect_refused = [&](const std::string& words, const std::string& told = "") {
+    const Result result = cli(words);
+    EXPECT_EQ(result.status, 1) << words;
+    EXPECT_EQ(result.out, "") << words;
+    EXPECT_NE(result.err, "") << words;
+    EXPECT_NE(result.err.find(told), std::string::npos) << result.err;
+  };
   for (const char* const line : {"nonsense",
                                  "1021",
                                  "999",
@@ -144,38 +138,25 @@ TEST_F(Cli, RefusalsAreToldAndExitWithOne) {
                                  "header_bits 1 2 0",
                                  "select 1 2 3",
                                  "open \\\"x",
-                                 "seek 99999999999"}) {
-    const Result result = cli("a.mp3 -e \"" + std::string(line) + "\"");
-    EXPECT_EQ(result.status, 1) << line;
-    EXPECT_NE(result.err, "") << line;
-  }
-  EXPECT_EQ(read_text(folder.path("exists.mp3")), "old");
-  EXPECT_EQ(folder.names(), (std::vector<std::string>{"a.mp3", "exists.mp3"}));
-  EXPECT_EQ(cli("a.mp3 /save -e nonsense").status, 1);  // nothing is saved after a refusal
-  EXPECT_EQ(folder.names().size(), 2U);
-  EXPECT_EQ(cli("a.mp3 -e 'save exists.mp3' --yes").status, 0);
-  EXPECT_EQ(cli("a.mp3 -e 'save a.mp3' --yes").status, 0);
-  for (const char* const work :
-       {"/normalize", "/autocrop", "/autocue", "/pausesplit out", "/rec"}) {
-    const Result result = cli("a.mp3 " + std::string(work));
-    EXPECT_EQ(result.status, 1) << work;
-    EXPECT_NE(result.err.find("not available yet"), std::string::npos) << work;
-  }
-  EXPECT_EQ(cli("a.mp3 --set nothing=1").status, 2);
-}
-
-TEST_F(Cli, WhatCannotBeOpenedIsTold) {
-  folder.file("empty.mp3", "");
-  folder.file("text.mp3", std::string(5000, 'x'));
-  std::filesystem::create_directory(folder.path("dir.mp3"));
-  ::mkfifo(folder.path("pipe.mp3").c_str(), 0666);
+                                 "seek 99999999999"})
+    expect_refused("a.mp3 -e \"" + std::string(line) + "\"");
+  expect_refused("a.mp3 /save -e nonsense");  // nothing is saved after a refusal
+  for (const char* const work : {"/normalize", "/autocrop", "/autocue", "/pausesplit out", "/rec",
+                                 "-e 'save_reencoded x.mp3'"})
+    expect_refused("a.mp3 " + std::string(work), "not available yet");
+  // A command that would ask for a file takes no name that was meant for another.
+  expect_refused("a.mp3 -e 'save_selection x.mp3' -e save_complete",
+                 "Create audio file: There is nobody here to choose a file.\n");
   for (const char* const name :
-       {"empty.mp3", "text.mp3", "dir.mp3", "pipe.mp3", "absent.mp3", "noextension", "x.mp4"}) {
-    const Result result = cli(std::string(name) + " --info");
-    EXPECT_EQ(result.status, 1) << name;
-    EXPECT_NE(result.err, "") << name;
-    EXPECT_EQ(result.out, "") << name;
-  }
+       {"empty.mp3", "text.mp3", "pipe.mp3", ".", "absent.mp3", "noextension", "x.mp4"})
+    expect_refused(std::string(name) + " --info");
+  EXPECT_EQ(read_text(folder.path("exists.mp3")), "old");
+  EXPECT_EQ(folder.names(), names);
+  EXPECT_EQ(cli("a.mp3 --set nothing=1").status, 2);
+  const Result saved = cli("a.mp3 -e 'save exists.mp3' --yes");
+  EXPECT_EQ(saved.status, 0);
+  EXPECT_EQ(saved.err, "Frames: 100    Re-syncs: 1\n");  // bytes that were left out are told
+  EXPECT_EQ(cli("a.mp3 -e 'save a.mp3' --yes").status, 0);
 }
 
 TEST_F(Cli, FullDiskIsToldAndTheSourceStands) {
@@ -187,13 +168,6 @@ TEST_F(Cli, FullDiskIsToldAndTheSourceStands) {
   EXPECT_NE(result.err.find("Error: File too large"), std::string::npos) << result.err;
   EXPECT_EQ(read_file(folder.path("a.mp3")), bytes);
   EXPECT_EQ(shell(std::string(CORVELIN_CLI) + " a.mp3 --frames > /dev/full").status, 1);
-}
-
-TEST_F(Cli, BytesThatWereLeftOutAreTold) {
-  folder.file("a.mp3", Mp3Builder{}.frames(50).zeros(20).frames(50).bytes());
-  const Result result = cli("a.mp3 /save");
-  EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.err, "Frames: 100    Re-syncs: 1\n");
 }
 
 // A project, its audio and a cue sheet, by way of the program and read by another.
@@ -242,21 +216,6 @@ TEST_F(Cli, CommandsByNumberAndNameAndAClipboardBetweenProcesses) {
                                                       .shape(other)
                                                       .frames(50)
                                                       .bytes());
-}
-
-// A command that would ask for a file is refused, and takes no name that was meant for another.
-TEST_F(Cli, NobodyIsThereToChooseAFile) {
-  folder.file("a.mp3", Mp3Builder{}.frames(50).bytes());
-  const Result result = cli("a.mp3 -e 'save_selection x.mp3' -e save_complete -e 1022");
-  EXPECT_EQ(result.status, 1);
-  EXPECT_NE(result.err.find("Create audio file: There is nobody here to choose a file.\n"),
-            std::string::npos)
-      << result.err;
-  EXPECT_NE(result.err.find("save_complete was refused\n"), std::string::npos);
-  EXPECT_NE(result.err.find("1022 was refused\n"), std::string::npos);
-  EXPECT_NE(cli("a.mp3 -e 'save_reencoded x.mp3'").err.find("is not available yet"),
-            std::string::npos);
-  EXPECT_EQ(folder.names(), std::vector<std::string>{"a.mp3"});
 }
 
 // A translation beside the program. A row whose specifiers don't fit is printed as it stands.

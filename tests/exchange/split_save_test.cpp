@@ -6,30 +6,22 @@
 
 #include "exchange/settings.h"
 #include "model/cuts.h"
-#include "model/selection.h"
-#include "support/core_test.h"
+#include "support/edit_test.h"
 
 namespace corvelin::test {
 namespace {
 
-class SplitSaveTest : public CoreTest {
+class SplitSaveTest : public EditTest {
  protected:
-  SplitSaveTest() { settings.split_pattern = u"%N %T"; }
-
-  // 40 frames in noise, so that no two are alike.
-  static Bytes audio() { return Mp3Builder{}.shape({.noisy = true}).frames(40).bytes(); }
-  static Bytes frames_of_audio(std::size_t from, std::size_t to) {
-    const Bytes all = audio();
-    const auto at = [&](std::size_t frame) {
-      return all.begin() + static_cast<std::ptrdiff_t>(frame * length);
-    };
-    return {at(from), at(to)};
+  // 40 frames in noise, so that no two are alike, with cues at 10 and 20.
+  void SetUp() override {
+    settings.split_pattern = u"%N %T";
+    ASSERT_TRUE(open("a.mp3", audio_));
+    make("0-10* 10-20*:Two 20-40*:Zwölf/Três");
   }
 
-  static void cue_at(std::uint32_t frame, std::u16string_view title = u"") {
-    Part& part = document.parts[split_at(frame * length)];
-    part.part_iscue = 1;
-    part.part_title = title;
+  [[nodiscard]] Bytes frames_of_audio(std::uint32_t from, std::uint32_t to) const {
+    return {audio_.begin() + from * length, audio_.begin() + to * length};
   }
 
   // Runs a split to its end.
@@ -37,57 +29,45 @@ class SplitSaveTest : public CoreTest {
     SplitRun run(folder.path(""), first_number);
     while (run.step()) {
     }
-    status = run.status();
     report = run.report();
     log = run.log();
     return run.result();
   }
 
-  [[nodiscard]] std::vector<std::string> pieces() const {
-    std::vector<std::string> names;
+  /// The names in the folder but for the source, which they may not be.
+  [[nodiscard]] std::string pieces() const {
+    std::string names;
     for (const std::string& name : folder.names())
-      if (name != "a.mp3") names.push_back(name);
+      if (name != "a.mp3") names += name + "\r\n";
     return names;
   }
   [[nodiscard]] Bytes piece(const std::string& name) const { return read_file(folder.path(name)); }
 
-  std::string status;
+  const Bytes audio_ = frames(40, {.noisy = true});
   std::string report;
   std::string log;
 };
 
 TEST_F(SplitSaveTest, WritesARegionACue) {
-  ASSERT_TRUE(open("a.mp3", audio()));
-  cue_at(10, u"Two");
   split_at(15 * length);  // a plain cut parts nothing
-  cue_at(25, u"Zwölf/Três");
-  set_sel_begin(5 * length);
-  set_sel_end(6 * length);
+  select(5, 6);
   EXPECT_EQ(split(), SplitResult::finished);
-  EXPECT_EQ(pieces(), (std::vector<std::string>{"01 .mp3", "02 Two.mp3", "03 Zwölf_Três.mp3"}));
+  EXPECT_EQ(pieces(), "01 .mp3\r\n02 Two.mp3\r\n03 Zwölf_Três.mp3\r\n");
   EXPECT_EQ(piece("01 .mp3"), frames_of_audio(0, 10));
-  EXPECT_EQ(piece("02 Two.mp3"), frames_of_audio(10, 25));
-  EXPECT_EQ(piece("03 Zwölf_Três.mp3"), frames_of_audio(25, 40));
+  EXPECT_EQ(piece("02 Two.mp3"), frames_of_audio(10, 20));
+  EXPECT_EQ(piece("03 Zwölf_Três.mp3"), frames_of_audio(20, 40));
   EXPECT_EQ(log, folder.path("01 .mp3") + "\r\n" + folder.path("02 Two.mp3") + "\r\n" +
                      folder.path("03 Zwölf_Três.mp3") + "\r\n");
   EXPECT_EQ(open_state.save_name, folder.path("03 Zwölf_Três.mp3"));
-  EXPECT_EQ(selection.sel_beg, no_position);
-  EXPECT_FALSE(open_state.document_modified);
-  EXPECT_TRUE(settings.file_recent.size() == 1 && host.boxes.empty());
-}
-
-TEST_F(SplitSaveTest, AFileWithoutCuesIsOnePiece) {
-  ASSERT_TRUE(open("a.mp3", audio()));
-  document.parts[0].part_iscue = 0;
-  EXPECT_EQ(count_split_regions(), 1);
+  EXPECT_EQ(places(), "");
+  make("0-40");  // without cues it is one piece
   EXPECT_EQ(split(7), SplitResult::finished);
-  EXPECT_EQ(piece("07 .mp3"), audio());
+  EXPECT_EQ(piece("07 .mp3"), audio_);
 }
 
 TEST_F(SplitSaveTest, PiecesOverlapByTheirBeginnings) {
-  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.shape({.noisy = true}).frames(400).bytes()));
-  cue_at(20);
-  cue_at(200);
+  ASSERT_TRUE(open("b.mp3", frames(400)));
+  make("0-20* 20-200* 200-400*");
   settings.split_overlap = 128 + 2;
   EXPECT_EQ(split(), SplitResult::finished);
   EXPECT_EQ(piece("01 .mp3").size(), 20 * length);
@@ -100,89 +80,75 @@ TEST_F(SplitSaveTest, PiecesOverlapByTheirBeginnings) {
 }
 
 TEST_F(SplitSaveTest, NeverReplacesAnything) {
-  ASSERT_TRUE(open("a.mp3", audio()));
-  cue_at(10);
   const std::string victim = folder.file("victim", "old");
-  const auto expect_refused = [&](const char* what) {
-    EXPECT_EQ(split(), SplitResult::create_error) << what;
-    EXPECT_EQ(status, "Create error!");
-    EXPECT_EQ(report, "Create error!\r\n" + folder.path("02 .mp3") + "\r\nFile exists\r\n");
+  const std::string second = folder.path("02 Two.mp3");
+  const std::function<void()> obstacles[] = {
+      [&] { folder.file("02 Two.mp3", "old"); },
+      [&] { std::filesystem::create_symlink(victim, second); },
+      [&] { std::filesystem::create_symlink("nowhere", second); },
+      [&] { ::mkfifo(second.c_str(), 0666); }, [&] { std::filesystem::create_directory(second); }};
+  for (const auto& put : obstacles) {
+    put();
+    EXPECT_EQ(split(), SplitResult::create_error);
+    EXPECT_EQ(report, "Create error!\r\n" + second + "\r\nFile exists\r\n");
     EXPECT_EQ(piece("01 .mp3"), frames_of_audio(0, 10));  // the complete one stays
     std::filesystem::remove(folder.path("01 .mp3"));
-    std::filesystem::remove(folder.path("02 .mp3"));
-  };
-  folder.file("02 .mp3", "old");
-  expect_refused("a file");
-  std::filesystem::create_symlink(victim, folder.path("02 .mp3"));
-  expect_refused("a link");
-  std::filesystem::create_symlink("nowhere", folder.path("02 .mp3"));
-  expect_refused("a link that leads nowhere");
-  ::mkfifo(folder.path("02 .mp3").c_str(), 0666);
-  expect_refused("a pipe");
-  std::filesystem::create_directory(folder.path("02 .mp3"));
-  expect_refused("a folder");
+    std::filesystem::remove(second);
+  }
   EXPECT_EQ(read_text(victim), "old");
-  EXPECT_EQ(folder.names(), (std::vector<std::string>{"a.mp3", "victim"}));
-
+  EXPECT_EQ(pieces(), "victim\r\n");
   settings.split_pattern = u"%F";  // the name of the source itself
   EXPECT_EQ(split(), SplitResult::create_error);
-  EXPECT_EQ(piece("a.mp3"), audio());
+  EXPECT_EQ(piece("a.mp3"), audio_);
 }
 
-TEST_F(SplitSaveTest, NamesTheFolderThatIsNotThere) {
-  ASSERT_TRUE(open("a.mp3", audio()));
+TEST_F(SplitSaveTest, UnattendedItTakesTheFolderGivenOrItsOwn) {
   EXPECT_EQ(split_unattended(folder.path("absent")), SaveOutcome::failed);
   EXPECT_EQ(open_state.split_dest_folder, folder.path("absent/"));
-  EXPECT_EQ(pieces(), std::vector<std::string>{});
+  EXPECT_EQ(pieces(), "");
   open_state.document_modified = true;
   EXPECT_EQ(split_unattended(""), SaveOutcome::saved);
-  EXPECT_EQ(pieces(), std::vector<std::string>{"01 .mp3"});
+  EXPECT_EQ(pieces(), "01 .mp3\r\n02 Two.mp3\r\n03 Zwölf_Três.mp3\r\n");
   EXPECT_TRUE(open_state.document_modified);
 }
 
 TEST_F(SplitSaveTest, EachPieceHasItsTagsAndItsSourcesDate) {
-  const std::string old_title = "old";
-  ASSERT_TRUE(open("a.mp3", Mp3Builder{}
-                                .id3v2(Mp3Builder::id3v2_frame("TLEN", "123"))
-                                .raw(audio())
-                                .id3v1(old_title)
-                                .bytes()));
-  cue_at(10, u"Two");
-  cue_at(20, u"Three");
+  const auto tag = [](std::string_view id, const std::string& content) {
+    return Mp3Builder{}.id3v2(Mp3Builder::id3v2_frame(id, content)).bytes();
+  };
+  const Bytes duration = tag("TLEN", "123");
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.raw(duration).raw(audio_).id3v1("old").bytes()));
+  for (const std::uint32_t cue : {10, 20}) document.parts[split_at(cue * length)].part_iscue = 1;
+  document.parts[1].part_title = u"Two";
   document.parts[1].part_artist = u"Singer";
-  settings.split_id3v11 = 1;
-  settings.split_id3v2 = 1;
+  document.parts[2].part_title = u"Three";
+  settings.split_id3v11 = settings.split_id3v2 = 1;
   settings.keep_id3v2 = 0;  // rules over whole saves alone
   const std::timespec times[2] = {{1000000000, 0}, {1100000000, 0}};
   ::utimensat(AT_FDCWD, folder.path("a.mp3").c_str(), times, 0);
   settings.keep_date = 2;
   EXPECT_EQ(split(9), SplitResult::finished);
-  const Bytes neutral =
-      Mp3Builder{}.id3v2(Mp3Builder::id3v2_frame("TXXX", std::string(3, '\0'))).bytes();
-  const auto expect_piece = [&](const std::string& name, std::size_t from, std::size_t to,
-                                const std::string& title, const std::string& artist, char track) {
-    std::string tag = "TAG" + title;
-    tag.resize(33);
-    tag += artist;
-    tag.resize(126);
-    EXPECT_EQ(
-        piece(name),
-        Mp3Builder{}.raw(neutral).raw(frames_of_audio(from, to)).raw(tag + track + '\xFF').bytes())
-        << name;
-  };
-  expect_piece("09 .mp3", 0, 10, "", "", 9);
   EXPECT_EQ(file_facts(folder.path("09 .mp3")).write_time.tv_sec, 1100000000);
-  expect_piece("10 Two.mp3", 10, 20, "Two", "Singer", 10);
-  expect_piece("11 Three.mp3", 20, 40, "Three", "Singer", 11);  // kept from the piece before
-}
-
-TEST_F(SplitSaveTest, TagsFollowTheSettingAfterwards) {
-  ASSERT_TRUE(open("a.mp3", audio()));
-  settings.split_id3v11 = 1;
+  struct {
+    std::string name;
+    std::uint32_t from, to;
+    std::string title, artist;
+    char track;
+  } const rows[] = {{"09 .mp3", 0, 10, "", "", 9},
+                    {"10 Two.mp3", 10, 20, "Two", "Singer", 10},
+                    {"11 Three.mp3", 20, 40, "Three", "Singer", 11}};  // kept from the one before
+  for (const auto& row : rows) {
+    std::string id3v1 = "TAG" + row.title;
+    id3v1.resize(33);
+    id3v1 += row.artist;
+    id3v1.resize(126);
+    Mp3Builder expected = Mp3Builder{}.raw(tag("TXXX", std::string(3, '\0')));
+    expected.raw(frames_of_audio(row.from, row.to)).raw(id3v1 + row.track + '\xFF');
+    EXPECT_EQ(piece(row.name), expected.bytes()) << row.name;
+  }
   settings.save_id3v1 = 0;
-  EXPECT_EQ(split(), SplitResult::finished);
-  EXPECT_EQ(piece("01 .mp3").size(), 40 * length + 128);
-  EXPECT_FALSE(open_state.keep_id3v1);
+  EXPECT_EQ(split(19), SplitResult::finished);
+  EXPECT_FALSE(open_state.keep_id3v1);  // follows the setting afterwards
 }
 
 TEST_F(SplitSaveTest, EachPieceHasAHeaderOfItsOwn) {
@@ -201,31 +167,17 @@ TEST_F(SplitSaveTest, EachPieceHasAHeaderOfItsOwn) {
 }
 
 TEST_F(SplitSaveTest, TellsOfReSyncs) {
-  const Bytes damaged = Mp3Builder{}.frames(20).zeros(30).frames(20).bytes();
-  ASSERT_TRUE(open("a.mp3", damaged));
-  cue_at(10);
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(20).zeros(30).frames(20).bytes()));
+  document.parts[split_at(10 * length)].part_iscue = 1;
   EXPECT_EQ(split(), SplitResult::finished);
-  ASSERT_EQ(host.boxes.size(), 1U);
-  EXPECT_EQ(host.boxes[0].caption, "Warning");
-  EXPECT_EQ(host.boxes[0].text, "While saving 2 file(s) 1 re-sync(s) occured.");
-  EXPECT_EQ(piece("02 .mp3"), Mp3Builder{}.frames(30).bytes());
+  EXPECT_EQ(take_box(), "Warning: While saving 2 file(s) 1 re-sync(s) occured.");
+  EXPECT_EQ(piece("02 .mp3"), frames(30));
   batch_active = true;
   EXPECT_EQ(split(3), SplitResult::finished);
-  EXPECT_EQ(host.boxes.size(), 1U);
+  EXPECT_EQ(take_box(), "");
 }
 
-TEST_F(SplitSaveTest, StopsAtASourceThatHasBecomeShorter) {
-  ASSERT_TRUE(open("a.mp3", audio()));
-  cue_at(10);
-  std::filesystem::resize_file(folder.path("a.mp3"), 30 * length);
-  EXPECT_EQ(split(), SplitResult::write_error);
-  EXPECT_NE(report.find("has become shorter"), std::string::npos);
-}
-
-TEST_F(SplitSaveTest, CancelComesBetweenTwoRegions) {
-  ASSERT_TRUE(open("a.mp3", audio()));
-  cue_at(10);
-  cue_at(20);
+TEST_F(SplitSaveTest, StopsAtASourceThatHasBecomeShorterAndBetweenTwoRegions) {
   SplitRun run(folder.path(""), 1);
   EXPECT_TRUE(run.step());
   EXPECT_EQ(run.percent_done(), 33);
@@ -233,7 +185,10 @@ TEST_F(SplitSaveTest, CancelComesBetweenTwoRegions) {
   run.cancel();
   EXPECT_FALSE(run.step());
   EXPECT_EQ(run.report(), "");
-  EXPECT_EQ(pieces(), std::vector<std::string>{"01 .mp3"});
+  EXPECT_EQ(pieces(), "01 .mp3\r\n");
+  std::filesystem::resize_file(folder.path("a.mp3"), 30 * length);
+  EXPECT_EQ(split(11), SplitResult::write_error);
+  EXPECT_NE(report.find("has become shorter"), std::string::npos);
 }
 
 }  // namespace

@@ -1,49 +1,34 @@
 // The records behind the dialogs: names, file info, split save.
-#include "edit/undo.h"
 #include "exchange/settings.h"
-#include "model/cuts.h"
 #include "model/frame_reader.h"
 #include "shell/file_info_dialog.h"
 #include "shell/names_dialog.h"
 #include "shell/split_dialog.h"
-#include "stream/frame_header.h"
-#include "support/core_test.h"
+#include "support/edit_test.h"
 
 namespace corvelin::test {
 namespace {
 
-class DialogsTest : public CoreTest {
- protected:
-  bool open_audio() { return open("a.mp3", Mp3Builder{}.frames(40).bytes()); }
-};
+using DialogsTest = EditTest;
 
 TEST_F(DialogsTest, NamesAreWrittenInOneUndoStep) {
-  ASSERT_TRUE(open_audio());
-  document.current_part = split_at(20 * 417);
-  document.parts[1].part_title = u"old";
+  make("0-10 10-20:old #1");
   document.sheet_artist = u"Various";
   NamesDialog dialog;
   dialog.begin();
   EXPECT_EQ(dialog.group_title(), "Part #2");
   EXPECT_EQ(dialog.part_title, u"old");
-  EXPECT_FALSE(dialog.part_iscue);
-  EXPECT_TRUE(undo_stack.empty());
-
   dialog.part_title.clear();
   dialog.part_artist = std::u16string(500, u'x');
   dialog.part_iscue = true;
   dialog.sheet_title = u"Album";
   document.current_part = 0;  // the dialog stays with its part
   dialog.accept();
-  EXPECT_TRUE(document.parts[1].part_title.empty());
+  EXPECT_EQ(state(), "0-10 10-20* !^");
   EXPECT_EQ(document.parts[1].part_artist.size(), 400U);
-  EXPECT_EQ(document.parts[1].part_iscue, 1U);
-  EXPECT_EQ(document.sheet_title, u"Album");
-  EXPECT_EQ(document.sheet_artist, u"Various");
-  EXPECT_TRUE(open_state.document_modified);
-  ASSERT_EQ(undo_stack.size(), 1U);
-  EXPECT_TRUE(undo_stack[0].undo_label.starts_with("Names and part"));
-  EXPECT_TRUE(undo_stack[0].undo_snapshot);
+  EXPECT_EQ(document.sheet_artist + document.sheet_title, u"VariousAlbum");
+  ASSERT_TRUE(undo_pop());
+  EXPECT_EQ(parts(), "0-10 10-20:old");
 }
 
 TEST_F(DialogsTest, FileInfoShowsTheStream) {
@@ -63,20 +48,13 @@ TEST_F(DialogsTest, FileInfoShowsTheStream) {
             "Average frame size:  417 bytes\nVBR/Info header: Info (3 000 frames)\n"
             "Encoder ID: LAME3.100\nID3v2 header: Yes (20 bytes)\nCurrent file: 1 / 1\n"
             "APE Tag (not keeping): 1 064 bytes\n");
-  ASSERT_TRUE(open_audio());
-  const std::vector<InfoLine> lines = file_info_lines(0);
-  ASSERT_EQ(lines.size(), 11U);
-  EXPECT_EQ(lines[7].value + lines[8].value + lines[9].value, "NoNo");
   close_all();
   EXPECT_TRUE(file_info_lines(0).empty());
 }
 
 TEST_F(DialogsTest, FileInfoWritesTagBitsAndOptions) {
-  ASSERT_TRUE(open_audio());
   FileInfoDialog dialog;
   dialog.begin();
-  EXPECT_FALSE(dialog.can_edit_bits());
-  EXPECT_TRUE(dialog.write_xing && dialog.keep_info && dialog.keep_lame && dialog.keep_id3v2);
   dialog.rewrite_copyright = true;
   dialog.keep_info = false;
   dialog.tag = {.create_tag = true, .title = u"T"};
@@ -84,8 +62,7 @@ TEST_F(DialogsTest, FileInfoWritesTagBitsAndOptions) {
   EXPECT_EQ(header_rewrite.rewrite_copyright, 0U);  // the box of the bits was off
   EXPECT_EQ(settings.keep_info, 0U);
   EXPECT_EQ(settings.keep_id3v2, 1U);
-  EXPECT_TRUE(open_state.keep_id3v1);
-  EXPECT_TRUE(open_state.document_modified);
+  EXPECT_TRUE(open_state.keep_id3v1 && open_state.document_modified);
   dialog.rewrite_header = true;
   dialog.accept();
   EXPECT_TRUE(header_rewrite.rewrite_header);
@@ -93,18 +70,16 @@ TEST_F(DialogsTest, FileInfoWritesTagBitsAndOptions) {
 }
 
 TEST_F(DialogsTest, SplitKeepsItsFields) {
-  ASSERT_TRUE(open_audio());
-  document.parts[split_at(20 * 417)].part_iscue = 1;
+  make("0-10* 10-20*");
   settings.split_pattern = u"%N";
   settings.working_dir = "/elsewhere/";
+  settings.workdir_onsave = 1;
   SplitDialog dialog;
   dialog.begin();
-  EXPECT_EQ(dialog.folder, folder.path(""));
-  EXPECT_EQ(dialog.cues_text, "Cues: 2");
-  settings.workdir_onsave = 1;
-  dialog.begin();
   EXPECT_EQ(dialog.folder, "/elsewhere/");
-
+  settings.workdir_onsave = 0;
+  dialog.begin();
+  EXPECT_EQ(dialog.folder + dialog.cues_text, folder.path("") + "Cues: 2");
   dialog.folder = "nowhere";
   dialog.overlaps = true;
   dialog.overlap_seconds = 130;
@@ -118,12 +93,9 @@ TEST_F(DialogsTest, SplitKeepsItsFields) {
   EXPECT_FALSE(dialog.run->step());
   EXPECT_EQ(dialog.run->status(), "Create error!");
   EXPECT_EQ(folder.names(), (std::vector<std::string>{"05.mp3", "a.mp3"}));
-
   dialog.begin();
-  EXPECT_EQ(dialog.folder, folder.path(""));
   dialog.restore_defaults();  // and the answer is the default
-  EXPECT_EQ(host.boxes.back().caption, "Defaults");
-  EXPECT_EQ(host.boxes.back().text, "Restore default values on this page?");
+  EXPECT_EQ(take_box(), "Defaults: Restore default values on this page?");
   EXPECT_EQ(dialog.pattern, u"%F Track %N");
   EXPECT_FALSE(dialog.overlaps);
 }

@@ -19,43 +19,29 @@ class TimeMapping : public ::testing::Test {
     stream.avg_bitrate = 128000;  // 16000 bytes per second
   }
   ~TimeMapping() override { reset_state(ResetLevel::start); }
-
-  // A stream of 25600 bytes whose first 99 % of time take 198/256 of the bytes.
-  static void use_seek_table() {
-    document.total_size = 25600;
-    document.files.resize(1);
-    settings.use_toc = 1;
-    stream.vbr = vbr_header | vbr_toc_usable;
-    for (std::size_t i = 0; i < stream.toc.size(); ++i)
-      stream.toc[i] = static_cast<std::uint8_t>(2 * i);
-  }
 };
 
 TEST_F(TimeMapping, SeekTableBendsTheScale) {
-  use_seek_table();
+  // A stream of 25600 bytes whose first 99 % of time take 198/256 of the bytes.
+  document.total_size = 25600;
+  document.files.resize(1);
+  settings.use_toc = 1;
+  stream.vbr = vbr_header | vbr_toc_usable;
+  for (std::size_t i = 0; i < stream.toc.size(); ++i)
+    stream.toc[i] = static_cast<std::uint8_t>(2 * i);
   const std::pair<EditPosition, std::uint32_t> places[] = {
-      {0, 0},         // the start
-      {100, 128},     // half way to 1 %
-      {300, 384},     // half way from 1 % to 2 %
-      {200, 256},     // on an entry
-      {22000, 25441}  // behind the last entry: (100 - 36 / 58) %
-  };
+      {0, 0},         {100, 128},
+      {300, 384},     {200, 256},      // between entries and on one
+      {22000, 25441},                  // behind the last entry: (100 - 36 / 58) %
+      {25600, 25600}, {25650, 25602},  // still within 1/256 behind the end
+      {25800, 25800}, {no_position, no_position}};
   for (const auto& [pos, scaled] : places) EXPECT_EQ(to_time_scale(pos), scaled) << pos;
-  EXPECT_EQ(to_time_scale(25600), 25600U);
-  EXPECT_EQ(to_time_scale(25650), 25602U);  // still within 1/256 behind the end
-  EXPECT_EQ(to_time_scale(25800), 25800U);
-  EXPECT_EQ(to_time_scale(no_position), no_position);
-
-  EXPECT_EQ(from_time_scale(0), 0U);
-  EXPECT_EQ(from_time_scale(128), 100U);
-  EXPECT_EQ(from_time_scale(384), 300U);
-  EXPECT_EQ(from_time_scale(25441), 21997U);  // 198 + 0.37890625 * 58 of 256
-  EXPECT_EQ(from_time_scale(25600), 25600U);
-  EXPECT_EQ(from_time_scale(0xFFFFFFFF), highest_position);
-}
-
-TEST_F(TimeMapping, CorrectionNeedsTheSettingATableAndOneFile) {
-  use_seek_table();
+  const std::pair<std::uint32_t, EditPosition> scale[] = {
+      {0, 0},         {128, 100},
+      {384, 300},     {25441, 21997},  // 198 + 0.37890625 * 58 of 256
+      {25600, 25600}, {0xFFFFFFFF, highest_position}};
+  for (const auto& [scaled, pos] : scale) EXPECT_EQ(from_time_scale(scaled), pos) << scaled;
+  // It needs the setting, a table and a single file.
   settings.use_toc = 0;
   EXPECT_EQ(to_time_scale(100), 100U);
   settings.use_toc = 1;
@@ -64,12 +50,8 @@ TEST_F(TimeMapping, CorrectionNeedsTheSettingATableAndOneFile) {
   stream.vbr = vbr_header | vbr_toc_usable;
   document.files.resize(2);
   EXPECT_EQ(to_time_scale(100), 100U);
-  document = {};
-  EXPECT_EQ(to_time_scale(100), 100U);
-}
-
-TEST_F(TimeMapping, AnyTableKeepsTheEndsInPlace) {
-  use_seek_table();
+  // Any table keeps the ends in place.
+  document.files.resize(1);
   stream.toc.fill(0);
   EXPECT_EQ(to_time_scale(0), 0U);
   EXPECT_EQ(to_time_scale(25600), 25600U);
@@ -77,31 +59,32 @@ TEST_F(TimeMapping, AnyTableKeepsTheEndsInPlace) {
   stream.toc[0] = 0;
   EXPECT_EQ(to_time_scale(25600), 25600U);
   EXPECT_EQ(from_time_scale(512), 25500U);  // two equal entries at 255
+  document = {};
+  EXPECT_EQ(to_time_scale(100), 100U);
 }
 
 TEST_F(TimeMapping, FormatsTimes) {
-  constexpr double rate = 128000;
-  EXPECT_EQ(format_time(0, rate), "0'00.00");
-  EXPECT_EQ(format_time(80000, rate), "0'05.00");
-  EXPECT_EQ(format_time(1048000, rate), "1'05.50");
-  EXPECT_EQ(format_time(57599990, rate), "59'60.00");  // 3599999 ms; nothing is carried
-  EXPECT_EQ(format_time(57600000, rate), "1:00'00.00");
-  EXPECT_EQ(format_time(59608000, rate), "1:02'05.50");
-  EXPECT_EQ(format_time(80000, rate, SecondsForm::recorder), "0'05.0");
+  const double infinite = std::numeric_limits<double>::infinity();
+  struct {
+    EditPosition bytes;
+    double rate;
+    const char* text;
+  } const rows[] = {{1048000, 128000, "1'05.50"},
+                    {57599990, 128000, "59'60.00"},  // 3599999 ms; nothing is carried
+                    {57600000, 128000, "1:00'00.00"},
+                    {59608000, 128000, "1:02'05.50"},
+                    {1000, 0, "0'00.00"},
+                    {1000, -1, "0'00.00"},
+                    {1000, infinite, "0'00.00"},
+                    {1000, std::numeric_limits<double>::quiet_NaN(), "0'00.00"},
+                    {1000, 1e-30, "1193:02'47.30"}};  // 2^32 - 1 ms
+  for (const auto& row : rows) EXPECT_EQ(format_time(row.bytes, row.rate), row.text);
   settings.show_milisec = 1;
-  EXPECT_EQ(format_time(80018, rate), "0'05.001");
-  EXPECT_EQ(format_time(59608000, rate), "1:02'05.500");
-  EXPECT_EQ(format_time(80000, rate, SecondsForm::recorder), "0'05.0");
+  EXPECT_EQ(format_time(80018, 128000), "0'05.001");
+  EXPECT_EQ(format_time(80000, 128000, SecondsForm::recorder), "0'05.0");
 }
 
-TEST_F(TimeMapping, AbsurdRatesGiveDefinedTimes) {
-  const double infinite = std::numeric_limits<double>::infinity();
-  EXPECT_EQ(format_time(1000, 0), "0'00.00");
-  EXPECT_EQ(format_time(1000, -1), "0'00.00");
-  EXPECT_EQ(format_time(1000, infinite), "0'00.00");
-  EXPECT_EQ(format_time(1000, std::numeric_limits<double>::quiet_NaN()), "0'00.00");
-  EXPECT_EQ(format_time(1000, 1e-30), "1193:02'47.30");  // 2^32 - 1 ms
-
+TEST_F(TimeMapping, AbsurdTimesGiveDefinedPlaces) {
   EXPECT_EQ(time_to_position(1.5), 24000U);
   EXPECT_EQ(time_to_position(-1), 0U);
   EXPECT_EQ(time_to_position(1e12), highest_position);
@@ -112,14 +95,12 @@ TEST_F(TimeMapping, AbsurdRatesGiveDefinedTimes) {
   EXPECT_EQ(time_to_position(1e300), 0U);
 }
 
-struct Typed {
-  std::string_view text;
-  std::uint32_t bytes;
-  std::string_view rest;
-};
-
 TEST_F(TimeMapping, ReadsTypedTimes) {
-  const Typed times[] = {
+  struct {
+    std::string_view text;
+    std::uint32_t bytes;
+    std::string_view rest;
+  } const times[] = {
       {"1'05.50 (3%)", 1048000, "(3%)"},
       {" 1:02'05.50 x", 59608000, "x"},
       {"2: x", 115200000, "x"},
@@ -129,18 +110,14 @@ TEST_F(TimeMapping, ReadsTypedTimes) {
       {"", 0, ""},
       {"0'05.00 - 1:02'05.50 ", 80000, "- 1:02'05.50 "},  // the hours of the second stay there
   };
-  for (const Typed& typed : times) {
+  for (const auto& typed : times) {
     std::string_view text = typed.text;
     EXPECT_EQ(parse_time(text, ' '), typed.bytes) << typed.text;
     EXPECT_EQ(text, typed.rest) << typed.text;
   }
-}
-
-TEST_F(TimeMapping, TakesOnlyWholeTimes) {
-  EXPECT_EQ(whole_time("65.5s"), 65.5);
-  EXPECT_EQ(whole_time("1'05.50"), 65.5);
-  EXPECT_EQ(whole_time("1:02'05.50"), 3725.5);
-  EXPECT_EQ(whole_time("125'0"), 7500);
+  const std::pair<const char*, double> whole[] = {
+      {"65.5s", 65.5}, {"1'05.50", 65.5}, {"1:02'05.50", 3725.5}, {"125'0", 7500}};
+  for (const auto& [text, seconds] : whole) EXPECT_EQ(whole_time(text), seconds);
   for (const char* text : {"", "s", "65.5", "-5s", "1'", "'5", ":1'5", "1:2", "1:2:3'4", "1'5s",
                            "1.5'2", "1' 5", "1'5.", "1e3s", "1'5'6"})
     EXPECT_EQ(whole_time(text), std::nullopt) << text;
