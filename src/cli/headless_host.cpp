@@ -9,6 +9,7 @@
 
 #include "platform/file.h"
 #include "platform/text.h"
+#include "shell/split_dialog.h"
 
 namespace corvelin {
 
@@ -76,6 +77,26 @@ std::optional<std::string> HeadlessHost::ask_for_new_file(const FileDialog& dial
 
 std::optional<std::string> HeadlessHost::ask_for_existing_file(const FileDialog& dialog) {
   return take_next_path(dialog);
+}
+
+// Texts to fill in are a matter for the lines that name them.
+bool HeadlessHost::edit(NamesDialog&) {
+  fmt::print(stderr, "There is nobody here to fill in a dialog; see the line \"names\".\n");
+  return false;
+}
+
+bool HeadlessHost::edit(FileInfoDialog&) {
+  fmt::print(stderr,
+             "There is nobody here to fill in a dialog; see the lines \"tag\" and "
+             "\"header_bits\".\n");
+  return false;
+}
+
+// A split needs no answer: it runs with the settings as they stand.
+bool HeadlessHost::run(SplitDialog& dialog) {
+  if (!dialog.accept()) return false;
+  drive(*dialog.run);
+  return dialog.run->result() == SplitResult::finished;
 }
 
 void HeadlessHost::drive(LongRun& run) {

@@ -20,6 +20,9 @@ class HeadlessHost : public Host {
   void beep() override {}  // whoever runs the command is told in words
   std::optional<std::string> ask_for_new_file(const FileDialog& dialog) override;
   std::optional<std::string> ask_for_existing_file(const FileDialog& dialog) override;
+  bool edit(NamesDialog& dialog) override;
+  bool edit(FileInfoDialog& dialog) override;
+  bool run(SplitDialog& dialog) override;
   void drive(LongRun& run) override;
   void request_close() override { wants_close_ = true; }
 

@@ -98,6 +98,10 @@ bool save_selected() { return save_selection() == SaveOutcome::saved; }
 bool save_project_or_sheet() { return save_project(false, false); }
 bool save_project_as() { return save_project(true, false); }
 
+bool split_dialog() { return dialog_commands.split(); }
+bool file_info_dialog() { return dialog_commands.file_info(); }
+bool names_dialog() { return dialog_commands.names(); }
+
 bool open_by_dialog() { return confirm_discard_changes() && open_file_dialog(); }
 
 bool close() {
@@ -241,6 +245,7 @@ DispatchResult run(const Command& command) {
 
 }  // namespace
 
+DialogCommands dialog_commands;
 AudioActivity audio_activity;
 
 std::span<const Command> command_table() { return table; }

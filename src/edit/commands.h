@@ -57,6 +57,16 @@ DispatchResult dispatch_command(CommandId id);
 /// The id of a command by the name of its operation.
 std::optional<CommandId> find_command(std::string_view name);
 
+/// The commands that run a dialog. The dialogs lie above this level, which fills these in; without
+/// that nobody is there to run one.
+struct DialogCommands {
+  bool (*split)() = [] { return false; };
+  bool (*file_info)() = [] { return false; };
+  bool (*names)() = [] { return false; };
+};
+
+extern DialogCommands dialog_commands;
+
 /// What the audio engine is doing, as far as commands must know. It keeps this up to date.
 struct AudioActivity {
   bool is_playing = false;

@@ -3,9 +3,37 @@
 
 #include <utility>
 
+#include "edit/commands.h"
 #include "platform/close_request.h"
+#include "shell/file_info_dialog.h"
+#include "shell/names_dialog.h"
+#include "shell/split_dialog.h"
 
 namespace corvelin {
+
+namespace {
+
+Host* current_host = nullptr;
+
+// Hands a dialog that begins to the host, and takes over what the user made of it.
+template <typename Dialog>
+bool run_dialog() {
+  if (current_host == nullptr) return false;
+  Dialog dialog;
+  dialog.begin();
+  if (!current_host->edit(dialog)) return false;
+  dialog.accept();
+  return true;
+}
+
+bool run_split_dialog() {
+  if (current_host == nullptr) return false;
+  SplitDialog dialog;
+  dialog.begin();
+  return current_host->run(dialog);
+}
+
+}  // namespace
 
 std::vector<std::string> Host::ask_for_existing_files(const FileDialog& dialog) {
   std::optional<std::string> name = ask_for_existing_file(dialog);
@@ -13,6 +41,10 @@ std::vector<std::string> Host::ask_for_existing_files(const FileDialog& dialog) 
 }
 
 void install_host(Host* host) {
+  current_host = host;
+  dialog_commands = {.split = run_split_dialog,
+                     .file_info = run_dialog<FileInfoDialog>,
+                     .names = run_dialog<NamesDialog>};
   message_box_handler = nullptr;
   note_handler = nullptr;
   beep_handler = nullptr;

@@ -12,6 +12,10 @@
 
 namespace corvelin {
 
+struct FileInfoDialog;
+struct NamesDialog;
+struct SplitDialog;
+
 class Host {
  public:
   virtual ~Host() = default;
@@ -33,6 +37,14 @@ class Host {
   /// The names of one or more files that exist, or none when the user cancels. A host that can't
   /// ask for several asks for one.
   virtual std::vector<std::string> ask_for_existing_files(const FileDialog& dialog);
+
+  /// Show a dialog's record, which has begun, for the user to edit. Whether it was closed by OK.
+  virtual bool edit(NamesDialog& dialog) = 0;
+  virtual bool edit(FileInfoDialog& dialog) = 0;
+
+  /// Shows the dialog of a split, which has begun, and runs the split from there. Whether all files
+  /// were written.
+  virtual bool run(SplitDialog& dialog) = 0;
 
   /// Steps a run to its end and shows how far it is.
   virtual void drive(LongRun& run) = 0;

@@ -1,4 +1,5 @@
 // The records behind the dialogs: names, file info, split save.
+#include "edit/commands.h"
 #include "exchange/settings.h"
 #include "model/frame_reader.h"
 #include "shell/file_info_dialog.h"
@@ -98,6 +99,19 @@ TEST_F(DialogsTest, SplitKeepsItsFields) {
   EXPECT_EQ(take_box(), "Defaults: Restore default values on this page?");
   EXPECT_EQ(dialog.pattern, u"%F Track %N");
   EXPECT_FALSE(dialog.overlaps);
+}
+
+TEST_F(DialogsTest, CommandsRunThemThroughTheHost) {
+  EXPECT_EQ(dispatch_command(1028), DispatchResult::refused);  // cancelled
+  EXPECT_TRUE(undo_stack.empty());
+  host.edit_names = [](NamesDialog& dialog) { return dialog.part_title = u"New", true; };
+  EXPECT_EQ(dispatch_command(1028), DispatchResult::done);
+  EXPECT_EQ(document.parts[0].part_title, u"New");
+  host.edit_info = [](FileInfoDialog& dialog) { return dialog.rewrite_header = true; };
+  EXPECT_EQ(dispatch_command(1027), DispatchResult::done);
+  EXPECT_TRUE(header_rewrite.rewrite_header);
+  host.run_split = [](SplitDialog& dialog) { return dialog.cues_text == "Cues: 1"; };
+  EXPECT_EQ(dispatch_command(1014), DispatchResult::done);
 }
 
 }  // namespace

@@ -22,6 +22,10 @@ class ScriptedHost : public Host {
   std::deque<std::string> new_files;       // to the next questions for a file; then cancel
   std::deque<std::string> existing_files;  // also all of them at once, where several may be chosen
 
+  // What the user does in a dialog, and whether it ends with OK; without one it is cancelled.
+  std::function<bool(NamesDialog&)> edit_names;
+  std::function<bool(FileInfoDialog&)> edit_info;
+  std::function<bool(SplitDialog&)> run_split;
   std::function<void()> while_answering;  // what happens while a box is on screen
 
   std::vector<MessageBox> boxes;  // shown so far
@@ -54,6 +58,9 @@ class ScriptedHost : public Host {
     existing_files.clear();
     return names;
   }
+  bool edit(NamesDialog& dialog) override { return edit_names && edit_names(dialog); }
+  bool edit(FileInfoDialog& dialog) override { return edit_info && edit_info(dialog); }
+  bool run(SplitDialog& dialog) override { return run_split && run_split(dialog); }
   void drive(LongRun& run) override {
     while (run.step()) {
     }
