@@ -1,5 +1,4 @@
-// Each editing command on small part tables, and what is odd about them on
-// other streams.
+// Each editing command on small part tables, and what is odd about them on other streams.
 #include "edit/commands.h"
 #include "edit/resync_check.h"
 #include "exchange/refusals.h"
@@ -188,8 +187,7 @@ TEST_F(EditCommands, EditGoesByTheFilesOfBothSides) {
   EXPECT_EQ(parts(), "0-20:a.mp3 0-20:b.mp3");
 }
 
-// Lengths 417, 1044, 417, 1044, ...: the stream behind a trimmed border has its
-// frames elsewhere.
+// Lengths 417, 1044, 417, 1044, ...: the stream behind a trimmed border has its frames elsewhere.
 TEST_F(EditCommands, PlacesStayOnFrameStartsBehindATrim) {
   Mp3Builder builder;
   for (int i = 0; i < 10; ++i) builder.frame({.bitrate = 128}).frame({.bitrate = 320});
@@ -216,14 +214,12 @@ TEST_F(EditCommands, NothingIsTakenFromAGapOfJunk) {
   EXPECT_EQ(document.total_size, 15 * length);
 }
 
-// The frames on the two sides of the border differ in their rate; whichever was
-// seen last, the one in front is found, and what was seen last stays so for the
-// command that goes by it.
+// The frames on the two sides of the border differ in their rate; whichever was seen last, the one
+// in front is found, and what was seen last stays so for the command that goes by it.
 TEST_F(EditCommands, StepsBackOverAChangeOfTheSampleRate) {
   ASSERT_TRUE(
       open("x.mp3", Mp3Builder{}.frames(40).shape({.sample_rate = 48000}).frames(40).bytes()));
-  // The probe ends at the second rate, and then the first frame passes
-  // unnoticed.
+  // The probe ends at the second rate, and then the first frame passes unnoticed.
   ASSERT_EQ(document.parts[0].part_filepos, length);
   split_at(39 * length);
   document.current_part = 1;
