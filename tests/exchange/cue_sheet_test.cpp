@@ -220,6 +220,21 @@ TEST_F(CueSheet, CountsTheFramesOfAVariableStream) {
   }
 }
 
+// Frames of MPEG 2 have half the samples: 382 of them are 9.9788 s at 22,050 Hz as they are at
+// 44,100.
+TEST_F(CueSheet, CountsTheFramesOfMpeg2) {
+  Mp3Builder audio;
+  for (int i = 0; i < 300; ++i)
+    for (const int bitrate : {32, 64})
+      audio.frame({.version = 2, .bitrate = bitrate, .sample_rate = 22050});
+  ASSERT_TRUE(open("v.mp3", audio.bytes()));
+  ASSERT_NE(stream.vbr, vbr_constant);
+  VbrWalk walk;
+  EXPECT_NEAR(vbr_walk_to_position(walk, 191 * (104 + 208)), 382 / 38.28125, 1e-9);
+  walk = {};
+  EXPECT_EQ(vbr_walk_to_time(walk, "00:09:74"), 191U * (104 + 208));
+}
+
 TEST_F(CueSheet, WalkGoesOnBehindTheFirstFile) {
   ASSERT_TRUE(open("v.mp3", variable_audio()));
   const std::uint32_t size = document.total_size;

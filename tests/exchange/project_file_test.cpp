@@ -101,6 +101,9 @@ TEST_F(ProjectFile, BringsOddTextsIntoOrder) {
        "part_beg=5\npart_title=" +
            std::string(350, 'x') + "\npart_size=417\npart_beg=100000\n",
        "2-4 1-2 0-1:" + std::string(300, 'x')},
+      // Of two that claim one place the later comes first.
+      {"part_filepos=417\npart_size=417\npart_beg=5\npart_filepos=834\npart_size=834\npart_beg=5\n",
+       "2-4 1-2"},
       // Places are taken within the stream only.
       {part + "position=99999\nsel_beg=5000\nsel_end=417\n", "0-10 @10"},
       {part + "position=-5\nsel_beg=0\n", "0-10 @10"}};

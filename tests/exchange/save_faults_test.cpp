@@ -26,6 +26,7 @@ struct FaultPlan {
   int failing_call = 0;  // from 1
   Fault fault = Fault::no_space;
   int calls = 0;
+  bool is_synced = false;  // what was written last is on disk
 
   bool is_due() {
     const bool due = ++calls == failing_call;
@@ -50,6 +51,7 @@ struct Faulty<member> {
     return plan.is_due() ? plan.fail() : (system_write_calls.*member)(arguments...);
   }
   static ssize_t write(int descriptor, const void* bytes, std::size_t count, auto... offset) {
+    plan.is_synced = false;
     if (!plan.is_due()) return (system_write_calls.*member)(descriptor, bytes, count, offset...);
     if (plan.fault != Fault::half_a_write || count < 2) return plan.fail();
     ++plan.failing_call;  // the next one finds no space
@@ -66,7 +68,11 @@ const WriteCalls faulty_calls = {
     // A reservation that fails is no failure: the writes would tell.
     .fallocate = [](int, int, off_t, off_t) { return 0; },
     .ftruncate = Faulty<&WriteCalls::ftruncate>::call,
-    .fsync = Faulty<&WriteCalls::fsync>::call,
+    .fsync =
+        [](int descriptor) {
+          plan.is_synced = true;
+          return Faulty<&WriteCalls::fsync>::call(descriptor);
+        },
     .futimens = Faulty<&WriteCalls::futimens>::call,
     .fchmod = Faulty<&WriteCalls::fchmod>::call,
     .close =
@@ -74,7 +80,11 @@ const WriteCalls faulty_calls = {
           const int result = system_write_calls.close(descriptor);
           return plan.is_due() ? plan.fail() : result;
         },
-    .rename = Faulty<&WriteCalls::rename>::call,
+    .rename =
+        [](const char* from, const char* to) {
+          EXPECT_TRUE(plan.is_synced) << to;
+          return Faulty<&WriteCalls::rename>::call(from, to);
+        },
     .unlink = system_write_calls.unlink,
     .mkdir = Faulty<&WriteCalls::mkdir>::call,
     .rmdir = system_write_calls.rmdir,

@@ -50,11 +50,14 @@ TEST_F(VbrHeaderTest, DescribesAVariableStream) {
   EXPECT_EQ(number_at(file, header + 36 + 116), 60U);
   EXPECT_EQ(text_at(file, 456, 9), "LAME3.100");
   EXPECT_EQ(number_at(file, header + 36 + 148), 417 + document.total_size);
-  // At half the time lie the header and 99 of the 100 frames before it: half of 208 and half of
-  // 1044 bytes.
-  const double place = (417 + 50 * 208 + 49 * 1044) / static_cast<double>(417 + audio.size()) * 256;
-  EXPECT_EQ(file[header + 36 + 16 + 50], static_cast<int>(place + 0.5));
-  EXPECT_EQ(file[header + 36 + 16], 0);
+  // Frame 2i lies at i per cent of the time, and the header's own frame is frame 0: in front of it
+  // are that, i frames of 208 bytes and i - 1 of 1044, out of 125,617 bytes in all.
+  const std::size_t table = header + 36 + 16;
+  EXPECT_EQ(file[table], 0);
+  EXPECT_EQ(file[table + 1], 1);     // 625 bytes: 1.27
+  EXPECT_EQ(file[table + 25], 63);   // 30,673 bytes: 62.51
+  EXPECT_EQ(file[table + 50], 126);  // 61,973 bytes: 126.30
+  EXPECT_EQ(file[table + 99], 251);  // 123,321 bytes: 251.32
   EXPECT_TRUE(result.is_complete);
 }
 

@@ -63,6 +63,8 @@ TEST_F(FrameGain, CurvesBetweenTheBorders) {
                     {-4, -4, 99 * length, -4},
                     {0, -40, 0, 0},
                     {0, -40, 99 * length, -40},
+                    {0, 10, 0, 0},
+                    {0, 10, 50 * length, 6},  // 10 + (cos(0.75 - 1.6) - 1) * 10 = 6.6
                     {0, 10, 99 * length, 9},
                     // A fall ends a little below its target.
                     {0, -40, 100 * length - 1, -41},
