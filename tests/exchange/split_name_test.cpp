@@ -76,6 +76,7 @@ TEST_F(SplitNameTest, NumbersHaveThreeDigitsFromOneHundredOn) {
   EXPECT_EQ(name("%N", 1, 1, 99), "01.mp3");
   EXPECT_EQ(name("%N %M", 99, 3, 99), "101 101.mp3");
   EXPECT_EQ(name("%N %M", 1, 0, 100), "00 99.mp3");
+  EXPECT_EQ(name("%N %M", 1, 1, 100), "001 100.mp3");
   EXPECT_EQ(name("%N", 1000, 65535, 1000), "66534.mp3");
 }
 
