@@ -153,7 +153,8 @@ TEST_F(SplitSaveTest, EachPieceHasItsTagsAndItsSourcesDate) {
 
 TEST_F(SplitSaveTest, EachPieceHasAHeaderOfItsOwn) {
   Mp3Builder variable;
-  for (int i = 0; i < 60; ++i) variable.frame({.bitrate = 64}).frame({.bitrate = 192});
+  for (int i = 0; i < 60; ++i)
+    variable.frame({.bitrate = 64}).frame({.bitrate = 192, .copyright = true});
   ASSERT_TRUE(open("a.mp3", variable.bytes()));
   document.parts[split_at(document.total_size / 2)].part_iscue = 1;
   EXPECT_EQ(split(), SplitResult::finished);
@@ -161,6 +162,7 @@ TEST_F(SplitSaveTest, EachPieceHasAHeaderOfItsOwn) {
     const Bytes bytes = piece(name);
     EXPECT_EQ(std::string(bytes.begin() + 36, bytes.begin() + 40), "Xing");
     EXPECT_EQ(bytes[47], 60);  // frames
+    EXPECT_EQ(bytes[3], 0);    // as the first frame, not the one before the piece
     EXPECT_EQ(bytes.size(), length + 60 / 2 * (208 + 626));
     EXPECT_EQ(bytes[50] * 256U + bytes[51], bytes.size() & 0xFFFF);
   }
@@ -168,10 +170,10 @@ TEST_F(SplitSaveTest, EachPieceHasAHeaderOfItsOwn) {
 
 TEST_F(SplitSaveTest, TellsOfReSyncs) {
   ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(20).zeros(30).frames(20).bytes()));
-  document.parts[split_at(10 * length)].part_iscue = 1;
+  document.parts[split_at(30 * length + 30)].part_iscue = 1;
   EXPECT_EQ(split(), SplitResult::finished);
   EXPECT_EQ(take_box(), "Warning: While saving 2 file(s) 1 re-sync(s) occured.");
-  EXPECT_EQ(piece("02 .mp3"), frames(30));
+  EXPECT_EQ(piece("01 .mp3"), frames(30));
   batch_active = true;
   EXPECT_EQ(split(3), SplitResult::finished);
   EXPECT_EQ(take_box(), "");
