@@ -77,8 +77,10 @@ TEST_F(ProjectFile, OddFileNamesSurvive) {
                                  "back\\slash.mp3", "a=b.mp3", "/double.mp3"}) {
     ASSERT_TRUE(open(name, frames(10)));
     open_state.project_name = folder.path("p.cvp");
+    document.parts[0].part_title = u"Tïtle";
     ASSERT_FALSE(write_project());
     ASSERT_TRUE(open(folder.path("p.cvp"))) << name;
+    EXPECT_EQ(document.parts[0].part_title, u"Tïtle");
     EXPECT_TRUE(std::filesystem::equivalent(document.files[0].file_name, folder.path(name)));
   }
 }
