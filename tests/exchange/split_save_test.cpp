@@ -118,7 +118,7 @@ TEST_F(SplitSaveTest, EachPieceHasItsTagsAndItsSourcesDate) {
   };
   const Bytes duration = tag("TLEN", "123");
   ASSERT_TRUE(open("a.mp3", Mp3Builder{}.raw(duration).raw(audio_).id3v1("old").bytes()));
-  for (const std::uint32_t cue : {10, 20}) document.parts[split_at(cue * length)].part_iscue = 1;
+  for (const std::uint32_t cue : {10U, 20U}) document.parts[split_at(cue * length)].part_iscue = 1;
   document.parts[1].part_title = u"Two";
   document.parts[1].part_artist = u"Singer";
   document.parts[2].part_title = u"Three";
