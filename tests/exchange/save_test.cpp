@@ -4,6 +4,8 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <cmath>
+
 #include "exchange/save_run.h"
 #include "exchange/settings.h"
 #include "model/selection.h"
@@ -287,6 +289,23 @@ TEST_F(SaveTest, TellsWhatATargetLacks) {
     EXPECT_TRUE(take_box().starts_with("Error: ")) << name;
   }
   EXPECT_EQ(folder.names(), (std::vector<std::string>{"a.mp3", "dir", "pipe"}));
+}
+
+// The table of a long stream is made from places that were noted on the way, once a megabyte; it is
+// that of a walk over all frames.
+TEST_F(SaveTest, SeekTableOfALongStreamIsThatOfItsFrames) {
+  Mp3Builder audio;
+  for (int i = 0; i < 2500; ++i) audio.frame({.bitrate = 64}).frame({.bitrate = 320});
+  ASSERT_TRUE(open("a.mp3", audio.bytes()));
+  ASSERT_EQ(stream.vbr, vbr_seen);
+  ASSERT_EQ(save_as("b.mp3"), SaveOutcome::saved);
+  const Bytes saved = read_file(folder.path("b.mp3"));
+  const double size = static_cast<double>(saved.size());
+  for (std::uint32_t i = 1; i < 100; ++i) {
+    // In front of frame 50 i lie the header, 25 i frames of 208 bytes and one less of 1044.
+    const double place = 417 + 25 * i * 208 + (25 * i - 1) * 1044;
+    EXPECT_EQ(saved[36 + 16 + i], std::lround(place / size * 256)) << i;
+  }
 }
 
 }  // namespace
