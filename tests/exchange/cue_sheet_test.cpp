@@ -4,6 +4,7 @@
 
 #include <sys/stat.h>
 
+#include "document/append.h"
 #include "exchange/cue_time.h"
 #include "exchange/settings.h"
 #include "model/cuts.h"
@@ -197,6 +198,13 @@ TEST_F(CueSheet, AsksBeforeItNamesAudioOfOtherLength) {
   open_state.save_name = folder.path("cut.mp3");
   EXPECT_NE(saved_sheet().find("FILE \"cut.mp3\""), std::string::npos);
   EXPECT_EQ(host.boxes.size(), 2U);
+
+  // Two files are never the first one, whatever their length in all.
+  open_state.save_name.clear();
+  append_file(folder.file("b.mp3", frames(10)));
+  ASSERT_EQ(document.total_size, 1000 * length);
+  saved_sheet();
+  EXPECT_EQ(host.boxes.size(), 3U);
 }
 
 TEST_F(CueSheet, CountsTheFramesOfAVariableStream) {
