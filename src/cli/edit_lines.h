@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "cli/headless_host.h"
-#include "exchange/settings.h"
+#include "settings/settings.h"
 
 namespace corvelin {
 

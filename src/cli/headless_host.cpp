@@ -7,9 +7,9 @@
 #include <cstdio>
 #include <utility>
 
+#include "edit/split_dialog.h"
 #include "platform/file.h"
 #include "platform/text.h"
-#include "shell/split_dialog.h"
 
 namespace corvelin {
 

@@ -14,15 +14,16 @@
 #include "cli/reports.h"
 #include "cli/state_json.h"
 #include "document/open_state.h"
-#include "exchange/save_audio.h"
-#include "exchange/settings.h"
-#include "exchange/settings_file.h"
-#include "exchange/settings_storage.h"
+#include "edit/save_audio.h"
 #include "exchange/split_save.h"
 #include "model/document.h"
 #include "platform/clipboard.h"
 #include "platform/text.h"
+#include "settings/settings.h"
+#include "settings/settings_file.h"
+#include "settings/settings_storage.h"
 #include "shell/start_up.h"
+#include "unattended/save_unattended.h"
 
 namespace corvelin {
 

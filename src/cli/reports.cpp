@@ -11,16 +11,17 @@
 #include <utility>
 
 #include "document/open_state.h"
+#include "edit/file_info_dialog.h"
 #include "exchange/id3v1.h"
 #include "model/document.h"
-#include "model/frame_gain.h"
+#include "model/fade.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
+#include "model/time_mapping.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
-#include "shell/file_info_dialog.h"
+#include "stream/frame_gain.h"
 #include "stream/frame_header.h"
-#include "stream/time_mapping.h"
 
 namespace corvelin {
 

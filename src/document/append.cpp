@@ -17,8 +17,8 @@
 #include "platform/bytes.h"
 #include "platform/message_box.h"
 #include "platform/path.h"
-#include "shell/ui_text.h"
 #include "stream/frame_header.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 

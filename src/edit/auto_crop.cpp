@@ -4,27 +4,22 @@
 #include <algorithm>
 #include <cmath>
 
+#include "audio/peak_seek.h"
 #include "document/open_state.h"
 #include "edit/places.h"
 #include "edit/undo.h"
-#include "exchange/refusals.h"
-#include "exchange/settings.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
-#include "shell/ui_text.h"
+#include "settings/settings.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 
 namespace {
 
 constexpr std::uint32_t frames_a_block = 6;
-
-bool refuse_to_measure(std::uint32_t) {
-  show_refusal("There is no decoder to measure the audio with.");
-  return false;
-}
 
 int silence_threshold() {
   const unsigned bottom =
@@ -74,9 +69,6 @@ void crop_tail(int threshold) {
 
 }  // namespace
 
-PeakSeek peak_seek = {.open = refuse_to_measure,
-                      .read = [](std::uint32_t) { return std::uint16_t{0}; },
-                      .close = [] {}};
 std::uint8_t batch_bottom = 0;
 
 bool auto_crop() {

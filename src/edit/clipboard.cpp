@@ -27,8 +27,8 @@
 #include "platform/message_box.h"
 #include "platform/path.h"
 #include "platform/text.h"
-#include "shell/ui_text.h"
 #include "stream/frame_header.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 

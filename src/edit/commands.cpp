@@ -6,8 +6,8 @@
 #include <type_traits>
 #include <utility>
 
-#include "document/open_dialog.h"
-#include "document/open_document.h"
+#include "audio/playback.h"
+#include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/auto_crop.h"
 #include "edit/clipboard.h"
@@ -15,16 +15,16 @@
 #include "edit/cut_commands.h"
 #include "edit/mute_cut.h"
 #include "edit/navigation.h"
+#include "edit/open_dialog.h"
 #include "edit/resync_check.h"
+#include "edit/save_audio.h"
+#include "edit/save_project.h"
 #include "edit/selection_commands.h"
 #include "edit/trim_commands.h"
 #include "edit/undo.h"
 #include "exchange/cue_sheet.h"
 #include "exchange/id3v1.h"
-#include "exchange/refusals.h"
-#include "exchange/save_audio.h"
-#include "exchange/save_project.h"
-#include "exchange/settings.h"
+#include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/selection.h"
 #include "platform/close_request.h"
@@ -32,7 +32,9 @@
 #include "platform/message_box.h"
 #include "platform/process.h"
 #include "platform/text.h"
+#include "settings/settings.h"
 #include "stream/frame_header.h"
+#include "text/boxes.h"
 
 namespace corvelin {
 
@@ -233,8 +235,7 @@ DispatchResult outcome(bool is_done) {
 DispatchResult run(const Command& command) {
   if (command.needs == CommandNeeds::document && document.parts.empty())
     return DispatchResult::no_document;
-  if (command.stop == StopRule::not_playing && audio_activity.is_playing)
-    return DispatchResult::not_now;
+  if (command.stop == StopRule::not_playing && playback.is_playing) return DispatchResult::not_now;
   if (command.stop == StopRule::stopped && !ensure_stopped()) return DispatchResult::refused;
   if (command.run == nullptr) {
     show_refusal("This command is not available yet.");
@@ -246,7 +247,6 @@ DispatchResult run(const Command& command) {
 }  // namespace
 
 DialogCommands dialog_commands;
-AudioActivity audio_activity;
 
 std::span<const Command> command_table() { return table; }
 
@@ -270,7 +270,7 @@ std::optional<CommandId> find_command(std::string_view name) {
 }
 
 bool ensure_stopped() {
-  if (!audio_activity.is_playing && !audio_activity.is_recording_armed) return true;
+  if (!playback.is_playing && !playback.is_recording_armed) return true;
   show_refusal(ui_text(msg, 17));
   return false;
 }

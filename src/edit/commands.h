@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "shell/ui_text.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -66,14 +66,6 @@ struct DialogCommands {
 };
 
 extern DialogCommands dialog_commands;
-
-/// What the audio engine is doing, as far as commands must know. It keeps this up to date.
-struct AudioActivity {
-  bool is_playing = false;
-  bool is_recording_armed = false;
-};
-
-extern AudioActivity audio_activity;
 
 /// Whether nothing plays and no recording is armed. If not, the user is told to stop that first.
 bool ensure_stopped();

@@ -9,7 +9,7 @@
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "shell/ui_text.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 

@@ -7,12 +7,13 @@
 
 #include "document/open_state.h"
 #include "edit/places.h"
+#include "edit/requirements.h"
 #include "edit/undo.h"
-#include "exchange/refusals.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "shell/ui_text.h"
+#include "text/boxes.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 

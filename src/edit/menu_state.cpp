@@ -7,14 +7,15 @@
 #include <string_view>
 #include <utility>
 
+#include "audio/playback.h"
 #include "edit/undo.h"
-#include "exchange/settings.h"
 #include "model/cuts.h"
 #include "model/document.h"
+#include "model/time_mapping.h"
 #include "platform/path.h"
 #include "platform/text.h"
+#include "settings/settings.h"
 #include "stream/frame_header.h"
-#include "stream/time_mapping.h"
 
 namespace corvelin {
 
@@ -37,14 +38,14 @@ std::string part_entry(PartIndex index) {
 
 bool is_live(LiveWhen when) {
   const bool has_document = !document.files.empty();
-  const bool is_armed = audio_activity.is_recording_armed;
+  const bool is_armed = playback.is_recording_armed;
   switch (when) {
     case LiveWhen::anytime:
       return true;
     case LiveWhen::document:
       return has_document;
     case LiveWhen::stopped:
-      return !audio_activity.is_playing && !is_armed;
+      return !playback.is_playing && !is_armed;
     case LiveWhen::levels:
       return has_document && stream.current_frame.layer == 3;
     case LiveWhen::undo:

@@ -10,8 +10,8 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
-#include "shell/ui_text.h"
 #include "stream/frame_header.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 

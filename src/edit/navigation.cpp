@@ -3,11 +3,12 @@
 
 #include <cstdint>
 
+#include "audio/playback.h"
 #include "edit/places.h"
-#include "exchange/settings.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "settings/settings.h"
 
 namespace corvelin {
 

@@ -16,8 +16,8 @@
 #include "model/selection.h"
 #include "platform/message_box.h"
 #include "platform/text.h"
-#include "shell/ui_text.h"
 #include "stream/frame_header.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 

@@ -1,11 +1,12 @@
 // Selecting.
 #include "edit/selection_commands.h"
 
+#include "audio/playback.h"
 #include "edit/undo.h"
-#include "exchange/settings.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
-#include "shell/ui_text.h"
+#include "settings/settings.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 

@@ -8,10 +8,10 @@
 #include "edit/undo.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "model/time_mapping.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
-#include "shell/ui_text.h"
-#include "stream/time_mapping.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 

@@ -7,11 +7,11 @@
 #include "document/open_state.h"
 #include "edit/places.h"
 #include "exchange/project_file.h"
-#include "exchange/settings.h"
 #include "model/selection.h"
 #include "platform/message_box.h"
 #include "platform/text.h"
-#include "shell/ui_text.h"
+#include "settings/settings.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 

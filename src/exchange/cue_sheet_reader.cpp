@@ -6,12 +6,10 @@
 #include <string>
 #include <string_view>
 
-#include "document/open_document.h"
+#include "document/open_audio_file.h"
 #include "document/open_state.h"
 #include "exchange/cue_sheet.h"
 #include "exchange/cue_time.h"
-#include "exchange/note.h"
-#include "exchange/settings.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
@@ -20,8 +18,10 @@
 #include "platform/file_dialog.h"
 #include "platform/path.h"
 #include "platform/text.h"
-#include "shell/ui_text.h"
+#include "settings/note.h"
+#include "settings/settings.h"
 #include "stream/frame_header.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 

@@ -7,14 +7,14 @@
 #include "document/open_state.h"
 #include "exchange/cue_sheet.h"
 #include "exchange/cue_time.h"
-#include "exchange/settings.h"
 #include "model/document.h"
 #include "platform/file.h"
 #include "platform/message_box.h"
 #include "platform/path.h"
 #include "platform/text.h"
-#include "shell/ui_text.h"
+#include "settings/settings.h"
 #include "stream/frame_header.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 

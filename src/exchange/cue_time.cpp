@@ -7,10 +7,10 @@
 #include <span>
 
 #include "model/frame_locator.h"
+#include "model/time_mapping.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "stream/frame_header.h"
-#include "stream/time_mapping.h"
 
 namespace corvelin {
 

@@ -5,9 +5,9 @@
 #include <array>
 
 #include "document/open_state.h"
-#include "exchange/settings.h"
 #include "platform/bytes.h"
 #include "platform/text.h"
+#include "settings/settings.h"
 #include "stream/frame_header.h"
 
 namespace corvelin {

@@ -7,9 +7,9 @@
 #include <span>
 #include <string_view>
 
-#include "exchange/settings.h"
 #include "model/document.h"
 #include "platform/bytes.h"
+#include "settings/settings.h"
 #include "stream/frame_header.h"
 
 namespace corvelin {

@@ -9,7 +9,9 @@
 #include <utility>
 #include <vector>
 
-#include "document/open_document.h"
+#include "audio/playback.h"
+#include "document/close_all.h"
+#include "document/open_audio_file.h"
 #include "document/open_state.h"
 #include "model/cuts.h"
 #include "model/document.h"

@@ -6,8 +6,8 @@
 #include <span>
 
 #include "document/tag_bounds.h"
-#include "exchange/settings.h"
 #include "model/frame_reader.h"
+#include "settings/settings.h"
 #include "stream/frame_header.h"
 
 namespace corvelin {

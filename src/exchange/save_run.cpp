@@ -6,18 +6,18 @@
 #include <algorithm>
 #include <utility>
 
-#include "document/open_document.h"
+#include "document/close_all.h"
 #include "document/open_state.h"
 #include "exchange/id3v1.h"
 #include "exchange/id3v2_copy.h"
-#include "exchange/refusals.h"
-#include "exchange/settings.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "platform/numbers.h"
 #include "platform/path.h"
 #include "platform/text.h"
-#include "shell/ui_text.h"
+#include "settings/settings.h"
+#include "text/boxes.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 

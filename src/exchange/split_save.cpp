@@ -10,7 +10,6 @@
 #include "document/open_state.h"
 #include "exchange/id3v1.h"
 #include "exchange/id3v2_copy.h"
-#include "exchange/settings.h"
 #include "exchange/split_name.h"
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
@@ -18,7 +17,8 @@
 #include "platform/message_box.h"
 #include "platform/numbers.h"
 #include "platform/path.h"
-#include "shell/ui_text.h"
+#include "settings/settings.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -185,17 +185,6 @@ std::string_view SplitRun::status() const {
   if (result_ < SplitResult::create_error) return {};
   return words[static_cast<std::size_t>(result_) -
                static_cast<std::size_t>(SplitResult::create_error)];
-}
-
-SaveOutcome split_unattended(const std::string& folder) {
-  if (document.parts.empty()) return SaveOutcome::not_started;
-  std::string& target = open_state.split_dest_folder;
-  target =
-      folder.empty() ? std::string(folder_of(open_state.audio_name)) : in_current_folder(folder);
-  if (!target.ends_with('/')) target += '/';
-  SplitRun run(target, 1);
-  drive(run);
-  return run.result() == SplitResult::finished ? SaveOutcome::saved : SaveOutcome::failed;
 }
 
 }  // namespace corvelin

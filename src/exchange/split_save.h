@@ -8,7 +8,6 @@
 #include <string_view>
 
 #include "exchange/range_copy.h"
-#include "exchange/save_audio.h"
 #include "model/document.h"
 #include "platform/long_run.h"
 #include "stream/frame_header.h"
@@ -80,9 +79,5 @@ class SplitRun : public LongRun {
   std::string report_;
   std::string log_;
 };
-
-/// Splits without a question, with the settings as they stand, into `folder`, or beside the audio
-/// with an empty one.
-SaveOutcome split_unattended(const std::string& folder);
 
 }  // namespace corvelin

@@ -7,10 +7,10 @@
 #include <optional>
 #include <span>
 
-#include "exchange/settings.h"
 #include "model/document.h"
 #include "platform/bytes.h"
 #include "platform/file_window.h"
+#include "settings/settings.h"
 #include "stream/vbr_layout.h"
 
 namespace corvelin {

@@ -3,8 +3,9 @@
 
 #include <algorithm>
 
-#include "model/frame_gain.h"
+#include "model/fade.h"
 #include "model/frame_locator.h"
+#include "stream/frame_gain.h"
 #include "stream/frame_header.h"
 
 namespace corvelin {

@@ -26,8 +26,6 @@ bool has_selection() {
 
 bool has_selected_range() { return has_selection() && selection.sel_beg < selection.sel_end; }
 
-EditPosition play_position() { return selection.cursor; }
-
 bool ensure_selection(EditPosition pos) {
   if (has_selection()) return false;
   selection.sel_beg = selection.sel_end = pos;

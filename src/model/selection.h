@@ -30,9 +30,6 @@ extern Selection selection;
 bool has_selection();
 bool has_selected_range();
 
-/// Where the listener is: at the cursor, while nothing plays.
-EditPosition play_position();
-
 /// Gives both ends the place `pos` when one of them is none. Returns whether it did.
 bool ensure_selection(EditPosition pos);
 

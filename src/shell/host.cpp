@@ -4,10 +4,10 @@
 #include <utility>
 
 #include "edit/commands.h"
+#include "edit/file_info_dialog.h"
+#include "edit/names_dialog.h"
+#include "edit/split_dialog.h"
 #include "platform/close_request.h"
-#include "shell/file_info_dialog.h"
-#include "shell/names_dialog.h"
-#include "shell/split_dialog.h"
 
 namespace corvelin {
 

@@ -1,26 +1,21 @@
 // Start, opening and end of a run.
 #include "shell/start_up.h"
 
-#include "document/open_document.h"
+#include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/undo.h"
-#include "exchange/cue_sheet.h"
-#include "exchange/project_file.h"
-#include "exchange/settings.h"
-#include "exchange/settings_file.h"
+#include "exchange/open_document.h"
 #include "platform/path.h"
 #include "platform/system.h"
 #include "platform/text.h"
-#include "shell/language_file.h"
-#include "shell/ui_text.h"
+#include "settings/settings.h"
+#include "settings/settings_file.h"
+#include "text/language_file.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 
-void connect_levels() {
-  description_formats = {{.extension = ".cue", .read = [] { return load_cue_sheet(false); }},
-                         {.extension = ".cvp", .read = read_project}};
-  close_listeners = {undo_clear};
-}
+void connect_levels() { close_listeners = {undo_clear}; }
 
 void start_up(const std::optional<std::string>& settings_path) {
   connect_levels();

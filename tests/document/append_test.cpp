@@ -3,9 +3,9 @@
 
 #include <filesystem>
 
-#include "document/open_dialog.h"
-#include "exchange/settings.h"
+#include "edit/open_dialog.h"
 #include "model/cuts.h"
+#include "settings/settings.h"
 #include "stream/frame_header.h"
 #include "support/core_test.h"
 

@@ -1,7 +1,7 @@
 // Opening of audio files: their bounds, headers and averages.
-#include "exchange/settings.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
+#include "settings/settings.h"
 #include "stream/frame_header.h"
 #include "support/core_test.h"
 

@@ -1,5 +1,6 @@
 // Auto crop over an ear that knows how loud each frame is.
 #include "edit/auto_crop.h"
+#include "audio/peak_seek.h"
 
 #include "support/edit_test.h"
 

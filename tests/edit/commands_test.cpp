@@ -1,5 +1,6 @@
 // The command table and its dispatcher.
 #include "edit/commands.h"
+#include "audio/playback.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -7,9 +8,9 @@
 #include <thread>
 
 #include "edit/menu_state.h"
-#include "exchange/settings.h"
 #include "model/cuts.h"
 #include "platform/clipboard.h"
+#include "settings/settings.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {
@@ -18,7 +19,7 @@ namespace {
 class Commands : public EditTest {
  protected:
   void SetUp() override {}
-  ~Commands() override { audio_activity = {}; }
+  ~Commands() override { playback = {}; }
 };
 
 TEST_F(Commands, IdsNamesAndKeysStandOnce) {
@@ -46,11 +47,11 @@ TEST_F(Commands, ChecksStandInFront) {
   ASSERT_TRUE(open("a.mp3", frames(50)));
   EXPECT_EQ(dispatch_command(1019), DispatchResult::missing);
   EXPECT_EQ(host.boxes.size(), 1U);
-  audio_activity.is_playing = true;
+  playback.is_playing = true;
   EXPECT_EQ(dispatch_command(168), DispatchResult::not_now);
   EXPECT_EQ(dispatch_command(1011), DispatchResult::refused);
   EXPECT_EQ(host.boxes.back().text, "Please stop play/rec first.");
-  audio_activity.is_playing = false;
+  playback.is_playing = false;
   open_state.document_modified = true;
   EXPECT_EQ(dispatch_command(1011), DispatchResult::refused);  // the question: Cancel
   EXPECT_EQ(file_count(), 1);
@@ -118,9 +119,9 @@ TEST_F(Commands, GreyAreThoseThatFindNothing) {
     return ids;
   };
   EXPECT_EQ(enabled(), "1010 1051 1100 ");
-  audio_activity.is_recording_armed = true;
+  playback.is_recording_armed = true;
   EXPECT_EQ(enabled(), "134 1051 1100 ");
-  audio_activity = {};
+  playback = {};
   ASSERT_TRUE(open("a.mp3", frames(50)));
   EXPECT_EQ(enabled(), "134 1010 1012 1021 1051 1100 1101 1200 ");
   dispatch_command(1024);

@@ -1,11 +1,12 @@
 // Each editing command on small part tables, and what is odd about them on other streams.
 #include "edit/commands.h"
+#include "edit/requirements.h"
 #include "edit/resync_check.h"
-#include "exchange/refusals.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
 #include "stream/frame_header.h"
 #include "support/edit_test.h"
+#include "text/boxes.h"
 
 namespace corvelin::test {
 namespace {

@@ -10,9 +10,9 @@
 #include "edit/navigation.h"
 #include "edit/undo.h"
 #include "exchange/project_file.h"
-#include "exchange/settings.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "settings/settings.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {

@@ -3,8 +3,8 @@
 
 #include "edit/navigation.h"
 #include "edit/time_fields.h"
-#include "exchange/settings.h"
 #include "model/cuts.h"
+#include "settings/settings.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {

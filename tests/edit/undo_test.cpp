@@ -1,8 +1,8 @@
 // The undo stack.
 #include "edit/undo.h"
 
-#include "exchange/settings.h"
 #include "model/cuts.h"
+#include "settings/settings.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {

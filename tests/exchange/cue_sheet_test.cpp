@@ -6,8 +6,8 @@
 
 #include "document/append.h"
 #include "exchange/cue_time.h"
-#include "exchange/settings.h"
 #include "model/cuts.h"
+#include "settings/settings.h"
 #include "shell/start_up.h"
 #include "stream/frame_header.h"
 #include "support/edit_test.h"

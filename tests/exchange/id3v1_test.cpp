@@ -1,7 +1,7 @@
 // The fields of the ID3v1 record.
 #include "exchange/id3v1.h"
 
-#include "exchange/settings.h"
+#include "settings/settings.h"
 #include "stream/frame_header.h"
 #include "support/core_test.h"
 

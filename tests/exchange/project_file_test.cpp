@@ -1,8 +1,8 @@
 // Projects: the text to the letter, the way back, and texts that lie.
 #include "exchange/project_file.h"
 
-#include "exchange/save_project.h"
-#include "exchange/settings.h"
+#include "edit/save_project.h"
+#include "settings/settings.h"
 #include "stream/frame_header.h"
 #include "support/edit_test.h"
 

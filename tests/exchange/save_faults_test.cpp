@@ -8,13 +8,14 @@
 #include <cerrno>
 #include <functional>
 
-#include "exchange/save_audio.h"
-#include "exchange/save_project.h"
-#include "exchange/settings.h"
-#include "exchange/settings_file.h"
+#include "edit/save_audio.h"
+#include "edit/save_project.h"
 #include "exchange/split_save.h"
 #include "model/cuts.h"
+#include "settings/settings.h"
+#include "settings/settings_file.h"
 #include "support/core_test.h"
+#include "unattended/save_unattended.h"
 
 namespace corvelin::test {
 namespace {

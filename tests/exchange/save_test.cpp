@@ -1,5 +1,6 @@
 // Saves: what stands in the target, and what becomes of the source.
-#include "exchange/save_audio.h"
+#include "edit/save_audio.h"
+#include "unattended/save_unattended.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -7,8 +8,8 @@
 #include <cmath>
 
 #include "exchange/save_run.h"
-#include "exchange/settings.h"
 #include "model/selection.h"
+#include "settings/settings.h"
 #include "stream/frame_header.h"
 #include "support/core_test.h"
 

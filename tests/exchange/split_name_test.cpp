@@ -1,8 +1,8 @@
 // Names of the pieces of a split.
 #include "exchange/split_name.h"
 
-#include "exchange/settings.h"
 #include "platform/text.h"
+#include "settings/settings.h"
 #include "stream/frame_header.h"
 #include "support/core_test.h"
 

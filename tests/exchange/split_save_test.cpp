@@ -1,11 +1,12 @@
 // Split saves: what stands in the pieces, and what stops a run.
 #include "exchange/split_save.h"
+#include "unattended/save_unattended.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 
-#include "exchange/settings.h"
 #include "model/cuts.h"
+#include "settings/settings.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {

@@ -1,7 +1,7 @@
 // VBR/Info headers as written, byte by byte.
 #include "exchange/vbr_header.h"
 
-#include "exchange/settings.h"
+#include "settings/settings.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {

@@ -3,7 +3,6 @@
 #include <cstdint>
 #include <string>
 
-#include "document/open_document.h"
 #include "document/open_state.h"
 #include "edit/clipboard.h"
 #include "model/document.h"

@@ -3,7 +3,8 @@
 #include <cstdint>
 #include <string>
 
-#include "document/open_document.h"
+#include "document/close_all.h"
+#include "document/open_audio_file.h"
 #include "document/open_state.h"
 #include "exchange/cue_sheet.h"
 #include "model/document.h"

@@ -5,7 +5,8 @@
 #include <iterator>
 #include <string>
 
-#include "document/open_document.h"
+#include "document/close_all.h"
+#include "document/open_audio_file.h"
 #include "document/open_state.h"
 #include "edit/auto_crop.h"
 #include "edit/cue_commands.h"

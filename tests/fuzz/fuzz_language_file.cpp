@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <string_view>
 
-#include "shell/language_file.h"
-#include "shell/ui_text.h"
+#include "text/language_file.h"
+#include "text/ui_text.h"
 
 using namespace corvelin;
 

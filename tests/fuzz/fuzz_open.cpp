@@ -6,16 +6,18 @@
 #include <string>
 
 #include "document/append.h"
-#include "document/open_document.h"
+#include "document/close_all.h"
 #include "document/open_state.h"
-#include "exchange/save_audio.h"
-#include "exchange/settings.h"
+#include "edit/save_audio.h"
+#include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
+#include "settings/settings.h"
 #include "support/soundness.h"
 #include "support/test_folder.h"
+#include "unattended/save_unattended.h"
 
 using namespace corvelin;
 

@@ -4,7 +4,6 @@
 #include <cstdlib>
 #include <string>
 
-#include "document/open_document.h"
 #include "model/document.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"

@@ -3,9 +3,9 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "document/open_document.h"
-#include "exchange/settings.h"
-#include "exchange/settings_file.h"
+#include "document/close_all.h"
+#include "settings/settings.h"
+#include "settings/settings_file.h"
 
 using namespace corvelin;
 

@@ -1,5 +1,6 @@
 // Levels in frames: fields, fades, CRCs.
-#include "model/frame_gain.h"
+#include "stream/frame_gain.h"
+#include "model/fade.h"
 
 #include "support/core_test.h"
 

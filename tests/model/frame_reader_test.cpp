@@ -1,7 +1,7 @@
 // Frames in edited order.
 #include "model/frame_reader.h"
 
-#include "model/frame_gain.h"
+#include "stream/frame_gain.h"
 #include "stream/frame_header.h"
 #include "support/core_test.h"
 

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "document/open_document.h"
+#include "document/close_all.h"
 #include "support/mp3_builder.h"
 
 namespace corvelin::test {

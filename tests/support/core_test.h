@@ -6,8 +6,9 @@
 
 #include <string>
 
-#include "document/open_document.h"
+#include "document/close_all.h"
 #include "document/open_state.h"
+#include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/selection.h"
 #include "shell/start_up.h"

@@ -1,0 +1,42 @@
+// Closing of documents.
+#include "document/close_all.h"
+
+#include "document/open_state.h"
+#include "model/document.h"
+#include "model/frame_reader.h"
+#include "model/selection.h"
+#include "settings/settings.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+std::vector<void (*)()> close_listeners;
+
+void close_all() {
+  close_document();
+  selection = {};
+  for (void (*const forget)() : close_listeners) forget();
+}
+
+void reset_state(ResetLevel level) {
+  frame_block.fill(0);
+  selection = {};
+  stream = {};
+  open_state.document_modified = false;
+  open_state.selection_only = false;
+  document.sheet_title.clear();
+  document.sheet_artist.clear();
+  if (level == ResetLevel::new_stream) return;
+
+  open_state.audio_name.clear();
+  if (level == ResetLevel::no_name) return;
+
+  document = {};
+  open_state = {};
+  header_rewrite = {};
+  resync_count = 0;
+  batch_active = false;
+  settings = default_settings();
+}
+
+}  // namespace corvelin

@@ -1,0 +1,89 @@
+// Opening of one audio file.
+#include "document/open_audio_file.h"
+
+#include "document/open_state.h"
+#include "document/stream_probe.h"
+#include "document/tag_bounds.h"
+#include "model/document.h"
+#include "model/frame_locator.h"
+#include "model/frame_reader.h"
+#include "model/selection.h"
+#include "platform/bytes.h"
+#include "platform/path.h"
+#include "settings/settings.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr std::uint64_t smallest_file = 10;  // bytes
+
+// Reads the file's last 128 bytes and takes them off the audio when they are a tag.
+void take_off_id3v1(SourceFile& file) {
+  if (file.audio_end < id3v1_size) return;
+  file.handle.read_at(file.audio_end - id3v1_size, stream.id3v1);
+  if (!stands_at(stream.id3v1, 0, "TAG")) return;
+  file.audio_end -= id3v1_size;
+  open_state.keep_id3v1 = settings.save_id3v1 != 0;
+}
+
+void take_off_ape(SourceFile& file) {
+  stream.ape_size = ape_tag_size(file.handle, file.audio_end);
+  file.audio_end -= stream.ape_size;
+}
+
+// Finds the bounds of the audio in source file 0, which is one part from its first byte on.
+bool find_audio(SourceFile& file) {
+  file.first_audio = probe_stream(file.handle, file.audio_end);
+  if (file.first_audio == no_position) return false;
+  file.audio_end = trim_to_last_frame(file.handle, file.audio_end);
+  file.first_audio = locate_frame(0, file.first_audio);
+  return file.first_audio < file.audio_end;  // `no_position` isn't
+}
+
+void narrow_to_audio(const SourceFile& file) {
+  Part& part = document.parts[0];
+  part.part_filepos = file.first_audio;
+  part.part_size = file.audio_end - file.first_audio;
+  part.part_iscue = 1;  // the first part of a file is a track's start
+  recompute_total();
+}
+
+void take_over_header_bits(const FrameInfo& frame) {
+  header_rewrite = {.rewrite_header = false,
+                    .rewrite_copyright = frame.copyright,
+                    .rewrite_original = frame.original,
+                    .rewrite_private = frame.private_bit};
+}
+
+bool open_added_file(SourceFile& file) {
+  const std::uint64_t size = file.handle.facts().size;
+  if (size < smallest_file || size > largest_file) return false;
+  file.audio_end = static_cast<std::uint32_t>(size);
+  open_state.keep_id3v1 = false;
+  take_off_id3v1(file);
+  take_off_ape(file);
+  if (add_part(0, 0, 0, file.audio_end) == no_part || !find_audio(file)) return false;
+
+  narrow_to_audio(file);
+  selection.cursor = locate_frame(0, selection.cursor);
+  open_state.save_name.clear();
+  take_over_header_bits(stream.current_frame);
+  return true;
+}
+
+}  // namespace
+
+bool open_audio_file() {
+  const std::string& name = open_state.audio_name;
+  if (name.empty() || document.files.size() > 1 || extension_of(name).empty()) return false;
+  stream.is_aac = has_extension(name, ".aac") ? 1 : 0;
+  const auto index = add_source_file(name);
+  if (!index) return false;
+  if (open_added_file(document.files[*index])) return true;
+  close_document();
+  return false;
+}
+
+}  // namespace corvelin

@@ -1,0 +1,11 @@
+// From the name of an audio file to an open document: the bounds of the audio in the file, and what
+// the probe finds out about the stream.
+#pragma once
+
+namespace corvelin {
+
+/// Opens the file `open_state.audio_name`: takes the tags off its ends, makes it one part, and
+/// probes the stream. Silent; a failure leaves no document.
+bool open_audio_file();
+
+}  // namespace corvelin

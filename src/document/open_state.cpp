@@ -1,0 +1,9 @@
+// The names of the open document.
+#include "document/open_state.h"
+
+namespace corvelin {
+
+OpenState open_state;
+bool batch_active = false;
+
+}  // namespace corvelin

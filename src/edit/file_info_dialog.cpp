@@ -1,0 +1,115 @@
+// Summary, header bits and save options.
+#include "edit/file_info_dialog.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+
+#include "document/open_state.h"
+#include "model/frame_reader.h"
+#include "platform/numbers.h"
+#include "platform/text.h"
+#include "settings/settings.h"
+#include "stream/frame_header.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+std::string in_bytes(std::uint32_t value) { return group_thousands(value) + " bytes"; }
+
+std::string kilobits(double value) { return fmt::format("{:3.1f} kbit/s", value); }
+
+std::string vbr_header_value() {
+  std::string text = (stream.vbr & vbr_header) != 0 ? "Xing"
+                     : stream.has_info_header != 0  ? "Info"
+                                                    : std::string(ui_text(dlg, 4));
+  if (stream.xing_frames != 0) text += " (" + group_thousands(stream.xing_frames) + " frames)";
+  return text;
+}
+
+// The encoder's name and version.
+std::string encoder_value() {
+  constexpr std::size_t shown = 9;
+  std::string text;
+  for (const std::uint8_t byte : std::span(stream.encoder_tag).first(shown)) {
+    if (byte == 0) break;
+    text += byte < 0x80 ? static_cast<char>(byte) : '?';
+  }
+  return printable(std::move(text));
+}
+
+std::string id3v2_value() {
+  if (stream.id3v2_size == 0) return std::string(ui_text(dlg, 4));
+  return fmt::format("{} ({})", ui_text(dlg, 3), in_bytes(stream.id3v2_size));
+}
+
+// Takes a line off the labels, which are one text: a translation may have fewer lines.
+std::string take_label(std::string_view& labels) {
+  const std::size_t end = std::min(labels.find('\n'), labels.size());
+  std::string label(labels.substr(0, end));
+  labels.remove_prefix(std::min(end + 1, labels.size()));
+  return label;
+}
+
+}  // namespace
+
+std::vector<InfoLine> file_info_lines(EditPosition pos) {
+  if (document.parts.empty()) return {};
+  const FrameInfo& frame = stream.current_frame;
+  const std::uint32_t first_audio = document.parts[0].part_filepos;
+  const std::uint32_t file = document.parts[document.current_part].part_file + 1U;
+  std::vector<InfoLine> lines;
+  std::string_view labels = ui_text(dlg, 30);
+  const auto add = [&](std::string value) {
+    lines.push_back({take_label(labels), std::move(value)});
+  };
+  add(in_bytes(document.total_size));
+  add(in_bytes(first_audio));
+  add(in_bytes(pos + first_audio));
+  add(kilobits(frame.bitrate));
+  add(kilobits(stream.avg_bitrate / 1000.0));
+  add(fmt::format("{} bytes", frame.frame_length));
+  add(fmt::format("{:4.0f} bytes", stream.avg_frame_size));
+  add(vbr_header_value());
+  add(encoder_value());
+  add(id3v2_value());
+  add(fmt::format("{} / {}", file, file_count()));
+  if (stream.ape_size != 0)
+    lines.push_back({std::string(ui_text(dlg, 95)), in_bytes(stream.ape_size)});
+  return lines;
+}
+
+void FileInfoDialog::begin() {
+  *this = {.tag = tag_dialog_load(),
+           .rewrite_header = header_rewrite.rewrite_header,
+           .rewrite_copyright = header_rewrite.rewrite_copyright != 0,
+           .rewrite_original = header_rewrite.rewrite_original != 0,
+           .rewrite_private = header_rewrite.rewrite_private != 0,
+           .write_xing = settings.write_xing != 0,
+           .keep_info = settings.keep_info != 0,
+           .keep_lame = settings.keep_lame != 0,
+           .keep_id3v2 = settings.keep_id3v2 != 0,
+           .can_edit_boxes = stream.is_aac == 0};
+}
+
+void FileInfoDialog::accept() const {
+  tag_dialog_apply(tag);
+  header_rewrite.rewrite_header = rewrite_header;
+  if (rewrite_header) {
+    header_rewrite.rewrite_copyright = rewrite_copyright ? 1 : 0;
+    header_rewrite.rewrite_original = rewrite_original ? 1 : 0;
+    header_rewrite.rewrite_private = rewrite_private ? 1 : 0;
+  }
+  settings.keep_id3v2 = keep_id3v2 ? 1 : 0;
+  settings.write_xing = write_xing ? 1 : 0;
+  settings.keep_lame = keep_lame ? 1 : 0;
+  settings.keep_info = keep_info ? 1 : 0;
+  open_state.document_modified = true;
+}
+
+}  // namespace corvelin

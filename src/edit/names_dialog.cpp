@@ -1,0 +1,37 @@
+// Names of a part and of the album.
+#include "edit/names_dialog.h"
+
+#include <fmt/format.h>
+
+#include "document/open_state.h"
+#include "edit/undo.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+void NamesDialog::begin() {
+  part = document.current_part;
+  part_artist = document.parts[part].part_artist;
+  part_title = document.parts[part].part_title;
+  part_iscue = document.parts[part].part_iscue != 0;
+  sheet_artist = document.sheet_artist;
+  sheet_title = document.sheet_title;
+}
+
+std::string NamesDialog::group_title() const {
+  return fmt::format("{} #{}", ui_text(dlg, 63), part + 1);
+}
+
+void NamesDialog::accept() const {
+  if (part >= part_count()) return;
+  undo_push(true, ui_text(men, 34));
+  document.sheet_artist = sheet_artist.substr(0, text_limit);
+  document.sheet_title = sheet_title.substr(0, text_limit);
+  Part& target = document.parts[part];
+  target.part_artist = part_artist.substr(0, text_limit);
+  target.part_title = part_title.substr(0, text_limit);
+  target.part_iscue = part_iscue ? 1 : 0;
+  open_state.document_modified = true;
+}
+
+}  // namespace corvelin

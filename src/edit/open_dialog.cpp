@@ -1,0 +1,83 @@
+// Opening by dialog.
+#include "edit/open_dialog.h"
+
+#include <fmt/format.h>
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "document/append.h"
+#include "document/close_all.h"
+#include "document/open_state.h"
+#include "exchange/open_document.h"
+#include "model/document.h"
+#include "platform/file_dialog.h"
+#include "platform/message_box.h"
+#include "platform/path.h"
+#include "platform/text.h"
+#include "settings/settings.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+std::string start_folder() {
+  if (!settings.working_dir.empty()) return settings.working_dir;
+  if (!open_state.audio_name.empty()) return std::string(folder_of(open_state.audio_name));
+  return settings.file_recent.empty() ? std::string()
+                                      : std::string(folder_of(settings.file_recent.front()));
+}
+
+std::vector<FileType> file_types() {
+  const bool has_mp4 = !settings.ffmpeg.empty();
+  const FileType all = {.name = "MP3, AAC, MP2, CVP, CUE, M3U",
+                        .pattern = "*.mp3;*.aac;*.mp2;*.mpa;*.cvp;*.cue;*.m3u;*.m3u8"};
+  const FileType all_and_mp4 = {
+      .name = "MP3, AAC, MP4, MP2, CVP, CUE, M3U",
+      .pattern = "*.mp3;*.aac;*.mp4;*.m4a;*.mp2;*.mpa;*.cvp;*.cue;*.m3u;*.m3u8"};
+  const FileType aac = {.name = "AAC", .pattern = "*.aac"};
+  const FileType aac_and_mp4 = {.name = "AAC, MP4", .pattern = "*.aac;*.mp4;*.m4a"};
+  return {has_mp4 ? all_and_mp4 : all,
+          {.name = "MP3, MP2", .pattern = "*.mp3;*.mp2;*.mpa"},
+          has_mp4 ? aac_and_mp4 : aac,
+          {.name = "CUE, M3U", .pattern = "*.cue;*.m3u;*.m3u8"},
+          {.name = "CVP", .pattern = "*.cvp"}};
+}
+
+// A choice is the folder and the names in it, each with a character behind it.
+bool is_choice_too_long(const std::vector<std::string>& names) {
+  constexpr std::size_t longest_choice = 20000;  // UTF-16 code units
+  const auto units = [](std::string_view text) { return count_units(text) + 1; };
+  std::size_t length = units(folder_of(names.front()));
+  for (const std::string& name : names) length += units(name_of(name));
+  return length > longest_choice;
+}
+
+}  // namespace
+
+bool open_file_dialog() {
+  constexpr int buffer_too_small = 0x3003;  // the code of a dialog that can't hold the choice
+  const std::vector<std::string> names = ask_for_existing_files(
+      {.title = std::string(ui_text(msg, 1)), .path = start_folder(), .types = file_types()});
+  if (names.empty()) return false;
+  if (is_choice_too_long(names)) {
+    show_message_box({.caption = std::string(ui_text(msg, 7)),
+                      .text = fmt::format("GetOpenFileName: {}", buffer_too_small),
+                      .icon = BoxIcon::warning});
+    return false;
+  }
+  close_all();
+  open_state.audio_name = names.front();
+  if (!open_document()) {
+    close_all();
+    return false;
+  }
+  append_files(std::span(names).subspan(1));
+  name_parts_from_files();
+  return true;
+}
+
+}  // namespace corvelin

@@ -1,0 +1,29 @@
+// The checks in front of commands.
+#include "edit/requirements.h"
+
+#include "model/selection.h"
+#include "stream/frame_header.h"
+#include "text/boxes.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+bool require_selected_range() {
+  if (has_selected_range()) return true;
+  show_refusal(ui_text(msg, 20));
+  return false;
+}
+
+bool require_level_control() {
+  if (stream.current_frame.layer == 2) {
+    show_refusal(ui_text(msg, 22));
+    return false;
+  }
+  if (stream.is_aac != 0) {
+    show_refusal(ui_text(win, 35));
+    return false;
+  }
+  return true;
+}
+
+}  // namespace corvelin

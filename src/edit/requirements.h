@@ -1,0 +1,13 @@
+// What several commands need of the document before they begin. Each check shows the refusal when
+// it doesn't hold.
+#pragma once
+
+namespace corvelin {
+
+/// Whether a selection with a length is there.
+bool require_selected_range();
+
+/// Whether the stream's level can be changed inside its frames, which Layer II and AAC don't allow.
+bool require_level_control();
+
+}  // namespace corvelin

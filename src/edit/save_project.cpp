@@ -1,0 +1,78 @@
+// Saving of projects and cue sheets.
+#include "edit/save_project.h"
+
+#include <string>
+
+#include "document/open_state.h"
+#include "edit/save_audio.h"
+#include "exchange/cue_sheet.h"
+#include "exchange/project_file.h"
+#include "platform/file_dialog.h"
+#include "platform/message_box.h"
+#include "platform/path.h"
+#include "settings/note.h"
+#include "settings/settings.h"
+#include "text/boxes.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+// False when the user cancels.
+bool ask_save_path(bool as_cue, bool current_is_cue) {
+  const FileType project = {.name = "Corvelin Project (*.cvp)", .pattern = "*.cvp"};
+  const FileType sheet = {.name = "Cue Sheet (*.cue)", .pattern = "*.cue"};
+  FileDialog dialog = {.title = std::string(as_cue ? ui_text(men, 43) : ui_text(msg, 4)),
+                       .path = open_state.project_name,
+                       .types = {project, sheet},
+                       .warn_existing = true};
+  if (as_cue) dialog.types = {sheet};
+  if (!as_cue && current_is_cue) dialog.types = {sheet, project};
+  const auto answer = ask_for_new_file(dialog);
+  if (answer) open_state.project_name = *answer;
+  return answer.has_value();
+}
+
+bool write_by_extension() {
+  const std::string& name = open_state.project_name;
+  if (has_extension(name, ".cue")) return save_cue_sheet() != CueSheetSave::failed;
+  if (!has_extension(name, ".cvp")) return false;
+  if (const std::error_code error = write_project()) {
+    show_error(error.message() + "\n" + name);
+    return false;
+  }
+  add_recent(name);
+  return true;
+}
+
+}  // namespace
+
+bool save_project(bool force_dialog, bool as_cue) {
+  show_note_once(Note::project_files);
+  std::string& name = open_state.project_name;
+  const bool is_new = name.empty();
+  if (is_new) name = with_extension(proposed_save_name(), as_cue ? ".cue" : ".cvp");
+  if ((is_new || force_dialog) && !ask_save_path(as_cue, has_extension(name, ".cue"))) {
+    if (is_new) name.clear();
+    return false;
+  }
+  if (as_cue && !extension_of(name).empty()) name = with_extension(name, ".cue");
+  if (write_by_extension()) return true;
+  show_error(std::string(ui_text(msg, 13)));
+  return false;
+}
+
+bool confirm_discard_changes() {
+  if ((settings.warn & warn_of_unsaved_changes) == 0 || !open_state.document_modified) return true;
+  const BoxAnswer answer = show_message_box({.caption = "Corvelin",
+                                             .text = std::string(ui_text(msg, 19)),
+                                             .icon = BoxIcon::question,
+                                             .buttons = BoxButtons::yes_no_cancel,
+                                             .default_answer = BoxAnswer::cancel});
+  if (answer == BoxAnswer::yes) return save_project(false, false);
+  if (answer == BoxAnswer::no) open_state.document_modified = false;
+  return answer == BoxAnswer::no;
+}
+
+}  // namespace corvelin

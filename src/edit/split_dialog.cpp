@@ -1,0 +1,77 @@
+// Fields and run of split save.
+#include "edit/split_dialog.h"
+
+#include <fmt/format.h>
+
+#include <string_view>
+
+#include "document/open_state.h"
+#include "platform/message_box.h"
+#include "platform/path.h"
+#include "settings/settings.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+std::string first_folder() {
+  if (settings.workdir_onsave != 0 && !settings.working_dir.empty()) return settings.working_dir;
+  return std::string(folder_of(open_state.audio_name));
+}
+
+}  // namespace
+
+void SplitDialog::begin() {
+  cues_text = fmt::format("Cues: {}", count_split_regions());
+  const std::string& last = open_state.split_dest_folder;
+  folder = last.empty() ? first_folder() : last;
+  pattern = settings.split_pattern;
+  first_number = 1;
+  creates_id3v11 = settings.split_id3v11 != 0;
+  copies_id3v2 = settings.split_id3v2 != 0;
+  overlaps = (settings.split_overlap & split_overlap_on) != 0;
+  overlap_seconds = settings.split_overlap & (split_overlap_on - 1);
+  run.reset();
+}
+
+bool SplitDialog::accept() {
+  cancel();
+  if (folder.find('/') == std::string::npos) return false;
+  if (!folder.ends_with('/')) folder += '/';
+  open_state.split_dest_folder = folder;
+  run = std::make_unique<SplitRun>(folder, first_number);
+  return true;
+}
+
+void SplitDialog::cancel() {
+  store();
+  if (run) run->cancel();
+}
+
+void SplitDialog::store() const {
+  open_state.split_dest_folder = folder;
+  settings.split_pattern = pattern.substr(0, longest_setting);
+  settings.split_id3v11 = creates_id3v11 ? 1 : 0;
+  settings.split_id3v2 = copies_id3v2 ? 1 : 0;
+  const unsigned seconds = overlap_seconds & (split_overlap_on - 1);
+  settings.split_overlap =
+      static_cast<std::uint16_t>(overlaps ? seconds | split_overlap_on : seconds);
+}
+
+void SplitDialog::restore_defaults() {
+  const std::string_view row = ui_text(dlg, 5);  // caption and question
+  const std::size_t end = row.find('\n');
+  const MessageBox box = {
+      .caption = std::string(row.substr(0, end)),
+      .text = std::string(end == std::string_view::npos ? row : row.substr(end + 1)),
+      .icon = BoxIcon::question,
+      .buttons = BoxButtons::ok_cancel};
+  if (show_message_box(box) != BoxAnswer::ok) return;
+  pattern = default_split_pattern;
+  first_number = 1;
+  creates_id3v11 = copies_id3v2 = overlaps = false;
+  overlap_seconds = 0;
+}
+
+}  // namespace corvelin

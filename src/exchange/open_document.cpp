@@ -1,0 +1,80 @@
+// The choice of a reader, and the box for what didn't open.
+#include "exchange/open_document.h"
+
+#include <fmt/format.h>
+
+#include <string>
+
+#include "document/close_all.h"
+#include "document/open_audio_file.h"
+#include "document/open_state.h"
+#include "exchange/cue_sheet.h"
+#include "exchange/playlist.h"
+#include "exchange/project_file.h"
+#include "model/document.h"
+#include "platform/message_box.h"
+#include "platform/path.h"
+#include "settings/settings.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+bool open_audio() {
+  if (!open_audio_file()) return false;
+  add_recent(open_state.audio_name);
+  return true;
+}
+
+// A description that names no audio makes no document, however well it reads.
+bool open_description(bool (*read)()) {
+  open_state.project_name = open_state.audio_name;
+  close_all();
+  reset_state(ResetLevel::no_name);
+  if (!read() || document.parts.empty()) return false;
+  add_recent(open_state.project_name);
+  return true;
+}
+
+}  // namespace
+
+void report_open_failure(OpenFailure failure) {
+  std::string text;
+  if (!open_state.project_name.empty())
+    text += fmt::format("{}: {}\n\n", ui_text(msg, 12), open_state.project_name);
+  text += fmt::format("{}: {}\n", ui_text(msg, 11), open_state.audio_name);
+  if (failure == OpenFailure::unsupported_type) text += fmt::format("\n\n{}", ui_text(msg, 18));
+  show_message_box(
+      {.caption = std::string(ui_text(msg, 10)), .text = text, .icon = BoxIcon::warning});
+  remove_recent(open_state.project_name);
+  remove_recent(open_state.audio_name);
+  open_state.audio_name.clear();
+}
+
+bool open_document() {
+  const std::string name = open_state.audio_name;
+  open_state.project_name.clear();
+  if (extension_of(name).empty()) {
+    report_open_failure(OpenFailure::unsupported_type);
+    return false;
+  }
+  reset_state(ResetLevel::new_stream);
+  if (has_extension(name, ".mp4") || has_extension(name, ".m4a")) return false;
+  if (has_extension(name, ".m3u") || has_extension(name, ".m3u8")) return read_playlist();
+
+  const bool is_audio = has_extension(name, ".mp3") || has_extension(name, ".mp2") ||
+                        has_extension(name, ".mpa") || has_extension(name, ".aac");
+  bool is_open = false;
+  if (is_audio) {
+    is_open = open_audio();
+  } else if (has_extension(name, ".cue")) {
+    is_open = open_description([] { return load_cue_sheet(false); });
+  } else if (has_extension(name, ".cvp")) {
+    is_open = open_description(read_project);
+  }
+  if (!is_open) report_open_failure(OpenFailure::unreadable);
+  return is_open;
+}
+
+}  // namespace corvelin

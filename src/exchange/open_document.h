@@ -1,0 +1,16 @@
+// From a file name to an open document, by whichever reader the kind of the file asks for.
+#pragma once
+
+namespace corvelin {
+
+/// Opens what `open_state.audio_name` names, by its extension. The document before it has been
+/// closed. Shows a box when that fails, but for an MP4 file and for a playlist that can't be read.
+bool open_document();
+
+enum class OpenFailure { unreadable, unsupported_type };
+
+/// Shows the box for a document that didn't open, with the names in `open_state`, and takes them
+/// off the recent list. `audio_name` is empty then.
+void report_open_failure(OpenFailure failure);
+
+}  // namespace corvelin

@@ -1,0 +1,19 @@
+// The curve of a fade.
+#include "model/fade.h"
+
+#include <cmath>
+
+namespace corvelin {
+
+int gain_at(EditPosition pos, PartIndex part) {
+  const Part& range = document.parts[part];
+  const double start = range.part_gainbeg;
+  const double target = gain_behind(part);
+  const double change = target - start;
+  const double t = 1.5 * (pos - range.part_beg) / range.part_size;
+  const double gain = change > 0 ? target + (std::cos(t - 1.6) - 1) * change
+                                 : start - (std::cos(t + 0.1) - 1) * change;
+  return static_cast<int>(static_cast<float>(gain));  // truncates
+}
+
+}  // namespace corvelin

@@ -1,0 +1,42 @@
+// The way of a note to the user.
+#include "settings/note.h"
+
+#include <string>
+#include <string_view>
+
+#include "platform/message_box.h"
+#include "settings/settings.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+std::string_view text_of(Note note) {
+  switch (note) {
+    case Note::project_files:
+      return ui_text(msg, 34);
+    case Note::reencoded_save:
+      return ui_text(msg, 45);
+    case Note::audio_graph:
+      return ui_text(msg, 35);
+    case Note::cue_sheets_and_vbr:
+      return ui_text(msg, 38);
+    case Note::batch:
+      return ui_text(msg, 39);
+  }
+  return {};
+}
+
+}  // namespace
+
+void show_note_once(Note note) {
+  const auto bit = static_cast<std::uint16_t>(note);
+  if ((settings.msg_hide & bit) != 0) return;
+  const bool hides = show_note({.caption = std::string(ui_text(msg, 9)),
+                                .text = std::string(text_of(note)),
+                                .icon = BoxIcon::information});
+  if (hides) settings.msg_hide |= bit;
+}
+
+}  // namespace corvelin

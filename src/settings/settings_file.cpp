@@ -1,0 +1,164 @@
+// Reader and writer of the settings file, both driven by the table of keys.
+#include "settings/settings_file.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <iterator>
+
+#include "platform/file.h"
+#include "platform/text.h"
+#include "settings/settings.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr std::string_view current_version = "2.40";
+
+// The older form of a path: its UTF-16 bytes in hexadecimal digits.
+bool is_stored_in_hex(std::string_view key, std::string_view value) {
+  const bool may_be = key == "file_recent" || key == "file_savepath" || key == "working_dir";
+  return may_be && !value.empty() && value.front() >= '0' && value.front() <= '9';
+}
+
+// Takes a value into the field of its key. One overload a kind of key.
+struct ValueReader {
+  std::string_view key;
+  std::string_view value;
+  bool utf8;
+
+  [[nodiscard]] std::string path() const {
+    std::string path(value);
+    if (is_stored_in_hex(key, value)) {
+      path = wide_to_bytes(hex_to_wide(value), true);
+    } else if (!utf8) {
+      path = wide_to_bytes(bytes_to_wide(value, false), true);
+    }
+    return std::string(cut_to_units(path, longest_setting));
+  }
+
+  template <typename Number>
+  void operator()(const NumberKey<Number>& row) const {
+    settings.*row.field = static_cast<Number>(leading_number(value));
+  }
+  void operator()(const PathKey& row) const { settings.*row.field = path(); }
+  void operator()(const TextKey& row) const {
+    settings.*row.field = bytes_to_wide(value, utf8).substr(0, row.most);
+  }
+  void operator()(const PathsKey& row) const {
+    // `max_recent` as it stands now: the recent files come first in the file, so it is the default.
+    const std::size_t most = std::min<std::size_t>(settings.max_recent, row.most);
+    if ((settings.*row.field).size() < most && !value.empty())
+      (settings.*row.field).push_back(path());
+  }
+  void operator()(const LinesKey& row) const {
+    if ((settings.*row.field).size() < row.most) (settings.*row.field).emplace_back(value);
+  }
+};
+
+// A value that holds a line end can't be written as a line: it is left out, not cut.
+bool fits_a_line(std::string_view value) {
+  return value.find_first_of(std::string_view("\n\0", 2)) == std::string_view::npos &&
+         !value.ends_with('\r');
+}
+
+// Appends the lines of a key. One overload a kind of key.
+struct ValueWriter {
+  std::string& text;
+  std::string_view key;
+
+  void line(std::string_view value) const {
+    if (fits_a_line(value)) fmt::format_to(std::back_inserter(text), "{}={}\r\n", key, value);
+  }
+
+  template <typename Number>
+  void operator()(const NumberKey<Number>& row) const {
+    line(fmt::format("{}", static_cast<std::int32_t>(settings.*row.field)));
+  }
+  // What begins with a digit would be read as the older form, so it is written in that.
+  void operator()(const PathKey& row) const {
+    const std::string& path = settings.*row.field;
+    line(is_stored_in_hex(key, path) ? wide_to_hex(bytes_to_wide(path, true)) : path);
+  }
+  void operator()(const TextKey& row) const {
+    line(key == "version" ? current_version : wide_to_bytes(settings.*row.field, true));
+  }
+  void operator()(const PathsKey& row) const {
+    const auto& paths = settings.*row.field;
+    const std::size_t count = std::min<std::size_t>(paths.size(), settings.max_recent);
+    for (std::size_t i = 0; i < count; ++i)
+      if (!paths[i].empty()) line(paths[i]);
+  }
+  void operator()(const LinesKey& row) const {
+    for (const std::string& value : settings.*row.field) line(value);
+  }
+};
+
+std::string read_text(const InputFile& file) {
+  std::string text(settings_file_limit, '\0');
+  text.resize(file.read_at(0, {reinterpret_cast<std::uint8_t*>(text.data()), text.size()}));
+  return text;
+}
+
+bool begins_with_key(std::string_view line) {
+  const std::string_view key = line.substr(0, line.find('='));
+  return std::ranges::find(setting_keys(), key, &SettingKey::key) != setting_keys().end();
+}
+
+}  // namespace
+
+bool may_hold_settings(const std::string& path) {
+  if (!file_facts(path).found) return true;
+  InputFile file;
+  if (file.open(path)) return false;
+  const std::string text = read_text(file);
+  if (file.read_error()) return false;
+  if (text.empty() || text.starts_with('[')) return true;
+  std::string_view rest = text;
+  for (std::string_view line; take_line(rest, line);)
+    if (begins_with_key(line)) return true;
+  return false;
+}
+
+bool read_settings(const std::string& path) {
+  InputFile file;
+  if (file.open(path)) return false;
+  const std::string text = read_text(file);
+  return !file.read_error() && parse_settings(text);
+}
+
+bool parse_settings(std::string_view text) {
+  text = text.substr(0, settings_file_limit);
+  text = text.substr(0, text.find('\0'));
+  std::string_view line;
+  if (!take_line(text, line)) return false;  // the first line is the header, whatever it says
+
+  bool utf8 = false;
+  while (take_line(text, line)) {
+    const std::size_t equal = line.find('=');
+    if (equal == std::string_view::npos) continue;
+    const std::string_view key = line.substr(0, equal);
+    const std::string_view value = line.substr(equal + 1);
+    if (key == "utf8") {
+      utf8 = leading_number(value) != 0;
+      continue;
+    }
+    const auto row = std::ranges::find(setting_keys(), key, &SettingKey::key);
+    if (row != setting_keys().end()) std::visit(ValueReader{key, value, utf8}, row->value);
+  }
+  return true;
+}
+
+std::string format_settings() {
+  std::string text = "[Corvelin]\r\nutf8=1\r\n";
+  for (const SettingKey& row : setting_keys()) std::visit(ValueWriter{text, row.key}, row.value);
+  return text;
+}
+
+std::error_code write_settings(const std::string& path) {
+  return replace_file(path, format_settings());
+}
+
+}  // namespace corvelin

@@ -1,0 +1,73 @@
+// The choice of the settings file.
+#include "settings/settings_storage.h"
+
+#include "platform/file.h"
+#include "platform/path.h"
+#include "platform/system.h"
+#include "settings/settings_file.h"
+
+namespace corvelin {
+
+namespace {
+
+std::string user_settings_folder() {
+  const std::string folder = configuration_folder();
+  return folder.empty() ? folder : folder + "/Corvelin";
+}
+
+}  // namespace
+
+SettingsStorage settings_storage = SettingsStorage::beside_program;
+
+std::optional<std::string> user_settings_path(bool create) {
+  const std::string folder = user_settings_folder();
+  if (folder.empty()) return std::nullopt;
+  if (create) create_folders(folder);  // a failure shows in the next line
+  if (!can_enter_folder(folder)) return std::nullopt;
+  return folder + "/Corvelin.ini";
+}
+
+std::string local_settings_path() { return with_extension(program_path(), ".ini"); }
+
+bool local_marker(MarkerOperation operation) {
+  const std::string path = std::string(folder_of(program_path())) + "corvllocal.ini";
+  const bool exists = file_facts(path).found;
+  if (operation == MarkerOperation::create && !exists) replace_file(path, "");
+  if (operation == MarkerOperation::remove && exists) remove_file(path);
+  return file_facts(path).found;
+}
+
+std::string choose_settings_file(bool local_run) {
+  if (local_run || local_marker(MarkerOperation::test)) {
+    settings_storage = SettingsStorage::portable;
+    return local_settings_path();
+  }
+  if (const auto path = user_settings_path(false)) {
+    settings_storage = SettingsStorage::user_profile;
+    return *path;
+  }
+  settings_storage = SettingsStorage::beside_program;
+  return local_settings_path();
+}
+
+std::error_code store_settings() {
+  if (settings_storage == SettingsStorage::portable) return write_settings(local_settings_path());
+  if (settings_storage == SettingsStorage::beside_program) {
+    if (!write_settings(local_settings_path())) return {};
+    settings_storage = SettingsStorage::user_profile;
+  }
+  if (settings_storage == SettingsStorage::removed) return {};
+  const auto path = user_settings_path(true);
+  if (!path) return std::make_error_code(std::errc::no_such_file_or_directory);
+  return write_settings(*path);
+}
+
+bool remove_user_settings() {
+  if (settings_storage != SettingsStorage::user_profile) return false;
+  const auto path = user_settings_path(false);
+  if (!path || remove_file(*path) || remove_folder(user_settings_folder())) return false;
+  settings_storage = SettingsStorage::removed;
+  return true;
+}
+
+}  // namespace corvelin

@@ -1,0 +1,18 @@
+// Saves and splits that ask for no name: what the switches of the command line do.
+#pragma once
+
+#include <string>
+
+#include "edit/save_audio.h"
+
+namespace corvelin {
+
+/// Saves in the place of the opened file with `overwrite`, else beside it: song.mp3 gives
+/// song.mp3.mp3. Asks nothing, unless the name beside it is that of a source too.
+SaveOutcome save_unattended(bool overwrite);
+
+/// Splits without a question, with the settings as they stand, into `folder`, or beside the audio
+/// with an empty one.
+SaveOutcome split_unattended(const std::string& folder);
+
+}  // namespace corvelin

@@ -1,0 +1,127 @@
+// Times against numbers worked out by hand.
+#include "model/time_mapping.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "document/close_all.h"
+#include "settings/settings.h"
+#include "stream/frame_header.h"
+
+namespace corvelin::test {
+namespace {
+
+class TimeMapping : public ::testing::Test {
+ protected:
+  TimeMapping() {
+    reset_state(ResetLevel::start);
+    stream.avg_bitrate = 128000;  // 16000 bytes per second
+  }
+  ~TimeMapping() override { reset_state(ResetLevel::start); }
+};
+
+TEST_F(TimeMapping, SeekTableBendsTheScale) {
+  // A stream of 25600 bytes whose first 99 % of time take 198/256 of the bytes.
+  document.total_size = 25600;
+  document.files.resize(1);
+  settings.use_toc = 1;
+  stream.vbr = vbr_header | vbr_toc_usable;
+  for (std::size_t i = 0; i < stream.toc.size(); ++i)
+    stream.toc[i] = static_cast<std::uint8_t>(2 * i);
+  const std::pair<EditPosition, std::uint32_t> places[] = {
+      {0, 0},         {100, 128},
+      {300, 384},     {200, 256},      // between entries and on one
+      {22000, 25441},                  // behind the last entry: (100 - 36 / 58) %
+      {25600, 25600}, {25650, 25602},  // still within 1/256 behind the end
+      {25800, 25800}, {no_position, no_position}};
+  for (const auto& [pos, scaled] : places) EXPECT_EQ(to_time_scale(pos), scaled) << pos;
+  const std::pair<std::uint32_t, EditPosition> scale[] = {
+      {0, 0},         {128, 100},
+      {384, 300},     {25441, 21997},  // 198 + 0.37890625 * 58 of 256
+      {25600, 25600}, {0xFFFFFFFF, highest_position}};
+  for (const auto& [scaled, pos] : scale) EXPECT_EQ(from_time_scale(scaled), pos) << scaled;
+  // It needs the setting, a table and a single file.
+  settings.use_toc = 0;
+  EXPECT_EQ(to_time_scale(100), 100U);
+  settings.use_toc = 1;
+  stream.vbr = vbr_header;
+  EXPECT_EQ(from_time_scale(128), 128U);
+  stream.vbr = vbr_header | vbr_toc_usable;
+  document.files.resize(2);
+  EXPECT_EQ(to_time_scale(100), 100U);
+  // Any table keeps the ends in place.
+  document.files.resize(1);
+  stream.toc.fill(0);
+  EXPECT_EQ(to_time_scale(0), 0U);
+  EXPECT_EQ(to_time_scale(25600), 25600U);
+  stream.toc.fill(255);
+  stream.toc[0] = 0;
+  EXPECT_EQ(to_time_scale(25600), 25600U);
+  EXPECT_EQ(from_time_scale(512), 25500U);  // two equal entries at 255
+  document = {};
+  EXPECT_EQ(to_time_scale(100), 100U);
+}
+
+TEST_F(TimeMapping, FormatsTimes) {
+  const double infinite = std::numeric_limits<double>::infinity();
+  struct {
+    EditPosition bytes;
+    double rate;
+    const char* text;
+  } const rows[] = {{1048000, 128000, "1'05.50"},
+                    {57599990, 128000, "59'60.00"},  // 3599999 ms; nothing is carried
+                    {57600000, 128000, "1:00'00.00"},
+                    {59608000, 128000, "1:02'05.50"},
+                    {1000, 0, "0'00.00"},
+                    {1000, -1, "0'00.00"},
+                    {1000, infinite, "0'00.00"},
+                    {1000, std::numeric_limits<double>::quiet_NaN(), "0'00.00"},
+                    {1000, 1e-30, "1193:02'47.30"}};  // 2^32 - 1 ms
+  for (const auto& row : rows) EXPECT_EQ(format_time(row.bytes, row.rate), row.text);
+  settings.show_milisec = 1;
+  EXPECT_EQ(format_time(80018, 128000), "0'05.001");
+  EXPECT_EQ(format_time(80000, 128000, SecondsForm::recorder), "0'05.0");
+}
+
+TEST_F(TimeMapping, AbsurdTimesGiveDefinedPlaces) {
+  EXPECT_EQ(time_to_position(1.5), 24000U);
+  EXPECT_EQ(time_to_position(-1), 0U);
+  EXPECT_EQ(time_to_position(1e12), highest_position);
+  stream.avg_bitrate = std::numeric_limits<float>::infinity();
+  EXPECT_EQ(time_to_position(1), highest_position);
+  EXPECT_EQ(time_to_position(0), 0U);
+  stream.avg_bitrate = 0;
+  EXPECT_EQ(time_to_position(1e300), 0U);
+}
+
+TEST_F(TimeMapping, ReadsTypedTimes) {
+  struct {
+    std::string_view text;
+    std::uint32_t bytes;
+    std::string_view rest;
+  } const times[] = {
+      {"1'05.50 (3%)", 1048000, "(3%)"},
+      {" 1:02'05.50 x", 59608000, "x"},
+      {"2: x", 115200000, "x"},
+      {"7.5 x", 120000, "x"},
+      {"x:1'y 5", 960000, "5"},  // what is no number counts as 0 in its place
+      {"1'30", 960000, "30"},    // without the terminator the seconds don't count
+      {"", 0, ""},
+      {"0'05.00 - 1:02'05.50 ", 80000, "- 1:02'05.50 "},  // the hours of the second stay there
+  };
+  for (const auto& typed : times) {
+    std::string_view text = typed.text;
+    EXPECT_EQ(parse_time(text, ' '), typed.bytes) << typed.text;
+    EXPECT_EQ(text, typed.rest) << typed.text;
+  }
+  const std::pair<const char*, double> whole[] = {
+      {"65.5s", 65.5}, {"1'05.50", 65.5}, {"1:02'05.50", 3725.5}, {"125'0", 7500}};
+  for (const auto& [text, seconds] : whole) EXPECT_EQ(whole_time(text), seconds);
+  for (const char* text : {"", "s", "65.5", "-5s", "1'", "'5", ":1'5", "1:2", "1:2:3'4", "1'5s",
+                           "1.5'2", "1' 5", "1'5.", "1e3s", "1'5'6"})
+    EXPECT_EQ(whole_time(text), std::nullopt) << text;
+}
+
+}  // namespace
+}  // namespace corvelin::test
