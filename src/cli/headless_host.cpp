@@ -4,9 +4,9 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include <cstdio>
 #include <utility>
 
+#include "cli/messages.h"
 #include "edit/split_dialog.h"
 #include "platform/file.h"
 #include "platform/text.h"
@@ -20,11 +20,11 @@ class ProgressLine {
  public:
   void show(const std::string& text) {
     if (!is_watched_) return;
-    fmt::print(stderr, "\r{}\033[K", text);
+    write_message("\r" + text + "\033[K");
     is_shown_ = true;
   }
   ~ProgressLine() {
-    if (is_shown_) fmt::print(stderr, "\n");
+    if (is_shown_) write_message("\n");
   }
 
  private:
@@ -43,7 +43,7 @@ void HeadlessHost::print(const MessageBox& box) {
   messages_.push_back(box);
   std::string text = box.text;
   while (text.ends_with('\n')) text.pop_back();
-  fmt::print(stderr, "{}: {}\n", box.caption, printable(std::move(text)));
+  tell(fmt::format("{}: {}", box.caption, printable(std::move(text))));
 }
 
 BoxAnswer HeadlessHost::show_message_box(const MessageBox& box) {
@@ -60,7 +60,7 @@ bool HeadlessHost::show_note(const MessageBox& note) {
 }
 
 std::optional<std::string> HeadlessHost::take_next_path(const FileDialog& dialog) {
-  if (!next_path_) fmt::print(stderr, "{}: There is nobody here to choose a file.\n", dialog.title);
+  if (!next_path_) tell(dialog.title + ": There is nobody here to choose a file.");
   return std::exchange(next_path_, std::nullopt);
 }
 
@@ -68,8 +68,7 @@ std::optional<std::string> HeadlessHost::ask_for_new_file(const FileDialog& dial
   std::optional<std::string> path = take_next_path(dialog);
   const bool may_replace = !dialog.warn_existing || fixed_answer_ == BoxAnswer::yes;
   if (path && !may_replace && file_facts(*path).found) {
-    fmt::print(stderr, "{}: {} exists. It is replaced with --yes.\n", dialog.title,
-               printable(*path));
+    tell(fmt::format("{}: {} exists. It is replaced with --yes.", dialog.title, printable(*path)));
     return std::nullopt;
   }
   return path;
@@ -81,14 +80,12 @@ std::optional<std::string> HeadlessHost::ask_for_existing_file(const FileDialog&
 
 // Texts to fill in are a matter for the lines that name them.
 bool HeadlessHost::edit(NamesDialog&) {
-  fmt::print(stderr, "There is nobody here to fill in a dialog; see the line \"names\".\n");
+  tell("There is nobody here to fill in a dialog; see the line \"names\".");
   return false;
 }
 
 bool HeadlessHost::edit(FileInfoDialog&) {
-  fmt::print(stderr,
-             "There is nobody here to fill in a dialog; see the lines \"tag\" and "
-             "\"header_bits\".\n");
+  tell("There is nobody here to fill in a dialog; see the lines \"tag\" and \"header_bits\".");
   return false;
 }
 
@@ -111,7 +108,7 @@ void HeadlessHost::drive(LongRun& run) {
     line.show(fmt::format("{:3}%  {}", run.percent_done(), run.progress_text()));
   }
   const std::string report = run.report();
-  if (!report.empty()) fmt::print(stderr, "{}", printable(with_plain_line_ends(report)));
+  write_message(printable(with_plain_line_ends(report)));
 }
 
 std::vector<MessageBox> HeadlessHost::take_messages() { return std::exchange(messages_, {}); }

@@ -3,13 +3,13 @@
 
 #include <fmt/format.h>
 
-#include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <istream>
 
 #include "cli/edit_lines.h"
 #include "cli/headless_host.h"
+#include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/reports.h"
 #include "cli/state_json.h"
@@ -18,7 +18,6 @@
 #include "exchange/split_save.h"
 #include "model/document.h"
 #include "platform/clipboard.h"
-#include "platform/text.h"
 #include "settings/settings.h"
 #include "settings/settings_file.h"
 #include "settings/settings_storage.h"
@@ -28,10 +27,6 @@
 namespace corvelin {
 
 namespace {
-
-void complain(const std::string& text) {
-  fmt::print(stderr, "corvelin-cli: {}\n", printable(text));
-}
 
 // The settings given on the command line hold for this run: they are not stored at its end.
 class RunSettings {
@@ -85,7 +80,7 @@ class HeadlessRun {
     work();
     shut_down();
     store();
-    if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0) fail("standard output: write error");
+    if (!flush_output()) fail("standard output: write error");
     return status_;
   }
 
@@ -170,8 +165,6 @@ class HeadlessRun {
   }
 
   void print_state() { print(state_as_json(host_.take_messages()) + "\n"); }
-
-  static void print(const std::string& text) { std::fwrite(text.data(), 1, text.size(), stdout); }
 
   const Options& options_;
   HeadlessHost host_;

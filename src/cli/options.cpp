@@ -6,8 +6,9 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <string_view>
+
+#include "cli/messages.h"
 
 namespace corvelin {
 
@@ -132,7 +133,7 @@ ParsedOptions parse_options(int argc, const char* const* argv) {
     options.settings.emplace_back(assignment.substr(0, equal), assignment.substr(equal + 1));
   }
   if (!fault.empty()) {
-    fmt::print(stderr, "corvelin-cli: {}\n", fault);
+    complain(fault);
     parsed.exit_status = wrong_usage;
   }
   return parsed;

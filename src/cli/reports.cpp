@@ -5,11 +5,11 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <iterator>
 #include <string_view>
 #include <utility>
 
+#include "cli/messages.h"
 #include "document/open_state.h"
 #include "edit/file_info_dialog.h"
 #include "exchange/id3v1.h"
@@ -117,7 +117,7 @@ void print_frames() {
                      frame.frame_length, frame.bitrate, gain);
       at += frame.frame_length;
     }
-    std::fwrite(lines.data(), 1, lines.size(), stdout);
+    print({lines.data(), lines.size()});
     lines.clear();
   }
   stream.current_frame = frame_before;

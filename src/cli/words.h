@@ -2,14 +2,26 @@
 // a word that begins with "#" on.
 #pragma once
 
+#include <charconv>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace corvelin {
 
 /// The words of a line; nothing when a quote is left open.
 std::optional<std::vector<std::string>> split_words(std::string_view line);
+
+/// A word that is a whole number which the type can hold.
+template <typename Number>
+std::optional<Number> parse_whole(std::string_view word) {
+  Number value = 0;
+  const char* const end = word.data() + word.size();
+  const auto [stop, error] = std::from_chars(word.data(), end, value);
+  if (error != std::errc{} || stop != end) return std::nullopt;
+  return value;
+}
 
 }  // namespace corvelin

@@ -1,0 +1,79 @@
+// Edit lines that say where: cursor, selection, current part.
+#include "cli/edit_line.h"
+
+#include <fmt/format.h>
+
+#include "cli/place.h"
+#include "cli/words.h"
+#include "edit/selection_commands.h"
+#include "edit/undo.h"
+#include "model/document.h"
+#include "model/selection.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+Refusal seek_line(Arguments words, HeadlessHost&) {
+  const auto place = parse_place(words[0]);
+  if (!place) return no_place(words[0]);
+  seek_to(*place);
+  return no_refusal;
+}
+
+Refusal select_line(Arguments words, HeadlessHost&) {
+  const auto begin = parse_position(words[0]);
+  const auto end = parse_position(words[1]);
+  if (!begin) return no_place(words[0]);
+  if (!end) return no_place(words[1]);
+  undo_push(false, ui_text(win, 22));
+  selection.sel_beg = selection.sel_end = no_position;
+  set_sel_begin(*begin);
+  set_sel_end(*end);
+  return no_refusal;
+}
+
+Refusal set_end_line(Arguments words, void (*set_end)(EditPosition)) {
+  const auto pos = parse_position(words[0]);
+  if (!pos) return no_place(words[0]);
+  undo_push(false, ui_text(win, 22));
+  set_end(*pos);
+  return no_refusal;
+}
+
+Refusal set_sel_begin_line(Arguments words, HeadlessHost&) {
+  return set_end_line(words, set_sel_begin);
+}
+
+Refusal set_sel_end_line(Arguments words, HeadlessHost&) {
+  return set_end_line(words, set_sel_end);
+}
+
+Refusal clear_selection_line(Arguments, HeadlessHost&) {
+  remove_selection();
+  return no_refusal;
+}
+
+Refusal part_line(Arguments words, HeadlessHost&) {
+  const auto index = parse_whole<PartIndex>(words[0]);
+  if (!index || *index >= part_count())
+    return fmt::format("there is no part {}; the last is {}", words[0], part_count() - 1);
+  document.current_part = *index;
+  return no_refusal;
+}
+
+constexpr EditLine table[] = {
+    {"seek", "POS", "moves the cursor", 1, 1, true, seek_line},
+    {"select", "POS POS", "selects a range", 2, 2, true, select_line},
+    {"set_sel_begin", "POS", "moves the begin of the selection", 1, 1, true, set_sel_begin_line},
+    {"set_sel_end", "POS", "moves its end", 1, 1, true, set_sel_end_line},
+    {"clear_selection", "", "selects nothing", 0, 0, true, clear_selection_line},
+    {"part", "N", "makes part N, from 0, the current one", 1, 1, true, part_line},
+};
+
+}  // namespace
+
+std::span<const EditLine> selection_lines() { return table; }
+
+}  // namespace corvelin
