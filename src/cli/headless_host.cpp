@@ -78,22 +78,19 @@ std::optional<std::string> HeadlessHost::ask_for_existing_file(const FileDialog&
   return take_next_path(dialog);
 }
 
-// Texts to fill in are a matter for the lines that name them.
-bool HeadlessHost::edit(NamesDialog&) {
-  tell("There is nobody here to fill in a dialog; see the line \"names\".");
-  return false;
-}
-
-bool HeadlessHost::edit(FileInfoDialog&) {
-  tell("There is nobody here to fill in a dialog; see the lines \"tag\" and \"header_bits\".");
-  return false;
-}
-
-// A split needs no answer: it runs with the settings as they stand.
-bool HeadlessHost::run(SplitDialog& dialog) {
-  if (!dialog.accept()) return false;
-  drive(*dialog.run);
-  return dialog.run->result() == SplitResult::finished;
+// A split needs no answer: it runs with the settings as they stand. Texts to fill in are a matter
+// for the lines that name them.
+bool HeadlessHost::show(Dialog& dialog) {
+  auto* const split = dynamic_cast<SplitDialog*>(&dialog);
+  if (split == nullptr) {
+    tell(
+        "There is nobody here to fill in a dialog; see the lines \"names\", \"tag\" and "
+        "\"header_bits\".");
+    return false;
+  }
+  if (!split->accept()) return false;
+  corvelin::drive(*split->run);
+  return split->run->result() == SplitResult::finished;
 }
 
 void HeadlessHost::drive(LongRun& run) {

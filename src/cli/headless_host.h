@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/host.h"
+#include "platform/host.h"
 
 namespace corvelin {
 
@@ -17,14 +17,11 @@ class HeadlessHost : public Host {
 
   BoxAnswer show_message_box(const MessageBox& box) override;
   bool show_note(const MessageBox& note) override;
-  void beep() override {}  // whoever runs the command is told in words
   std::optional<std::string> ask_for_new_file(const FileDialog& dialog) override;
   std::optional<std::string> ask_for_existing_file(const FileDialog& dialog) override;
-  bool edit(NamesDialog& dialog) override;
-  bool edit(FileInfoDialog& dialog) override;
-  bool run(SplitDialog& dialog) override;
+  bool show(Dialog& dialog) override;
   void drive(LongRun& run) override;
-  void request_close() override { wants_close_ = true; }
+  void close() override { wants_close_ = true; }
 
   /// The answer to the next question for a file name; nothing takes it back.
   void set_next_path(std::optional<std::string> path) { next_path_ = std::move(path); }

@@ -15,7 +15,7 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "platform/bytes.h"
-#include "platform/message_box.h"
+#include "platform/host.h"
 #include "platform/path.h"
 #include "stream/frame_header.h"
 #include "text/ui_text.h"
@@ -138,9 +138,10 @@ bool append_file_reported(const std::string& name, std::vector<std::string>* lis
   if (list != nullptr) {
     list->push_back(fmt::format("{} ({}): {}", ui_text(msg, 48), reason, name_of(name)));
   } else {
-    show_message_box({.caption = std::string(ui_text(msg, 8)),
-                      .text = fmt::format("{}: {}\n\n{}", ui_text(msg, 48), reason, name_of(name)),
-                      .icon = BoxIcon::warning});
+    host().show_message_box(
+        {.caption = std::string(ui_text(msg, 8)),
+         .text = fmt::format("{}: {}\n\n{}", ui_text(msg, 48), reason, name_of(name)),
+         .icon = BoxIcon::warning});
   }
   return false;
 }

@@ -23,8 +23,7 @@
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "platform/clipboard.h"
-#include "platform/message_box.h"
+#include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "stream/frame_header.h"
@@ -123,7 +122,7 @@ std::optional<PastedRange> parse_range(std::string_view line) {
 
 // The text ends at a zero, as it does for whoever wrote it.
 PasteResult fetch_text(std::string& text) {
-  switch (get_clipboard_text(text)) {
+  switch (host().get_clipboard_text(text)) {
     case ClipboardContent::no_text:
       return PasteResult::no_text;
     case ClipboardContent::unavailable:
@@ -256,7 +255,8 @@ std::string_view paste_failure(PasteResult result) {
 
 // False, for a command that was refused.
 bool refuse(std::string_view caption, std::string_view text, BoxIcon icon) {
-  show_message_box({.caption = std::string(caption), .text = std::string(text), .icon = icon});
+  host().show_message_box(
+      {.caption = std::string(caption), .text = std::string(text), .icon = icon});
   return false;
 }
 
@@ -268,7 +268,7 @@ bool copy_or_refuse() {
 
 bool copy_to_clipboard() {
   const std::optional<std::string> text = text_of_selection();
-  const bool is_set = set_clipboard_text(text.value_or(""));
+  const bool is_set = host().set_clipboard_text(text.value_or(""));
   return text && is_set;
 }
 

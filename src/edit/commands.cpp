@@ -13,13 +13,16 @@
 #include "edit/clipboard.h"
 #include "edit/cue_commands.h"
 #include "edit/cut_commands.h"
+#include "edit/file_info_dialog.h"
 #include "edit/mute_cut.h"
+#include "edit/names_dialog.h"
 #include "edit/navigation.h"
 #include "edit/open_dialog.h"
 #include "edit/resync_check.h"
 #include "edit/save_audio.h"
 #include "edit/save_project.h"
 #include "edit/selection_commands.h"
+#include "edit/split_dialog.h"
 #include "edit/trim_commands.h"
 #include "edit/undo.h"
 #include "exchange/cue_sheet.h"
@@ -27,9 +30,8 @@
 #include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "platform/close_request.h"
 #include "platform/file.h"
-#include "platform/message_box.h"
+#include "platform/host.h"
 #include "platform/process.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -100,9 +102,14 @@ bool save_selected() { return save_selection() == SaveOutcome::saved; }
 bool save_project_or_sheet() { return save_project(false, false); }
 bool save_project_as() { return save_project(true, false); }
 
-bool split_dialog() { return dialog_commands.split(); }
-bool file_info_dialog() { return dialog_commands.file_info(); }
-bool names_dialog() { return dialog_commands.names(); }
+template <typename Record>
+bool run_dialog() {
+  Record dialog;
+  return show_dialog(dialog);
+}
+constexpr auto split_dialog = run_dialog<SplitDialog>;
+constexpr auto file_info_dialog = run_dialog<FileInfoDialog>;
+constexpr auto names_dialog = run_dialog<NamesDialog>;
 
 bool open_by_dialog() { return confirm_discard_changes() && open_file_dialog(); }
 
@@ -133,11 +140,11 @@ bool edit_cue_sheet() {
     show_error("xdg-open: " + error.message());
     return false;
   }
-  const BoxAnswer answer = show_message_box({.caption = "Corvelin",
-                                             .text = std::string(ui_text(msg, 26)),
-                                             .icon = BoxIcon::question,
-                                             .buttons = BoxButtons::yes_no,
-                                             .default_answer = BoxAnswer::yes});
+  const BoxAnswer answer = host().show_message_box({.caption = "Corvelin",
+                                                    .text = std::string(ui_text(msg, 26)),
+                                                    .icon = BoxIcon::question,
+                                                    .buttons = BoxButtons::yes_no,
+                                                    .default_answer = BoxAnswer::yes});
   return answer != BoxAnswer::yes || reopen(open_state.project_name);
 }
 
@@ -169,11 +176,11 @@ void set_encoding(bool to_utf8) {
   if (!has_texts()) return;
   std::string caption(ui_text(men, 74));
   std::erase(caption, '&');
-  const BoxAnswer answer = show_message_box({.caption = caption,
-                                             .text = std::string(ui_text(msg, 46)),
-                                             .icon = BoxIcon::question,
-                                             .buttons = BoxButtons::yes_no,
-                                             .default_answer = BoxAnswer::yes});
+  const BoxAnswer answer = host().show_message_box({.caption = caption,
+                                                    .text = std::string(ui_text(msg, 46)),
+                                                    .icon = BoxIcon::question,
+                                                    .buttons = BoxButtons::yes_no,
+                                                    .default_answer = BoxAnswer::yes});
   if (answer != BoxAnswer::yes) return;
   undo_push(true, ui_text(men, 74));
   convert_texts(to_utf8);
@@ -245,8 +252,6 @@ DispatchResult run(const Command& command) {
 }
 
 }  // namespace
-
-DialogCommands dialog_commands;
 
 std::span<const Command> command_table() { return table; }
 

@@ -57,16 +57,6 @@ DispatchResult dispatch_command(CommandId id);
 /// The id of a command by the name of its operation.
 std::optional<CommandId> find_command(std::string_view name);
 
-/// The commands that run a dialog. The dialogs lie above this level, which fills these in; without
-/// that nobody is there to run one.
-struct DialogCommands {
-  bool (*split)() = [] { return false; };
-  bool (*file_info)() = [] { return false; };
-  bool (*names)() = [] { return false; };
-};
-
-extern DialogCommands dialog_commands;
-
 /// Whether nothing plays and no recording is armed. If not, the user is told to stop that first.
 bool ensure_stopped();
 

@@ -85,19 +85,19 @@ std::vector<InfoLine> file_info_lines(EditPosition pos) {
 }
 
 void FileInfoDialog::begin() {
-  *this = {.tag = tag_dialog_load(),
-           .rewrite_header = header_rewrite.rewrite_header,
-           .rewrite_copyright = header_rewrite.rewrite_copyright != 0,
-           .rewrite_original = header_rewrite.rewrite_original != 0,
-           .rewrite_private = header_rewrite.rewrite_private != 0,
-           .write_xing = settings.write_xing != 0,
-           .keep_info = settings.keep_info != 0,
-           .keep_lame = settings.keep_lame != 0,
-           .keep_id3v2 = settings.keep_id3v2 != 0,
-           .can_edit_boxes = stream.is_aac == 0};
+  tag = tag_dialog_load();
+  rewrite_header = header_rewrite.rewrite_header;
+  rewrite_copyright = header_rewrite.rewrite_copyright != 0;
+  rewrite_original = header_rewrite.rewrite_original != 0;
+  rewrite_private = header_rewrite.rewrite_private != 0;
+  write_xing = settings.write_xing != 0;
+  keep_info = settings.keep_info != 0;
+  keep_lame = settings.keep_lame != 0;
+  keep_id3v2 = settings.keep_id3v2 != 0;
+  can_edit_boxes = stream.is_aac == 0;
 }
 
-void FileInfoDialog::accept() const {
+bool FileInfoDialog::accept() {
   tag_dialog_apply(tag);
   header_rewrite.rewrite_header = rewrite_header;
   if (rewrite_header) {
@@ -110,6 +110,7 @@ void FileInfoDialog::accept() const {
   settings.keep_lame = keep_lame ? 1 : 0;
   settings.keep_info = keep_info ? 1 : 0;
   open_state.document_modified = true;
+  return true;
 }
 
 }  // namespace corvelin

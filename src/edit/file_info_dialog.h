@@ -1,6 +1,6 @@
 // The dialog "File info": a summary of the stream, the ID3v1 tag, the header bits to be written and
-// what a save keeps. The summary is a list of lines for whoever shows it; the rest is a record that
-// a host shows and edits, and closing it without `accept` changes nothing.
+// what a save keeps. The summary is a list of lines that a host shows again and again while audio
+// plays.
 #pragma once
 
 #include <string>
@@ -8,6 +8,7 @@
 
 #include "exchange/id3v1.h"
 #include "model/document.h"
+#include "platform/host.h"
 
 namespace corvelin {
 
@@ -20,7 +21,7 @@ struct InfoLine {
 /// of an APE tag is there only with one. Empty without a document.
 std::vector<InfoLine> file_info_lines(EditPosition pos);
 
-struct FileInfoDialog {
+struct FileInfoDialog : Dialog {
   TagDialog tag;
   bool rewrite_header = false;  // the box "Modify bits"; without it the three bits mean nothing
   bool rewrite_copyright = false;
@@ -33,12 +34,12 @@ struct FileInfoDialog {
   bool can_edit_boxes = true;  // AAC has no such header, and the rest is not for it
 
   /// Takes the values of the document and the settings.
-  void begin();
+  void begin() override;
 
   [[nodiscard]] bool can_edit_bits() const { return rewrite_header && can_edit_boxes; }
 
   /// Writes the values back. The bits take effect in the frames when they are saved.
-  void accept() const;
+  bool accept() override;
 };
 
 }  // namespace corvelin

@@ -22,8 +22,8 @@ std::string NamesDialog::group_title() const {
   return fmt::format("{} #{}", ui_text(dlg, 63), part + 1);
 }
 
-void NamesDialog::accept() const {
-  if (part >= part_count()) return;
+bool NamesDialog::accept() {
+  if (part >= part_count()) return false;
   undo_push(true, ui_text(men, 34));
   document.sheet_artist = sheet_artist.substr(0, text_limit);
   document.sheet_title = sheet_title.substr(0, text_limit);
@@ -32,6 +32,7 @@ void NamesDialog::accept() const {
   target.part_title = part_title.substr(0, text_limit);
   target.part_iscue = part_iscue ? 1 : 0;
   open_state.document_modified = true;
+  return true;
 }
 
 }  // namespace corvelin

@@ -1,16 +1,16 @@
 // The dialog "Names and part properties": the texts and the cue flag of the current part, and the
-// texts of the album. A record that a host shows and edits; closing it without `accept` changes
-// nothing.
+// texts of the album.
 #pragma once
 
 #include <cstddef>
 #include <string>
 
 #include "model/document.h"
+#include "platform/host.h"
 
 namespace corvelin {
 
-struct NamesDialog {
+struct NamesDialog : Dialog {
   /// Most characters of each text.
   static constexpr std::size_t text_limit = 400;
 
@@ -22,13 +22,13 @@ struct NamesDialog {
   std::u16string sheet_title;
 
   /// Takes the values of the current part. A document is open.
-  void begin();
+  void begin() override;
 
   /// The title of the part's group: "Part #3".
   [[nodiscard]] std::string group_title() const;
 
   /// Takes an undo step and writes the values to the document. An empty text means none.
-  void accept() const;
+  bool accept() override;
 };
 
 }  // namespace corvelin

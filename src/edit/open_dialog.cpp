@@ -13,8 +13,7 @@
 #include "document/open_state.h"
 #include "exchange/open_document.h"
 #include "model/document.h"
-#include "platform/file_dialog.h"
-#include "platform/message_box.h"
+#include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -60,13 +59,13 @@ bool is_choice_too_long(const std::vector<std::string>& names) {
 
 bool open_file_dialog() {
   constexpr int buffer_too_small = 0x3003;  // the code of a dialog that can't hold the choice
-  const std::vector<std::string> names = ask_for_existing_files(
+  const std::vector<std::string> names = host().ask_for_existing_files(
       {.title = std::string(ui_text(msg, 1)), .path = start_folder(), .types = file_types()});
   if (names.empty()) return false;
   if (is_choice_too_long(names)) {
-    show_message_box({.caption = std::string(ui_text(msg, 7)),
-                      .text = fmt::format("GetOpenFileName: {}", buffer_too_small),
-                      .icon = BoxIcon::warning});
+    host().show_message_box({.caption = std::string(ui_text(msg, 7)),
+                             .text = fmt::format("GetOpenFileName: {}", buffer_too_small),
+                             .icon = BoxIcon::warning});
     return false;
   }
   close_all();

@@ -14,7 +14,7 @@
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
-#include "platform/message_box.h"
+#include "platform/host.h"
 #include "platform/text.h"
 #include "stream/frame_header.h"
 #include "text/ui_text.h"
@@ -62,9 +62,9 @@ void check_resyncs() {
   const EditPosition begin = has_range ? selection.sel_beg : 0;
   const EditPosition end = has_range ? selection.sel_end : document.total_size;
   const int count = mark_resyncs(begin, end);
-  show_message_box({.caption = menu_text_plain(ui_text(men, 29)),
-                    .text = fmt::format("{} Re-sync(s)", count),
-                    .icon = BoxIcon::information});
+  host().show_message_box({.caption = menu_text_plain(ui_text(men, 29)),
+                           .text = fmt::format("{} Re-sync(s)", count),
+                           .icon = BoxIcon::information});
 }
 
 }  // namespace corvelin

@@ -8,9 +8,7 @@
 #include "document/open_state.h"
 #include "edit/requirements.h"
 #include "exchange/save_run.h"
-#include "platform/close_request.h"
-#include "platform/file_dialog.h"
-#include "platform/message_box.h"
+#include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -47,7 +45,7 @@ bool may_replace_source(const std::string& path) {
                           .icon = BoxIcon::warning,
                           .buttons = BoxButtons::yes_no,
                           .default_answer = BoxAnswer::no};
-  return show_message_box(box) == BoxAnswer::yes;
+  return host().show_message_box(box) == BoxAnswer::yes;
 }
 
 SaveOutcome run_save(const std::string& name, bool replaces_source) {
@@ -82,10 +80,10 @@ SaveOutcome save_under_chosen_name(bool overwrite) {
 SaveOutcome save_audio() {
   std::string& name = open_state.save_name;
   if (name.empty() || name.ends_with('/')) name = proposed_save_name();
-  const auto answer = ask_for_new_file({.title = std::string(ui_text(msg, 2)),
-                                        .path = name,
-                                        .types = {type_of_stream()},
-                                        .warn_existing = settings.warn_existing != 0});
+  const auto answer = host().ask_for_new_file({.title = std::string(ui_text(msg, 2)),
+                                               .path = name,
+                                               .types = {type_of_stream()},
+                                               .warn_existing = settings.warn_existing != 0});
   if (!answer) {
     open_state.selection_only = false;
     return SaveOutcome::not_started;

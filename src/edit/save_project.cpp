@@ -7,8 +7,7 @@
 #include "edit/save_audio.h"
 #include "exchange/cue_sheet.h"
 #include "exchange/project_file.h"
-#include "platform/file_dialog.h"
-#include "platform/message_box.h"
+#include "platform/host.h"
 #include "platform/path.h"
 #include "settings/note.h"
 #include "settings/settings.h"
@@ -29,7 +28,7 @@ bool ask_save_path(bool as_cue, bool current_is_cue) {
                        .warn_existing = true};
   if (as_cue) dialog.types = {sheet};
   if (!as_cue && current_is_cue) dialog.types = {sheet, project};
-  const auto answer = ask_for_new_file(dialog);
+  const auto answer = host().ask_for_new_file(dialog);
   if (answer) open_state.project_name = *answer;
   return answer.has_value();
 }
@@ -65,11 +64,11 @@ bool save_project(bool force_dialog, bool as_cue) {
 
 bool confirm_discard_changes() {
   if ((settings.warn & warn_of_unsaved_changes) == 0 || !open_state.document_modified) return true;
-  const BoxAnswer answer = show_message_box({.caption = "Corvelin",
-                                             .text = std::string(ui_text(msg, 19)),
-                                             .icon = BoxIcon::question,
-                                             .buttons = BoxButtons::yes_no_cancel,
-                                             .default_answer = BoxAnswer::cancel});
+  const BoxAnswer answer = host().show_message_box({.caption = "Corvelin",
+                                                    .text = std::string(ui_text(msg, 19)),
+                                                    .icon = BoxIcon::question,
+                                                    .buttons = BoxButtons::yes_no_cancel,
+                                                    .default_answer = BoxAnswer::cancel});
   if (answer == BoxAnswer::yes) return save_project(false, false);
   if (answer == BoxAnswer::no) open_state.document_modified = false;
   return answer == BoxAnswer::no;

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "document/open_state.h"
-#include "platform/message_box.h"
+#include "platform/host.h"
 #include "platform/path.h"
 #include "settings/settings.h"
 #include "text/ui_text.h"
@@ -67,7 +67,7 @@ void SplitDialog::restore_defaults() {
       .text = std::string(end == std::string_view::npos ? row : row.substr(end + 1)),
       .icon = BoxIcon::question,
       .buttons = BoxButtons::ok_cancel};
-  if (show_message_box(box) != BoxAnswer::ok) return;
+  if (host().show_message_box(box) != BoxAnswer::ok) return;
   pattern = default_split_pattern;
   first_number = 1;
   creates_id3v11 = copies_id3v2 = overlaps = false;

@@ -1,5 +1,5 @@
 // The dialog of split save: where the pieces go, how they are called and what they get, and the run
-// behind its OK. A record that a host shows, edits and, while `run` is there, steps by a timer.
+// behind its OK, which a host steps.
 #pragma once
 
 #include <cstdint>
@@ -7,10 +7,11 @@
 #include <string>
 
 #include "exchange/split_save.h"
+#include "platform/host.h"
 
 namespace corvelin {
 
-struct SplitDialog {
+struct SplitDialog : Dialog {
   std::string cues_text;  // "Cues: 12": how many pieces there will be
   std::string folder;
   std::u16string pattern;
@@ -22,14 +23,14 @@ struct SplitDialog {
   std::unique_ptr<SplitRun> run;     // the one under way, or the last one
 
   /// Takes the settings, and the folder of the run before, the working folder or that of the audio.
-  void begin();
+  void begin() override;
 
   /// Stores the fields, ends a run that is under way, and starts one anew from the first region.
   /// False, and nothing started, when the folder is none.
-  bool accept();
+  bool accept() override;
 
   /// Stores the fields and ends the run between two regions.
-  void cancel();
+  void cancel() override;
 
   /// Asks, and resets all but the folder.
   void restore_defaults();

@@ -8,7 +8,7 @@
 #include "edit/places.h"
 #include "exchange/project_file.h"
 #include "model/selection.h"
-#include "platform/message_box.h"
+#include "platform/host.h"
 #include "platform/text.h"
 #include "settings/settings.h"
 #include "text/ui_text.h"
@@ -64,7 +64,7 @@ void undo_push(bool with_snapshot, std::string_view label) {
 bool undo_pop() {
   if (entry_limit() == 0) return false;
   if (undo_stack.empty()) {
-    beep();
+    host().beep();
     return false;
   }
   const UndoEntry entry = std::move(undo_stack.front());

@@ -15,7 +15,7 @@
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "platform/file.h"
-#include "platform/file_dialog.h"
+#include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/note.h"
@@ -183,10 +183,10 @@ bool load_cue_sheet(bool over_current_audio) {
 bool choose_and_load_cue_sheet(const std::function<void()>& before_load) {
   open_state.project_name.clear();
   const auto path =
-      ask_for_existing_file({.title = std::string(ui_text(msg, 1)),
-                             .path = std::string(folder_of(open_state.audio_name)),
-                             .types = {{.name = "Cue Sheets (*.cue)", .pattern = "*.cue"},
-                                       {.name = "All files (*.*)", .pattern = "*.*"}}});
+      host().ask_for_existing_file({.title = std::string(ui_text(msg, 1)),
+                                    .path = std::string(folder_of(open_state.audio_name)),
+                                    .types = {{.name = "Cue Sheets (*.cue)", .pattern = "*.cue"},
+                                              {.name = "All files (*.*)", .pattern = "*.*"}}});
   if (!path) return false;
   open_state.project_name = *path;
   show_vbr_note();

@@ -9,7 +9,7 @@
 #include "exchange/cue_time.h"
 #include "model/document.h"
 #include "platform/file.h"
-#include "platform/message_box.h"
+#include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -31,7 +31,7 @@ bool may_name_other_audio() {
                           .icon = BoxIcon::question,
                           .buttons = BoxButtons::ok_cancel,
                           .default_answer = BoxAnswer::ok};
-  return show_message_box(box) == BoxAnswer::ok;
+  return host().show_message_box(box) == BoxAnswer::ok;
 }
 
 std::string name_bytes(const std::u16string& name) {

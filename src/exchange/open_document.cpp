@@ -12,7 +12,7 @@
 #include "exchange/playlist.h"
 #include "exchange/project_file.h"
 #include "model/document.h"
-#include "platform/message_box.h"
+#include "platform/host.h"
 #include "platform/path.h"
 #include "settings/settings.h"
 #include "text/ui_text.h"
@@ -45,7 +45,7 @@ void report_open_failure(OpenFailure failure) {
     text += fmt::format("{}: {}\n\n", ui_text(msg, 12), open_state.project_name);
   text += fmt::format("{}: {}\n", ui_text(msg, 11), open_state.audio_name);
   if (failure == OpenFailure::unsupported_type) text += fmt::format("\n\n{}", ui_text(msg, 18));
-  show_message_box(
+  host().show_message_box(
       {.caption = std::string(ui_text(msg, 10)), .text = text, .icon = BoxIcon::warning});
   remove_recent(open_state.project_name);
   remove_recent(open_state.audio_name);

@@ -14,7 +14,7 @@
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
-#include "platform/message_box.h"
+#include "platform/host.h"
 #include "platform/numbers.h"
 #include "platform/path.h"
 #include "settings/settings.h"
@@ -162,9 +162,9 @@ void SplitRun::finish() {
     return;
   }
   if (result_ != SplitResult::finished || split_resyncs_ == 0 || batch_active) return;
-  show_message_box({.caption = std::string(ui_text(msg, 7)),
-                    .text = format_row(ui_text(msg, 15), split_done_, split_resyncs_),
-                    .icon = BoxIcon::warning});
+  host().show_message_box({.caption = std::string(ui_text(msg, 7)),
+                           .text = format_row(ui_text(msg, 15), split_done_, split_resyncs_),
+                           .icon = BoxIcon::warning});
 }
 
 void SplitRun::cancel() {

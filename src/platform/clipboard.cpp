@@ -30,17 +30,14 @@ bool may_be_clipboard(const std::string& path) {
 
 }  // namespace
 
-ClipboardHandler clipboard_handler;
 std::string clipboard_file;
 
-bool set_clipboard_text(std::string_view text) {
-  if (clipboard_handler.set) return clipboard_handler.set(text);
+bool write_clipboard_file(std::string_view text) {
   const std::string path = file_path();
   return !path.empty() && may_be_clipboard(path) && !replace_file(path, text);
 }
 
-ClipboardContent get_clipboard_text(std::string& text) {
-  if (clipboard_handler.get) return clipboard_handler.get(text);
+ClipboardContent read_clipboard_file(std::string& text) {
   const std::string path = file_path();
   if (path.empty()) return ClipboardContent::unavailable;
   if (!file_facts(path).found) return ClipboardContent::no_text;

@@ -1,9 +1,7 @@
-// The clipboard: one text that other programs, and other runs of this one, can read and replace. A
-// desktop fills in `clipboard_handler`; without one the clipboard is a file that belongs to the
-// user and is gone with the session.
+// The clipboard of a run without a desktop: a text in a file that other runs can read and replace.
+// It belongs to the user and is gone with the session. Commands reach it through the host.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -18,20 +16,12 @@ enum class ClipboardContent {
 
 /// Puts `text` in the place of what the clipboard holds; an empty one empties it. False when that
 /// fails: the old content stays then.
-bool set_clipboard_text(std::string_view text);
+bool write_clipboard_file(std::string_view text);
 
 /// Fetches the text. `text` is untouched unless that is the answer.
-ClipboardContent get_clipboard_text(std::string& text);
+ClipboardContent read_clipboard_file(std::string& text);
 
-/// The clipboard of a desktop.
-struct ClipboardHandler {
-  std::function<bool(std::string_view text)> set;
-  std::function<ClipboardContent(std::string& text)> get;
-};
-
-extern ClipboardHandler clipboard_handler;
-
-/// The file that is the clipboard where no desktop is; empty for the one in `runtime_folder()`.
+/// The file that is the clipboard; empty for the one in `runtime_folder()`.
 extern std::string clipboard_file;
 
 }  // namespace corvelin

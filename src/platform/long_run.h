@@ -2,7 +2,6 @@
 // does the work; the host steps it, from a timer or in a plain loop, and shows how far it is.
 #pragma once
 
-#include <functional>
 #include <string>
 
 namespace corvelin {
@@ -14,7 +13,8 @@ class LongRun {
   /// Does the next slice. False when there is none left.
   virtual bool step() = 0;
 
-  /// Ends the run before its time. What it wrote so far stays as the run itself decides.
+  /// Ends the run before its time. What it wrote so far stays as the run itself decides. Does
+  /// nothing behind the end.
   virtual void cancel() = 0;
 
   [[nodiscard]] virtual int percent_done() const = 0;           // 0 to 100
@@ -23,10 +23,5 @@ class LongRun {
   /// What the user has to see after the end, in lines ended by CR LF; empty when all went well.
   [[nodiscard]] virtual std::string report() const = 0;
 };
-
-/// Steps the run to its end, through the host if there is one.
-void drive(LongRun& run);
-
-extern std::function<void(LongRun&)> long_run_driver;
 
 }  // namespace corvelin

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/message_box.h"
+#include "platform/host.h"
 #include "settings/settings.h"
 #include "text/ui_text.h"
 
@@ -33,9 +33,9 @@ std::string_view text_of(Note note) {
 void show_note_once(Note note) {
   const auto bit = static_cast<std::uint16_t>(note);
   if ((settings.msg_hide & bit) != 0) return;
-  const bool hides = show_note({.caption = std::string(ui_text(msg, 9)),
-                                .text = std::string(text_of(note)),
-                                .icon = BoxIcon::information});
+  const bool hides = host().show_note({.caption = std::string(ui_text(msg, 9)),
+                                       .text = std::string(text_of(note)),
+                                       .icon = BoxIcon::information});
   if (hides) settings.msg_hide |= bit;
 }
 

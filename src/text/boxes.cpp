@@ -1,17 +1,18 @@
 // The boxes of errors and refusals.
 #include "text/boxes.h"
 
-#include "platform/message_box.h"
+#include "platform/host.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
 
 void show_error(const std::string& text) {
-  show_message_box({.caption = std::string(ui_text(msg, 6)), .text = text, .icon = BoxIcon::error});
+  host().show_message_box(
+      {.caption = std::string(ui_text(msg, 6)), .text = text, .icon = BoxIcon::error});
 }
 
 void show_refusal(std::string_view text) {
-  show_message_box(
+  host().show_message_box(
       {.caption = std::string(ui_text(msg, 8)), .text = std::string(text), .icon = BoxIcon::error});
 }
 

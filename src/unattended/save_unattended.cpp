@@ -4,7 +4,7 @@
 #include "document/open_state.h"
 #include "exchange/split_save.h"
 #include "model/document.h"
-#include "platform/long_run.h"
+#include "platform/host.h"
 #include "platform/path.h"
 
 namespace corvelin {

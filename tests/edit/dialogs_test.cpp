@@ -104,13 +104,13 @@ TEST_F(DialogsTest, SplitKeepsItsFields) {
 TEST_F(DialogsTest, CommandsRunThemThroughTheHost) {
   EXPECT_EQ(dispatch_command(1028), DispatchResult::refused);  // cancelled
   EXPECT_TRUE(undo_stack.empty());
-  host.edit_names = [](NamesDialog& dialog) { return dialog.part_title = u"New", true; };
+  host.edit<NamesDialog>([](NamesDialog& dialog) { return dialog.part_title = u"New", true; });
   EXPECT_EQ(dispatch_command(1028), DispatchResult::done);
   EXPECT_EQ(document.parts[0].part_title, u"New");
-  host.edit_info = [](FileInfoDialog& dialog) { return dialog.rewrite_header = true; };
+  host.edit<FileInfoDialog>([](FileInfoDialog& dialog) { return dialog.rewrite_header = true; });
   EXPECT_EQ(dispatch_command(1027), DispatchResult::done);
   EXPECT_TRUE(header_rewrite.rewrite_header);
-  host.run_split = [](SplitDialog& dialog) { return dialog.cues_text == "Cues: 1"; };
+  host.edit<SplitDialog>([](SplitDialog& dialog) { return dialog.cues_text == "Cues: 1"; });
   EXPECT_EQ(dispatch_command(1014), DispatchResult::done);
 }
 

@@ -7,7 +7,7 @@
 #include "edit/clipboard.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "platform/clipboard.h"
+#include "platform/host.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
 #include "support/soundness.h"
@@ -18,6 +18,13 @@ using namespace corvelin;
 namespace {
 
 std::string content;
+
+struct ClipboardHost : Host {
+  bool set_clipboard_text(std::string_view text) override { return content = text, true; }
+  ClipboardContent get_clipboard_text(std::string& text) override {
+    return text = content, ClipboardContent::text;
+  }
+};
 
 void require_sound_paste() {
   test::require_sound_document();
@@ -36,9 +43,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static const test::TestFolder folder;
   static const std::string a = folder.file("a.mp3", test::Mp3Builder{}.frames(20).bytes());
   static const std::string b = folder.file("b.mp3", test::Mp3Builder{}.frames(10).bytes());
-  clipboard_handler = {
-      .set = [](std::string_view text) { return content = text, true; },
-      .get = [](std::string& text) { return text = content, ClipboardContent::text; }};
+  static ClipboardHost host;
+  install_host(&host);
   start_up(std::nullopt);
   test::require(open_file(a));
   set_sel_begin(417);

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/host.h"
+#include "platform/host.h"
 
 namespace corvelin::test {
 
@@ -23,9 +23,14 @@ class ScriptedHost : public Host {
   std::deque<std::string> existing_files;  // also all of them at once, where several may be chosen
 
   // What the user does in a dialog, and whether it ends with OK; without one it is cancelled.
-  std::function<bool(NamesDialog&)> edit_names;
-  std::function<bool(FileInfoDialog&)> edit_info;
-  std::function<bool(SplitDialog&)> run_split;
+  std::function<bool(Dialog&)> edit_dialog;
+  template <typename Record, typename Edit>
+  void edit(Edit edit_record) {
+    edit_dialog = [edit_record](Dialog& dialog) {
+      auto* const record = dynamic_cast<Record*>(&dialog);
+      return record != nullptr && edit_record(*record);
+    };
+  }
   std::function<void()> while_answering;  // what happens while a box is on screen
 
   std::vector<MessageBox> boxes;  // shown so far
@@ -58,14 +63,10 @@ class ScriptedHost : public Host {
     existing_files.clear();
     return names;
   }
-  bool edit(NamesDialog& dialog) override { return edit_names && edit_names(dialog); }
-  bool edit(FileInfoDialog& dialog) override { return edit_info && edit_info(dialog); }
-  bool run(SplitDialog& dialog) override { return run_split && run_split(dialog); }
-  void drive(LongRun& run) override {
-    while (run.step()) {
-    }
+  bool show(Dialog& dialog) override {
+    return edit_dialog && edit_dialog(dialog) && dialog.accept();
   }
-  void request_close() override { close_requested = true; }
+  void close() override { close_requested = true; }
 
  private:
   template <typename Value>

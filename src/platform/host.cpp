@@ -1,0 +1,78 @@
+// The installed host, and what a host does that is nobody.
+#include "platform/host.h"
+
+#include <utility>
+
+namespace corvelin {
+
+namespace {
+
+Host nobody;
+Host* installed = &nobody;
+
+int busy_depth = 0;
+bool close_is_wanted = false;
+
+}  // namespace
+
+bool Host::show_note(const MessageBox&) { return false; }
+
+std::optional<std::string> Host::ask_for_new_file(const FileDialog&) { return std::nullopt; }
+
+std::optional<std::string> Host::ask_for_existing_file(const FileDialog&) { return std::nullopt; }
+
+std::vector<std::string> Host::ask_for_existing_files(const FileDialog& dialog) {
+  std::optional<std::string> name = ask_for_existing_file(dialog);
+  return name ? std::vector{std::move(*name)} : std::vector<std::string>{};
+}
+
+bool Host::show(Dialog& dialog) {
+  dialog.cancel();
+  return false;
+}
+
+void Host::drive(LongRun& run) {
+  while (run.step()) {
+  }
+}
+
+bool Host::set_clipboard_text(std::string_view text) { return write_clipboard_file(text); }
+
+ClipboardContent Host::get_clipboard_text(std::string& text) { return read_clipboard_file(text); }
+
+void Host::refresh_view(Refresh) {}
+
+void Host::update_menu_state(std::uint8_t) {}
+
+Host& host() { return *installed; }
+
+void install_host(Host* host) { installed = host == nullptr ? &nobody : host; }
+
+bool show_dialog(Dialog& dialog) {
+  dialog.begin();
+  return host().show(dialog);
+}
+
+Busy::Busy() { ++busy_depth; }
+
+Busy::~Busy() {
+  --busy_depth;
+  if (busy_depth == 0 && std::exchange(close_is_wanted, false)) host().close();
+}
+
+bool is_busy() { return busy_depth > 0; }
+
+void drive(LongRun& run) {
+  const Busy busy;
+  host().drive(run);
+}
+
+void request_close() {
+  if (is_busy()) {
+    close_is_wanted = true;
+  } else {
+    host().close();
+  }
+}
+
+}  // namespace corvelin
