@@ -8,6 +8,7 @@ namespace corvelin {
 struct Playback {
   bool is_playing = false;
   bool is_recording_armed = false;
+  std::uint8_t fast_play_level = 0;  // 0 normal speed, 4 the fastest
 };
 
 extern Playback playback;

@@ -109,18 +109,11 @@ void trim_right_out() {
 
 void move_cue(CueMove direction) {
   if (document.current_part == 0) return;
-  Part& part = current();
+  const EditPosition cue = current().part_beg;
   const EditPosition target = direction == CueMove::left
-                                  ? frame_before_in(index_before(), part.part_beg)
-                                  : next_frame_in(document.current_part, part.part_beg);
-  const bool is_between =
-      target > before_current().part_beg && target < part_end(document.current_part);
-  if (!is_between || has_gap(document.current_part)) return;
-  const std::uint32_t moved = part.part_beg - target;  // wraps around for a move to the right
-  before_current().part_size -= moved;
-  part.part_size += moved;
-  part.part_beg = target;
-  part.part_filepos -= moved;
+                                  ? frame_before_in(index_before(), cue)
+                                  : next_frame_in(document.current_part, cue);
+  move_border(document.current_part, target);
 }
 
 }  // namespace corvelin

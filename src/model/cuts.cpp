@@ -109,6 +109,18 @@ bool is_border(EditPosition pos) {
 
 }  // namespace
 
+void move_border(PartIndex index, EditPosition pos) {
+  if (index == 0 || index >= document.parts.size()) return;
+  Part& before = document.parts[index - 1u];
+  Part& part = document.parts[index];
+  if (pos <= before.part_beg || pos >= part_end(index) || has_gap(index)) return;
+  const std::uint32_t moved = part.part_beg - pos;  // wraps around for a move to the right
+  before.part_size -= moved;
+  part.part_size += moved;
+  part.part_beg = pos;
+  part.part_filepos -= moved;
+}
+
 bool has_room_for(std::uint64_t bytes) { return document.total_size + bytes <= longest_stream; }
 
 PartIndex split_at(EditPosition pos) {

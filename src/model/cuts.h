@@ -39,6 +39,11 @@ PartIndex restore_border(PartIndex index, EditPosition pos);
 /// part 0, in front of it in its file. Where two files meet there is always something missing.
 bool has_gap(PartIndex index);
 
+/// Moves the start of part `index` to `pos`, which takes audio from one of the two parts that meet
+/// there and gives it to the other. Nothing for a border with a gap, which is a cut, nor for a
+/// `pos` that would leave one of them empty.
+void move_border(PartIndex index, EditPosition pos);
+
 /// Whether the stream may grow by so many bytes.
 bool has_room_for(std::uint64_t bytes);
 

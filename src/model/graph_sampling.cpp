@@ -1,0 +1,182 @@
+// The walk from frame to frame, and what is marked at each.
+#include "model/graph_sampling.h"
+
+#include <algorithm>
+
+#include "model/fade.h"
+#include "model/frame_locator.h"
+#include "model/selection.h"
+#include "platform/numbers.h"
+#include "settings/settings.h"
+#include "stream/frame_header.h"
+#include "stream/frame_loudness.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr FrameSlot blank_in_front = {.sample_flags = sample_is_outside};
+
+FrameSlot blank_behind() {
+  return {
+      .sample_flags = sample_is_outside, .sample_bitrate = 1, .sample_pos = document.total_size};
+}
+
+// Where a level of `gain` steps stands between the highest, at 0, and the bottom of the graph.
+std::int32_t handle_of(std::int16_t gain) { return (32 - std::int32_t{gain}) * 2; }
+
+std::uint8_t with(std::uint8_t flags, SampleFlag flag) {
+  return static_cast<std::uint8_t>(flags | flag);
+}
+
+// Looks the frame up, and leaves the one that the status shows as it is.
+EditPosition locate_silently(PartIndex part, EditPosition pos) {
+  const FrameInfo shown = stream.current_frame;
+  const EditPosition frame = locate_frame(part, pos);
+  stream.current_frame = shown;
+  return frame == no_position ? pos : frame;
+}
+
+// A place in the edited stream on its way from frame to frame.
+struct Walk {
+  PartIndex part = 0;
+  EditPosition pos = 0;
+  bool part_has_gain = false;
+
+  void enter(PartIndex index) {
+    part = index;
+    part_has_gain = corvelin::part_has_gain(index);
+  }
+  // False behind the last part.
+  bool go_to_next_part() {
+    const std::size_t next = part + std::size_t{1};
+    if (next >= document.parts.size()) return false;
+    enter(static_cast<PartIndex>(next));
+    pos = document.parts[next].part_beg;
+    return true;
+  }
+};
+
+Walk walk_from(EditPosition pos) {
+  Walk walk;
+  walk.enter(part_at(pos));
+  walk.pos = locate_silently(walk.part, pos);
+  if (walk.pos >= part_end(walk.part)) walk.go_to_next_part();
+  return walk;
+}
+
+// Fills slots one by one.
+class Sampler {
+ public:
+  Sampler(GraphSamples& samples, EditPosition centre) : samples_(samples), centre_(centre) {}
+
+  FrameSlot slot_of(const Walk& walk, EditPosition pos, const SampledFrame& frame) {
+    FrameSlot slot = {.sample_bitrate = frame.bitrate, .sample_pos = pos};
+    const Part& part = document.parts[walk.part];
+    if (pos == part.part_beg) mark_border(slot, walk.part);
+    if (has_selection() && pos >= selection.sel_beg && pos <= selection.sel_end)
+      slot.sample_flags = with(slot.sample_flags, sample_is_selected);
+    if (pos == centre_) slot.sample_flags = with(slot.sample_flags, sample_at_cursor);
+    if (settings.time_marks != 0) mark_second(slot, pos);
+    set_height(slot, walk, pos, frame.loudness);
+    return slot;
+  }
+
+ private:
+  static void mark_border(FrameSlot& slot, PartIndex index) {
+    const Part& part = document.parts[index];
+    slot.sample_flags =
+        with(sample_is_border, part.part_iscue != 0 ? sample_is_cue : sample_is_cut);
+    if (index == document.current_part && selection.cursor < document.total_size)
+      slot.sample_flags = with(slot.sample_flags, sample_is_current);
+    slot.sample_handle = handle_of(part.part_gainbeg);
+  }
+
+  void mark_second(FrameSlot& slot, EditPosition pos) {
+    const double rate = stream.avg_bitrate;
+    const std::uint32_t second = rate > 0 ? whole_part(pos / rate * 8) : 0;
+    if (second > samples_.last_second) slot.sample_second = second;
+    samples_.last_second = second;
+  }
+
+  void set_height(FrameSlot& slot, const Walk& walk, EditPosition pos,
+                  const FrameLoudness& loudness) {
+    const unsigned level = settings.graph_level;
+    switch (stream.current_frame.layer) {
+      case 3: {
+        const int gain = walk.part_has_gain ? gain_at(pos, walk.part) : 0;
+        if (walk.part_has_gain) slot.sample_flags = with(slot.sample_flags, sample_has_gain);
+        slot.sample_height = heights_.layer3(loudness, gain, level);
+        break;
+      }
+      case 2:
+        slot.sample_height = heights_.layer2(loudness, level);
+        break;
+      default:
+        slot.sample_height = GraphHeights::aac(loudness, level);
+    }
+  }
+
+  GraphSamples& samples_;
+  EditPosition centre_;
+  GraphHeights heights_;
+};
+
+// The stream's end is the first of the blank slots behind it, and where frames share a column or
+// not, the last frame shows its level too.
+void mark_end(std::vector<FrameSlot>& slots, std::size_t end, bool also_before) {
+  const bool is_current = selection.cursor == document.total_size;
+  const auto flags =
+      static_cast<std::uint8_t>(sample_is_border | (is_current ? sample_is_current : 0));
+  const auto mark = [flags](FrameSlot& slot) {
+    slot.sample_flags = static_cast<std::uint8_t>(slot.sample_flags | flags);
+    slot.sample_handle |= handle_of(document.end_gain);
+  };
+  mark(slots[end]);
+  if (also_before && end > 0) mark(slots[end - 1]);
+}
+
+}  // namespace
+
+void sample_frames(GraphSamples& samples, EditPosition centre, std::uint32_t view_frames,
+                   std::uint32_t fold) {
+  std::vector<FrameSlot>& slots = samples.slots;
+  slots.clear();
+  if (document.parts.empty()) {
+    slots.resize(view_frames + std::size_t{1}, blank_behind());
+    return;
+  }
+  const double frame_size = stream.avg_frame_size;
+  std::uint32_t half = whole_part(frame_size * view_frames * 0.5);
+  if (centre < half && frame_size > 0) {
+    const std::uint32_t blank = whole_part((half - centre) / frame_size) + 1;
+    slots.resize(std::min(blank, view_frames + 1), blank_in_front);
+    half = centre;
+  }
+
+  Walk walk = walk_from(centre - std::min(half, centre));
+  samples.view_first_pos = walk.pos;
+  samples.frames.begin(stream.current_frame);
+  Sampler sampler(samples, centre);
+  while (slots.size() <= view_frames) {
+    const EditPosition end = part_end(walk.part);
+    const std::uint32_t left = end - std::min(walk.pos, end);
+    const std::uint32_t from = file_pos_of(walk.part, walk.pos);
+    const SampledFrame frame = samples.frames.frame_from(document.parts[walk.part].part_file, from);
+    const std::uint32_t skipped = frame.begin - from;  // bytes that are no frame
+    const bool is_found = frame.frame_length != 0 && skipped < left;
+    if (is_found) {
+      slots.push_back(sampler.slot_of(walk, walk.pos + skipped, frame));
+      walk.pos += std::min(skipped + frame.frame_length, left);
+    }
+    if ((!is_found || walk.pos == end) && !walk.go_to_next_part()) break;
+  }
+  samples.frames.end();
+  samples.view_last_pos = walk.pos;
+
+  const std::size_t sampled = slots.size();
+  slots.resize(view_frames + std::size_t{1}, blank_behind());
+  if (sampled < slots.size()) mark_end(slots, sampled, view_frames > fold);
+}
+
+}  // namespace corvelin

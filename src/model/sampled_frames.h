@@ -1,0 +1,61 @@
+// The frames that were sampled for the graph, kept in the order of the files so that the next
+// sampling has to read only what is new. Each is known by the place that the search for it began
+// at, which is where the frame before it ended.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "model/document.h"
+#include "platform/file.h"
+#include "stream/frame_header.h"
+#include "stream/frame_loudness.h"
+
+namespace corvelin {
+
+/// A frame of a source file, or that a search from a place found none (`frame_length` 0).
+struct SampledFrame {
+  std::uint32_t searched_from = 0;  // file offset
+  std::uint32_t begin = 0;          // file offset of the frame
+  std::uint16_t file = 0;
+  std::uint16_t frame_length = 0;
+  std::uint16_t bitrate = 0;
+  FrameLoudness loudness;
+};
+
+class SampledFrames {
+ public:
+  /// A sampling begins: of frames with the version and sample rate of `kind`. Forgets what is known
+  /// of another kind.
+  void begin(const FrameInfo& kind);
+
+  /// The first frame at or behind an offset of a source file. No true search: the frame need not be
+  /// followed by another, and the search gives up where the locator does.
+  SampledFrame frame_from(std::uint16_t file, std::uint32_t offset);
+
+  /// The sampling is over: puts what was read with what is known.
+  void end();
+
+ private:
+  void check_file(std::uint16_t file);
+  void forget();
+  [[nodiscard]] SampledFrame search(std::uint16_t file, std::uint32_t offset);
+  std::span<const std::uint8_t> block_at(std::uint16_t file, std::uint64_t offset);
+
+  FrameInfo kind_;
+  std::vector<FileFacts> files_;     // as they were when their frames were read
+  std::vector<bool> checked_;        // of these, in this sampling
+  std::vector<SampledFrame> known_;  // ordered by file and `searched_from`
+  std::vector<SampledFrame> new_;    // in this sampling
+  std::size_t next_ = 0;             // in `known_`: the likely next one
+  std::size_t asked_ = 0;            // frames in this sampling
+
+  std::vector<std::uint8_t> block_;  // of `block_file_` from `block_begin_` on
+  std::size_t block_size_ = 0;
+  std::uint64_t block_begin_ = 0;
+  std::uint16_t block_file_ = 0;
+};
+
+}  // namespace corvelin

@@ -1,0 +1,12 @@
+// What the program calls itself.
+#pragma once
+
+#include <string_view>
+
+namespace corvelin {
+
+constexpr std::string_view program_name = "Corvelin";
+constexpr std::string_view program_version = "2.40";
+constexpr std::string_view program_notice = "Free software under the GNU General Public License";
+
+}  // namespace corvelin

@@ -1,0 +1,130 @@
+// From mouse events to edits.
+#include "shell/graph_mouse.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "audio/playback.h"
+#include "document/open_state.h"
+#include "edit/undo.h"
+#include "model/cuts.h"
+#include "model/frame_locator.h"
+#include "model/selection.h"
+#include "model/time_mapping.h"
+#include "stream/frame_header.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+bool is_in_view(const ViewLayout& layout, int x, int y) {
+  return x >= 0 && y >= 0 && x <= layout.width && y <= layout.height;
+}
+
+void hit_test(GraphMouse& mouse, const EditorView& view, int x, int y) {
+  mouse.on_handle = std::ranges::any_of(
+      view.handles, [x, y](const Rect& handle) { return handle.contains(x, y); });
+}
+
+// The frame in the column at `x`.
+EditPosition frame_under(const EditorView& view, int x) {
+  const std::vector<FrameSlot>& slots = view.samples.slots;
+  if (slots.empty() || view.layout.width == 0) return no_position;
+  const std::size_t slot = std::min<std::size_t>(view.layout.first_slot(x), slots.size() - 1);
+  const EditPosition pos = slots[slot].sample_pos;
+  return locate_frame(part_at(pos), pos);
+}
+
+void drag_level(const GraphMouse& mouse, const ViewLayout& layout, int y) {
+  constexpr int highest = 32;
+  constexpr int lowest = -60;
+  constexpr int steps = 96;  // over the band
+  if (layout.graph_h == 0) return;
+  const auto gain =
+      static_cast<std::int16_t>(std::clamp(highest - y * steps / layout.graph_h, lowest, highest));
+  if (mouse.level_drag > part_count()) {
+    document.end_gain = gain;
+  } else {
+    document.parts[mouse.level_drag - 1u].part_gainbeg = gain;
+  }
+}
+
+bool take_handle(GraphMouse& mouse, EditPosition pos, bool is_left) {
+  const bool is_end = pos >= document.total_size;
+  const auto part = static_cast<std::uint16_t>(1 + (is_end ? part_count() : part_at(pos)));
+  if (is_left) {
+    if (stream.current_frame.layer != 3) return false;
+    undo_push(true, ui_text(men, 52));
+    mouse.level_drag = part;
+  } else {
+    if (is_end) return false;
+    undo_push(true, ui_text(men, 47));
+    mouse.split_drag = part;
+  }
+  return true;
+}
+
+bool graph_mouse(GraphMouse& mouse, const EditorView& view, MouseButtons buttons, int x, int y,
+                 bool is_press) {
+  constexpr int split_offset = 4;  // pixels: the handle stands beside its border
+  const ViewLayout& layout = view.layout;
+  if (mouse.split_drag != 0) x -= split_offset;
+  if (!is_in_view(layout, x, y)) return false;
+  if (mouse.level_drag != 0) {
+    drag_level(mouse, layout, y);
+    return true;
+  }
+  if (buttons.left && is_press && y > layout.graph_h) mouse.overview_drag = true;
+  if (mouse.overview_drag) {
+    const std::uint64_t pos = std::uint64_t{document.total_size} * static_cast<unsigned>(x) /
+                              static_cast<unsigned>(std::max(layout.width, 1));
+    seek_to(from_time_scale(static_cast<std::uint32_t>(pos)));
+    return true;
+  }
+  const EditPosition pos = frame_under(view, x);
+  if (pos == no_position) return false;
+  if (mouse.split_drag != 0) {
+    move_border(static_cast<PartIndex>(mouse.split_drag - 1), pos);
+    return true;
+  }
+  if (!playback.is_playing) document.current_part = part_at(pos);
+  if (buttons.ctrl) {
+    seek_to(pos);
+    return true;
+  }
+  if (is_press && mouse.on_handle) return take_handle(mouse, pos, buttons.left);
+  if (buttons.left || buttons.right) mouse_select(pos, buttons, is_press);
+  return true;
+}
+
+}  // namespace
+
+bool press_mouse(GraphMouse& mouse, const EditorView& view, MouseButtons buttons, int x, int y) {
+  if (document.total_size == 0) return false;
+  hit_test(mouse, view, x, y);
+  return graph_mouse(mouse, view, buttons, x, y, true);
+}
+
+bool move_mouse(GraphMouse& mouse, const EditorView& view, MouseButtons buttons, int x, int y) {
+  if (document.total_size == 0) return false;
+  if (buttons.left || buttons.right) return graph_mouse(mouse, view, buttons, x, y, false);
+  if (!buttons.shift && !buttons.ctrl) hit_test(mouse, view, x, y);
+  return false;
+}
+
+bool release_mouse(GraphMouse& mouse) {
+  const bool was_level = mouse.level_drag != 0;
+  if (was_level || mouse.split_drag != 0) open_state.document_modified = true;
+  mouse = {.on_handle = mouse.on_handle};
+  return was_level;
+}
+
+CommandId wheel_command(bool is_up, bool shift, bool ctrl) {
+  if (ctrl && shift) return is_up ? 214 : 215;
+  if (ctrl) return is_up ? 120 : 121;
+  if (shift) return is_up ? 112 : 115;
+  return is_up ? 113 : 114;
+}
+
+}  // namespace corvelin

@@ -1,0 +1,33 @@
+// The mouse on the view: selecting, moving the cursor, dragging the grey handles of levels and
+// borders, and seeking in the map. Points are device pixels of the view.
+#pragma once
+
+#include <cstdint>
+
+#include "edit/commands.h"
+#include "edit/selection_commands.h"
+#include "shell/editor_view.h"
+
+namespace corvelin {
+
+struct GraphMouse {
+  bool on_handle = false;        // kept up to date while no button is held; the cursor is a hand
+  std::uint16_t level_drag = 0;  // 0, or 1 + the part whose level is dragged; behind the last part
+                                 // that of the stream's end
+  std::uint16_t split_drag = 0;  // 0, or 1 + the part whose start is dragged
+  bool overview_drag = false;    // seeking in the map
+};
+
+// What an event asks for is the result: whether to refresh the view at level 2. Without a document
+// nothing happens.
+
+bool press_mouse(GraphMouse& mouse, const EditorView& view, MouseButtons buttons, int x, int y);
+bool move_mouse(GraphMouse& mouse, const EditorView& view, MouseButtons buttons, int x, int y);
+
+/// Either button went up: a drag is over.
+bool release_mouse(GraphMouse& mouse);
+
+/// What a step of the wheel means: skips, with Ctrl the zoom, with Ctrl and Shift the volume.
+CommandId wheel_command(bool is_up, bool shift, bool ctrl);
+
+}  // namespace corvelin

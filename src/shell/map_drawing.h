@@ -1,0 +1,11 @@
+// The map of the whole edited stream below the graph.
+#pragma once
+
+#include "shell/canvas.h"
+#include "shell/editor_view.h"
+
+namespace corvelin {
+
+void draw_map(const EditorView& view, Canvas& canvas);
+
+}  // namespace corvelin

@@ -1,0 +1,63 @@
+// Scale, bars and peak marks of the level meter.
+#include "shell/meter_drawing.h"
+
+#include <cstddef>
+#include <string_view>
+
+#include "audio/level_meter.h"
+#include "settings/settings.h"
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+namespace {
+
+// Bars and marks stand on the row `bottom`; a value of 127 reaches the meter's top.
+int row_of(const ViewLayout& layout, int value) {
+  const int bottom = layout.meter_top + layout.meter_height;
+  return bottom - value * layout.meter_height / highest_meter;
+}
+
+void draw_scale(const ViewLayout& layout, int left, int right, Canvas& canvas) {
+  constexpr struct {
+    std::uint8_t raw;
+    std::string_view label;
+  } marks[] = {{65, "-6"}, {33, "-12"}, {17, "-18"}};
+  constexpr int label_gap = 10;  // pixels
+  constexpr int tick = 6;        // pixels
+  const Colour colour = settings.rgb_vumeter;
+  const auto label = [&](int y, std::string_view text) {
+    canvas.text(left - label_gap, y - layout.small_font_h / 2, text,
+                {.height = layout.small_font_h, .colour = colour, .align = TextAlign::right});
+  };
+  label(layout.meter_top, "[dB]   0");
+  for (const auto& mark : marks) {
+    const int y = row_of(layout, meter_curve(mark.raw)) - 1;
+    canvas.fill({left, y, right, y + 1}, colour);
+    label(y, mark.label);
+  }
+  const int bottom = row_of(layout, 0);
+  canvas.fill({left - 1 - tick, bottom, left - 1, bottom + 1}, colour);
+  label(bottom, "-48");
+}
+
+}  // namespace
+
+void draw_meter(const ViewLayout& layout, Canvas& canvas) {
+  const bool is_mono = stream.current_frame.channel_mode == mono;
+  const int left = layout.meter_left + (is_mono ? layout.meter_pitch : 0);
+  const int right = layout.meter_left + layout.meter_pitch + layout.meter_bar_w;
+  const int bottom = layout.meter_top + layout.meter_height;
+  outline(canvas, {left - 1, layout.meter_top - 1, right + 1, bottom + 2}, settings.rgb_vumeter);
+  if (settings.db_scale != 0) draw_scale(layout, left, right, canvas);
+
+  for (std::size_t slot = is_mono ? 1 : 0; slot < 2; ++slot) {
+    const int x = layout.meter_left + static_cast<int>(slot) * layout.meter_pitch;
+    const int level = row_of(layout, level_meter.meter_level[slot]);
+    const int hold = row_of(layout, level_meter.meter_hold[slot]);
+    canvas.fill({x, level, x + layout.meter_bar_w, bottom + 1}, settings.rgb_vumeter);
+    canvas.fill({x, hold, x + layout.meter_bar_w, hold + 2}, settings.rgb_vumeter);
+  }
+}
+
+}  // namespace corvelin

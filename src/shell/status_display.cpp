@@ -1,0 +1,159 @@
+// The texts of the status.
+#include "shell/status_display.h"
+
+#include <fmt/format.h>
+
+#include <cmath>
+#include <string_view>
+
+#include "audio/level_meter.h"
+#include "audio/playback.h"
+#include "document/open_state.h"
+#include "model/document.h"
+#include "model/selection.h"
+#include "model/time_mapping.h"
+#include "platform/bytes.h"
+#include "platform/numbers.h"
+#include "platform/path.h"
+#include "platform/program.h"
+#include "settings/settings.h"
+#include "stream/frame_header.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr const char* blank = " ";
+
+std::string time_at(std::uint32_t scaled) { return format_time(scaled, stream.avg_bitrate); }
+
+std::string title() {
+  std::string text;
+  if (!open_state.project_name.empty())
+    text = fmt::format("{} / ", name_of(open_state.project_name));
+  return fmt::format("{}{} - {}", text, name_of(open_state.audio_name), program_name);
+}
+
+std::string selection_text() {
+  const std::uint32_t begin = to_time_scale(selection.sel_beg);
+  const std::uint32_t end = to_time_scale(selection.sel_end);
+  return fmt::format(" {}: {} - {} ({})", ui_text(win, 22), time_at(begin), time_at(end),
+                     time_at(end - begin));
+}
+
+std::string part_text() {
+  const PartIndex index = document.current_part;
+  const Part& part = document.parts[index];
+  std::string text =
+      fmt::format(" {} ({} / {}): {} - {}", ui_text(win, 23), index + 1, part_count(),
+                  time_at(to_time_scale(part.part_beg)), time_at(to_time_scale(part_end(index))));
+  if (stream.vbr == vbr_constant) text += fmt::format(" ({})", time_at(part.part_size));
+  return text;
+}
+
+std::string range_text() {
+  if (has_selection()) return selection_text();
+  return document.parts.empty() ? blank : part_text();
+}
+
+std::string stream_text(const FrameInfo& frame) {
+  if (frame.version == 0) return " No sync";
+  const std::uint32_t khz = frame.sample_rate / 1000;
+  const float average = stream.avg_bitrate / 1000;
+  if (stream.is_aac != 0)
+    return fmt::format("  AAC-LC/ADTS (MPEG {})  -  {:03} kbps (ABR {:3.0f} kbps)  -  {} kHz  -  ",
+                       frame.version, frame.bitrate, average, khz);
+  const double version = frame.version == 3 ? 2.5 : frame.version;
+  const std::string kind = fmt::format("  MPEG {:.1f} Layer {}  -  ", version, frame.layer);
+  if (stream.vbr == vbr_constant)
+    return fmt::format("{}{} kbps  -  {} kHz  -  ", kind, frame.bitrate, khz);
+  return fmt::format("{}{:03} kbps, VBR ({:3.0f} kbps)  -  {} kHz  -  ", kind, frame.bitrate,
+                     average, khz);
+}
+
+std::string channels_text(const FrameInfo& frame) {
+  constexpr std::string_view modes[] = {"", "Stereo", "Joint Stereo", "Dual Channel", "Mono"};
+  if (frame.version == 0 || frame.channel_mode >= std::size(modes)) return {};
+  std::string text(modes[frame.channel_mode]);
+  if (frame.has_crc != 0) text += ",  CRC";
+  if (frame.copyright != 0) text += ",  ©";
+  return text;
+}
+
+std::string_view yes_or_no(bool is_yes) { return ui_text(dlg, is_yes ? 3 : 4); }
+
+// Whether there is a tag, and if so what a save does with it.
+std::string tag_text(bool has_tag, std::string_view what_a_save_does, bool does_it) {
+  if (!has_tag) return std::string(yes_or_no(false));
+  return fmt::format("{} / {}{}", yes_or_no(true), what_a_save_does, yes_or_no(does_it));
+}
+
+std::string_view play_decoder() {
+  if (stream.is_aac != 0) return "libfaad2";
+  return settings.use_mpglib != 0 ? "mpglib" : "ACM";
+}
+
+std::string info_text() {
+  constexpr std::uint32_t smallest_id3v2 = 2;
+  const FrameInfo& frame = stream.current_frame;
+  return fmt::format(
+      "{}{}     |     ID3v1: {}  -  ID3v2: {}     |     {}{}", stream_text(frame),
+      channels_text(frame),
+      tag_text(stands_at(stream.id3v1, 0, "TAG"), ui_text(win, 32), settings.save_id3v1 != 0),
+      tag_text(stream.id3v2_size >= smallest_id3v2, ui_text(win, 33), settings.keep_id3v2 != 0),
+      ui_text(win, 34), play_decoder());
+}
+
+std::string position_text(std::uint32_t scaled) {
+  const std::uint32_t percent = whole_part(double{1} * scaled / document.total_size * 100);
+  if (stream.current_frame.frame_length == 0) return fmt::format(" ({}%) ", percent);
+  return fmt::format(" {}: {}   {}: {}   ({}%)", ui_text(win, 20), time_at(document.total_size),
+                     ui_text(win, 21), time_at(scaled), percent);
+}
+
+double margin_in_db(std::uint8_t raw) { return -20 * std::log10(raw / 127.001); }
+
+std::string margin_text() {
+  const double right = margin_in_db(level_meter.meter_margin[1]);
+  if (stream.current_frame.channel_mode == mono) return fmt::format("{:2.1f}", right);
+  return fmt::format(" {:2.1f}  /  {:2.1f}", margin_in_db(level_meter.meter_margin[0]), right);
+}
+
+int effective_level(int level) {
+  if (document.total_size != 0 || level <= refresh_empty) return level;
+  return playback.is_recording_armed ? refresh_recorder : refresh_empty;
+}
+
+}  // namespace
+
+int refresh_status(StatusDisplay& status, int level) {
+  level = effective_level(level);
+  if (level == refresh_empty) {
+    const std::string margin = status.margin;
+    status = {.title = std::string(program_name),
+              .position_field = blank,
+              .range_field = blank,
+              .info_bar = blank,
+              .margin = margin};
+    return level;
+  }
+  if (level == refresh_recorder) status.position_field = status.info_bar = blank;
+  if (level >= refresh_all && !open_state.audio_name.empty()) status.title = title();
+  if (level >= refresh_places) {
+    status.range_field = range_text();
+    status.info_bar = info_text();
+  }
+  if (level >= refresh_played) {
+    const std::uint32_t scaled = to_time_scale(play_position());
+    status.position_field = position_text(scaled);
+    status.scroll_position =
+        static_cast<int>(std::uint64_t{scaled} * scroll_end / document.total_size);
+    status.has_scroll_bar = true;
+  }
+  if ((level == refresh_played || level == refresh_recorded) && settings.margin != 0)
+    status.margin = margin_text();
+  return level;
+}
+
+}  // namespace corvelin

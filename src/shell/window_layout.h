@@ -1,0 +1,80 @@
+// Where the parts of the main window stand: toolbar, view, position scroll bar, control panel and
+// information bar, and the controls on toolbar and panel in each of the forms that the setting
+// `layout` chooses. All in device pixels from the top left corner of the window's inside, below its
+// menu bar.
+#pragma once
+
+#include <functional>
+#include <string_view>
+#include <vector>
+
+#include "edit/commands.h"
+#include "shell/canvas.h"
+
+namespace corvelin {
+
+/// The forms of the control panel. Those below have symbols on their buttons and a level slider
+/// that lies, the text forms words and a slider that stands.
+enum class PanelForm {
+  symbols_1,        // fields above one row of buttons
+  symbols_2,        // two rows of buttons with a field beside each
+  classic_symbols,  // small symbols, fields below them
+  text,
+  text_navigation_left,
+  text_extra_slim,
+};
+
+/// The form that the setting `layout` stands for. Any number that it doesn't have is the
+/// standard's.
+PanelForm panel_form();
+
+bool has_text_buttons(PanelForm form);
+
+/// Whether symbols are bright, for dark buttons.
+bool has_bright_symbols();
+
+/// The size of a button's picture and of the button round it.
+struct SymbolSize {
+  int picture_w = 0;
+  int picture_h = 0;
+  int button_w = 0;
+  int button_h = 0;
+};
+SymbolSize symbol_size(float display_scale);
+
+/// What the window gives its layout.
+struct WindowSpace {
+  int width = 0;
+  int height = 0;
+  float display_scale = 1;
+  int arrow_width = 0;  // of the scroll bar's arrow buttons
+  /// The width of a text in the font of buttons and fields.
+  std::function<int(std::string_view)> text_width;
+};
+
+struct PlacedButton {
+  CommandId id = 0;
+  Rect area;
+};
+
+struct WindowLayout {
+  Rect toolbar;
+  Rect view;
+  Rect scroll_bar;  // without arrows it reaches beyond both sides, where its arrows are
+  Rect panel;
+  Rect info_bar;
+  std::vector<PlacedButton> toolbar_buttons;
+  std::vector<PlacedButton> panel_buttons;
+  Rect position_field;
+  Rect range_field;
+  Rect volume_slider;
+  Rect margin;  // where the level margin is shown; a button in the text forms
+};
+
+WindowLayout window_layout(const WindowSpace& space);
+
+/// The words on a button of the text forms, with "&" in front of the letter that is underlined.
+/// While fast play can be chosen the buttons of its two commands say so.
+std::string_view panel_label(CommandId id, bool has_fast_labels);
+
+}  // namespace corvelin

@@ -1,0 +1,62 @@
+// The slots of the graph.
+#include "model/graph_sampling.h"
+
+#include <fmt/format.h>
+
+#include "settings/settings.h"
+#include "support/edit_test.h"
+
+namespace corvelin::test {
+namespace {
+
+class GraphSampling : public EditTest {
+ protected:
+  // Each slot by its place in frames and its marks: [ a cut begins, ( a cue, * of the current part,
+  // s selected, @ cursor, g level changed, then /place of a handle. "<" is blank in front of the
+  // stream, ">" behind it.
+  static std::string in_words(const FrameSlot& slot) {
+    const auto has = [&](int flag) { return (slot.sample_flags & flag) != 0; };
+    std::string text = in_frames(slot.sample_pos);
+    if (has(sample_is_outside)) text = slot.sample_bitrate == 1 ? ">" : "<";
+    if (has(sample_is_cut)) text += '[';
+    if (has(sample_is_cue)) text += '(';
+    if (has(sample_is_current)) text += '*';
+    if (has(sample_is_selected)) text += 's';
+    if (has(sample_at_cursor)) text += '@';
+    if (has(sample_has_gain)) text += 'g';
+    if (has(sample_is_border)) text += fmt::format("/{}", slot.sample_handle);
+    return text;
+  }
+
+  std::string sampled(std::uint32_t view_frames, std::uint32_t fold = 1) {
+    sample_frames(samples, selection.cursor, view_frames, fold);
+    std::string text;
+    for (const FrameSlot& slot : samples.slots) text += (text.empty() ? "" : " ") + in_words(slot);
+    return text;
+  }
+
+  GraphSamples samples;
+};
+
+TEST_F(GraphSampling, MarksWhatBeginsAndLiesAtEachFrame) {
+  struct {
+    const char* state;
+    const char* slots;
+  } const rows[] = {{"0-20* @10", "6 7 8 9 10@ 11 12 13 14"},
+                    // As many blank slots as fit in front, and one more.
+                    {"0-20* @0", "< < < < < 0(*@/64 1 2 3"},
+                    {"0-20* @2", "< < < 0(*/64 1 2@ 3 4 5"},
+                    // The first blank slot behind the stream has the handle of its end, and so has
+                    // the last frame.
+                    {"0-20* @20", "16 17 18 19*/64 >*/64 > > > >"},
+                    {"0-20* @18", "14 15 16 17 18@ 19/64 >/64 > >"},
+                    {"0-5 8-20*g-4 @5 =5-7 #1", "1g 2g 3g 4g 5(*s@g/72 6sg 7sg 8g 9g"},
+                    {"0-4* 6-8 2-9 @4 =5-5", "0(*/64 1 2 3 4[@/64 5s 6[/64 7 8"}};
+  for (const auto& row : rows) {
+    make(row.state);
+    EXPECT_EQ(sampled(8), row.slots) << row.state;
+  }
+}
+
+}  // namespace
+}  // namespace corvelin::test
