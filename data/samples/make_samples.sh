@@ -191,7 +191,19 @@ ffmpeg -nostdin -v error -y -threads 1 -i voice.wav \
   -c:a aac -profile:a aac_low -b:a 48k -ac 1 -threads 1 \
   -flags:a +bitexact -fflags +bitexact -map_metadata -1 -f adts speech.aac
 
+# --- stereo_low.aac: two channels at half the usual sampling rate ----------------
+
+begin 22050 2
+tone 0.8 311 415
+pause 0.7
+say en-gb 160 0.6 "Low rates are doubled."
+finish stereo_low.wav
+# Without noise substitution, which every decoder fills with a noise of its own.
+ffmpeg -nostdin -v error -y -threads 1 -i stereo_low.wav \
+  -c:a aac -profile:a aac_low -aac_pns 0 -b:a 48k -threads 1 \
+  -flags:a +bitexact -fflags +bitexact -map_metadata -1 -f adts stereo_low.aac
+
 # Only a complete set replaces the old one.
-for file in cbr128.mp3 vbr.mp3 mono_mpeg2.mp3 crc.mp3 layer2.mp2 speech.aac; do
+for file in cbr128.mp3 vbr.mp3 mono_mpeg2.mp3 crc.mp3 layer2.mp2 speech.aac stereo_low.aac; do
   install -m 644 -- "$file" "$out/$file"
 done

@@ -29,7 +29,7 @@ int silence_threshold() {
 
 std::uint16_t measure_block() {
   document.current_part = part_at(selection.cursor);
-  return peak_seek.read(frames_a_block);
+  return peak_seek_read(frames_a_block);
 }
 
 void crop_head(int threshold) {
@@ -61,7 +61,7 @@ void crop_tail(int threshold) {
     is_measured = true;
     if (peak_before >= threshold && peak < threshold) candidate = selection.cursor;
   }
-  peak_seek.close();
+  peak_seek_close();
   if (!is_measured || peak >= threshold) return;
   delete_range(candidate, document.total_size);
   open_state.document_modified = true;
@@ -76,14 +76,14 @@ bool auto_crop() {
   const int threshold = silence_threshold();
   const EditPosition remembered = selection.cursor;
   selection.sel_beg = selection.sel_end = no_position;
-  if (!peak_seek.open(frames_a_block)) {
+  if (!peak_seek_open(frames_a_block)) {
     selection.cursor = remembered;
     return false;
   }
   crop_head(threshold);
-  peak_seek.close();
+  peak_seek_close();
   const EditPosition tail = tail_start();
-  if (peak_seek.open(frames_a_block)) {
+  if (peak_seek_open(frames_a_block)) {
     selection.cursor = tail;
     crop_tail(threshold);
   }

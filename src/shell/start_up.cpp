@@ -1,6 +1,7 @@
 // Start, opening and end of a run.
 #include "shell/start_up.h"
 
+#include "audio/decoder_bridge.h"
 #include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/undo.h"
@@ -39,6 +40,7 @@ bool open_file(const std::string& path) {
 
 void shut_down() {
   close_all();
+  decoder_unload_all();
   ui_text_free();
 }
 

@@ -1,7 +1,10 @@
-// Auto crop over an ear that knows how loud each frame is.
+// Auto crop of a tone between two silences.
 #include "edit/auto_crop.h"
-#include "audio/peak_seek.h"
 
+#include "audio/decoder_bridge.h"
+#include "model/frame_locator.h"
+#include "platform/dynamic_library.h"
+#include "settings/settings.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {
@@ -10,54 +13,75 @@ namespace {
 class AutoCrop : public EditTest {
  protected:
   ~AutoCrop() override {
-    peak_seek = without_engine_;
     batch_bottom = 0;
+    library_folder.clear();
+    decoder_unload_all();
   }
 
-  // Crops 60 frames of which those from `first` up to `last` are just above -60 dB.
-  std::string cropped(std::uint32_t first, std::uint32_t last) {
-    EXPECT_TRUE(open("a.mp3", frames(60)));
-    seek_to(50 * length);
+  // 30 frames of a tone with silent ones in front of it and behind it. The places are then counted
+  // from the tone's begin, in bytes.
+  void open_tone(int in_front, int behind) {
+    ASSERT_TRUE(open(CORVELIN_SAMPLES "/cbr128.mp3"));
+    const SourceFile& file = document.files[0];
+    const EditPosition from = frame_after(0, 4);
+    tone_size_ = frame_after(from, 30) - from;
+    Bytes tone(tone_size_);
+    file.handle.read_at(file.first_audio + from, tone);
+    ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(in_front).raw(tone).frames(behind).bytes()));
+    tone_begin_ = static_cast<std::uint32_t>(in_front) * length;
+    seek_to(tone_begin_ + tone_size_);
     select(3, 9);
-    peak_seek.open = [this](std::uint32_t) {
-      saved_cursor_ = selection.cursor;
-      return true;
-    };
-    peak_seek.close = [this] { selection.cursor = saved_cursor_; };
-    peak_seek.read = [=](std::uint32_t count) {
-      std::uint16_t peak = 31;  // of 32767
-      for (; count > 0 && selection.cursor < document.total_size; --count) {
-        const std::uint32_t at = file_pos_of(part_at(selection.cursor), selection.cursor) / length;
-        if (at >= first && at < last) peak = 33;
-        selection.cursor += length;
-      }
-      return peak;
-    };
-    auto_crop();
-    return state();
+  }
+
+  // What is left, in silent frames on either side of the tone.
+  [[nodiscard]] std::string cropped() const {
+    EXPECT_TRUE(auto_crop());
+    EXPECT_EQ(document.parts.size(), 1U);
+    EXPECT_FALSE(has_selection());
+    const Part& part = document.parts[0];
+    const std::uint32_t end = part.part_filepos + part.part_size;
+    return in_frames(tone_begin_ - part.part_filepos) + "+tone+" +
+           in_frames(end - tone_begin_ - tone_size_);
   }
 
  private:
-  PeakSeek without_engine_ = peak_seek;
-  EditPosition saved_cursor_ = 0;
+  static EditPosition frame_after(EditPosition pos, int count) {
+    for (; count > 0; --count) pos = frame_at(pos + next_frame_step);
+    return pos;
+  }
+
+  std::uint32_t tone_begin_ = 0;
+  std::uint32_t tone_size_ = 0;
 };
 
 TEST_F(AutoCrop, TakesSilenceOffBothEnds) {
-  // Blocks of 6 frames: 12-18 is the first loud one; of the search from the middle of what is left
-  // (36) the block 42-48 is the first silent one, and stays.
-  EXPECT_EQ(cropped(15, 41), "12-48 @36 !^");
-  EXPECT_TRUE(cropped(0, 60).starts_with("0-60*"));
-  EXPECT_TRUE(cropped(0, 0).starts_with("0-60*"));
-  batch_active = true;
-  batch_bottom = 20;  // -20 dB: nothing here is as loud
-  EXPECT_TRUE(cropped(15, 41).starts_with("0-60*"));
+  // The head goes by blocks of 6 frames. The tail is looked for from the middle of what is left,
+  // and the first silent block behind the tone stays.
+  open_tone(60, 15);
+  EXPECT_EQ(cropped(), "0+tone+11");
+  EXPECT_TRUE(open_state.document_modified);
+  open_tone(63, 15);
+  EXPECT_EQ(cropped(), "3+tone+9");
+  // Behind the middle there is silence alone: that is no end of something loud.
+  open_tone(60, 60);
+  EXPECT_EQ(cropped(), "0+tone+60");
 }
 
-TEST_F(AutoCrop, TellsThatNothingCanBeMeasured) {
+TEST_F(AutoCrop, LeavesWhatNothingInItIsLouderThan) {
+  open_tone(60, 15);
+  settings.lowest_gain = 60;
+  batch_active = true;
+  batch_bottom = 2;  // -2 dB: the tone is not as loud
+  EXPECT_EQ(cropped(), "60+tone+15");
+}
+
+TEST_F(AutoCrop, LeavesThePlacesWithoutADecoder) {
   make("0-20 @7");
-  auto_crop();
-  EXPECT_TRUE(state().ends_with("{There is no decoder to measure the audio with.}"));
+  library_folder = folder.path("none");
+  decoder_unload_all();
+  EXPECT_FALSE(auto_crop());
   EXPECT_EQ(parts() + places(), "0-20 @7");
+  EXPECT_TRUE(take_box().starts_with("Could not open ACM Codec: "));
 }
 
 }  // namespace

@@ -1,0 +1,78 @@
+// Reading and decoding of the next frames.
+#include "audio/fill_step.h"
+
+#include <algorithm>
+
+#include "audio/decoder_bridge.h"
+#include "audio/playback.h"
+#include "model/document.h"
+#include "model/frame_locator.h"
+#include "model/frame_reader.h"
+#include "model/selection.h"
+
+namespace corvelin {
+
+namespace {
+
+std::span<std::uint8_t> input_block() { return std::span(frame_block).first(frame_block_limit); }
+
+void go_to(EditPosition pos) {
+  selection.cursor = pos;
+  document.current_part = part_at(pos);
+}
+
+// How many frames the block holds whose samples have room in `out`.
+std::uint32_t frames_in_room(std::span<const std::uint8_t> out) {
+  return std::max(1u, static_cast<std::uint32_t>(out.size() / decoder_session.pcm_frame_bytes));
+}
+
+// Decodes what lies in front of the cursor and throws it away: a frame leans on the two before it,
+// and takes up to 511 bytes of its data from further ones. So a place sounds as in a run from the
+// start.
+void settle_decoder(std::span<std::uint8_t> out) {
+  constexpr std::uint32_t reach = 3584;  // bytes: more than that takes at any bitrate
+  decoder_session.is_settled = true;
+  const EditPosition cursor = selection.cursor;
+  if (cursor == 0) return;
+  EditPosition pos = frame_at(cursor < reach ? 0 : cursor - reach);
+  PartIndex part = part_at(pos);
+  const std::uint16_t resyncs = resync_count;
+  while (pos < cursor) {
+    const EditPosition before = pos;
+    const std::size_t got =
+        read_frames(input_block(), frames_in_room(out), pos, part, nullptr, cursor);
+    decode_frames(input_block().first(got), out);
+    if (pos == before) break;
+  }
+  resync_count = resyncs;
+}
+
+}  // namespace
+
+std::size_t fill_from_stream(std::span<std::uint8_t> out, std::uint32_t frames,
+                             std::uint32_t* frame_counter) {
+  if (!decoder_session.decoder_ready) return 0;
+  if (!decoder_session.is_settled) settle_decoder(out);
+  frames = std::min(frames, frames_in_room(out));
+  std::size_t got = 0;
+  // A read ends at a part's border and at bad data, and a jump takes a round of its own.
+  constexpr int most_rounds = 3;
+  for (int round = 0; round < most_rounds && got == 0; ++round) {
+    if (selection.cursor < playback.end_limit) {
+      got = read_frames(input_block(), frames, selection.cursor, document.current_part,
+                        frame_counter, playback.end_limit);
+    } else if (playback.prelisten_mode == prelisten_as_cut) {
+      go_to(selection.sel_end);
+      const std::uint64_t end = std::uint64_t{selection.sel_end} + prelisten_bytes();
+      playback.end_limit =
+          static_cast<EditPosition>(std::min<std::uint64_t>(end, document.total_size));
+    }
+    if (playback.prelisten_mode == loop_selection) {
+      if (selection.cursor >= selection.sel_end) go_to(selection.sel_beg);
+      playback.end_limit = selection.sel_end;
+    }
+  }
+  return decode_frames(input_block().first(got), out);
+}
+
+}  // namespace corvelin

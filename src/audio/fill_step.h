@@ -1,0 +1,20 @@
+// One fill: the next few frames of the edited stream as samples. All that plays or measures gets
+// its samples here, so levels that were set are heard and measured.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+namespace corvelin {
+
+/// Reads up to `frames` frames from the cursor on, no further than to `playback.end_limit`, decodes
+/// them to `out` and returns how many bytes of samples that is. The cursor and `current_part` move
+/// on; of frames whose samples have no room in `out` fewer are read. `frame_counter`, if given,
+/// grows by the frames. 0 where nothing is left to read, or nothing can be decoded.
+///
+/// A prelisten of the cut jumps over the selection here, and a loop goes back to its start.
+std::size_t fill_from_stream(std::span<std::uint8_t> out, std::uint32_t frames,
+                             std::uint32_t* frame_counter);
+
+}  // namespace corvelin

@@ -1,0 +1,241 @@
+// Peaks measured through each of the decoders, against those of another program, and what becomes
+// of a measuring without a decoder.
+#include "audio/peak_seek.h"
+
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+
+#include "audio/decoder_bridge.h"
+#include "audio/fill_step.h"
+#include "audio/playback.h"
+#include "model/frame_locator.h"
+#include "platform/dynamic_library.h"
+#include "settings/settings.h"
+#include "support/core_test.h"
+
+namespace corvelin::test {
+namespace {
+
+class PeakSeek : public CoreTest {
+ protected:
+  ~PeakSeek() override {
+    peak_seek_close();
+    library_folder.clear();
+    decoder_unload_all();
+  }
+
+  static bool open_sample(const std::string& name) {
+    return open(std::string(CORVELIN_SAMPLES "/") + name);
+  }
+
+  static std::vector<int> peaks(std::uint32_t frames_a_read, std::size_t count) {
+    std::vector<int> found;
+    while (found.size() < count) found.push_back(peak_seek_read(frames_a_read));
+    return found;
+  }
+
+  struct Decoded {
+    EditPosition begin;  // of the frame
+    Bytes samples;
+  };
+
+  // The frames from `first` on, one by one. The first one of AAC only opens the decoder.
+  static std::vector<Decoded> decode_from(EditPosition first, std::size_t most = 2000) {
+    seek_to(first);
+    EXPECT_TRUE(peak_seek_open(1));
+    std::vector<Decoded> frames;
+    while (selection.cursor < document.total_size && frames.size() < most) {
+      Decoded frame = {selection.cursor, Bytes(decoder_session.pcm_buffer_bytes)};
+      frame.samples.resize(fill_from_stream(frame.samples, 1, nullptr));
+      frames.push_back(std::move(frame));
+    }
+    peak_seek_close();
+    return frames;
+  }
+};
+
+struct SamplePeaks {
+  const char* name;
+  Decoder decoder;
+  std::uint32_t frames_a_read;
+  int tolerance;
+  std::vector<int> peaks;  // by ffmpeg -flags2 +skip_manual
+};
+
+TEST_F(PeakSeek, FindsThePeaksThatAnotherDecoderFinds) {
+  const SamplePeaks table[] = {
+      {"cbr128.mp3", Decoder::acm, 100, 1, {12074, 11118, 9859, 12387, 19345, 19088, 17050}},
+      {"vbr.mp3", Decoder::mpglib, 100, 1, {14718, 18216, 12238, 8449, 17958, 17304, 18331}},
+      {"crc.mp3", Decoder::acm, 100, 1, {14847, 14088, 12945, 15342, 17804}},
+      {"mono_mpeg2.mp3", Decoder::acm, 100, 1, {15920, 11184, 15654, 15221, 7865, 13700, 15640}},
+      {"layer2.mp2", Decoder::mpglib, 100, 1, {14300, 15754, 13171, 14011}},
+      // Behind the frame that opens the decoder. Noise substitution differs between decoders.
+      {"speech.aac", Decoder::faad, 100, 40, {17586, 18716, 15568, 9546, 15390, 14137, 17184}},
+      // Doubled in rate, which lets the wave rise between the samples.
+      {"stereo_low.aac", Decoder::faad, 25, 400, {15651, 14229}},
+  };
+  for (const SamplePeaks& row : table) {
+    SCOPED_TRACE(row.name);
+    ASSERT_TRUE(open_sample(row.name));
+    settings.use_mpglib = row.decoder == Decoder::mpglib ? 1 : 0;
+    ASSERT_EQ(chosen_decoder(), row.decoder);
+    ASSERT_TRUE(peak_seek_open(row.frames_a_read));
+    const std::vector<int> found = peaks(row.frames_a_read, row.peaks.size());
+    for (std::size_t i = 0; i < found.size(); ++i)
+      EXPECT_NEAR(found[i], row.peaks[i], row.tolerance) << i;
+    peak_seek_close();
+  }
+}
+
+// How far two runs of samples are apart at most.
+int distance(const Bytes& a, const Bytes& b) {
+  if (a.size() != b.size()) return 65536;
+  int furthest = 0;
+  for (std::size_t i = 0; i + 1 < a.size(); i += 2) {
+    const auto sample = [i](const Bytes& bytes) {
+      return static_cast<std::int16_t>(bytes[i] | bytes[i + 1] << 8);
+    };
+    furthest = std::max(furthest, std::abs(sample(a) - sample(b)));
+  }
+  return furthest;
+}
+
+TEST_F(PeakSeek, DecodesBehindASeekWhatAStraightRunGives) {
+  for (const char* name :
+       {"cbr128.mp3", "vbr.mp3", "mono_mpeg2.mp3", "crc.mp3", "stereo_low.aac"}) {
+    SCOPED_TRACE(name);
+    ASSERT_TRUE(open_sample(name));
+    const std::vector<Decoded> straight = decode_from(0);
+    for (std::size_t frame = 20; frame + 20 < straight.size(); frame += 37) {
+      const std::vector<Decoded> part = decode_from(straight[frame].begin, 10);
+      const std::size_t opening = part[0].begin == straight[frame].begin ? 0 : 1;
+      for (std::size_t i = 0; i < part.size(); ++i)
+        EXPECT_LE(distance(part[i].samples, straight[frame + opening + i].samples), 1) << frame;
+    }
+  }
+}
+
+TEST_F(PeakSeek, DecodesOnBehindDamageAndAnotherChannelMode) {
+  settings.use_mpglib = 1;
+  Bytes bytes = read_file(CORVELIN_SAMPLES "/crc.mp3");
+  ASSERT_TRUE(open("whole.mp3", bytes));
+  const std::vector<Decoded> whole = decode_from(0);
+  for (std::size_t i = 50'000; i < 51'000; ++i) bytes[i] = static_cast<std::uint8_t>(i * 7);
+  ASSERT_TRUE(open("damaged.mp3", bytes));
+  const std::vector<Decoded> damaged = decode_from(0);
+  ASSERT_GT(damaged.size(), 400U);
+  EXPECT_EQ(damaged[100].samples, whole[100].samples);
+  EXPECT_EQ(damaged.back().samples, whole.back().samples);
+
+  // Frames of one channel in the midst of a stream of two, and the other way round.
+  const Bytes two = frames(10);
+  const Bytes one = frames(10, {.is_mono = true});
+  for (const bool is_mono : {false, true}) {
+    ASSERT_TRUE(open("mixed.mp3", Mp3Builder{}
+                                      .raw(is_mono ? one : two)
+                                      .raw(is_mono ? two : one)
+                                      .raw(is_mono ? one : two)
+                                      .bytes()));
+    const std::vector<Decoded> mixed = decode_from(0);
+    std::size_t total = 0;
+    for (const Decoded& frame : mixed) total += frame.samples.size();
+    EXPECT_EQ(total, 30U * 1152 * (is_mono ? 2 : 4));
+  }
+}
+
+TEST_F(PeakSeek, EndsWithTheSelectionAndPutsTheCursorBack) {
+  ASSERT_TRUE(open_sample("cbr128.mp3"));
+  const EditPosition third = frame_at(frame_at(next_frame_step) + next_frame_step);
+  seek_to(frame_at(100'000));
+  const EditPosition cursor = selection.cursor;
+  set_sel_begin(0);
+  set_sel_end(third);
+  ASSERT_TRUE(peak_seek_open(6));
+  seek_to(0);
+  peak_seek_read(6);
+  EXPECT_EQ(selection.cursor, third);
+  EXPECT_EQ(peak_seek_read(6), 0);
+  EXPECT_EQ(selection.cursor, third);
+  peak_seek_close();
+  EXPECT_EQ(selection.cursor, cursor);
+  EXPECT_EQ(peak_seek_read(6), 0);  // no session
+}
+
+TEST_F(PeakSeek, TellsWhatToInstall) {
+  const Bytes aac = Mp3Builder{}.adts(20, 200).bytes();
+  const Bytes layer2 = frames(20, {.layer = 2});
+  struct Row {
+    const char* name;
+    Bytes bytes;
+    std::uint32_t use_mpglib;
+    const char* caption;
+    const char* last_line;
+  };
+  const Row table[] = {
+      {"a.mp3", frames(20), 0, "Could not open ACM Codec: mpglib installation", "libmpg123-0"},
+      {"a.mp3", frames(20), 1, "Could not load mpglib.dll: mpglib installation", "libmpg123-0"},
+      {"a.mp2", layer2, 1, "Could not load mpglib.dll: mpglib installation", "libmpg123-0"},
+      {"a.mp2", layer2, 0, "Layer 2 only supported with mpglib.dll: mpglib", "libmpg123-0"},
+      {"a.aac", aac, 0, "libfaad2.dll needed for AAC playback: AAC decoder", "libfaad2"},
+  };
+  // Without the libraries, and with ones that are others than their names say.
+  for (const bool are_there : {false, true}) {
+    library_folder = folder.path(are_there ? "others" : "none");
+    std::filesystem::create_directory(library_folder);
+    if (are_there)
+      for (const char* name : {"/libmpg123.so.0", "/libfaad.so.2"})
+        std::filesystem::create_symlink("/proc/self/exe", library_folder + name);
+    for (const Row& row : table) {
+      SCOPED_TRACE(row.caption);
+      ASSERT_TRUE(open(row.name, row.bytes));
+      settings.use_mpglib = row.use_mpglib;
+      EXPECT_FALSE(peak_seek_open(1));
+      EXPECT_EQ(host.boxes.size(), row.bytes == aac ? 2U : 1U);  // the system's reason is the first
+      const std::string box = take_box();
+      EXPECT_TRUE(box.starts_with(row.caption)) << box;
+      EXPECT_TRUE(box.ends_with(std::string("install the package ") + row.last_line)) << box;
+      EXPECT_EQ(peak_seek_read(1), 0);
+    }
+  }
+}
+
+TEST_F(PeakSeek, KeepsTheBuffersOfPlaybackInTheirLimits) {
+  struct Row {
+    const char* name;
+    FrameShape shape;
+    unsigned buffer_frm, buffer_max;
+    unsigned then_frm, then_max, bytes;
+  };
+  const Row table[] = {
+      {"a.mp3", {}, 8, 32, 6, 32, 32768},
+      {"a.mp3", {}, 8, 40, 8, 40, 40960},
+      {"a.mp3", {}, 0, 99, 1, 64, 65536},
+      {"a.mp3", {.version = 2, .sample_rate = 22050}, 2, 32, 2, 32, 16384},
+  };
+  for (const Row& row : table) {
+    ASSERT_TRUE(open(row.name, frames(20, row.shape)));
+    settings.buffer_frm = static_cast<std::uint16_t>(row.buffer_frm);
+    settings.buffer_max = static_cast<std::uint16_t>(row.buffer_max);
+    playback_buffers_configure();
+    EXPECT_EQ(settings.buffer_frm, row.then_frm);
+    EXPECT_EQ(settings.buffer_max, row.then_max);
+    EXPECT_EQ(decoder_session.pcm_buffer_bytes, row.bytes);
+  }
+  // A Layer II frame of a low rate has twice the samples that the room was meant for.
+  ASSERT_TRUE(open("a.mp2", frames(20, {.version = 2, .layer = 2, .sample_rate = 22050})));
+  settings.use_mpglib = 1;
+  settings.buffer_frm = 6;
+  settings.buffer_max = 32;
+  playback_buffers_configure();
+  ASSERT_TRUE(decoder_open());
+  Bytes room(decoder_session.pcm_buffer_bytes);
+  playback.end_limit = document.total_size;
+  std::size_t total = 0;
+  while (selection.cursor < document.total_size) total += fill_from_stream(room, 6, nullptr);
+  EXPECT_EQ(total, 20U * 1152 * 4);
+  decoder_close();
+}
+
+}  // namespace
+}  // namespace corvelin::test
