@@ -12,6 +12,7 @@
 #include "cli/words.h"
 #include "edit/commands.h"
 #include "model/document.h"
+#include "settings/setting_table.h"
 
 namespace corvelin {
 
@@ -65,15 +66,18 @@ Refusal run_words(const std::vector<std::string>& words, HeadlessHost& host) {
 }  // namespace
 
 std::string set_refusal(SetResult result, std::string_view key, std::string_view value) {
+  const SettingKey* const row = find_setting(key);
   switch (result) {
     case SetResult::done:
       return no_refusal;
     case SetResult::unknown_key:
       return fmt::format("there is no setting \"{}\"", key);
+    case SetResult::not_settable:
+      return fmt::format("{} can't be set ({})", key, row->meaning);
     case SetResult::not_a_number:
-      return fmt::format("{} takes a number, not \"{}\"", key, value);
-    case SetResult::out_of_range:
-      return fmt::format("{} is out of range for {} ({})", value, key, setting_meaning(key));
+    case SetResult::not_allowed:
+      return fmt::format("{} takes {}, not \"{}\" ({})", key, allowed_text(*row), value,
+                         row->meaning);
     case SetResult::too_long:
       return fmt::format("the value of {} is too long", key);
   }

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "cli/headless_host.h"
-#include "settings/settings.h"
+#include "settings/setting_table.h"
 
 namespace corvelin {
 

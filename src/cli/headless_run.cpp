@@ -18,7 +18,7 @@
 #include "exchange/split_save.h"
 #include "model/document.h"
 #include "platform/clipboard.h"
-#include "settings/settings.h"
+#include "settings/setting_table.h"
 #include "settings/settings_file.h"
 #include "settings/settings_storage.h"
 #include "shell/start_up.h"
@@ -45,12 +45,12 @@ class RunSettings {
 
   // Puts back what the command line changed and nothing else did since.
   void take_back() {
-    for (const SettingKey& row : setting_keys()) std::visit(*this, row.value);
+    for (const SettingKey& row : setting_keys()) std::visit(*this, row.field);
   }
 
-  template <typename Key>
-  void operator()(const Key& key) const {
-    if (settings.*key.field == at_start_.*key.field) settings.*key.field = stored_.*key.field;
+  template <typename Value>
+  void operator()(Value Settings::*field) const {
+    if (settings.*field == at_start_.*field) settings.*field = stored_.*field;
   }
 
  private:

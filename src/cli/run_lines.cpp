@@ -6,7 +6,7 @@
 #include "cli/messages.h"
 #include "cli/state_json.h"
 #include "edit/undo.h"
-#include "settings/settings.h"
+#include "settings/setting_table.h"
 
 namespace corvelin {
 

@@ -5,7 +5,7 @@
 #include "model/document.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
-#include "settings/settings.h"
+#include "settings/setting_table.h"
 #include "stream/frame_header.h"
 
 namespace corvelin {

@@ -212,8 +212,8 @@ class Paste {
     Part& part = document.parts[index];
     part.part_gainbeg = range.gain;
     part.part_iscue = range.is_cue ? 1 : 0;
-    part.part_artist = bytes_to_wide(range.artist, true).substr(0, longest_name);
-    part.part_title = bytes_to_wide(range.title, true).substr(0, longest_name);
+    part.part_artist = cut_to_units(bytes_to_wide(range.artist, true), longest_name);
+    part.part_title = cut_to_units(bytes_to_wide(range.title, true), longest_name);
     place_ += range.size;
     return true;
   }

@@ -26,7 +26,6 @@
 #include "edit/trim_commands.h"
 #include "edit/undo.h"
 #include "exchange/cue_sheet.h"
-#include "exchange/id3v1.h"
 #include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/selection.h"
@@ -34,7 +33,7 @@
 #include "platform/host.h"
 #include "platform/process.h"
 #include "platform/text.h"
-#include "settings/settings.h"
+#include "settings/setting_table.h"
 #include "stream/frame_header.h"
 #include "text/boxes.h"
 
@@ -44,16 +43,17 @@ namespace {
 
 template <auto Setting>
 void toggle() {
-  settings.*Setting = settings.*Setting == 0 ? 1 : 0;
+  change_setting(Setting, settings.*Setting == 0 ? 1 : 0);
 }
 
 template <std::uint16_t Bit>
 void toggle_keep_date() {
-  settings.keep_date = static_cast<std::uint16_t>(settings.keep_date ^ Bit);
+  change_setting(&Settings::keep_date, static_cast<std::uint16_t>(settings.keep_date ^ Bit));
 }
 
 constexpr auto toggle_use_mpglib = toggle<&Settings::use_mpglib>;
 constexpr auto toggle_keep_id3v2 = toggle<&Settings::keep_id3v2>;
+constexpr auto toggle_save_id3v1 = toggle<&Settings::save_id3v1>;
 constexpr auto toggle_big_timer = toggle<&Settings::big_timer>;
 constexpr auto toggle_show_milisec = toggle<&Settings::show_milisec>;
 constexpr auto toggle_db_scale = toggle<&Settings::db_scale>;
@@ -67,31 +67,29 @@ constexpr auto toggle_big_total = toggle<&Settings::big_total>;
 constexpr auto toggle_keep_date_of_source = toggle_keep_date<keep_date_of_source>;
 constexpr auto toggle_keep_date_on_new = toggle_keep_date<keep_date_on_new>;
 
-void toggle_save_id3v1() {
-  toggle<&Settings::save_id3v1>();
-  keep_id3v1_as_set();
-}
-
 void change_volume(int step) {
-  settings.volume = static_cast<std::uint16_t>(std::clamp(settings.volume + step, 0, 100));
+  const int volume = std::clamp(settings.volume + step, 0, 100);
+  change_setting(&Settings::volume, static_cast<std::uint16_t>(volume));
 }
 
 void volume_up() { change_volume(4); }
 void volume_down() { change_volume(-4); }
 
-constexpr std::uint16_t graph_step = 20;  // per cent
+constexpr int graph_step = 20;  // per cent
+
+void set_graph_level(int level) {
+  change_setting(&Settings::graph_level, static_cast<std::uint16_t>(level));
+}
 
 void graph_higher() {
-  if (settings.graph_level < 200)
-    settings.graph_level = static_cast<std::uint16_t>(settings.graph_level + graph_step);
+  if (settings.graph_level < 200) set_graph_level(settings.graph_level + graph_step);
 }
 
 void graph_lower() {
-  if (settings.graph_level >= graph_step)
-    settings.graph_level = static_cast<std::uint16_t>(settings.graph_level - graph_step);
+  if (settings.graph_level >= graph_step) set_graph_level(settings.graph_level - graph_step);
 }
 
-void graph_default() { settings.graph_level = 100; }
+void graph_default() { set_graph_level(100); }
 
 // Operations whose own form takes arguments.
 bool cut_or_cue_command() { return cut_or_cue(false); }
@@ -172,7 +170,7 @@ void convert_texts(bool to_utf8) {
 
 void set_encoding(bool to_utf8) {
   if (settings.char_enc == (to_utf8 ? 1 : 0)) return;
-  settings.char_enc = to_utf8 ? 1 : 0;
+  change_setting(&Settings::char_enc, to_utf8 ? 1 : 0);
   if (!has_texts()) return;
   std::string caption(ui_text(men, 74));
   std::erase(caption, '&');

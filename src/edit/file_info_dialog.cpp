@@ -12,7 +12,7 @@
 #include "model/frame_reader.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
-#include "settings/settings.h"
+#include "settings/setting_table.h"
 #include "stream/frame_header.h"
 #include "text/ui_text.h"
 
@@ -105,10 +105,10 @@ bool FileInfoDialog::accept() {
     header_rewrite.rewrite_original = rewrite_original ? 1 : 0;
     header_rewrite.rewrite_private = rewrite_private ? 1 : 0;
   }
-  settings.keep_id3v2 = keep_id3v2 ? 1 : 0;
-  settings.write_xing = write_xing ? 1 : 0;
-  settings.keep_lame = keep_lame ? 1 : 0;
-  settings.keep_info = keep_info ? 1 : 0;
+  change_setting(&Settings::keep_id3v2, keep_id3v2 ? 1 : 0);
+  change_setting(&Settings::write_xing, write_xing ? 1 : 0);
+  change_setting(&Settings::keep_lame, keep_lame ? 1 : 0);
+  change_setting(&Settings::keep_info, keep_info ? 1 : 0);
   open_state.document_modified = true;
   return true;
 }

@@ -31,8 +31,7 @@ std::string part_entry(PartIndex index) {
   if (part.part_gainbeg != 0) text += fmt::format(" {}", ui_text(men, 52));
   text += '\t';
   if (!part.part_title.empty())
-    text +=
-        " " + wide_to_bytes(std::u16string_view(part.part_title).substr(0, longest_title), true);
+    text += " " + wide_to_bytes(cut_to_units(part.part_title, longest_title), true);
   return text;
 }
 

@@ -5,6 +5,7 @@
 
 #include "document/open_state.h"
 #include "edit/undo.h"
+#include "platform/text.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -25,11 +26,11 @@ std::string NamesDialog::group_title() const {
 bool NamesDialog::accept() {
   if (part >= part_count()) return false;
   undo_push(true, ui_text(men, 34));
-  document.sheet_artist = sheet_artist.substr(0, text_limit);
-  document.sheet_title = sheet_title.substr(0, text_limit);
+  document.sheet_artist = cut_to_units(sheet_artist, text_limit);
+  document.sheet_title = cut_to_units(sheet_title, text_limit);
   Part& target = document.parts[part];
-  target.part_artist = part_artist.substr(0, text_limit);
-  target.part_title = part_title.substr(0, text_limit);
+  target.part_artist = cut_to_units(part_artist, text_limit);
+  target.part_title = cut_to_units(part_title, text_limit);
   target.part_iscue = part_iscue ? 1 : 0;
   open_state.document_modified = true;
   return true;

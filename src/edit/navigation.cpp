@@ -1,6 +1,7 @@
 // Moving the cursor.
 #include "edit/navigation.h"
 
+#include <algorithm>
 #include <cstdint>
 
 #include "audio/playback.h"
@@ -8,7 +9,7 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
-#include "settings/settings.h"
+#include "settings/setting_table.h"
 
 namespace corvelin {
 
@@ -23,6 +24,13 @@ void step_forward(std::uint32_t bytes) {
   const EditPosition from = play_position();
   const bool is_inside = bytes < document.total_size && from < document.total_size - bytes;
   seek_to(is_inside ? from + bytes : document.total_size);
+}
+
+// The file of settings may hold any zoom.
+void set_zoom(int zoom) {
+  constexpr int lowest = 1;
+  constexpr int highest = 32;
+  change_setting(&Settings::zoom, static_cast<std::uint16_t>(std::clamp(zoom, lowest, highest)));
 }
 
 }  // namespace
@@ -67,12 +75,7 @@ void go_to_next_range() {
   seek_to(part_end(document.current_part));
 }
 
-void zoom_in() {
-  if (settings.zoom < 32) settings.zoom = static_cast<std::uint16_t>(settings.zoom * 2);
-}
-
-void zoom_out() {
-  if (settings.zoom > 1) settings.zoom = static_cast<std::uint16_t>(settings.zoom / 2);
-}
+void zoom_in() { set_zoom(settings.zoom * 2); }
+void zoom_out() { set_zoom(settings.zoom / 2); }
 
 }  // namespace corvelin

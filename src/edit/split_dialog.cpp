@@ -8,6 +8,7 @@
 #include "document/open_state.h"
 #include "platform/host.h"
 #include "platform/path.h"
+#include "platform/text.h"
 #include "settings/settings.h"
 #include "text/ui_text.h"
 
@@ -51,7 +52,7 @@ void SplitDialog::cancel() {
 
 void SplitDialog::store() const {
   open_state.split_dest_folder = folder;
-  settings.split_pattern = pattern.substr(0, longest_setting);
+  settings.split_pattern = cut_to_units(pattern, longest_setting);
   settings.split_id3v11 = creates_id3v11 ? 1 : 0;
   settings.split_id3v2 = copies_id3v2 ? 1 : 0;
   const unsigned seconds = overlap_seconds & (split_overlap_on - 1);

@@ -27,10 +27,10 @@ std::string undo_label(std::string_view menu_text) {
   constexpr std::size_t most_characters = 29;
   constexpr std::size_t kept_of_long_ones = 24;
   const std::u16string plain = bytes_to_wide(menu_text_plain(menu_text), true);
-  std::u16string label = plain.substr(0, most_characters);
+  std::u16string label = cut_to_units(plain, most_characters);
   const bool is_long = count_units(menu_text) > kept_of_long_ones;
   if (is_long && label.size() >= kept_of_long_ones)
-    label = label.substr(0, kept_of_long_ones) + u"...";
+    label = cut_to_units(label, kept_of_long_ones) + u"...";
   return wide_to_bytes(label, true);
 }
 

@@ -112,7 +112,7 @@ class CueSheetReader {
   Next take_name(std::string_view line, std::u16string& name) const {
     const auto value = quoted(line);
     if (!value) return Next::fail;
-    name = bytes_to_wide(*value, utf8_).substr(0, longest_name);
+    name = cut_to_units(bytes_to_wide(*value, utf8_), longest_name);
     return Next::go_on;
   }
 

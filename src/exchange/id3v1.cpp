@@ -7,7 +7,7 @@
 #include "document/open_state.h"
 #include "platform/bytes.h"
 #include "platform/text.h"
-#include "settings/settings.h"
+#include "settings/setting_table.h"
 #include "stream/frame_header.h"
 
 namespace corvelin {
@@ -82,7 +82,9 @@ void put_track(std::uint32_t track) {
   stream.id3v1[track_place] = static_cast<std::uint8_t>(track);
 }
 
-std::u16string tag_limited(const std::u16string& text) { return text.substr(0, id3v1_text_limit); }
+std::u16string tag_limited(const std::u16string& text) {
+  return cut_to_units(text, id3v1_text_limit);
+}
 
 }  // namespace
 
@@ -137,7 +139,7 @@ void names_from_current_cue(TagDialog& dialog) {
 }
 
 void tag_dialog_apply(const TagDialog& dialog) {
-  settings.save_id3v1 = dialog.create_tag ? 1 : 0;
+  change_setting(&Settings::save_id3v1, dialog.create_tag ? 1 : 0);
   open_state.keep_id3v1 = dialog.create_tag;
   if (!dialog.create_tag) return;
 

@@ -144,7 +144,7 @@ class ProjectReader {
   }
 
   bool take_name(std::u16string& field, std::string_view value) const {
-    field = bytes_to_wide(value, utf8_ != 0).substr(0, longest_name);
+    field = cut_to_units(bytes_to_wide(value, utf8_ != 0), longest_name);
     return true;
   }
 

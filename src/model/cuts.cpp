@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "model/selection.h"
+#include "platform/text.h"
 
 namespace corvelin {
 
@@ -170,9 +171,9 @@ PartIndex restore_border(PartIndex index, EditPosition pos) {
 void stash_part_texts(PartIndex index) {
   Part& part = document.parts[index];
   if (!part.part_artist.empty())
-    selection.sel_artist = part.part_artist.substr(0, longest_stashed_text);
+    selection.sel_artist = cut_to_units(part.part_artist, longest_stashed_text);
   if (!part.part_title.empty())
-    selection.sel_title = part.part_title.substr(0, longest_stashed_text);
+    selection.sel_title = cut_to_units(part.part_title, longest_stashed_text);
   part.part_artist.clear();
   part.part_title.clear();
 }

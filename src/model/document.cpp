@@ -107,7 +107,7 @@ void name_parts_from_files() {
   for (Part& part : document.parts) {
     if (!part.part_title.empty()) continue;
     const std::string_view name = name_of(document.files[part.part_file].file_name);
-    part.part_title = bytes_to_wide(name, true).substr(0, longest_name);
+    part.part_title = cut_to_units(bytes_to_wide(name, true), longest_name);
   }
 }
 

@@ -121,6 +121,10 @@ class Host {
   virtual void rebuild_part_list() {}    // the entries of the List menu
   virtual void rebuild_recent_menu() {}  // the recent files in the File menu
   virtual void update_menu_state(std::uint8_t mask);
+  virtual void lay_out() {}  // a setting that the window's layout goes by
+
+  /// A setting was changed that takes a new start to hold in full.
+  virtual void offer_restart() {}
 };
 
 /// The host that is installed, or one that is nobody.

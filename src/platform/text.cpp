@@ -165,6 +165,13 @@ std::string_view cut_to_units(std::string_view utf8_text, std::size_t limit) {
   return utf8_text;
 }
 
+std::u16string cut_to_units(std::u16string text, std::size_t limit) {
+  if (text.size() <= limit) return text;
+  const bool parts_a_pair = limit > 0 && text[limit - 1] >= 0xD800 && text[limit - 1] <= 0xDBFF;
+  text.resize(parts_a_pair ? limit - 1 : limit);
+  return text;
+}
+
 std::string_view cut_to_bytes(std::string_view utf8_text, std::size_t limit) {
   std::size_t at = 0;
   while (at < utf8_text.size()) {

@@ -32,6 +32,8 @@ std::string wide_to_hex(std::u16string_view text);
 /// character.
 std::string_view cut_to_units(std::string_view utf8_text, std::size_t limit);
 
+std::u16string cut_to_units(std::u16string text, std::size_t limit);
+
 /// The same with a limit in bytes.
 std::string_view cut_to_bytes(std::string_view utf8_text, std::size_t limit);
 

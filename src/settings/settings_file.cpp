@@ -6,10 +6,13 @@
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <span>
+#include <utility>
+#include <vector>
 
 #include "platform/file.h"
 #include "platform/text.h"
-#include "settings/settings.h"
+#include "settings/setting_table.h"
 
 namespace corvelin {
 
@@ -23,15 +26,15 @@ bool is_stored_in_hex(std::string_view key, std::string_view value) {
   return may_be && !value.empty() && value.front() >= '0' && value.front() <= '9';
 }
 
-// Takes a value into the field of its key. One overload a kind of key.
+// Takes a value into the field of its key. One overload a kind of field.
 struct ValueReader {
-  std::string_view key;
+  const SettingKey& row;
   std::string_view value;
   bool utf8;
 
   [[nodiscard]] std::string path() const {
     std::string path(value);
-    if (is_stored_in_hex(key, value)) {
+    if (is_stored_in_hex(row.key, value)) {
       path = wide_to_bytes(hex_to_wide(value), true);
     } else if (!utf8) {
       path = wide_to_bytes(bytes_to_wide(value, false), true);
@@ -40,21 +43,24 @@ struct ValueReader {
   }
 
   template <typename Number>
-  void operator()(const NumberKey<Number>& row) const {
-    settings.*row.field = static_cast<Number>(leading_number(value));
+  void operator()(Number Settings::*field) const {
+    settings.*field = static_cast<Number>(leading_number(value));
   }
-  void operator()(const PathKey& row) const { settings.*row.field = path(); }
-  void operator()(const TextKey& row) const {
-    settings.*row.field = bytes_to_wide(value, utf8).substr(0, row.most);
+  void operator()(std::string Settings::*field) const { settings.*field = path(); }
+  void operator()(std::u16string Settings::*field) const {
+    const auto most = static_cast<std::size_t>(row.allowed.highest);
+    settings.*field = cut_to_units(bytes_to_wide(value, utf8), most);
   }
-  void operator()(const PathsKey& row) const {
-    // `max_recent` as it stands now: the recent files come first in the file, so it is the default.
-    const std::size_t most = std::min<std::size_t>(settings.max_recent, row.most);
-    if ((settings.*row.field).size() < most && !value.empty())
-      (settings.*row.field).push_back(path());
+  void operator()(std::vector<std::string> Settings::*field) const {
+    if (field == &Settings::file_recent) return read_recent();
+    if (std::cmp_less((settings.*field).size(), row.allowed.highest))
+      (settings.*field).emplace_back(value);
   }
-  void operator()(const LinesKey& row) const {
-    if ((settings.*row.field).size() < row.most) (settings.*row.field).emplace_back(value);
+  // `max_recent` as it stands now: the recent files come first in the file, so it is the default.
+  void read_recent() const {
+    const std::size_t most = std::min<std::size_t>(settings.max_recent, most_recent_files);
+    if (settings.file_recent.size() < most && !value.empty())
+      settings.file_recent.push_back(path());
   }
 };
 
@@ -64,7 +70,7 @@ bool fits_a_line(std::string_view value) {
          !value.ends_with('\r');
 }
 
-// Appends the lines of a key. One overload a kind of key.
+// Appends the lines of a key. One overload a kind of field.
 struct ValueWriter {
   std::string& text;
   std::string_view key;
@@ -74,25 +80,23 @@ struct ValueWriter {
   }
 
   template <typename Number>
-  void operator()(const NumberKey<Number>& row) const {
-    line(fmt::format("{}", static_cast<std::int32_t>(settings.*row.field)));
+  void operator()(Number Settings::*field) const {
+    line(fmt::format("{}", static_cast<std::int32_t>(settings.*field)));
   }
   // What begins with a digit would be read as the older form, so it is written in that.
-  void operator()(const PathKey& row) const {
-    const std::string& path = settings.*row.field;
+  void operator()(std::string Settings::*field) const {
+    const std::string& path = settings.*field;
     line(is_stored_in_hex(key, path) ? wide_to_hex(bytes_to_wide(path, true)) : path);
   }
-  void operator()(const TextKey& row) const {
-    line(key == "version" ? current_version : wide_to_bytes(settings.*row.field, true));
+  void operator()(std::u16string Settings::*field) const {
+    line(field == &Settings::version ? current_version : wide_to_bytes(settings.*field, true));
   }
-  void operator()(const PathsKey& row) const {
-    const auto& paths = settings.*row.field;
-    const std::size_t count = std::min<std::size_t>(paths.size(), settings.max_recent);
-    for (std::size_t i = 0; i < count; ++i)
-      if (!paths[i].empty()) line(paths[i]);
-  }
-  void operator()(const LinesKey& row) const {
-    for (const std::string& value : settings.*row.field) line(value);
+  void operator()(std::vector<std::string> Settings::*field) const {
+    std::span<const std::string> lines = settings.*field;
+    if (field == &Settings::file_recent)
+      lines = lines.first(std::min<std::size_t>(lines.size(), settings.max_recent));
+    for (const std::string& value : lines)
+      if (!value.empty()) line(value);
   }
 };
 
@@ -103,8 +107,7 @@ std::string read_text(const InputFile& file) {
 }
 
 bool begins_with_key(std::string_view line) {
-  const std::string_view key = line.substr(0, line.find('='));
-  return std::ranges::find(setting_keys(), key, &SettingKey::key) != setting_keys().end();
+  return find_setting(line.substr(0, line.find('='))) != nullptr;
 }
 
 }  // namespace
@@ -145,15 +148,15 @@ bool parse_settings(std::string_view text) {
       utf8 = leading_number(value) != 0;
       continue;
     }
-    const auto row = std::ranges::find(setting_keys(), key, &SettingKey::key);
-    if (row != setting_keys().end()) std::visit(ValueReader{key, value, utf8}, row->value);
+    const SettingKey* const row = find_setting(key);
+    if (row != nullptr) std::visit(ValueReader{*row, value, utf8}, row->field);
   }
   return true;
 }
 
 std::string format_settings() {
   std::string text = "[Corvelin]\r\nutf8=1\r\n";
-  for (const SettingKey& row : setting_keys()) std::visit(ValueWriter{text, row.key}, row.value);
+  for (const SettingKey& row : setting_keys()) std::visit(ValueWriter{text, row.key}, row.field);
   return text;
 }
 

@@ -5,18 +5,22 @@
 #include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/undo.h"
+#include "exchange/id3v1.h"
 #include "exchange/open_document.h"
 #include "platform/path.h"
 #include "platform/system.h"
 #include "platform/text.h"
-#include "settings/settings.h"
+#include "settings/setting_table.h"
 #include "settings/settings_file.h"
 #include "text/language_file.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
 
-void connect_levels() { close_listeners = {undo_clear}; }
+void connect_levels() {
+  close_listeners = {undo_clear};
+  setting_listeners = {{"save_id3v1", keep_id3v1_as_set}};
+}
 
 void start_up(const std::optional<std::string>& settings_path) {
   connect_levels();

@@ -28,6 +28,12 @@ enum class TextSection : std::uint16_t {
 };
 using enum TextSection;
 
+/// A row of the table, for tables whose rows have a text.
+struct TextRow {
+  TextSection section;
+  std::uint32_t number;
+};
+
 constexpr std::size_t ui_text_rows = 413;
 
 /// Rows of `dlg` that hold what a language file tells of itself; never set without one.

@@ -1,8 +1,9 @@
 // Settings: defaults, the file's form, storage.
-#include "settings/settings.h"
+#include "settings/setting_table.h"
 
 #include <sys/stat.h>
 
+#include "edit/commands.h"
 #include "platform/system.h"
 #include "settings/settings_file.h"
 #include "settings/settings_storage.h"
@@ -123,19 +124,56 @@ TEST_F(SettingsTest, AreSetFromText) {
     std::string key, value;
     SetResult result;
   } const rows[] = {{"volume", "100", SetResult::done},
-                    {"volume", "101", SetResult::out_of_range},
+                    {"volume", "101", SetResult::not_allowed},
+                    {"zoom", "3", SetResult::not_allowed},
+                    {"zoom", "16", SetResult::done},
+                    {"layout", "9", SetResult::not_allowed},
+                    {"graph_level", "50", SetResult::not_allowed},
+                    {"rec_threshold", "1024", SetResult::not_allowed},  // a threshold of 0
+                    {"enc_lam_vbr_method", "-2", SetResult::not_allowed},
                     {"volume", "1x", SetResult::not_a_number},
                     {"volume", "", SetResult::not_a_number},
                     {"rgb_win", "0x102030", SetResult::done},
                     {"split_pattern", "%N", SetResult::done},
                     {"ffmpeg", std::string(401, 'x'), SetResult::too_long},
-                    {"enc_lam_preset", "x", SetResult::unknown_key},
+                    {"enc_lam_preset", "x", SetResult::not_settable},
+                    {"version", "x", SetResult::not_settable},
                     {"Volume", "1", SetResult::unknown_key}};
   for (const auto& row : rows)
     EXPECT_EQ(set_setting(row.key, row.value), row.result) << row.key << "=" << row.value;
   EXPECT_EQ(settings.volume, 100);
   EXPECT_EQ(settings.rgb_win, 0x102030U);
   EXPECT_EQ(settings.split_pattern, u"%N");
+
+  EXPECT_EQ(get_setting("rgb_win"), "0x102030");
+  EXPECT_EQ(get_setting("split_pattern"), "%N");
+  EXPECT_EQ(get_setting("file_recent"), std::nullopt);
+  EXPECT_EQ(allowed_text(*find_setting("zoom")), "1, 2, 4, 8, 16 or 32");
+  EXPECT_EQ(allowed_text(*find_setting("graph_level")), "0 to 200 in steps of 20");
+  const Settings defaults = default_settings();
+  for (const SettingKey& row : setting_keys()) {
+    const auto standard = get_setting(row.key, defaults);
+    if (!standard || row.key == "version") continue;
+    EXPECT_EQ(set_setting(row.key, *standard), SetResult::done) << row.key;
+  }
+}
+
+// Whoever changes a setting, the same follows from it.
+TEST_F(SettingsTest, ChangesHaveTheirEffects) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(20).id3v1("x").bytes()));
+  host.refreshes.clear();
+  EXPECT_EQ(set_setting("save_id3v1", "0"), SetResult::done);
+  EXPECT_FALSE(open_state.keep_id3v1);
+  dispatch_command(213);
+  EXPECT_TRUE(open_state.keep_id3v1);
+  set_setting("save_id3v1", "1");  // which it is
+  set_setting("rec_time", "1");
+  set_setting("scrollbar_arrows", "1");
+  EXPECT_EQ(host.layouts, 1);
+  EXPECT_EQ(host.restarts_offered, 0);
+  set_setting("darkmode", "1");
+  EXPECT_EQ(host.restarts_offered, 1);
+  EXPECT_EQ(host.refreshes, std::vector(4, Refresh::all));
 }
 
 // Of one test alone, since the files beside the program are there once.

@@ -38,6 +38,9 @@ class ScriptedHost : public Host {
   bool hides_notes = false;  // the user doesn't want to see a note again
   int beeps = 0;
   bool close_requested = false;
+  std::vector<Refresh> refreshes;
+  int layouts = 0;
+  int restarts_offered = 0;
 
   BoxAnswer show_message_box(const MessageBox& box) override {
     boxes.push_back(box);
@@ -67,6 +70,9 @@ class ScriptedHost : public Host {
     return edit_dialog && edit_dialog(dialog) && dialog.accept();
   }
   void close() override { close_requested = true; }
+  void refresh_view(Refresh level) override { refreshes.push_back(level); }
+  void lay_out() override { ++layouts; }
+  void offer_restart() override { ++restarts_offered; }
 
  private:
   template <typename Value>
