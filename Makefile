@@ -32,8 +32,9 @@ run:
 bench:
 	scripts/install-packages build
 	$(call configure,OFF)
-	$(build) --target corvelin_bench
+	$(build) --target corvelin_bench corvelin_view_bench
 	build/release/bench/corvelin_bench
+	build/release/bench/corvelin_view_bench
 
 format:
 	scripts/install-packages check

@@ -1,0 +1,111 @@
+// Measures drawings of the editor view of 1600 x 500 pixels into memory, all but the text, of a
+// document of 100 parts over a file of 400 MB in a warm cache: again at the same place, moving on
+// by two frames as while it plays, and at a place that was not seen before.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "model/cuts.h"
+#include "model/document.h"
+#include "model/frame_locator.h"
+#include "model/selection.h"
+#include "settings/settings.h"
+#include "shell/editor_view.h"
+#include "shell/pixel_canvas.h"
+#include "shell/start_up.h"
+#include "support/mp3_builder.h"
+
+namespace {
+
+using namespace corvelin;
+
+constexpr int width = 1600;
+constexpr int height = 500;
+constexpr std::size_t file_size = 400'000'000;
+constexpr int rounds = 50;
+
+class Picture : public PixelCanvas {
+ public:
+  explicit Picture(std::span<std::uint32_t> pixels) : PixelCanvas(pixels, width, height, width) {}
+  int text(int, int, std::string_view text, const TextStyle& style) override {
+    return static_cast<int>(text.size()) * style.height / 2;
+  }
+  void paragraph(const Rect&, std::string_view, const TextStyle&) override {}
+};
+
+void write_audio(const std::string& path) {
+  test::Mp3Builder builder;
+  for (int i = 0; i < 500; ++i) builder.frame({.global_gain = 140 + i % 50, .noisy = true});
+  std::ofstream out(path, std::ios::binary);
+  for (std::size_t written = 0; written < file_size; written += builder.size())
+    out.write(reinterpret_cast<const char*>(builder.bytes().data()),
+              static_cast<std::streamsize>(builder.size()));
+}
+
+void make_parts() {
+  for (std::uint32_t i = 1; i < 100; ++i) {
+    const PartIndex part = split_at(frame_at(document.total_size / 100 * i));
+    document.parts[part].part_gainbeg = i % 2 == 0 ? -4 : 0;
+  }
+}
+
+void time_drawing(const char* name, double limit, EditorView& view, Picture& picture,
+                  const std::function<void(int)>& move) {
+  double best = 1e9;
+  double sum = 0;
+  for (int round = 0; round < rounds; ++round) {
+    move(round);
+    const auto start = std::chrono::steady_clock::now();
+    view_redraw(view, picture);
+    const std::chrono::duration<double, std::milli> taken =
+        std::chrono::steady_clock::now() - start;
+    best = std::min(best, taken.count());
+    sum += taken.count();
+  }
+  fmt::print("  {:20} {:5.2f} ms at best, {:5.2f} ms on average (limit {})\n", name, best,
+             sum / rounds, limit);
+}
+
+void draw_at_zoom(std::uint16_t zoom, double limit) {
+  fmt::print("The view at zoom {}:\n", zoom);
+  settings.zoom = zoom;
+  EditorView view;
+  std::vector<std::uint32_t> pixels(std::size_t{width} * height);
+  Picture picture(pixels);
+  lay_out_view(view, width, height, 1);
+  const EditPosition middle = frame_at(document.total_size / 2);
+  time_drawing("at the same place", limit, view, picture, [&](int) { selection.cursor = middle; });
+  time_drawing("moving", limit, view, picture, [&](int round) {
+    selection.cursor = middle + static_cast<std::uint32_t>(round) * 2 * 417;
+  });
+  time_drawing("at a new place", limit, view, picture, [&](int round) {
+    seek_to(document.total_size / rounds * static_cast<std::uint32_t>(round));
+  });
+}
+
+}  // namespace
+
+int main() {
+  const std::string path =
+      (std::filesystem::temp_directory_path() / "corvelin-view-bench.mp3").string();
+  write_audio(path);
+  start_up(std::nullopt);
+  const bool is_open = open_file(path);
+  if (is_open) {
+    make_parts();
+    draw_at_zoom(32, 2);
+    draw_at_zoom(8, 2);
+    draw_at_zoom(1, 4);
+  }
+  shut_down();
+  std::filesystem::remove(path);
+  return is_open ? EXIT_SUCCESS : EXIT_FAILURE;
+}
