@@ -29,6 +29,18 @@ std::uint8_t with(std::uint8_t flags, SampleFlag flag) {
   return static_cast<std::uint8_t>(flags | flag);
 }
 
+std::uint32_t second_at(EditPosition pos) {
+  const double rate = stream.avg_bitrate;
+  return rate > 0 ? whole_part(pos / rate * 8) : 0;
+}
+
+// The second in which the frame before one begins, so that a mark doesn't come and go at the view's
+// edge.
+std::uint32_t second_before(EditPosition pos) {
+  const std::uint32_t frame = whole_part(stream.avg_frame_size);
+  return second_at(pos > frame ? pos - frame : 0);
+}
+
 // Looks the frame up, and leaves the one that the status shows as it is.
 EditPosition locate_silently(PartIndex part, EditPosition pos) {
   const FrameInfo shown = stream.current_frame;
@@ -68,7 +80,8 @@ Walk walk_from(EditPosition pos) {
 // Fills slots one by one.
 class Sampler {
  public:
-  Sampler(GraphSamples& samples, EditPosition centre) : samples_(samples), centre_(centre) {}
+  Sampler(EditPosition first, EditPosition centre)
+      : centre_(centre), last_second_(second_before(first)) {}
 
   FrameSlot slot_of(const Walk& walk, EditPosition pos, const SampledFrame& frame) {
     FrameSlot slot = {.sample_bitrate = frame.bitrate, .sample_pos = pos};
@@ -93,10 +106,9 @@ class Sampler {
   }
 
   void mark_second(FrameSlot& slot, EditPosition pos) {
-    const double rate = stream.avg_bitrate;
-    const std::uint32_t second = rate > 0 ? whole_part(pos / rate * 8) : 0;
-    if (second > samples_.last_second) slot.sample_second = second;
-    samples_.last_second = second;
+    const std::uint32_t second = second_at(pos);
+    if (second > last_second_) slot.sample_second = second;
+    last_second_ = second;
   }
 
   void set_height(FrameSlot& slot, const Walk& walk, EditPosition pos,
@@ -117,8 +129,8 @@ class Sampler {
     }
   }
 
-  GraphSamples& samples_;
   EditPosition centre_;
+  std::uint32_t last_second_;
   GraphHeights heights_;
 };
 
@@ -157,7 +169,7 @@ void sample_frames(GraphSamples& samples, EditPosition centre, std::uint32_t vie
   Walk walk = walk_from(centre - std::min(half, centre));
   samples.view_first_pos = walk.pos;
   samples.frames.begin(stream.current_frame);
-  Sampler sampler(samples, centre);
+  Sampler sampler(walk.pos, centre);
   while (slots.size() <= view_frames) {
     const EditPosition end = part_end(walk.part);
     const std::uint32_t left = end - std::min(walk.pos, end);

@@ -32,6 +32,8 @@ struct FrameSlot {
   EditPosition sample_pos = 0;       // of the frame, or of the end of the stream next to a blank
   std::int32_t sample_handle = 0;    // at a border the height of its level from 192 down to 0
   std::uint32_t sample_second = 0;   // the time where a new second begins, else 0
+
+  bool operator==(const FrameSlot&) const = default;
 };
 
 /// What was sampled last. The frame at the cursor is in the middle.
@@ -39,7 +41,6 @@ struct GraphSamples {
   std::vector<FrameSlot> slots;  // one more than the graph has frames
   EditPosition view_first_pos = 0;
   EditPosition view_last_pos = 0;  // behind the last frame
-  std::uint32_t last_second = 0;   // the last whole second seen; it outlives a sampling
   SampledFrames frames;
 };
 

@@ -3,6 +3,12 @@
 
 #include <fmt/format.h>
 
+#include <filesystem>
+#include <random>
+
+#include "edit/places.h"
+#include "model/cuts.h"
+#include "model/frame_locator.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 
@@ -55,6 +61,55 @@ TEST_F(GraphSampling, MarksWhatBeginsAndLiesAtEachFrame) {
   for (const auto& row : rows) {
     make(row.state);
     EXPECT_EQ(sampled(8), row.slots) << row.state;
+  }
+}
+
+TEST_F(GraphSampling, MovesOnOverWhatIsNoFrame) {
+  Mp3Builder builder;
+  builder.frames(4).zeros(70'000);                  // longer than a block
+  builder.frame({.sample_rate = 48000}).frames(2);  // of another rate: left out
+  builder.raw("\xFF\xFB\x90").frames(2);            // looks like a frame together with the next
+  ASSERT_TRUE(open("b.mp3", builder.bytes()));
+  stream.avg_frame_size = length;
+  selection.cursor = 2 * length;
+  EXPECT_EQ(sampled(14), "< < < < < < 0(*/64 1 2@ 3 172+328 173+328 174+328 175+331/64 >/64");
+}
+
+TEST_F(GraphSampling, EndsWhereAFileBecameShorter) {
+  make("0-5* 5-20* @5");
+  EXPECT_EQ(sampled(8), "1 2 3 4 5(@/64 6 7 8 9");
+  std::filesystem::resize_file(document.files[0].file_name, 6 * length + 200);
+  EXPECT_EQ(sampled(8), "1 2 3 4 5(@/64 >/64 > > >");
+  std::filesystem::resize_file(document.files[0].file_name, 2 * length + 200);
+  EXPECT_EQ(sampled(8), "1/64 >/64 > > > > > > >");
+}
+
+TEST_F(GraphSampling, WhatIsKeptIsWhatWouldBeRead) {
+  Mp3Builder builder;
+  for (int i = 0; i < 400; ++i) {
+    constexpr int bitrates[] = {64, 128, 160, 256};
+    builder.frame({.bitrate = bitrates[i * 7 % 4], .global_gain = 120 + i % 90, .noisy = true});
+  }
+  ASSERT_TRUE(open("b.mp3", builder.bytes()));
+  std::mt19937 random(1);
+  const auto below = [&](std::uint32_t limit) {
+    return static_cast<std::uint32_t>(random()) % limit;
+  };
+  const auto frame = [&] { return frame_at(below(document.total_size)); };
+  for (int i = 0; i < 300; ++i) {
+    seek_to(frame());
+    if (i % 5 == 0) {
+      const EditPosition cut = frame();
+      delete_range(cut, frame_at(cut + below(500)));
+      settle_places();
+      document.parts[below(part_count())].part_gainbeg = static_cast<std::int16_t>(i % 8 - 4);
+    }
+    if (i == 150) open("c.mp3", frames(100));
+    const std::uint32_t view_frames = 10 + below(200);
+    GraphSamples fresh;
+    sample_frames(fresh, selection.cursor, view_frames, 1);
+    sample_frames(samples, selection.cursor, view_frames, 1);
+    ASSERT_EQ(samples.slots, fresh.slots) << i;
   }
 }
 

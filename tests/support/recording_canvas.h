@@ -1,11 +1,12 @@
-// A canvas that writes down what is drawn, a row for each call: "solid LEFT,TOP,RIGHT,BOTTOM
-// COLOUR", "text X,Y 'TEXT' HEIGHT COLOUR". Colours go by what the settings use them for. Each
-// letter of a text is half as wide as high.
+// A canvas that writes down what is drawn: a rectangle as LEFT,TOP,RIGHT,BOTTOM, with ":" in front
+// when it is dotted and "#" when it is hatched, a text as X,Y'TEXT'HEIGHT. Colours go by what the
+// settings use them for. A letter of a text is half as wide as high.
 #pragma once
 
 #include <fmt/format.h>
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "settings/settings.h"
@@ -15,36 +16,53 @@ namespace corvelin::test {
 
 class RecordingCanvas : public Canvas {
  public:
-  std::vector<std::string> rows;
-
   void fill(const Rect& area, Colour colour, Pattern pattern = Pattern::solid) override {
-    constexpr const char* patterns[] = {"solid", "dots", "hatch"};
+    constexpr const char* marks[] = {"", ":", "#"};
     if (!area.is_empty())
-      rows.push_back(fmt::format("{} {} {}", patterns[static_cast<int>(pattern)], place(area),
-                                 name_of(colour)));
+      add(false, colour, area.top, marks[static_cast<int>(pattern)] + place(area));
   }
   int text(int x, int y, std::string_view text, const TextStyle& style) override {
-    constexpr const char* alignments[] = {"text", "centred", "right"};
-    rows.push_back(fmt::format("{} {},{} '{}' {}{} {}{}", alignments[static_cast<int>(style.align)],
-                               x, y, text, style.height, style.is_bold ? " bold" : "",
-                               name_of(style.colour),
-                               style.ground ? " on " + name_of(*style.ground) : ""));
+    constexpr const char* alignments[] = {"", "|", ">"};
+    add(true, style.colour, y,
+        fmt::format("{}{},{}'{}'{}{}{}", alignments[static_cast<int>(style.align)], x, y, text,
+                    style.height, style.is_bold ? " bold" : "",
+                    style.ground ? " on " + name_of(*style.ground) : ""));
     return static_cast<int>(text.size()) * style.height / 2;
   }
   void paragraph(const Rect& box, std::string_view text, const TextStyle& style) override {
-    rows.push_back(fmt::format("paragraph {} '{}' {} {}", place(box), text, style.height,
-                               name_of(style.colour)));
+    add(true, style.colour, box.top, fmt::format("{}'{}'{}", place(box), text, style.height));
   }
 
-  /// The rows that begin so, one below the other.
-  [[nodiscard]] std::string drawn(std::string_view beginning) const {
-    std::string text;
-    for (const std::string& row : rows)
-      if (row.starts_with(beginning)) text += row + "\n";
-    return text;
+  /// The rectangles of a colour that begin in these rows of pixels, in the order of drawing.
+  [[nodiscard]] std::string drawn(std::string_view colour, int top, int bottom) const {
+    return in_order(false, colour, top, bottom);
+  }
+  /// The texts.
+  [[nodiscard]] std::string written(std::string_view colour, int top = -100,
+                                    int bottom = 10'000) const {
+    return in_order(true, colour, top, bottom);
   }
 
  private:
+  struct Call {
+    bool is_text;
+    std::string colour;
+    int top;
+    std::string text;
+  };
+
+  [[nodiscard]] std::string in_order(bool is_text, std::string_view colour, int top,
+                                     int bottom) const {
+    std::string text;
+    for (const Call& call : calls_)
+      if (call.is_text == is_text && call.colour == colour && call.top >= top && call.top < bottom)
+        text += (text.empty() ? "" : " ") + call.text;
+    return text;
+  }
+
+  void add(bool is_text, Colour colour, int top, std::string text) {
+    calls_.push_back({is_text, name_of(colour), top, std::move(text)});
+  }
   static std::string place(const Rect& area) {
     return fmt::format("{},{},{},{}", area.left, area.top, area.right, area.bottom);
   }
@@ -61,6 +79,8 @@ class RecordingCanvas : public Canvas {
       if (value == colour) return name;
     return fmt::format("{:06X}", colour);
   }
+
+  std::vector<Call> calls_;
 };
 
 }  // namespace corvelin::test
