@@ -18,4 +18,6 @@ std::uint32_t prelisten_bytes() {
 
 EditPosition play_position() { return selection.cursor; }
 
+void seek_to(EditPosition pos) { move_cursor(pos); }
+
 }  // namespace corvelin

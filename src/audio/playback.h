@@ -21,7 +21,8 @@ enum PrelistenMode : std::uint8_t {
 struct Playback {
   bool is_playing = false;
   bool is_recording_armed = false;
-  std::uint8_t fast_play_level = 0;  // 0 normal speed, 4 the fastest
+  bool is_recording_writing = false;  // armed, and started
+  std::uint8_t fast_play_level = 0;   // 0 normal speed, 4 the fastest
   PrelistenMode prelisten_mode = plain_play;
   EditPosition end_limit = 0;     // where this playback or measuring ends
   EditPosition saved_cursor = 0;  // where the cursor stood when a prelisten or a measuring began
@@ -34,5 +35,9 @@ std::uint32_t prelisten_bytes();
 
 /// Where the listener is: at the cursor, while nothing plays.
 EditPosition play_position();
+
+/// Moves the cursor, and with it what is heard, to the first frame at or behind `pos`. The one way
+/// there for everything that the user does.
+void seek_to(EditPosition pos);
 
 }  // namespace corvelin

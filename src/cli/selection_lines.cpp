@@ -1,8 +1,8 @@
 // Edit lines that say where: cursor, selection, current part.
-#include "cli/edit_line.h"
-
 #include <fmt/format.h>
 
+#include "audio/playback.h"
+#include "cli/edit_line.h"
 #include "cli/place.h"
 #include "cli/words.h"
 #include "edit/selection_commands.h"

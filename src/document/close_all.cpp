@@ -10,12 +10,13 @@
 
 namespace corvelin {
 
-std::vector<void (*)()> close_listeners;
+CloseHooks close_hooks;
 
 void close_all() {
+  for (void (*const stop)() : close_hooks.before) stop();
   close_document();
   selection = {};
-  for (void (*const forget)() : close_listeners) forget();
+  for (void (*const forget)() : close_hooks.behind) forget();
 }
 
 void reset_state(ResetLevel level) {

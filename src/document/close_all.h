@@ -8,8 +8,13 @@ namespace corvelin {
 /// Closes the document and all that lives with it.
 void close_all();
 
-/// Told by `close_all`: the modules above that hold something of the document.
-extern std::vector<void (*)()> close_listeners;
+/// The modules above that are told of a close.
+struct CloseHooks {
+  std::vector<void (*)()> before;  // those that read the document: they stop
+  std::vector<void (*)()> behind;  // those that hold something of it: they let it go
+};
+
+extern CloseHooks close_hooks;
 
 /// How far `reset_state` goes, each level with the ones before it.
 enum class ResetLevel {

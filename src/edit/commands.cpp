@@ -238,7 +238,7 @@ DispatchResult outcome(bool is_done) {
 }
 
 DispatchResult run(const Command& command) {
-  if (command.needs == CommandNeeds::document && document.parts.empty())
+  if (command.needs == CommandNeeds::a_document && document.parts.empty())
     return DispatchResult::no_document;
   if (command.stop == StopRule::not_playing && playback.is_playing) return DispatchResult::not_now;
   if (command.stop == StopRule::stopped && !ensure_stopped()) return DispatchResult::refused;

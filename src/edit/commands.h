@@ -14,9 +14,9 @@ namespace corvelin {
 
 using CommandId = std::uint16_t;
 
-enum class CommandNeeds { anytime, document };
+enum class CommandNeeds { anytime, a_document };
 enum class StopRule { runs_on, not_playing, stopped };
-enum class LiveWhen { anytime, document, stopped, levels, undo, transport };
+enum class LiveWhen { anytime, a_document, stopped, levels, undo, transport };
 
 /// One row of the table.
 struct Command {

@@ -41,7 +41,7 @@ bool is_live(LiveWhen when) {
   switch (when) {
     case LiveWhen::anytime:
       return true;
-    case LiveWhen::document:
+    case LiveWhen::a_document:
       return has_document;
     case LiveWhen::stopped:
       return !playback.is_playing && !is_armed;

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "audio/playback.h"
 #include "document/open_state.h"
 #include "edit/places.h"
 #include "edit/undo.h"

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <optional>
 
+#include "audio/playback.h"
 #include "edit/undo.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"

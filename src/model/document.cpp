@@ -11,6 +11,7 @@
 namespace corvelin {
 
 Document document;
+std::uint64_t document_revision = 0;
 
 std::uint16_t part_count() { return static_cast<std::uint16_t>(document.parts.size()); }
 std::uint16_t file_count() { return static_cast<std::uint16_t>(document.files.size()); }
@@ -82,6 +83,7 @@ std::uint32_t file_pos_of(PartIndex index, EditPosition pos) {
 void recompute_total() {
   document.total_size = 0;
   for (const Part& part : document.parts) document.total_size += part.part_size;
+  ++document_revision;
 }
 
 void renumber_parts() {
@@ -90,6 +92,7 @@ void renumber_parts() {
     part.part_beg = pos;
     pos += part.part_size;
   }
+  ++document_revision;
 }
 
 bool part_has_gain(PartIndex index) {
@@ -114,6 +117,7 @@ void name_parts_from_files() {
 void close_document() {
   document = {};
   stream = {};
+  ++document_revision;
 }
 
 }  // namespace corvelin

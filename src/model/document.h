@@ -66,6 +66,11 @@ struct Document {
 
 extern Document document;
 
+/// Grows with each change of the document: what was made of an earlier one is stale. The operations
+/// on the tables count themselves; who writes a field counts it, and the dispatcher does for every
+/// command that changes the document.
+extern std::uint64_t document_revision;
+
 std::uint16_t part_count();
 std::uint16_t file_count();
 

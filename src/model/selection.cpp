@@ -14,11 +14,13 @@ namespace {
 void update_cue_flag() {
   const bool is_point = selection.sel_beg == selection.sel_end;
   selection.sel_iscue = is_point || selection.sel_cue_locked != 0 ? 1 : 0;
+  ++selection_revision;
 }
 
 }  // namespace
 
 Selection selection;
+std::uint64_t selection_revision = 0;
 
 bool has_selection() {
   return selection.sel_beg != no_position && selection.sel_end != no_position;
@@ -50,14 +52,18 @@ void set_sel_end(EditPosition pos) {
   update_cue_flag();
 }
 
-void clear_selection() { selection = {.cursor = selection.cursor}; }
+void clear_selection() {
+  selection = {.cursor = selection.cursor};
+  ++selection_revision;
+}
 
-void seek_to(EditPosition pos) {
+void move_cursor(EditPosition pos) {
   if (pos > highest_position) return;
   document.current_part = part_at(std::min(pos, document.total_size));
   // Where the last part's file goes on at another sample rate the search may end behind the stream.
   const EditPosition frame = scan_forward(document.current_part, pos);
   selection.cursor = std::min(frame, document.total_size);
+  ++selection_revision;
 }
 
 }  // namespace corvelin

@@ -42,7 +42,11 @@ void set_sel_end(EditPosition pos);
 void clear_selection();
 
 /// Moves the cursor to the first frame at or behind `pos`, or to the end of the stream, and
-/// `current_part` with it. Ignores a position that wrapped around below 0.
-void seek_to(EditPosition pos);
+/// `current_part` with it. Ignores a position that wrapped around below 0. The user's way there is
+/// `seek_to`, which takes playback along.
+void move_cursor(EditPosition pos);
+
+/// Grows with each change of the selection or the cursor.
+extern std::uint64_t selection_revision;
 
 }  // namespace corvelin

@@ -18,7 +18,7 @@
 namespace corvelin {
 
 void connect_levels() {
-  close_listeners = {undo_clear};
+  close_hooks.behind = {undo_clear};
   setting_listeners = {{"save_id3v1", keep_id3v1_as_set}};
 }
 

@@ -29,7 +29,7 @@ class AutoCrop : public EditTest {
     file.handle.read_at(file.first_audio + from, tone);
     ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(in_front).raw(tone).frames(behind).bytes()));
     tone_begin_ = static_cast<std::uint32_t>(in_front) * length;
-    seek_to(tone_begin_ + tone_size_);
+    move_cursor(tone_begin_ + tone_size_);
     select(3, 9);
   }
 

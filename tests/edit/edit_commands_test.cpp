@@ -18,7 +18,7 @@ class EditCommands : public EditTest {
     std::istringstream words(commands);
     for (std::string word; words >> word;) {
       if (word[0] == '@') {
-        seek_to(static_cast<EditPosition>(std::stoul(word.substr(1))) * length);
+        move_cursor(static_cast<EditPosition>(std::stoul(word.substr(1))) * length);
       } else {
         dispatch_command(find_command(word).value());
       }

@@ -6,6 +6,7 @@
 #include <set>
 #include <vector>
 
+#include "audio/playback.h"
 #include "edit/commands.h"
 #include "edit/navigation.h"
 #include "edit/undo.h"

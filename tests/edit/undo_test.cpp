@@ -13,7 +13,7 @@ using Undo = EditTest;
 TEST_F(Undo, TakesBackASelectionAlone) {
   undo_push(false, "Selection");
   select(1, 2);
-  seek_to(2 * length);
+  move_cursor(2 * length);
   delete_range(10 * length, 12 * length);
   ASSERT_TRUE(undo_pop());
   EXPECT_EQ(state(), "0-10* 12-20 @2");

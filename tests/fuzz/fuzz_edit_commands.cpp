@@ -5,6 +5,7 @@
 #include <iterator>
 #include <string>
 
+#include "audio/playback.h"
 #include "document/close_all.h"
 #include "document/open_audio_file.h"
 #include "document/open_state.h"

@@ -48,7 +48,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       pos = pos - before > 100000 ? before : before / 2;
     }
     append_file(name);
-    seek_to(document.total_size / 2);
+    move_cursor(document.total_size / 2);
     save_unattended(false);
   }
   test::require_sound_document();

@@ -94,7 +94,7 @@ TEST_F(DocumentTest, SeekLandsOnAFrameOrTheEnd) {
                                                         {20 * length, "0-20 0-2 @20 #1"},
                                                         {100000, "0-20 0-2 @22 #1"}};
   for (const auto& [pos, after] : seeks) {
-    seek_to(pos);
+    move_cursor(pos);
     EXPECT_EQ(state(), after);
   }
 }
@@ -111,7 +111,7 @@ TEST_F(DocumentTest, NoPlaceLiesBehindTheEnd) {
   ASSERT_GT(frame_at(place), document.total_size);
   set_sel_begin(frame_at(place));
   set_sel_end(frame_at(place));
-  seek_to(place);
+  move_cursor(place);
   EXPECT_EQ(places(), " =60-60 @60");
 }
 

@@ -28,7 +28,7 @@ class EditTest : public CoreTest {
     undo_clear();
     clear_selection();
     open_state.document_modified = false;
-    seek_to(0);
+    move_cursor(0);
     std::istringstream words(state);
     for (std::string word; words >> word;) {
       std::istringstream in(word);
