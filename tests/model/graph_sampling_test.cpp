@@ -97,7 +97,7 @@ TEST_F(GraphSampling, WhatIsKeptIsWhatWouldBeRead) {
   };
   const auto frame = [&] { return frame_at(below(document.total_size)); };
   for (int i = 0; i < 300; ++i) {
-    seek_to(frame());
+    move_cursor(frame());
     if (i % 5 == 0) {
       const EditPosition cut = frame();
       delete_range(cut, frame_at(cut + below(500)));
