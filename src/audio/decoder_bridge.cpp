@@ -9,11 +9,11 @@
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "platform/faad.h"
 #include "platform/host.h"
 #include "platform/mpglib.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 #include "text/boxes.h"
 #include "text/ui_text.h"
 
@@ -28,14 +28,13 @@ Faad faad;
 MpglibState mpglib_state;
 
 WaveFormat pcm_format_of_stream() {
-  const FrameInfo& kind = stream.current_frame;
-  return pcm_16_bit(kind.channel_mode == mono ? 1 : 2, kind.sample_rate);
+  return pcm_16_bit(stream_kind.channel_mode == mono ? 1 : 2, stream_kind.sample_rate);
 }
 
 WaveFormat mpeg_format_of_stream() {
   return {.format_tag = wave_format_mpeg_layer3,
           .channels = pcm_format_of_stream().channels,
-          .samples_per_sec = stream.current_frame.sample_rate,
+          .samples_per_sec = stream_kind.sample_rate,
           .avg_bytes_per_sec = stream.current_frame.bitrate * 125u};
 }
 
@@ -64,9 +63,9 @@ std::span<std::uint8_t> read_first_frame() {
 
 // A frame of another kind in the midst of the stream makes no more.
 std::uint32_t samples_per_frame() {
-  const bool is_low = stream.current_frame.sample_rate < low_rate;
+  const bool is_low = stream_kind.sample_rate < low_rate;
   if (stream.is_aac != 0) return is_low ? 2048 : 1024;
-  return stream.current_frame.layer == 3 && is_low ? 576 : 1152;
+  return stream_kind.layer == 3 && is_low ? 576 : 1152;
 }
 
 bool load_faad() {
@@ -82,7 +81,7 @@ bool load_faad() {
 // The library gives two channels whatever the stream has, and below 32 kHz twice its rate.
 bool open_faad() {
   if (!load_faad()) return false;
-  const std::uint32_t sample_rate = stream.current_frame.sample_rate;
+  const std::uint32_t sample_rate = stream_kind.sample_rate;
   const bool is_doubled = sample_rate < low_rate;
   decoder_session.pcm_format = pcm_16_bit(2, is_doubled ? 2 * sample_rate : sample_rate);
   if (is_doubled) decoder_session.pcm_buffer_bytes *= 2;
@@ -113,9 +112,8 @@ bool open_mpglib() {
 }
 
 bool open_acm() {
-  if (stream.current_frame.layer == 2)
-    tell_to_install_mpglib("Layer 2 only supported with mpglib.dll");
-  if (stream.current_frame.layer != 3) return false;
+  if (stream_kind.layer == 2) tell_to_install_mpglib("Layer 2 only supported with mpglib.dll");
+  if (stream_kind.layer != 3) return false;
   const AcmResult opened = acm_stream_open(decoder_session.acm_stream, mpeg_format_of_stream(),
                                            decoder_session.pcm_format);
   if (opened != AcmResult::ok) tell_to_install_mpglib("Could not open ACM Codec");
@@ -251,7 +249,7 @@ void playback_buffers_configure() {
   if (frames * frame_room > kilobytes * 1024) frames = kilobytes / 5;
   settings.buffer_frm = static_cast<decltype(settings.buffer_frm)>(frames);
   settings.buffer_max = static_cast<decltype(settings.buffer_max)>(kilobytes);
-  const bool is_halved = stream.current_frame.sample_rate < low_rate;
+  const bool is_halved = stream_kind.sample_rate < low_rate;
   decoder_session.pcm_buffer_bytes = kilobytes * (is_halved ? 512 : 1024);
 }
 

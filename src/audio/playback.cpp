@@ -2,9 +2,9 @@
 #include "audio/playback.h"
 
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "platform/numbers.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 

@@ -13,8 +13,8 @@
 #include "edit/names_dialog.h"
 #include "exchange/id3v1.h"
 #include "model/frame_reader.h"
+#include "model/stream_info.h"
 #include "platform/text.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 

@@ -17,11 +17,11 @@
 #include "model/fade.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "model/time_mapping.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "stream/frame_gain.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 
@@ -109,7 +109,7 @@ void print_frames() {
         read_frames(block, any_frame_count, pos, part, nullptr, document.total_size);
     for (std::size_t at = 0; at < size;) {
       FrameInfo frame;
-      if (!decode_frame_header(frame, block.subspan(at))) break;
+      if (!decode_frame_header(frame, block.subspan(at), frame_format())) break;
       const EditPosition place = start + static_cast<EditPosition>(at);
       const int gain = part_has_gain(start_part) ? gain_at(place, start_part) : 0;
       fmt::format_to(std::back_inserter(lines), "{} {} {} {} {} {}\n", place,

@@ -11,8 +11,8 @@
 #include "edit/undo.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "platform/text.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 

@@ -8,16 +8,15 @@
 #include <cstdint>
 #include <string_view>
 
-#include "document/stream_match.h"
 #include "document/stream_probe.h"
 #include "document/tag_bounds.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
+#include "model/stream_info.h"
 #include "platform/bytes.h"
 #include "platform/host.h"
 #include "platform/path.h"
-#include "stream/frame_header.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -41,7 +40,6 @@ bool has_equal_follower(std::span<const std::uint8_t> bytes, std::size_t at, std
 // frames and none did, `no_sync` when there were none.
 AppendResult find_fitting_frame(const InputFile& file, FoundFrame& found) {
   constexpr std::uint32_t step = search_block_size - frame_unit;
-  const FrameInfo wanted = stream_frame();
   AppendResult result = AppendResult::no_sync;
   std::array<std::uint8_t, search_block_size> block = {};
   for (std::uint64_t offset = id3v2_tag_size(file);; offset += step) {
@@ -50,10 +48,11 @@ AppendResult find_fitting_frame(const InputFile& file, FoundFrame& found) {
     const std::span<const std::uint8_t> bytes = std::span(block).first(got);
     for (std::size_t i = 0; i < got - frame_unit; ++i) {
       FrameInfo frame;
-      if (!has_sync(bytes, i) || !decode_frame_header(frame, bytes.subspan(i))) continue;
+      if (!has_sync(bytes, i) || !decode_frame_header(frame, bytes.subspan(i), frame_format()))
+        continue;
       if (!has_equal_follower(bytes, i, frame.frame_length)) continue;
       result = AppendResult::other_parameters;
-      if (!have_same_parameters(frame, wanted)) continue;
+      if (kind_of(frame) != stream_kind) continue;
       found = {.at = static_cast<std::uint32_t>(offset + i), .info = frame};
       return AppendResult::appended;
     }
@@ -64,7 +63,8 @@ AppendResult find_fitting_frame(const InputFile& file, FoundFrame& found) {
 std::uint32_t end_of_audio(const InputFile& file, std::uint32_t size) {
   std::array<std::uint8_t, id3v1_size> tail = {};
   file.read_at(size - id3v1_size, tail);
-  return trim_to_last_frame(file, stands_at(tail, 0, "TAG") ? size - id3v1_size : size);
+  return trim_to_last_frame(file, stands_at(tail, 0, "TAG") ? size - id3v1_size : size,
+                            stream_kind);
 }
 
 AppendResult append_source(std::uint16_t index) {

@@ -5,8 +5,8 @@
 #include "model/document.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "settings/setting_table.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 
@@ -23,6 +23,7 @@ void reset_state(ResetLevel level) {
   frame_block.fill(0);
   selection = {};
   stream = {};
+  stream_kind = {};
   open_state.document_modified = false;
   open_state.selection_only = false;
   document.sheet_title.clear();

@@ -8,10 +8,10 @@
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "platform/bytes.h"
 #include "platform/path.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 
@@ -37,9 +37,11 @@ void take_off_ape(SourceFile& file) {
 bool find_audio(SourceFile& file) {
   file.first_audio = probe_stream(file.handle, file.audio_end);
   if (file.first_audio == no_position) return false;
-  file.audio_end = trim_to_last_frame(file.handle, file.audio_end);
+  file.audio_end = trim_to_last_frame(file.handle, file.audio_end, kind_of(stream.current_frame));
   file.first_audio = locate_frame(0, file.first_audio);
-  return file.first_audio < file.audio_end;  // `no_position` isn't
+  if (file.first_audio >= file.audio_end) return false;  // `no_position` is
+  stream_kind = kind_of(stream.current_frame);
+  return true;
 }
 
 void narrow_to_audio(const SourceFile& file) {

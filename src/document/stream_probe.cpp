@@ -9,8 +9,8 @@
 #include "document/tag_bounds.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
+#include "model/stream_info.h"
 #include "platform/bytes.h"
-#include "stream/frame_header.h"
 #include "stream/vbr_layout.h"
 
 namespace corvelin {
@@ -44,14 +44,15 @@ void take_xing_header(std::span<const std::uint8_t> marker, std::uint32_t first_
   if (std::abs(difference) > tolerated_difference) info.vbr = vbr_constant;
 }
 
-bool is_same_kind(const FrameInfo& a, const FrameInfo& b) {
+// Joint stereo and plain stereo take turns in one stream, so that the channel mode is left out.
+bool is_same_kind(const StreamKind& a, const StreamKind& b) {
   return a.version == b.version && a.layer == b.layer && a.sample_rate == b.sample_rate;
 }
 
 // Walks the frames from `pos`: all of the first 100,000 bytes, and of a variable stream 50 frames
 // in every 50,000 bytes until 5,000,000. Sets `vbr` and, unless a header gave it, `avg_frame_size`.
-// False when no frame was counted.
-bool sample_frames(EditPosition pos, FrameInfo sample) {
+// Returns the last frame that was found, `sample` if none.
+FrameInfo sample_frames(EditPosition pos, FrameInfo sample) {
   constexpr std::uint32_t frames_in_turn = 50;
   constexpr std::uint32_t skipped_in_turn = 50000;  // bytes
   constexpr std::uint32_t other_kind_step = 10;     // bytes behind a frame of other parameters
@@ -63,13 +64,12 @@ bool sample_frames(EditPosition pos, FrameInfo sample) {
     const bool is_decided = stream.vbr == vbr_constant || stream.avg_frame_size > 0;
     if (pos > stream.first_audio + constant_probe_size && is_decided) break;
 
-    const EditPosition found = locate_frame(0, pos);
-    if (found == no_position || found >= document.total_size) {
+    const FrameInfo frame = find_frame(0, pos, sample.sample_rate).frame;
+    if (frame.version == 0) {
       pos += frame_unit;
       continue;
     }
-    const FrameInfo& frame = stream.current_frame;
-    if (is_same_kind(frame, sample)) {
+    if (is_same_kind(kind_of(frame), kind_of(sample))) {
       if (stream.vbr == vbr_constant &&
           std::abs(frame.bitrate - sample.bitrate) > bitrate_tolerance)
         stream.vbr = vbr_seen;
@@ -82,15 +82,17 @@ bool sample_frames(EditPosition pos, FrameInfo sample) {
     }
     sample = frame;
   }
-  if (count == 0) return false;
+  if (count == 0) {  // all of the audio lies in the margin before the end
+    count = 1;
+    sum = sample.frame_length;
+  }
   if (stream.avg_frame_size == 0)
     stream.avg_frame_size = static_cast<float>(static_cast<double>(sum) / count);
-  return true;
+  return sample;
 }
 
-// Bits per second of frames of the average size, with the parameters of the last frame seen.
-float average_bitrate() {
-  const FrameInfo& frame = stream.current_frame;
+// Bits per second of frames of the average size with the parameters of `frame`.
+float average_bitrate(const FrameInfo& frame) {
   const double bytes = double{stream.avg_frame_size} * frame.sample_rate;
   if (stream.is_aac != 0) return static_cast<float>(bytes / 128);
   const bool is_half_length = frame.layer == 3 && frame.version != 1;
@@ -102,23 +104,21 @@ float average_bitrate() {
 std::uint32_t probe_stream(const InputFile& file, std::uint32_t size) {
   stream.audio_end = size;
   stream.id3v2_size = id3v2_tag_size(file);
-  const EditPosition first = find_first_frame(stream.id3v2_size);
-  if (first == no_position) return no_position;
-  FrameInfo sample = stream.current_frame;
+  FramePlace first = find_first_frame(stream.id3v2_size);
+  if (first.frame.version == 0) return no_position;
 
   stream.avg_frame_size = 0;
   stream.vbr = vbr_constant;
-  stream.first_audio = stream.is_aac != 0 ? first : read_vbr_header(file, first, stream);
+  stream.first_audio = stream.is_aac != 0 ? first.pos : read_vbr_header(file, first.pos, stream);
   document.files[0].first_audio = stream.first_audio;
 
   // A "Xing" frame takes part in the sampling, an "Info" frame doesn't.
-  EditPosition start = first;
   if (stream.has_info_header != 0) {
-    start = locate_frame(0, stream.first_audio);
-    sample = stream.current_frame;
+    const FramePlace behind = find_frame(0, stream.first_audio, first.frame.sample_rate);
+    if (behind.frame.version != 0) first = behind;
   }
-  if (!sample_frames(start, sample)) return no_position;
-  stream.avg_bitrate = average_bitrate();
+  stream.current_frame = sample_frames(first.pos, first.frame);
+  stream.avg_bitrate = average_bitrate(stream.current_frame);
   return stream.first_audio;
 }
 
@@ -129,7 +129,7 @@ std::uint32_t read_vbr_header(const InputFile& file, std::uint32_t first, Stream
   info.xing_quality = no_xing_quality;
   info.encoder_tag = {};
   FrameInfo frame;
-  if (!decode_frame_header(frame, block)) return first;
+  if (!decode_frame_header(frame, block, FrameFormat::mpeg)) return first;
 
   const std::span<const std::uint8_t> marker =
       std::span(block).subspan(vbr_header_offset(frame), vbr_tag_place + vbr_tag_size);
@@ -153,7 +153,7 @@ std::uint32_t read_vbr_header(const InputFile& file, std::uint32_t first, Stream
   return first_audio;
 }
 
-std::uint32_t trim_to_last_frame(const InputFile& file, std::uint32_t end) {
+std::uint32_t trim_to_last_frame(const InputFile& file, std::uint32_t end, const StreamKind& kind) {
   if (end < frame_unit) return end;
   const std::uint32_t start = end - frame_unit;
   std::array<std::uint8_t, frame_unit> tail = {};
@@ -161,9 +161,9 @@ std::uint32_t trim_to_last_frame(const InputFile& file, std::uint32_t end) {
   const std::span<const std::uint8_t> bytes = std::span(tail).first(got);
   for (std::size_t at = got; at-- > 0;) {
     FrameInfo frame;
-    if (!has_sync(bytes, at) || !decode_frame_header(frame, bytes.subspan(at))) continue;
-    if (!is_same_kind(frame, stream.current_frame)) continue;
-    if (frame.channel_mode != stream.current_frame.channel_mode) continue;
+    if (!has_sync(bytes, at) || !decode_frame_header(frame, bytes.subspan(at), frame_format()))
+      continue;
+    if (!is_same_kind(kind_of(frame), kind) || frame.channel_mode != kind.channel_mode) continue;
     const bool is_whole = at + frame.frame_length <= got;
     return is_whole ? end : start + static_cast<std::uint32_t>(at);
   }

@@ -6,14 +6,14 @@
 
 #include <cstdint>
 
+#include "model/stream_info.h"
 #include "platform/file.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 
-/// Probes source file 0, whose candidate audio ends at `size`, and fills `stream` and its
-/// `first_audio`. The document is one part over the whole file. Returns the first audio frame's
-/// offset, or `no_position` when there is no audio.
+/// Probes source file 0, whose candidate audio ends at `size`, and fills `stream`; its
+/// `current_frame` is the last one that was looked at. The document is one part over the whole
+/// file. Returns the first audio frame's offset, or `no_position` when there is no audio.
 std::uint32_t probe_stream(const InputFile& file, std::uint32_t size);
 
 /// Reads the VBR/Info header in the MPEG frame at `first` into `info`, whose `audio_end` is the
@@ -21,7 +21,7 @@ std::uint32_t probe_stream(const InputFile& file, std::uint32_t size);
 /// it, else `first`.
 std::uint32_t read_vbr_header(const InputFile& file, std::uint32_t first, StreamInfo& info);
 
-/// The end of the audio when the last frame is cut off: that frame's offset, else `end`.
-std::uint32_t trim_to_last_frame(const InputFile& file, std::uint32_t end);
+/// The end of the audio: `end`, or the offset of the last frame of this kind when that is cut off.
+std::uint32_t trim_to_last_frame(const InputFile& file, std::uint32_t end, const StreamKind& kind);
 
 }  // namespace corvelin

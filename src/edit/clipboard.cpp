@@ -16,17 +16,16 @@
 #include <string_view>
 
 #include "document/open_state.h"
-#include "document/stream_match.h"
 #include "edit/cut_commands.h"
 #include "edit/places.h"
 #include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
-#include "stream/frame_header.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -178,7 +177,7 @@ class Paste {
 
     const auto frame = frame_at_begin(document.files[*index].handle, range.file_pos);
     if (!frame) return PasteResult::failed;
-    if (!have_same_parameters(*frame, wanted_)) return PasteResult::other_parameters;
+    if (kind_of(*frame) != stream_kind) return PasteResult::other_parameters;
     take_in_bitrate(*frame);
     return add_as_part(*index, range) ? PasteResult::pasted : PasteResult::failed;
   }
@@ -201,7 +200,7 @@ class Paste {
     FrameInfo frame;
     std::array<std::uint8_t, header_size> head = {};
     if (file.read_at(file_pos, head) < head.size()) return std::nullopt;
-    if (!decode_frame_header(frame, head)) return std::nullopt;
+    if (!decode_frame_header(frame, head, frame_format())) return std::nullopt;
     return frame;
   }
 
@@ -227,7 +226,6 @@ class Paste {
     remove_last_source_file();
   }
 
-  FrameInfo wanted_ = stream_frame();
   PartIndex removed_ = no_part;  // the part that followed the selection that was replaced
   EditPosition place_ = 0;       // of the next range
 };

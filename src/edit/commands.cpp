@@ -29,12 +29,12 @@
 #include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/process.h"
 #include "platform/text.h"
 #include "settings/setting_table.h"
-#include "stream/frame_header.h"
 #include "text/boxes.h"
 
 namespace corvelin {

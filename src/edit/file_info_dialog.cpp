@@ -10,10 +10,10 @@
 
 #include "document/open_state.h"
 #include "model/frame_reader.h"
+#include "model/stream_info.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "settings/setting_table.h"
-#include "stream/frame_header.h"
 #include "text/ui_text.h"
 
 namespace corvelin {

@@ -11,11 +11,11 @@
 #include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/document.h"
+#include "model/stream_info.h"
 #include "model/time_mapping.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 
@@ -46,7 +46,7 @@ bool is_live(LiveWhen when) {
     case LiveWhen::stopped:
       return !playback.is_playing && !is_armed;
     case LiveWhen::levels:
-      return has_document && stream.current_frame.layer == 3;
+      return has_document && stream_kind.layer == 3;
     case LiveWhen::undo:
       return !undo_stack.empty();
     case LiveWhen::transport:

@@ -11,7 +11,7 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
-#include "stream/frame_header.h"
+#include "model/stream_info.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -21,8 +21,7 @@ namespace {
 constexpr std::int16_t bottom_gain = -32;  // steps of 1.5 dB
 
 bool can_mute() {
-  return stream.current_frame.layer == 3 && stream.is_aac == 0 && document.current_part != 0 &&
-         has_gap(document.current_part);
+  return stream_kind.layer == 3 && document.current_part != 0 && has_gap(document.current_part);
 }
 
 // Makes a border at the cursor and gives its part a title that shows which way the level goes.

@@ -6,8 +6,8 @@
 
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "platform/numbers.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 
@@ -16,10 +16,10 @@ namespace {
 void settle(EditPosition& pos) {
   pos = std::min(pos, document.total_size);
   if (pos == document.total_size) return;
-  stream.current_frame = {};  // a place in a file of another sample rate is a frame start too
-  // The locator reads on behind the part, where its file may go on otherwise than the stream.
+  // The locator reads on behind the part, where its file may go on otherwise than the stream. A
+  // place in a file of another sample rate is a frame start too.
   const PartIndex part = part_at(pos);
-  pos = std::min(scan_forward(part, pos), part_end(part));
+  pos = std::min(find_frame_forward(part, pos).pos, part_end(part));
 }
 
 }  // namespace
@@ -32,9 +32,7 @@ EditPosition frame_before_in(PartIndex part, EditPosition pos) {
   // Where the part has none the search ends in an earlier one, or where that one's file goes on.
   const EditPosition frame = frame_before(pos);
   const bool is_inside = frame >= document.parts[part].part_beg && frame < pos;
-  const FrameInfo found_last = std::exchange(stream.current_frame, {});  // of any sample rate
-  const bool is_frame = is_inside && locate_frame(part, frame) == frame;
-  stream.current_frame = found_last;
+  const bool is_frame = is_inside && find_frame(part, frame).pos == frame;
   return is_frame ? frame : no_position;
 }
 
@@ -49,13 +47,11 @@ std::uint32_t average_frames(std::uint32_t count) {
 }
 
 void settle_places() {
-  const FrameInfo frame = stream.current_frame;
   settle(selection.cursor);
   if (has_selection()) {
     settle(selection.sel_beg);
     settle(selection.sel_end);
   }
-  stream.current_frame = frame;
 }
 
 }  // namespace corvelin

@@ -2,7 +2,7 @@
 #include "edit/requirements.h"
 
 #include "model/selection.h"
-#include "stream/frame_header.h"
+#include "model/stream_info.h"
 #include "text/boxes.h"
 #include "text/ui_text.h"
 
@@ -15,7 +15,7 @@ bool require_selected_range() {
 }
 
 bool require_level_control() {
-  if (stream.current_frame.layer == 2) {
+  if (stream_kind.layer == 2) {
     show_refusal(ui_text(msg, 22));
     return false;
   }

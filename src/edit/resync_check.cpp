@@ -14,9 +14,9 @@
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "platform/host.h"
 #include "platform/text.h"
-#include "stream/frame_header.h"
 #include "text/ui_text.h"
 
 namespace corvelin {

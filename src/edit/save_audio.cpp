@@ -8,11 +8,11 @@
 #include "document/open_state.h"
 #include "edit/requirements.h"
 #include "exchange/save_run.h"
+#include "model/stream_info.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 #include "text/boxes.h"
 #include "text/ui_text.h"
 
@@ -22,7 +22,7 @@ namespace {
 
 FileType type_of_stream() {
   if (stream.is_aac != 0) return {.name = "AAC", .pattern = "*.aac"};
-  if (stream.current_frame.layer == 2) return {.name = "MP2", .pattern = "*.mp2"};
+  if (stream_kind.layer == 2) return {.name = "MP2", .pattern = "*.mp2"};
   return {.name = "MP3", .pattern = "*.mp3"};
 }
 

@@ -9,7 +9,7 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
-#include "stream/frame_header.h"
+#include "model/stream_info.h"
 
 namespace corvelin {
 

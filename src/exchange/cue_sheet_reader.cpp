@@ -14,13 +14,13 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/note.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 #include "text/ui_text.h"
 
 namespace corvelin {

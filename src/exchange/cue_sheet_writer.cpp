@@ -8,12 +8,12 @@
 #include "exchange/cue_sheet.h"
 #include "exchange/cue_time.h"
 #include "model/document.h"
+#include "model/stream_info.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -49,7 +49,7 @@ std::string path_bytes(const std::string& path) {
 
 std::string audio_line(const std::string& audio) {
   const std::string folder(folder_of(open_state.project_name));
-  const char* const type = stream.current_frame.layer == 3 ? "MP3" : "WAVE";
+  const char* const type = stream_kind.layer == 3 ? "MP3" : "WAVE";
   return fmt::format("FILE \"{}\" {}\r\n", path_bytes(relative_to_folder(audio, folder)), type);
 }
 
@@ -68,7 +68,6 @@ double time_of(const Part& part, VbrWalk& walk) {
 }
 
 std::string track_lines() {
-  const FrameInfo frame_shown = stream.current_frame;
   std::string text;
   VbrWalk walk;
   int number = 0;
@@ -83,7 +82,6 @@ std::string track_lines() {
       fmt::format_to(end, "    PERFORMER \"{}\"\r\n", name_bytes(part.part_artist));
     fmt::format_to(end, "    INDEX 01 {}\r\n", format_cue_time(time_of(part, walk)));
   }
-  stream.current_frame = frame_shown;
   return text;
 }
 

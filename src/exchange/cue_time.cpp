@@ -7,10 +7,10 @@
 #include <span>
 
 #include "model/frame_locator.h"
+#include "model/stream_info.h"
 #include "model/time_mapping.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 
@@ -50,7 +50,8 @@ std::uint32_t frame_length_at(VbrWalk& walk) {
   if (!has_sync(header, 0) || header.size() < header_size) return 0;
   std::uint16_t& length = walk.lengths[header[1] * 256U + header[2]];
   FrameInfo frame;
-  if (length == 0 && decode_frame_header(frame, header)) length = frame.frame_length;
+  if (length == 0 && decode_frame_header(frame, header, frame_format()))
+    length = frame.frame_length;
   return length;
 }
 

@@ -5,10 +5,10 @@
 #include <array>
 
 #include "document/open_state.h"
+#include "model/stream_info.h"
 #include "platform/bytes.h"
 #include "platform/text.h"
 #include "settings/setting_table.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 

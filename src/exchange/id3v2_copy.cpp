@@ -8,9 +8,9 @@
 #include <string_view>
 
 #include "model/document.h"
+#include "model/stream_info.h"
 #include "platform/bytes.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 

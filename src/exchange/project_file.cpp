@@ -16,10 +16,10 @@
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "platform/file.h"
 #include "platform/path.h"
 #include "platform/text.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 

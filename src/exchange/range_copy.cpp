@@ -7,8 +7,8 @@
 
 #include "document/tag_bounds.h"
 #include "model/frame_reader.h"
+#include "model/stream_info.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 

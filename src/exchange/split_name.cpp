@@ -8,11 +8,11 @@
 #include <string_view>
 
 #include "document/open_state.h"
+#include "model/stream_info.h"
 #include "model/time_mapping.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 

@@ -9,8 +9,8 @@
 
 #include "exchange/range_copy.h"
 #include "model/document.h"
+#include "model/stream_info.h"
 #include "platform/long_run.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 

@@ -30,7 +30,7 @@ FrameInfo shape_of_vbr_frame(const FrameInfo& frame) {
     bytes[2] = static_cast<std::uint8_t>((bytes[2] & 0x0F) | bitrate_index << 4);
   }
   FrameInfo shape;
-  decode_frame_header(shape, std::span(bytes).first(4));
+  decode_frame_header(shape, std::span(bytes).first(4), FrameFormat::mpeg);
   return shape;
 }
 
@@ -38,7 +38,8 @@ FrameInfo shape_of_vbr_frame(const FrameInfo& frame) {
 std::optional<std::uint32_t> frame_length_at(FileWindow& window, const OutputFile& file,
                                              std::uint64_t offset) {
   FrameInfo frame;
-  if (!decode_frame_header(frame, window.bytes_at(file, offset, header_size))) return std::nullopt;
+  if (!decode_frame_header(frame, window.bytes_at(file, offset, header_size), FrameFormat::mpeg))
+    return std::nullopt;
   return frame.frame_length;
 }
 
@@ -110,7 +111,7 @@ VbrHeaderResult finish_vbr_header(OutputFile& target, std::uint64_t offset,
   std::array<std::uint8_t, header_size> first = {};
   const std::size_t got = target.read_at(offset, first);
   FrameInfo frame;
-  if (!decode_frame_header(frame, std::span(first).first(got)))
+  if (!decode_frame_header(frame, std::span(first).first(got), FrameFormat::mpeg))
     return {.error = std::make_error_code(std::errc::io_error), .is_complete = false};
   const std::size_t marker = vbr_header_offset(frame);
   const std::size_t room = frame.frame_length - marker;

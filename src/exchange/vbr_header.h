@@ -8,8 +8,8 @@
 #include <span>
 #include <system_error>
 
+#include "model/stream_info.h"
 #include "platform/file.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "model/stream_info.h"
 #include "platform/path.h"
 #include "platform/text.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 
@@ -117,6 +117,7 @@ void name_parts_from_files() {
 void close_document() {
   document = {};
   stream = {};
+  stream_kind = {};
   ++document_revision;
 }
 

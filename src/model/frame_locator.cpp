@@ -4,8 +4,10 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <optional>
 #include <span>
 
+#include "model/stream_info.h"
 #include "stream/frame_header.h"
 
 namespace corvelin {
@@ -15,84 +17,102 @@ namespace {
 constexpr std::size_t first_look_size = 2048;  // holds an MPEG frame and the next header
 
 std::array<std::uint8_t, search_block_size> search_block;
-FrameInfo saved_frame;  // `stream.current_frame` before the search
 
-bool is_other_rate(const FrameInfo& frame) {
-  return saved_frame.version != 0 && saved_frame.sample_rate != frame.sample_rate;
+bool is_other_rate(const FrameInfo& frame, std::uint32_t rate_before) {
+  return rate_before != any_sample_rate && frame.sample_rate != rate_before;
 }
 
-// The offset of the first frame in `block` that can be believed, or the block's size. `usable`
-// bytes of it are audio; the following header may lie behind them.
-std::size_t find_frame(std::span<const std::uint8_t> block, std::size_t usable) {
-  FrameInfo& frame = stream.current_frame;
+// The first frame in `block` that can be believed, its place counted from the block's start.
+// `usable` bytes of the block are audio; the following header may lie behind them.
+std::optional<FramePlace> find_in_block(std::span<const std::uint8_t> block, std::size_t usable,
+                                        std::uint32_t rate_before) {
   for (std::size_t i = 0; i < usable; ++i) {
-    const void* const found = std::memchr(block.data() + i, 0xFF, usable - i);
-    if (found == nullptr) break;
-    i = static_cast<std::size_t>(static_cast<const std::uint8_t*>(found) - block.data());
-    if (!has_sync(block, i)) continue;
-    if (!decode_frame_header(frame, block.subspan(i))) continue;
+    const void* const sync = std::memchr(block.data() + i, 0xFF, usable - i);
+    if (sync == nullptr) break;
+    i = static_cast<std::size_t>(static_cast<const std::uint8_t*>(sync) - block.data());
+    FrameInfo frame;
+    if (!has_sync(block, i) || !decode_frame_header(frame, block.subspan(i), frame_format()))
+      continue;
+    const FramePlace place = {.pos = static_cast<EditPosition>(i), .frame = frame};
     if (!is_followed(block, i, frame.frame_length)) {
       // The last frame of a file has nothing behind it. Its length alone lets it pass, when that is
       // all that is left: so a search that begins at its first byte finds it.
-      if (frame.frame_length == usable) return i;
-      continue;
+      if (frame.frame_length == usable) return place;
+    } else if (is_other_rate(frame, rate_before)) {
+      rate_before = frame.sample_rate;
+    } else {
+      return place;
     }
-    if (is_other_rate(frame)) {
-      saved_frame = frame;
-      continue;
-    }
-    return i;
   }
-  return block.size();
+  return std::nullopt;
 }
 
 // Most searches begin at a frame, and then the first part of the block tells the same as the whole.
-bool begins_with_frame(std::span<const std::uint8_t> block) {
-  FrameInfo& frame = stream.current_frame;
-  return has_sync(block, 0) && decode_frame_header(frame, block) &&
-         is_followed(block, 0, frame.frame_length) && !is_other_rate(frame);
+std::optional<FrameInfo> frame_at_start(std::span<const std::uint8_t> block,
+                                        std::uint32_t rate_before) {
+  FrameInfo frame;
+  const bool is_frame = has_sync(block, 0) && decode_frame_header(frame, block, frame_format()) &&
+                        is_followed(block, 0, frame.frame_length) &&
+                        !is_other_rate(frame, rate_before);
+  return is_frame ? std::optional(frame) : std::nullopt;
 }
 
-// Nothing was found in the `usable` bytes at `pos`.
-EditPosition result_of_failure(PartIndex part, EditPosition pos, std::uint32_t usable,
-                               bool is_file_end) {
-  const EditPosition searched_to = pos + usable;
+// Where a search in vain ends, which has come to `searched_to`.
+EditPosition end_of_search(PartIndex part, EditPosition searched_to, bool is_file_end) {
   if (is_file_end) {
-    stream.current_frame = saved_frame;
     const PartIndex reached = part_at(searched_to);
     return reached > part ? document.parts[reached].part_beg : no_position;
   }
   return searched_to >= part_end(part) ? part_end(part) : no_position;
 }
 
+void remember(const FramePlace& place) {
+  if (place.frame.version != 0) stream.current_frame = place.frame;
+}
+
 }  // namespace
 
-EditPosition locate_frame(PartIndex part, EditPosition pos) {
-  if (part >= document.parts.size()) return no_position;
-  if (document.parts[part].part_file >= document.files.size()) return no_position;
+FramePlace find_frame(PartIndex part, EditPosition pos, std::uint32_t rate_before) {
+  if (part >= document.parts.size()) return {};
+  if (document.parts[part].part_file >= document.files.size()) return {};
   const SourceFile& file = document.files[document.parts[part].part_file];
-  if (!file.handle.is_open()) return no_position;
+  if (!file.handle.is_open()) return {};
   if (pos > highest_position) pos = 0;
-  if (pos >= document.total_size) return document.total_size;
+  if (pos >= document.total_size) return {.pos = document.total_size};
 
-  saved_frame = stream.current_frame;
   const std::uint32_t offset = file_pos_of(part, pos);
   const std::uint32_t audio_left = file.audio_end > offset ? file.audio_end - offset : 0;
   const std::span<std::uint8_t> block(search_block);
-
   std::size_t got = file.handle.read_at(offset, block.first(first_look_size));
-  if (got == first_look_size && audio_left > 0 && begins_with_frame(block.first(got))) return pos;
-  if (got == first_look_size)
+  if (got == first_look_size) {
+    if (audio_left > 0) {
+      const auto frame = frame_at_start(block.first(got), rate_before);
+      if (frame) return {.pos = pos, .frame = *frame};
+    }
     got += file.handle.read_at(offset + std::uint64_t{first_look_size},
                                block.subspan(first_look_size));
+  }
 
-  const std::size_t usable = std::min<std::size_t>(got, audio_left);
-  stream.current_frame = saved_frame;
-  const std::size_t found = find_frame(block.first(got), usable);
-  if (found < got) return pos + static_cast<std::uint32_t>(found);
+  const auto usable = static_cast<std::uint32_t>(std::min<std::size_t>(got, audio_left));
+  const auto found = find_in_block(block.first(got), usable, rate_before);
+  if (found) return {.pos = pos + found->pos, .frame = found->frame};
+  const bool is_file_end = offset + std::uint64_t{usable} >= file.audio_end;
+  return {.pos = end_of_search(part, pos + usable, is_file_end)};
+}
 
-  const auto searched = static_cast<std::uint32_t>(usable);
-  return result_of_failure(part, pos, searched, offset + std::uint64_t{searched} >= file.audio_end);
+FramePlace find_frame_forward(PartIndex part, EditPosition pos, std::uint32_t rate_before) {
+  constexpr int most_blocks = 1000;
+  for (int i = 0; i < most_blocks; ++i, pos += search_block_size) {
+    const FramePlace found = find_frame(part, pos, rate_before);
+    if (found.pos != no_position) return found;
+  }
+  return {};
+}
+
+EditPosition locate_frame(PartIndex part, EditPosition pos) {
+  const FramePlace found = find_frame(part, pos, stream.current_frame.sample_rate);
+  remember(found);
+  return found.pos;
 }
 
 EditPosition frame_at(EditPosition pos) { return locate_frame(part_at(pos), pos); }
@@ -111,12 +131,9 @@ EditPosition frame_before(EditPosition pos) {
 }
 
 EditPosition scan_forward(PartIndex part, EditPosition pos) {
-  constexpr int most_blocks = 1000;
-  for (int i = 0; i < most_blocks; ++i, pos += search_block_size) {
-    const EditPosition frame = locate_frame(part, pos);
-    if (frame != no_position) return frame;
-  }
-  return no_position;
+  const FramePlace found = find_frame_forward(part, pos, stream.current_frame.sample_rate);
+  remember(found);
+  return found.pos;
 }
 
 }  // namespace corvelin

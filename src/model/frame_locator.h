@@ -1,29 +1,44 @@
 // Finds frame borders. Every position that the editor stores has come out of this module; nobody
-// else decides where a frame begins. Reads the source files, changes nothing but
-// `stream.current_frame`.
+// else decides where a frame begins. Reads the source files and keeps nothing but, in the
+// operations that say so, the frame found in `stream.current_frame`.
 #pragma once
 
 #include "model/document.h"
+#include "stream/frame_header.h"
 
 namespace corvelin {
 
 /// How many bytes one search looks at.
 constexpr std::uint32_t search_block_size = 10000;
 
+constexpr std::uint32_t any_sample_rate = 0;
+
+/// Where a search ended, and the frame that begins there. `frame.version` is 0 where none does: at
+/// the end of the stream, at the end of a part that was reached in vain, and at `no_position`.
+struct FramePlace {
+  EditPosition pos = no_position;
+  FrameInfo frame;
+};
+
 /// The first frame at or after `pos`, searched in the file of `part` within one block of 10000
-/// bytes.
+/// bytes. Changes nothing.
 ///
-/// A frame is believed when another of its kind follows it; after a change of the sample rate
-/// against `stream.current_frame` it takes two. Leaves the frame found in `stream.current_frame`. A
-/// `pos` above `highest_position` counts as 0. Returns `total_size` for a position at or behind the
-/// end, the end of the part when the search reached it in vain, `no_position` when the block holds
-/// no frame.
+/// A frame is believed when another of its kind follows it. One of another sample rate than the
+/// frame before it may be garbage: when `rate_before` (hertz) is given, the first frame of a new
+/// rate is passed over, and the second of that rate is taken. A `pos` above `highest_position`
+/// counts as 0. The place is `total_size` for a position at or behind the end, the end of the part
+/// when the search reached it in vain, `no_position` when the block holds no frame.
+FramePlace find_frame(PartIndex part, EditPosition pos,
+                      std::uint32_t rate_before = any_sample_rate);
+
+/// The same behind `stream.current_frame`, where it leaves the frame found. What it finds nothing
+/// it leaves as it is.
 EditPosition locate_frame(PartIndex part, EditPosition pos);
 
-/// From a frame's start a search from so many bytes behind it finds the next one.
+/// Start this many bytes after a frame to find the following one.
 constexpr std::uint32_t next_frame_step = 10;
 
-/// The first frame at or after `pos`, searched in the part that holds it.
+/// `locate_frame` in the part that holds `pos`.
 EditPosition frame_at(EditPosition pos);
 
 /// The last frame that starts before `pos`, or 0.
@@ -32,5 +47,9 @@ EditPosition frame_before(EditPosition pos);
 /// `locate_frame` over up to 10,000,000 bytes: the next frame behind garbage. `no_position` if
 /// none.
 EditPosition scan_forward(PartIndex part, EditPosition pos);
+
+/// `find_frame` over as many bytes.
+FramePlace find_frame_forward(PartIndex part, EditPosition pos,
+                              std::uint32_t rate_before = any_sample_rate);
 
 }  // namespace corvelin

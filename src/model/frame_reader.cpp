@@ -5,8 +5,8 @@
 
 #include "model/fade.h"
 #include "model/frame_locator.h"
+#include "model/stream_info.h"
 #include "stream/frame_gain.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 
@@ -89,7 +89,7 @@ std::size_t read_frames(std::span<std::uint8_t> dest, std::uint32_t max_frames, 
       break;
     }
     FrameInfo info;
-    if (!decode_frame_header(info, block.subspan(off))) {
+    if (!decode_frame_header(info, block.subspan(off), frame_format())) {
       resync(pos, part);
       if (off + 4 < got) ++resync_count;
       break;

@@ -6,9 +6,9 @@
 #include "model/fade.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "platform/numbers.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 #include "stream/frame_loudness.h"
 
 namespace corvelin {
@@ -43,9 +43,7 @@ std::uint32_t second_before(EditPosition pos) {
 
 // Looks the frame up, and leaves the one that the status shows as it is.
 EditPosition locate_silently(PartIndex part, EditPosition pos) {
-  const FrameInfo shown = stream.current_frame;
-  const EditPosition frame = locate_frame(part, pos);
-  stream.current_frame = shown;
+  const EditPosition frame = find_frame(part, pos, stream.current_frame.sample_rate).pos;
   return frame == no_position ? pos : frame;
 }
 
@@ -114,7 +112,7 @@ class Sampler {
   void set_height(FrameSlot& slot, const Walk& walk, EditPosition pos,
                   const FrameLoudness& loudness) {
     const unsigned level = settings.graph_level;
-    switch (stream.current_frame.layer) {
+    switch (stream_kind.layer) {
       case 3: {
         const int gain = walk.part_has_gain ? gain_at(pos, walk.part) : 0;
         if (walk.part_has_gain) slot.sample_flags = with(slot.sample_flags, sample_has_gain);
@@ -168,7 +166,7 @@ void sample_frames(GraphSamples& samples, EditPosition centre, std::uint32_t vie
 
   Walk walk = walk_from(centre - std::min(half, centre));
   samples.view_first_pos = walk.pos;
-  samples.frames.begin(stream.current_frame);
+  samples.frames.begin(stream_kind);
   Sampler sampler(walk.pos, centre);
   while (slots.size() <= view_frames) {
     const EditPosition end = part_end(walk.part);

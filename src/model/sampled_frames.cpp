@@ -29,13 +29,13 @@ bool is_same(const FileFacts& a, const FileFacts& b) {
 }
 
 // The offset of the first header of `kind` in `block`, decoded into `info`, or the block's size.
-std::size_t find_header(std::span<const std::uint8_t> block, const FrameInfo& kind,
+std::size_t find_header(std::span<const std::uint8_t> block, const StreamKind& kind,
                         FrameInfo& info) {
   for (std::size_t at = 0; at < block.size(); ++at) {
     const void* const found = std::memchr(block.data() + at, 0xFF, block.size() - at);
     if (found == nullptr) break;
     at = static_cast<std::size_t>(static_cast<const std::uint8_t*>(found) - block.data());
-    if (has_sync(block, at) && decode_frame_header(info, block.subspan(at)) &&
+    if (has_sync(block, at) && decode_frame_header(info, block.subspan(at), frame_format()) &&
         info.frame_length != 0 && info.version == kind.version &&
         info.sample_rate == kind.sample_rate)
       return at;
@@ -45,7 +45,7 @@ std::size_t find_header(std::span<const std::uint8_t> block, const FrameInfo& ki
 
 }  // namespace
 
-void SampledFrames::begin(const FrameInfo& kind) {
+void SampledFrames::begin(const StreamKind& kind) {
   if (kind.version != kind_.version || kind.sample_rate != kind_.sample_rate ||
       kind.layer != kind_.layer)
     forget();

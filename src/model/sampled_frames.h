@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "model/document.h"
+#include "model/stream_info.h"
 #include "platform/file.h"
-#include "stream/frame_header.h"
 #include "stream/frame_loudness.h"
 
 namespace corvelin {
@@ -29,7 +29,7 @@ class SampledFrames {
  public:
   /// A sampling begins: of frames with the version and sample rate of `kind`. Forgets what is known
   /// of another kind.
-  void begin(const FrameInfo& kind);
+  void begin(const StreamKind& kind);
 
   /// The first frame at or behind an offset of a source file. No true search: the frame need not be
   /// followed by another, and the search gives up where the locator does.
@@ -44,7 +44,7 @@ class SampledFrames {
   [[nodiscard]] SampledFrame search(std::uint16_t file, std::uint32_t offset);
   std::span<const std::uint8_t> block_at(std::uint16_t file, std::uint64_t offset);
 
-  FrameInfo kind_;
+  StreamKind kind_;
   std::vector<FileFacts> files_;     // as they were when their frames were read
   std::vector<bool> checked_;        // of these, in this sampling
   std::vector<SampledFrame> known_;  // ordered by file and `searched_from`

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "model/frame_locator.h"
+#include "model/stream_info.h"
 
 namespace corvelin {
 
@@ -60,10 +61,15 @@ void clear_selection() {
 void move_cursor(EditPosition pos) {
   if (pos > highest_position) return;
   document.current_part = part_at(std::min(pos, document.total_size));
+  const std::uint32_t rate = stream.current_frame.sample_rate;
+  FramePlace found = find_frame_forward(document.current_part, pos, rate);
   // Where the last part's file goes on at another sample rate the search may end behind the stream.
-  const EditPosition frame = scan_forward(document.current_part, pos);
-  selection.cursor = std::min(frame, document.total_size);
+  selection.cursor = std::min(found.pos, document.total_size);
   ++selection_revision;
+  if (pos >= document.total_size) return;
+  const bool is_at_border = found.frame.version == 0 && selection.cursor < document.total_size;
+  if (is_at_border) found = find_frame(part_at(selection.cursor), selection.cursor);
+  stream.current_frame = found.frame;
 }
 
 }  // namespace corvelin

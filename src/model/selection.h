@@ -42,8 +42,9 @@ void set_sel_end(EditPosition pos);
 void clear_selection();
 
 /// Moves the cursor to the first frame at or behind `pos`, or to the end of the stream, and
-/// `current_part` with it. Ignores a position that wrapped around below 0. The user's way there is
-/// `seek_to`, which takes playback along.
+/// `current_part` with it. That frame is the one shown; none is where garbage reaches to the end of
+/// the stream. Ignores a position that wrapped around below 0. The user's way there is `seek_to`,
+/// which takes playback along.
 void move_cursor(EditPosition pos);
 
 /// Grows with each change of the selection or the cursor.

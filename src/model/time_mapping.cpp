@@ -5,10 +5,10 @@
 
 #include <algorithm>
 
+#include "model/stream_info.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 

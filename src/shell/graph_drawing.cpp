@@ -10,8 +10,8 @@
 #include <string>
 
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 
@@ -136,7 +136,7 @@ class GraphDrawing {
     const int height = layout_.small_font_h;
     const int width = canvas_.text(x + 1, y, "   ", {.height = height, .ground = handle_colour});
     Rect visible = {x + 1, y, x + 1 + width, y + height};
-    if (stream.current_frame.layer == 3) {
+    if (stream_kind.layer == 3) {
       const int steps = (scale - slots_[slot].sample_handle) / 2 - 64;
       canvas_.text(
           x + label_at, y, fmt::format(" {:.1f} ", steps * 1.5),

@@ -10,8 +10,8 @@
 #include "model/cuts.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "model/time_mapping.h"
-#include "stream/frame_header.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -54,7 +54,7 @@ bool take_handle(GraphMouse& mouse, EditPosition pos, bool is_left) {
   const bool is_end = pos >= document.total_size;
   const auto part = static_cast<std::uint16_t>(1 + (is_end ? part_count() : part_at(pos)));
   if (is_left) {
-    if (stream.current_frame.layer != 3) return false;
+    if (stream_kind.layer != 3) return false;
     undo_push(true, ui_text(men, 52));
     mouse.level_drag = part;
   } else {

@@ -5,8 +5,8 @@
 #include <string_view>
 
 #include "audio/level_meter.h"
+#include "model/stream_info.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 

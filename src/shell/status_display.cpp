@@ -11,13 +11,13 @@
 #include "document/open_state.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "model/time_mapping.h"
 #include "platform/bytes.h"
 #include "platform/numbers.h"
 #include "platform/path.h"
 #include "platform/program.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 #include "text/ui_text.h"
 
 namespace corvelin {

@@ -9,10 +9,10 @@
 
 #include "audio/playback.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "model/time_mapping.h"
 #include "platform/text.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -36,7 +36,7 @@ std::string selection_names() {
 
 std::string_view hint_for_stream() {
   if (stream.is_aac != 0) return ui_text(win, 35);
-  return stream.current_frame.layer == 2 ? ui_text(win, 25) : std::string_view{};
+  return stream_kind.layer == 2 ? ui_text(win, 25) : std::string_view{};
 }
 
 bool is_beyond_hint(EditPosition cursor) {

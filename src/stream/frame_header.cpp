@@ -111,17 +111,15 @@ bool decode_adts_header(FrameInfo& info) {
 
 }  // namespace
 
-StreamInfo stream;
-
-bool decode_frame_header(FrameInfo& info) {
-  return stream.is_aac != 0 ? decode_adts_header(info) : decode_mpeg_header(info);
+bool decode_frame_header(FrameInfo& info, FrameFormat format) {
+  return format == FrameFormat::adts ? decode_adts_header(info) : decode_mpeg_header(info);
 }
 
-bool decode_frame_header(FrameInfo& info, std::span<const std::uint8_t> bytes) {
+bool decode_frame_header(FrameInfo& info, std::span<const std::uint8_t> bytes, FrameFormat format) {
   const std::size_t count = std::min(bytes.size(), header_size);
   info.header_bytes = {};
   std::copy_n(bytes.begin(), count, info.header_bytes.begin());
-  return decode_frame_header(info);
+  return decode_frame_header(info, format);
 }
 
 std::size_t vbr_header_offset(const FrameInfo& info) {

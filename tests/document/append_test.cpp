@@ -5,8 +5,8 @@
 
 #include "edit/open_dialog.h"
 #include "model/cuts.h"
+#include "model/stream_info.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {
@@ -89,7 +89,6 @@ TEST_F(Append, TakesTheFirstFrameThatFits) {
   Mp3Builder file = Mp3Builder{}.zeros(30000).shape({.sample_rate = 48000}).frames(10);
   const std::size_t begin = file.size();
   const std::string path = folder.file("b.mp3", file.shape({}).frames(30).bytes());
-  stream.current_frame = {};  // as after a search in vain
   ASSERT_EQ(append_file(path), AppendResult::appended);
   EXPECT_EQ(document.files[1].first_audio, begin);
 }

@@ -4,16 +4,16 @@
 #include <random>
 
 #include "model/frame_locator.h"
-#include "stream/frame_header.h"
+#include "model/stream_info.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {
 namespace {
 
-EditPosition search_step_by_step(EditPosition from) {
+FramePlace search_step_by_step(EditPosition from) {
   for (EditPosition pos = from;; pos += 20) {
-    const EditPosition found = locate_frame(0, pos);
-    if (found != none || pos + 20 >= document.total_size || pos + 20 > 0xFFFFF) return found;
+    const FramePlace found = find_frame(0, pos);
+    if (found.pos != none || pos + 20 >= document.total_size || pos + 20 > 0xFFFFF) return found;
   }
 }
 
@@ -50,13 +50,11 @@ TEST_P(FirstFrameSearch, FindsWhatSingleSearchesFind) {
     document.files[0].audio_end = static_cast<std::uint32_t>(bytes.size());
     add_part(0, 0, 0, document.files[0].audio_end);
 
-    const FrameInfo before = stream.current_frame;
-    const EditPosition expected = search_step_by_step(seed % 7);
-    const FrameInfo expected_frame = stream.current_frame;
-    stream.current_frame = before;
-    ASSERT_EQ(find_first_frame(seed % 7), expected) << seed;
-    ASSERT_EQ(stream.current_frame, expected_frame) << seed;
-    if (expected != no_position) ++found_count;
+    const FramePlace expected = search_step_by_step(seed % 7);
+    const FramePlace found = find_first_frame(seed % 7);
+    ASSERT_EQ(found.pos, expected.pos) << seed;
+    ASSERT_EQ(found.frame, expected.frame) << seed;
+    if (expected.pos != no_position) ++found_count;
   }
   EXPECT_GT(found_count, 20);
   EXPECT_LT(found_count, 120);

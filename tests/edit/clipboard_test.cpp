@@ -6,9 +6,9 @@
 #include <cstdlib>
 
 #include "model/cuts.h"
+#include "model/stream_info.h"
 #include "platform/clipboard.h"
 #include "platform/system.h"
-#include "stream/frame_header.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {

@@ -4,7 +4,7 @@
 #include "edit/resync_check.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
-#include "stream/frame_header.h"
+#include "model/stream_info.h"
 #include "support/edit_test.h"
 #include "text/boxes.h"
 

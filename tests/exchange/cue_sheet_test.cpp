@@ -7,9 +7,9 @@
 #include "document/append.h"
 #include "exchange/cue_time.h"
 #include "model/cuts.h"
+#include "model/stream_info.h"
 #include "settings/settings.h"
 #include "shell/start_up.h"
-#include "stream/frame_header.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {

@@ -1,8 +1,8 @@
 // The fields of the ID3v1 record.
 #include "exchange/id3v1.h"
 
+#include "model/stream_info.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {

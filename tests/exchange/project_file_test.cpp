@@ -2,8 +2,8 @@
 #include "exchange/project_file.h"
 
 #include "edit/save_project.h"
+#include "model/stream_info.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {

@@ -9,8 +9,8 @@
 
 #include "exchange/save_run.h"
 #include "model/selection.h"
+#include "model/stream_info.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {

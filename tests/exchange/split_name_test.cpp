@@ -1,9 +1,9 @@
 // Names of the pieces of a split.
 #include "exchange/split_name.h"
 
+#include "model/stream_info.h"
 #include "platform/text.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {

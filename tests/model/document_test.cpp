@@ -2,7 +2,7 @@
 #include "model/document.h"
 
 #include "model/frame_locator.h"
-#include "stream/frame_header.h"
+#include "model/stream_info.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {
@@ -97,6 +97,15 @@ TEST_F(DocumentTest, SeekLandsOnAFrameOrTheEnd) {
     move_cursor(pos);
     EXPECT_EQ(state(), after);
   }
+}
+
+TEST_F(DocumentTest, CursorShowsNoFrameWhereThereIsNone) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(20).zeros(20000).bytes()));
+  move_cursor(20 * length + 1);
+  EXPECT_EQ(selection.cursor, document.total_size);
+  EXPECT_EQ(stream.current_frame, FrameInfo{});
+  move_cursor(0);
+  EXPECT_EQ(stream.current_frame.frame_length, length);
 }
 
 // Behind the last part its file goes on at another sample rate, and so does the search.

@@ -23,7 +23,7 @@ TEST_F(FrameGain, ReachesEveryFieldAndNothingElse) {
                             .noisy = true};
         Bytes bytes = mpeg_frame(shape, 7);
         FrameInfo info;
-        ASSERT_TRUE(decode_frame_header(info, bytes));
+        ASSERT_TRUE(decode_frame_header(info, bytes, FrameFormat::mpeg));
         apply_gain(bytes, gain_positions(info), -23);
         if (has_crc) recompute_frame_crc(bytes, info);
         shape.global_gain = 127;
@@ -40,7 +40,7 @@ TEST_F(FrameGain, StaysInTheField) {
   for (const auto& row : rows) {
     Bytes bytes = mpeg_frame({.global_gain = row.gain});
     FrameInfo info;
-    decode_frame_header(info, bytes);
+    decode_frame_header(info, bytes, FrameFormat::mpeg);
     apply_gain(bytes, gain_positions(info), row.delta);
     EXPECT_EQ(bytes, mpeg_frame({.global_gain = row.expected}));
   }

@@ -1,7 +1,7 @@
 // The search for frames in real files.
 #include "model/frame_locator.h"
 
-#include "stream/frame_header.h"
+#include "model/stream_info.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {
@@ -50,7 +50,9 @@ TEST_F(FrameLocator, LooksAtOneBlockOnly) {
   const Bytes bytes = Mp3Builder{}.frames(3).zeros(25000).frames(10).bytes();
   ASSERT_TRUE(open("a.mp3", bytes));
   const std::uint32_t junk = 3 * length;
+  const FrameInfo shown = stream.current_frame;
   EXPECT_EQ(frame_at(junk), no_position);
+  EXPECT_EQ(stream.current_frame, shown);
   EXPECT_EQ(scan_forward(0, junk), junk + 25000);
 }
 

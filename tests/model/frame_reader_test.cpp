@@ -1,8 +1,8 @@
 // Frames in edited order.
 #include "model/frame_reader.h"
 
+#include "model/stream_info.h"
 #include "stream/frame_gain.h"
-#include "stream/frame_header.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {

@@ -6,8 +6,8 @@
 #include <limits>
 
 #include "document/close_all.h"
+#include "model/stream_info.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 
 namespace corvelin::test {
 namespace {

@@ -3,9 +3,9 @@
 
 #include "audio/level_meter.h"
 #include "audio/playback.h"
+#include "model/stream_info.h"
 #include "settings/settings.h"
 #include "shell/pixel_canvas.h"
-#include "stream/frame_header.h"
 #include "support/edit_test.h"
 #include "support/recording_canvas.h"
 
@@ -116,7 +116,7 @@ TEST_F(EditorViewTest, HandlesStandAtTheirLevelAndShowItInDecibels) {
   EXPECT_EQ(canvas.written("actual"), "11,28' -6.0 '15 on background");
   EXPECT_EQ(view.handles[0], (Rect{2, 28, 11, 43}));  // its label covers the rest
 
-  stream.current_frame.layer = 2;
+  stream_kind.layer = 2;
   EXPECT_EQ(draw(8).written("actual"), "");
   EXPECT_EQ(view.handles[0], (Rect{2, 28, 24, 43}));
 }
@@ -225,7 +225,7 @@ TEST_F(EditorViewTest, NamesStandOverTheGraphAndHintsUntilTheyWereSeen) {
   stream.is_aac = 1;
   EXPECT_EQ(draw(8).written("mpeg"), "10,10'Note: No level adjustment on AAC'25");
   stream.is_aac = 0;
-  stream.current_frame.layer = 2;
+  stream_kind.layer = 2;
   EXPECT_EQ(draw(8).written("mpeg"), "10,10'Layer 2 graph shows limited audio information'25");
   stream.avg_bitrate = 400;  // the cursor is 33 seconds behind the start
   draw(8);

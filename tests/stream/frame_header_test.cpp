@@ -5,14 +5,12 @@
 
 #include <string>
 
-#include "document/close_all.h"
 #include "support/mp3_builder.h"
 
 namespace corvelin::test {
 namespace {
 
 TEST(FrameHeader, IsDecoded) {
-  reset_state(ResetLevel::start);
   const FrameShape odd = {.version = 25,
                           .bitrate = 64,
                           .sample_rate = 11025,
@@ -34,7 +32,7 @@ TEST(FrameHeader, IsDecoded) {
       {odd, 417}};
   for (const auto& [shape, size] : rows) {
     FrameInfo info = {.channel_mode = 3, .copyright = 1};
-    ASSERT_TRUE(decode_frame_header(info, mpeg_frame(shape))) << size;
+    ASSERT_TRUE(decode_frame_header(info, mpeg_frame(shape), FrameFormat::mpeg)) << size;
     EXPECT_EQ(info.frame_length, size);
     EXPECT_EQ(info.bitrate, shape.bitrate);
     EXPECT_EQ(info.sample_rate, static_cast<std::uint32_t>(shape.sample_rate));
@@ -50,7 +48,6 @@ TEST(FrameHeader, IsDecoded) {
 }
 
 TEST(FrameHeader, WhatIsNotEditedIsRefused) {
-  reset_state(ResetLevel::start);
   const Bytes headers[] = {
       {0xFE, 0xFB, 0x90, 0x00},  // no sync
       {0xFF, 0xDB, 0x90, 0x00},  // only ten bits of sync
@@ -64,14 +61,13 @@ TEST(FrameHeader, WhatIsNotEditedIsRefused) {
       mpeg_frame({.version = 25, .layer = 2, .bitrate = 160, .sample_rate = 8000})};
   for (const Bytes& header : headers) {
     FrameInfo info = {.channel_mode = 3};
-    EXPECT_FALSE(decode_frame_header(info, header)) << int{header[1]} << " " << int{header[2]};
+    EXPECT_FALSE(decode_frame_header(info, header, FrameFormat::mpeg))
+        << int{header[1]} << " " << int{header[2]};
     EXPECT_EQ(info, FrameInfo{});
   }
 }
 
 TEST(FrameHeader, OfAdtsHasItsLengthAndTheRateItStandsFor) {
-  reset_state(ResetLevel::start);
-  stream.is_aac = 1;
   struct {
     int sample_rate;
     std::size_t length;
@@ -85,7 +81,7 @@ TEST(FrameHeader, OfAdtsHasItsLengthAndTheRateItStandsFor) {
     bytes[4] = static_cast<std::uint8_t>(row.length >> 3);
     bytes[5] = static_cast<std::uint8_t>((row.length & 7) << 5 | 0x1F);
     FrameInfo info;
-    EXPECT_EQ(decode_frame_header(info, bytes), row.is_valid) << row.length;
+    EXPECT_EQ(decode_frame_header(info, bytes, FrameFormat::adts), row.is_valid) << row.length;
     EXPECT_EQ(info.frame_length, row.length);
     EXPECT_EQ(info.bitrate, row.bitrate);
     EXPECT_EQ(info.channel_mode, mono);
@@ -93,7 +89,7 @@ TEST(FrameHeader, OfAdtsHasItsLengthAndTheRateItStandsFor) {
   FrameInfo info;
   Bytes beyond = adts_frame(44100, 300);
   beyond[2] = static_cast<std::uint8_t>((beyond[2] & 0xC3) | 13 << 2);  // sample rate index 13
-  EXPECT_FALSE(decode_frame_header(info, beyond));
+  EXPECT_FALSE(decode_frame_header(info, beyond, FrameFormat::adts));
 }
 
 }  // namespace

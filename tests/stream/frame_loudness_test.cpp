@@ -48,7 +48,7 @@ TEST(FrameLoudness, HeightsFollowTheGainAndTheGraphLevel) {
   const auto layer3 = [](GraphHeights& heights, const FrameShape& shape, int gain, unsigned level) {
     const Bytes frame = mpeg_frame(shape);
     FrameInfo info;
-    EXPECT_TRUE(decode_frame_header(info, frame));
+    EXPECT_TRUE(decode_frame_header(info, frame, FrameFormat::mpeg));
     return heights.layer3(measure_loudness(frame, info), gain, level);
   };
   struct {

@@ -1,0 +1,75 @@
+// What is known of the open stream beside its parts: the summary that the probe made of the first
+// source file, and the kind of all its frames. Refusals, grey states, codecs and headers go by the
+// kind, which stays the same for the document's life; `stream.current_frame` is what is shown, and
+// changes with every frame that is looked at.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "stream/frame_header.h"
+
+namespace corvelin {
+
+/// The values of `StreamInfo::vbr`. Anything but `constant` means a variable bitrate.
+enum VbrState : std::uint8_t {
+  vbr_constant = 0,
+  vbr_seen = 1,        // a change of bitrate was seen in the frames
+  vbr_header = 2,      // a "Xing" header was read
+  vbr_toc_usable = 4,  // bit value: and it had a seek table
+};
+
+constexpr std::uint8_t no_xing_quality = 255;
+
+/// The summary of the open stream.
+struct StreamInfo {
+  std::uint32_t xing_frames = 0;     // frame count of a VBR/Info header, 0 if none
+  std::uint16_t vbr_frame_size = 0;  // bytes of the VBR/Info frame that the last save wrote
+  /// `toc[i]` is the place, in 1/256 of the audio size, of the point at `i` per cent of the time.
+  std::array<std::uint8_t, 100> toc = {};
+  std::uint8_t xing_quality = 0;  // low byte of the header's quality, `no_xing_quality` if none
+  /// The 28 bytes behind a VBR/Info header that its encoder signed; the rest is zero but for the
+  /// audio length that a save puts behind them.
+  std::array<std::uint8_t, 40> encoder_tag = {};
+  std::uint32_t first_audio = 0;  // file offset of the first audio frame
+  std::uint32_t audio_end = 0;    // file offset behind the audio as the probe found it
+  std::uint32_t id3v2_size = 0;  // bytes of the tag at the file's start, header included; 0 if none
+  std::array<std::uint8_t, 128> id3v1 = {};  // the file's last 128 bytes, tag or not
+  std::uint8_t vbr = vbr_constant;
+  std::uint32_t is_aac = 0;           // 1: ADTS, by the extension of the first file's name
+  std::uint32_t has_info_header = 0;  // the file starts with an "Info" header
+  float avg_bitrate = 0;              // bits per second
+  float avg_frame_size = 0;           // bytes
+  /// The frame at the place that was gone to or played last, as the status shows it. None
+  /// (`version` 0) where the search for one failed.
+  FrameInfo current_frame;
+  std::uint32_t ape_size = 0;  // bytes of the APE tag cut off the audio's end, 0 if none
+};
+
+extern StreamInfo stream;
+
+/// How the headers of the stream's frames are read.
+FrameFormat frame_format();
+
+/// What all frames of a document have in common; only their bitrates and lengths may differ. The
+/// fields are those of `FrameInfo`.
+struct StreamKind {
+  std::uint8_t version = 0;  // 0 without a document
+  std::uint8_t layer = 0;    // 2 or 3; 0 for ADTS
+  std::uint32_t sample_rate = 0;
+  std::uint8_t channel_mode = 0;
+  bool has_crc = false;
+
+  bool operator==(const StreamKind&) const = default;
+};
+
+/// Fixed by the probe, after the first frame of the stream.
+extern StreamKind stream_kind;
+
+StreamKind kind_of(const FrameInfo& frame);
+
+/// Makes the stream a variable one when the bitrate of a frame that was added to it is another than
+/// the average, by more than 2 kbit/s.
+void take_in_bitrate(const FrameInfo& frame);
+
+}  // namespace corvelin
