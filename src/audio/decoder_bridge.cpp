@@ -10,6 +10,7 @@
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "platform/dynamic_library.h"
 #include "platform/faad.h"
 #include "platform/host.h"
 #include "platform/mpglib.h"

@@ -2,12 +2,17 @@
 #include "platform/dynamic_library.h"
 
 #include <dlfcn.h>
+#include <fmt/format.h>
 
 #include <utility>
 
 namespace corvelin {
 
 std::string library_folder;
+
+std::string with_package(std::string_view text, std::string_view package) {
+  return fmt::format("{}\n\nOn Debian and its kin: install the package {}", text, package);
+}
 
 DynamicLibrary::DynamicLibrary(DynamicLibrary&& other) noexcept
     : handle_(std::exchange(other.handle_, nullptr)) {}

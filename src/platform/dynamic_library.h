@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace corvelin {
 
@@ -32,6 +33,9 @@ class DynamicLibrary {
 
   void* handle_ = nullptr;
 };
+
+/// What the user is told of a missing library, and below it what to install on this platform.
+std::string with_package(std::string_view text, std::string_view package);
 
 /// The only folder that is searched, for tests of what happens without a library; empty for the
 /// system's own search.

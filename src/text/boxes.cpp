@@ -1,8 +1,6 @@
 // The boxes of errors and refusals.
 #include "text/boxes.h"
 
-#include <fmt/format.h>
-
 #include "platform/host.h"
 #include "text/ui_text.h"
 
@@ -16,10 +14,6 @@ void show_error(const std::string& text) {
 void show_refusal(std::string_view text) {
   host().show_message_box(
       {.caption = std::string(ui_text(msg, 8)), .text = std::string(text), .icon = BoxIcon::error});
-}
-
-std::string with_package(std::string_view instruction, std::string_view package) {
-  return fmt::format("{}\n\nOn Debian and its kin: install the package {}", instruction, package);
 }
 
 void show_invalid_range() { show_refusal(ui_text(msg, 16)); }

@@ -13,9 +13,6 @@ void show_error(const std::string& text);
 /// Tells why a command is refused.
 void show_refusal(std::string_view text);
 
-/// The instruction for what is missing, and below it what to install on this platform.
-std::string with_package(std::string_view instruction, std::string_view package);
-
 /// The range can't be taken out, or can't be treated as one.
 void show_invalid_range();
 

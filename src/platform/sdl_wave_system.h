@@ -1,0 +1,10 @@
+// Sound devices by SDL, which is looked up when the first one is asked for.
+#pragma once
+
+#include "platform/wave_device.h"
+
+namespace corvelin {
+
+WaveSystem& sdl_wave_system();
+
+}  // namespace corvelin
