@@ -120,6 +120,7 @@ void move_border(PartIndex index, EditPosition pos) {
   part.part_size += moved;
   part.part_beg = pos;
   part.part_filepos -= moved;
+  ++document_revision;
 }
 
 bool has_room_for(std::uint64_t bytes) { return document.total_size + bytes <= longest_stream; }

@@ -41,12 +41,6 @@ std::uint32_t second_before(EditPosition pos) {
   return second_at(pos > frame ? pos - frame : 0);
 }
 
-// Looks the frame up, and leaves the one that the status shows as it is.
-EditPosition locate_silently(PartIndex part, EditPosition pos) {
-  const EditPosition frame = find_frame(part, pos, stream.current_frame.sample_rate).pos;
-  return frame == no_position ? pos : frame;
-}
-
 // A place in the edited stream on its way from frame to frame.
 struct Walk {
   PartIndex part = 0;
@@ -70,7 +64,8 @@ struct Walk {
 Walk walk_from(EditPosition pos) {
   Walk walk;
   walk.enter(part_at(pos));
-  walk.pos = locate_silently(walk.part, pos);
+  const EditPosition frame = find_frame(walk.part, pos, stream_kind.sample_rate).pos;
+  walk.pos = frame == no_position ? pos : frame;
   if (walk.pos >= part_end(walk.part)) walk.go_to_next_part();
   return walk;
 }

@@ -6,12 +6,14 @@
 
 #include "audio/playback.h"
 #include "document/open_state.h"
+#include "edit/level_point.h"
 #include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "model/time_mapping.h"
+#include "platform/host.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -48,6 +50,7 @@ void drag_level(const GraphMouse& mouse, const ViewLayout& layout, int y) {
   } else {
     document.parts[mouse.level_drag - 1u].part_gainbeg = gain;
   }
+  ++document_revision;
 }
 
 bool take_handle(GraphMouse& mouse, EditPosition pos, bool is_left) {
@@ -114,9 +117,13 @@ bool move_mouse(GraphMouse& mouse, const EditorView& view, MouseButtons buttons,
 }
 
 bool release_mouse(GraphMouse& mouse) {
-  const bool was_level = mouse.level_drag != 0;
-  if (was_level || mouse.split_drag != 0) open_state.document_modified = true;
-  mouse = {.on_handle = mouse.on_handle};
+  const GraphMouse held = mouse;
+  mouse = {.on_handle = held.on_handle};
+  const bool was_level = held.level_drag != 0;
+  if (document.parts.empty() || (!was_level && held.split_drag == 0)) return false;
+  if (was_level) clear_cues_round_level(static_cast<PartIndex>(held.level_drag - 1));
+  open_state.document_modified = true;
+  host().rebuild_part_list();
   return was_level;
 }
 

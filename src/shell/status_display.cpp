@@ -106,7 +106,7 @@ std::string info_text() {
 }
 
 std::string position_text(std::uint32_t scaled) {
-  const std::uint32_t percent = whole_part(double{1} * scaled / document.total_size * 100);
+  const std::uint32_t percent = whole_part(static_cast<double>(scaled) / document.total_size * 100);
   if (stream.current_frame.frame_length == 0) return fmt::format(" ({}%) ", percent);
   return fmt::format(" {}: {}   {}: {}   ({}%)", ui_text(win, 20), time_at(document.total_size),
                      ui_text(win, 21), time_at(scaled), percent);
@@ -120,39 +120,40 @@ std::string margin_text() {
   return fmt::format(" {:2.1f}  /  {:2.1f}", margin_in_db(level_meter.meter_margin[0]), right);
 }
 
-int effective_level(int level) {
-  if (document.total_size != 0 || level <= refresh_empty) return level;
-  return playback.is_recording_armed ? refresh_recorder : refresh_empty;
+Refresh effective_level(Refresh level) {
+  if (document.total_size != 0 || level <= Refresh::no_document) return level;
+  return playback.is_recording_armed ? Refresh::recording_state : Refresh::no_document;
+}
+
+void clear(StatusDisplay& status) {
+  status.title = program_name;
+  status.position_field = status.range_field = status.info_bar = blank;
+  status.scroll_position = 0;
+  status.has_scroll_bar = false;
+}
+
+void show_position(StatusDisplay& status) {
+  const std::uint32_t scaled = to_time_scale(play_position());
+  status.position_field = position_text(scaled);
+  status.scroll_position =
+      static_cast<int>(std::uint64_t{scaled} * scroll_end / document.total_size);
+  status.has_scroll_bar = true;
 }
 
 }  // namespace
 
-int refresh_status(StatusDisplay& status, int level) {
+Refresh refresh_status(StatusDisplay& status, Refresh level) {
   level = effective_level(level);
-  if (level == refresh_empty) {
-    const std::string margin = status.margin;
-    status = {.title = std::string(program_name),
-              .position_field = blank,
-              .range_field = blank,
-              .info_bar = blank,
-              .margin = margin};
-    return level;
-  }
-  if (level == refresh_recorder) status.position_field = status.info_bar = blank;
-  if (level >= refresh_all && !open_state.audio_name.empty()) status.title = title();
-  if (level >= refresh_places) {
+  if (level == Refresh::no_document) clear(status);
+  if (level == Refresh::recording_state) status.position_field = status.info_bar = blank;
+  if (level >= Refresh::all && !open_state.audio_name.empty()) status.title = title();
+  if (level >= Refresh::places) {
     status.range_field = range_text();
     status.info_bar = info_text();
   }
-  if (level >= refresh_played) {
-    const std::uint32_t scaled = to_time_scale(play_position());
-    status.position_field = position_text(scaled);
-    status.scroll_position =
-        static_cast<int>(std::uint64_t{scaled} * scroll_end / document.total_size);
-    status.has_scroll_bar = true;
-  }
-  if ((level == refresh_played || level == refresh_recorded) && settings.margin != 0)
-    status.margin = margin_text();
+  if (level >= Refresh::playing) show_position(status);
+  const bool is_buffer = level == Refresh::playing || level == Refresh::recording;
+  if (is_buffer && settings.margin != 0) status.margin = margin_text();
   return level;
 }
 

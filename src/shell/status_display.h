@@ -5,18 +5,9 @@
 
 #include <string>
 
-namespace corvelin {
+#include "platform/host.h"
 
-/// How much has changed. Played and recorded buffers refresh many times a second, so they do
-/// little.
-enum RefreshLevel : int {
-  refresh_all = 3,        // the settings or the document: check marks, title, and what follows
-  refresh_places = 2,     // the position or the selection: both other fields, and what follows
-  refresh_played = 1,     // a played buffer came back: position, margin, view
-  refresh_empty = 0,      // no document
-  refresh_recorded = -1,  // a recorded buffer came back: margin, view
-  refresh_recorder = -2,  // the state of the recording: its texts, view
-};
+namespace corvelin {
 
 /// All texts are UTF-8.
 struct StatusDisplay {
@@ -31,10 +22,12 @@ struct StatusDisplay {
 
 /// The scroll bar's range goes to 1099 with pages of 100, so that its thumb ends at 1000.
 constexpr int scroll_end = 1000;
+constexpr int scroll_page = 100;
 
-/// Brings the texts into line with the document. Without one every level above `refresh_empty`
-/// stands for that or, while a recording is armed, for `refresh_recorder`; the result is the level
-/// that was done. The view is drawn anew after every one.
-int refresh_status(StatusDisplay& status, int level);
+/// Brings the texts into line with the document, as far as the level goes. Without a document every
+/// level above `no_document` stands for that or, while a recording is armed, for
+/// `recording_state`; the result is the level that was done. After every one the view is drawn
+/// anew.
+Refresh refresh_status(StatusDisplay& status, Refresh level);
 
 }  // namespace corvelin

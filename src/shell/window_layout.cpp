@@ -8,7 +8,7 @@
 #include <string>
 
 #include "settings/settings.h"
-#include "text/ui_text.h"
+#include "shell/panel_buttons.h"
 
 namespace corvelin {
 
@@ -310,60 +310,5 @@ SymbolSize symbol_size(float display_scale) {
 }
 
 WindowLayout window_layout(const WindowSpace& space) { return Layouter(space).lay_out(); }
-
-std::string_view panel_label(CommandId id, bool has_fast_labels) {
-  switch (id) {
-    case 112:
-      return "<<";
-    case 113:
-      return "<";
-    case 114:
-      return ">";
-    case 115:
-      return ">>";
-    case 116:
-      return "|<";
-    case 117:
-      return ">|";
-    case 118:
-      return "[<";
-    case 119:
-      return ">]";
-    case 120:
-      return label_text(win, 3);
-    case 121:
-      return label_text(win, 4);
-    case 126:
-      return "=>I..";
-    case 127:
-      return "I=>..";
-    case 128:
-      return has_fast_labels ? ">> -" : "..=>I";
-    case 129:
-      return has_fast_labels ? ">> +" : "..I=>";
-    case 131:
-      return "=>I..I=>";
-    case 133:
-      return label_text(win, 10);
-    case 134:
-      return label_text(win, 12);
-    case 135:
-      return label_text(win, 11);
-    case 137:
-      return label_text(win, 13);
-    case 138:
-      return label_text(win, 14);
-    case 152:
-      return label_text(win, 5);
-    case 153:
-      return label_text(win, 7);
-    case 154:
-      return label_text(win, 8);
-    case 155:
-      return label_text(win, 9);
-    default:
-      return {};
-  }
-}
 
 }  // namespace corvelin

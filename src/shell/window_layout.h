@@ -73,8 +73,4 @@ struct WindowLayout {
 
 WindowLayout window_layout(const WindowSpace& space);
 
-/// The words on a button of the text forms, with "&" in front of the letter that is underlined.
-/// While fast play can be chosen the buttons of its two commands say so.
-std::string_view panel_label(CommandId id, bool has_fast_labels);
-
 }  // namespace corvelin

@@ -1,0 +1,20 @@
+// Cues beside levels.
+#include "edit/level_point.h"
+
+namespace corvelin {
+
+void clear_cues_round_level(PartIndex index) {
+  if (document.parts.empty() || index > part_count()) return;
+  ++document_revision;
+  if (index == part_count()) {
+    document.parts.back().part_iscue = 0;
+    return;
+  }
+  if (document.parts[index].part_gainbeg == 0) return;
+  const std::size_t first = index > 0 ? index - std::size_t{1} : 0;
+  const std::size_t behind = index + std::size_t{2};
+  for (std::size_t i = first; i < behind && i < document.parts.size(); ++i)
+    document.parts[i].part_iscue = 0;
+}
+
+}  // namespace corvelin

@@ -1,0 +1,101 @@
+// Pressed buttons and their words.
+#include "shell/panel_buttons.h"
+
+#include "audio/playback.h"
+#include "shell/window_layout.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+// The command that plays so.
+CommandId command_of(PrelistenMode mode) {
+  switch (mode) {
+    case plain_play:
+      return 134;
+    case prelisten_as_cut:
+      return 131;
+    case prelisten_to_begin:
+      return 126;
+    case prelisten_from_begin:
+      return 127;
+    case prelisten_to_end:
+      return 128;
+    case prelisten_from_end:
+      return 129;
+    case loop_selection:
+      return 1045;
+  }
+  return 0;
+}
+
+}  // namespace
+
+bool is_button_pressed(CommandId id) {
+  if (id == 137) return playback.is_recording_armed;
+  if (id == 134 && playback.is_recording_writing) return true;
+  if (!playback.is_playing) return false;
+  const bool is_pair = playback.prelisten_mode == loop_selection && has_text_buttons(panel_form());
+  if (is_pair) return id == 127 || id == 128;
+  return id == command_of(playback.prelisten_mode);
+}
+
+bool has_fast_labels() { return playback.is_playing && playback.prelisten_mode == plain_play; }
+
+std::string_view panel_label(CommandId id, bool has_fast_labels) {
+  switch (id) {
+    case 112:
+      return "<<";
+    case 113:
+      return "<";
+    case 114:
+      return ">";
+    case 115:
+      return ">>";
+    case 116:
+      return "|<";
+    case 117:
+      return ">|";
+    case 118:
+      return "[<";
+    case 119:
+      return ">]";
+    case 120:
+      return label_text(win, 3);
+    case 121:
+      return label_text(win, 4);
+    case 126:
+      return "=> I..";
+    case 127:
+      return "I => ..";
+    case 128:
+      return has_fast_labels ? ">> -" : "..=>I";
+    case 129:
+      return has_fast_labels ? ">> +" : "..I=>";
+    case 131:
+      return "=> I...I =>";
+    case 133:
+      return label_text(win, 10);
+    case 134:
+      return label_text(win, 12);
+    case 135:
+      return label_text(win, 11);
+    case 137:
+      return label_text(win, 13);
+    case 138:
+      return label_text(win, 14);
+    case 152:
+      return label_text(win, 5);
+    case 153:
+      return label_text(win, 7);
+    case 154:
+      return label_text(win, 8);
+    case 155:
+      return label_text(win, 9);
+    default:
+      return {};
+  }
+}
+
+}  // namespace corvelin

@@ -1,0 +1,110 @@
+// The texts beside the view.
+#include "shell/status_display.h"
+
+#include "audio/level_meter.h"
+#include "audio/playback.h"
+#include "model/stream_info.h"
+#include "settings/settings.h"
+#include "support/edit_test.h"
+
+namespace corvelin::test {
+namespace {
+
+class StatusDisplayTest : public EditTest {
+ protected:
+  const StatusDisplay& refreshed(Refresh level = Refresh::all) {
+    refresh_status(status, level);
+    return status;
+  }
+
+  StatusDisplay status;
+};
+
+TEST_F(StatusDisplayTest, FieldsTellPositionSelectionAndPart) {
+  make("0-8* 8-20* @5 =8-12 #1");
+  stream.avg_bitrate = 3336;  // so that a frame lasts a second
+  EXPECT_EQ(refreshed().position_field, " Total: 0'20.00   Now: 0'05.00   (25%)");
+  EXPECT_EQ(status.range_field, " Selection: 0'08.00 - 0'12.00 (0'04.00)");
+  EXPECT_EQ(status.scroll_position, 250);
+  EXPECT_TRUE(status.has_scroll_bar);
+  EXPECT_EQ(status.title, "a.mp3 - Corvelin");
+
+  clear_selection();
+  open_state.project_name = "/x/y.cvp";
+  EXPECT_EQ(refreshed().range_field, " Part (2 / 2): 0'08.00 - 0'20.00 (0'12.00)");
+  EXPECT_EQ(status.title, "y.cvp / a.mp3 - Corvelin");
+  stream.vbr = vbr_seen;
+  EXPECT_EQ(refreshed().range_field, " Part (2 / 2): 0'08.00 - 0'20.00");
+}
+
+TEST_F(StatusDisplayTest, BarTellsTheStreamItsTagsAndTheDecoder) {
+  const std::string tags = "     |     ID3v1: No  -  ID3v2: No     |     Play decoder: ACM";
+  struct {
+    const char* name;
+    Bytes bytes;
+    std::string text;
+  } const rows[] = {
+      {"a.mp3", frames(20), "  MPEG 1.0 Layer 3  -  128 kbps  -  44 kHz  -  Stereo" + tags},
+      {"a.mp3",
+       frames(20, {.version = 25,
+                   .bitrate = 64,
+                   .sample_rate = 11025,
+                   .is_mono = true,
+                   .has_crc = true,
+                   .copyright = true}),
+       "  MPEG 2.5 Layer 3  -  64 kbps  -  11 kHz  -  Mono,  CRC,  ©" + tags},
+      {"a.mp2", frames(20, {.layer = 2, .bitrate = 64}),
+       "  MPEG 1.0 Layer 2  -  64 kbps  -  44 kHz  -  Stereo" + tags},
+      {"a.aac", Mp3Builder{}.adts(20, 300).bytes(),
+       "  AAC-LC/ADTS (MPEG 4)  -  103 kbps (ABR 103 kbps)  -  44 kHz  -  Stereo"
+       "     |     ID3v1: No  -  ID3v2: No     |     Play decoder: libfaad2"},
+      {"a.mp3", Mp3Builder{}.id3v2("").frames(20).id3v1("T").bytes(),
+       "  MPEG 1.0 Layer 3  -  128 kbps  -  44 kHz  -  Stereo     |     ID3v1: Yes / Save: Yes"
+       "  -  ID3v2: Yes / Keep: Yes     |     Play decoder: ACM"}};
+  for (const auto& row : rows) {
+    ASSERT_TRUE(open(row.name, row.bytes));
+    EXPECT_EQ(refreshed().info_bar, row.text);
+  }
+  settings.save_id3v1 = settings.keep_id3v2 = 0;
+  settings.use_mpglib = 1;
+  EXPECT_TRUE(refreshed().info_bar.ends_with(
+      "ID3v1: Yes / Save: No  -  ID3v2: Yes / Keep: No     |     Play decoder: mpglib"));
+  stream.vbr = vbr_seen;
+  stream.avg_bitrate = 96'400;
+  stream.current_frame.bitrate = 64;
+  EXPECT_TRUE(refreshed().info_bar.starts_with(
+      "  MPEG 1.0 Layer 3  -  064 kbps, VBR ( 96 kbps)  -  44 kHz  -  Stereo  "));
+  stream.current_frame = {};
+  EXPECT_TRUE(refreshed().info_bar.starts_with(" No sync     |     ID3v1: Yes"));
+}
+
+TEST_F(StatusDisplayTest, LevelsSayHowMuchIsBroughtUpToDate) {
+  make("0-8* 8-20* @5");
+  level_meter = {.meter_margin = {127, 64}};
+  refreshed(Refresh::places);
+  EXPECT_EQ(status.title, "");
+  EXPECT_EQ(status.margin, "");
+  const std::string range = status.range_field;
+  make("0-8* 8-20* @8 #1");
+  refreshed(Refresh::playing);
+  EXPECT_EQ(status.range_field, range);
+  EXPECT_EQ(status.scroll_position, 400);
+  EXPECT_EQ(status.margin, " 0.0  /  6.0");
+  stream.current_frame.channel_mode = mono;
+  level_meter = {};
+  EXPECT_EQ(refreshed(Refresh::playing).margin, "42.1");
+  stream.current_frame.frame_length = 0;
+  EXPECT_EQ(refreshed(Refresh::playing).position_field, " (40%) ");
+
+  close_all();
+  EXPECT_EQ(refresh_status(status, Refresh::all), Refresh::no_document);
+  EXPECT_EQ(status.title + status.position_field + status.range_field + status.info_bar,
+            "Corvelin   ");
+  EXPECT_FALSE(status.has_scroll_bar);
+  playback.is_recording_armed = true;
+  EXPECT_EQ(refresh_status(status, Refresh::playing), Refresh::recording_state);
+  playback = {};
+}
+
+}  // namespace
+}  // namespace corvelin::test
