@@ -55,8 +55,7 @@ std::span<std::uint8_t> read_first_frame() {
   std::size_t got = 0;
   while (got == 0 && selection.cursor < document.total_size) {
     const EditPosition before = selection.cursor;
-    got = read_frames(block, 1, selection.cursor, document.current_part, nullptr,
-                      document.total_size);
+    got = read_frames_at_edit_cursor(block, document.total_size, 1).size;
     if (got == 0 && selection.cursor == before) break;
   }
   return block.first(got);

@@ -34,17 +34,14 @@ void settle_decoder(std::span<std::uint8_t> out) {
   decoder_session.is_settled = true;
   const EditPosition cursor = selection.cursor;
   if (cursor == 0) return;
-  EditPosition pos = frame_at(cursor < reach ? 0 : cursor - reach);
-  PartIndex part = part_at(pos);
-  const std::uint16_t resyncs = resync_count;
-  while (pos < cursor) {
-    const EditPosition before = pos;
-    const std::size_t got =
-        read_frames(input_block(), frames_in_room(out), pos, part, nullptr, cursor);
-    decode_frames(input_block().first(got), out);
-    if (pos == before) break;
+  const EditPosition back = cursor < reach ? 0 : cursor - reach;
+  FrameCursor reader = frame_cursor_at(find_frame(part_at(back), back).pos);
+  while (reader.pos < cursor) {
+    const EditPosition before = reader.pos;
+    const FramesRead read = read_frames(input_block(), reader, cursor, frames_in_room(out));
+    decode_frames(input_block().first(read.size), out);
+    if (reader.pos == before) break;
   }
-  resync_count = resyncs;
 }
 
 }  // namespace
@@ -59,8 +56,9 @@ std::size_t fill_from_stream(std::span<std::uint8_t> out, std::uint32_t frames,
   constexpr int most_rounds = 3;
   for (int round = 0; round < most_rounds && got == 0; ++round) {
     if (selection.cursor < playback.end_limit) {
-      got = read_frames(input_block(), frames, selection.cursor, document.current_part,
-                        frame_counter, playback.end_limit);
+      const FramesRead read = read_frames_at_edit_cursor(input_block(), playback.end_limit, frames);
+      got = read.size;
+      if (frame_counter != nullptr) *frame_counter += read.frames;
     } else if (playback.prelisten_mode == prelisten_as_cut) {
       go_to(selection.sel_end);
       const std::uint64_t end = std::uint64_t{selection.sel_end} + prelisten_bytes();

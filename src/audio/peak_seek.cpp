@@ -35,7 +35,6 @@ std::uint16_t highest_magnitude(std::span<const std::int16_t> values) {
 bool peak_seek_open(std::uint32_t frames_per_step) {
   constexpr std::uint32_t frame_room = 5200;  // bytes of samples that a frame may take
   peak_seek_close();
-  resync_count = 0;
   playback.prelisten_mode = plain_play;
   playback.end_limit = has_selected_range() ? selection.sel_end : document.total_size;
   decoder_session.pcm_buffer_bytes = frames_per_step * frame_room;

@@ -97,16 +97,13 @@ std::string stream_summary() {
 }
 
 void print_frames() {
-  const FrameInfo frame_before = stream.current_frame;
   fmt::memory_buffer lines;
-  EditPosition pos = 0;
-  PartIndex part = part_at(pos);
-  while (pos < document.total_size) {
-    const EditPosition start = pos;
-    const PartIndex start_part = part;
+  FrameCursor cursor = frame_cursor_at(0);
+  while (cursor.pos < document.total_size) {
+    const EditPosition start = cursor.pos;
+    const PartIndex start_part = cursor.part;
     const std::span<std::uint8_t> block = std::span(frame_block).first(frame_block_limit);
-    const std::size_t size =
-        read_frames(block, any_frame_count, pos, part, nullptr, document.total_size);
+    const std::size_t size = read_frames(block, cursor, document.total_size).size;
     for (std::size_t at = 0; at < size;) {
       FrameInfo frame;
       if (!decode_frame_header(frame, block.subspan(at), frame_format())) break;
@@ -120,7 +117,6 @@ void print_frames() {
     print({lines.data(), lines.size()});
     lines.clear();
   }
-  stream.current_frame = frame_before;
 }
 
 }  // namespace corvelin

@@ -36,7 +36,6 @@ void reset_state(ResetLevel level) {
   document = {};
   open_state = {};
   header_rewrite = {};
-  resync_count = 0;
   batch_active = false;
   settings = default_settings();
 }

@@ -27,9 +27,10 @@ constexpr std::uint32_t most_frames_a_read = 999;
 
 // Marks the frame behind the one that the reader found again. False when it lies outside the range
 // or there is no room for a cue.
-bool mark_resync(EditPosition pos, EditPosition end, int number) {
-  const EditPosition behind = pos + stream.current_frame.frame_length;
-  const EditPosition frame = scan_forward(part_at(behind), behind);
+bool mark_resync(const FrameCursor& cursor, EditPosition end, int number) {
+  const EditPosition behind = cursor.pos + cursor.frame.frame_length;
+  const EditPosition frame =
+      find_frame_forward(part_at(behind), behind, cursor.frame.sample_rate).pos;
   if (frame >= end) return false;
   const PartIndex made = delete_range(frame, frame);
   if (made >= part_count()) return false;
@@ -40,15 +41,15 @@ bool mark_resync(EditPosition pos, EditPosition end, int number) {
   return true;
 }
 
-int mark_resyncs(EditPosition pos, EditPosition end) {
+int mark_resyncs(EditPosition begin, EditPosition end) {
   std::vector<std::uint8_t> buffer(200000);
+  FrameCursor cursor = frame_cursor_at(begin);
   int count = 0;
-  while (pos < end && end - pos > 2) {
-    resync_count = 0;
-    PartIndex part = part_at(pos);
-    read_frames(buffer, most_frames_a_read, pos, part, nullptr, end);
-    if (resync_count == 0 || pos >= end) continue;
-    if (!mark_resync(pos, end, count + 1)) break;
+  while (cursor.pos < end && end - cursor.pos > 2) {
+    const FramesRead read = read_frames(buffer, cursor, end, most_frames_a_read);
+    if (read.resync_count == 0 || cursor.pos >= end) continue;
+    if (!mark_resync(cursor, end, count + 1)) break;
+    cursor.part = part_at(cursor.pos);  // the marks are new parts
     ++count;
   }
   return count;

@@ -6,7 +6,6 @@
 #include <span>
 
 #include "document/tag_bounds.h"
-#include "model/frame_reader.h"
 #include "model/stream_info.h"
 #include "settings/settings.h"
 
@@ -23,13 +22,13 @@ bool wants_vbr_frame() {
 }  // namespace
 
 void RangeCopy::begin(EditPosition begin, EditPosition end) {
-  begin_ = pos_ = begin;
+  begin_ = begin;
   end_ = end;
-  part_ = part_at(begin);
+  cursor_ = frame_cursor_at(begin);
   frames_ = 0;
+  resyncs_ = 0;
   marks_.clear();
   block_size_ = std::numeric_limits<std::size_t>::max();
-  resync_count = 0;
   for (SourceFile& file : document.files) file.handle.forget_read_error();
   const std::uint32_t length = end > begin ? end - begin : 0;
   target.reserve(std::uint64_t{stream.id3v2_size} + frame_unit + length + id3v1_size);
@@ -53,10 +52,11 @@ std::error_code RangeCopy::copy_frames() {
     marks_.push_back({frames_ + 1, writer_.offset()});
   const std::span<std::uint8_t> room = writer_.room();
   block_size_ = std::clamp(block_size_, least_block, room.size());
-  const std::size_t size =
-      read_frames(room.first(block_size_), any_frame_count, pos_, part_, &frames_, end_);
-  block_size_ = size < block_size_ / 2 ? least_block : block_size_ * 2;
-  return writer_.commit(size);
+  const FramesRead read = read_frames(room.first(block_size_), cursor_, end_);
+  frames_ += read.frames;
+  resyncs_ += read.resync_count;
+  block_size_ = read.size < block_size_ / 2 ? least_block : block_size_ * 2;
+  return writer_.commit(read.size);
 }
 
 std::string RangeCopy::source_fault() const {
@@ -87,7 +87,7 @@ void RangeCopy::give_up() {
 
 int RangeCopy::percent_done() const {
   if (end_ <= begin_) return 100;
-  const std::uint64_t done = std::min(pos_, end_) - begin_;
+  const std::uint64_t done = std::min(cursor_.pos, end_) - begin_;
   return static_cast<int>(done * 100 / (end_ - begin_));
 }
 

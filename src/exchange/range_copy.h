@@ -12,6 +12,7 @@
 #include "exchange/id3v2_copy.h"
 #include "exchange/vbr_header.h"
 #include "model/document.h"
+#include "model/frame_reader.h"
 #include "platform/block_writer.h"
 #include "platform/file.h"
 
@@ -34,7 +35,7 @@ class RangeCopy {
 
   /// Copies some more of the frames, up to two megabytes.
   std::error_code copy_frames();
-  [[nodiscard]] bool has_more() const { return pos_ < end_; }
+  [[nodiscard]] bool has_more() const { return cursor_.pos < end_; }
 
   /// Writes what is still in memory.
   std::error_code end_frames() { return writer_.flush(); }
@@ -57,17 +58,18 @@ class RangeCopy {
   void give_up();
 
   [[nodiscard]] std::uint32_t frames() const { return frames_; }  // without a VBR/Info frame
-  [[nodiscard]] int percent_done() const;                         // 0 to 100
+  [[nodiscard]] std::uint32_t resyncs() const { return resyncs_; }
+  [[nodiscard]] int percent_done() const;  // 0 to 100
 
  private:
   BlockWriter writer_{target};
   std::size_t block_size_ = 0;    // of the next read
   std::vector<FrameMark> marks_;  // a frame in every megabyte, for the seek table
   EditPosition begin_ = 0;
-  EditPosition pos_ = 0;
   EditPosition end_ = 0;
-  PartIndex part_ = 0;
+  FrameCursor cursor_;
   std::uint32_t frames_ = 0;
+  std::uint32_t resyncs_ = 0;
   bool has_header_ = false;
   std::uint64_t header_offset_ = 0;  // of the VBR/Info frame
 };

@@ -99,7 +99,7 @@ bool SaveRun::step() {
 bool SaveRun::frames_step() {
   for (int round = 0; round < rounds_per_slice && copy_.has_more(); ++round)
     if (!check(copy_.copy_frames())) return false;
-  if (resync_count != 0) problem_ = true;
+  if (copy_.resyncs() != 0) problem_ = true;
   if (copy_.has_more()) return true;
   if (!sources_are_whole() || !has_frames() || !check(copy_.end_frames())) return false;
   phase_ = copy_.has_header() ? Phase::header : Phase::finish;
@@ -205,7 +205,7 @@ int SaveRun::percent_done() const { return copy_.percent_done(); }
 
 std::string SaveRun::progress_text() const {
   std::string text = "Frames: " + group_thousands(copy_.frames());
-  if (resync_count != 0) text += fmt::format("    Re-syncs: {}", resync_count);
+  if (copy_.resyncs() != 0) text += fmt::format("    Re-syncs: {}", copy_.resyncs());
   return text;
 }
 

@@ -84,7 +84,7 @@ EditPosition SplitRun::find_region_end() {
 SplitResult SplitRun::save_region(EditPosition begin, EditPosition end) {
   stream.current_frame = shape_;
   const SplitResult result = write_region(begin, end);
-  split_resyncs_ += resync_count;
+  split_resyncs_ += copy_.resyncs();
   if (result == SplitResult::more) {
     log_ += path_ + "\r\n";
   } else {

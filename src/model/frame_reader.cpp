@@ -5,6 +5,7 @@
 
 #include "model/fade.h"
 #include "model/frame_locator.h"
+#include "model/selection.h"
 #include "model/stream_info.h"
 #include "stream/frame_gain.h"
 
@@ -37,80 +38,91 @@ void apply_edits(std::span<std::uint8_t> frame, const FrameInfo& info, EditPosit
     recompute_frame_crc(frame, info);
 }
 
-void go_to_next_part(EditPosition& pos, PartIndex& part) {
-  const std::size_t next = part + std::size_t{1};
+void go_to_next_part(FrameCursor& cursor) {
+  const std::size_t next = cursor.part + std::size_t{1};
   if (next < document.parts.size()) {
-    part = static_cast<PartIndex>(next);
-    pos = document.parts[next].part_beg;
+    cursor.part = static_cast<PartIndex>(next);
+    cursor.pos = document.parts[next].part_beg;
   } else {
-    pos = document.total_size;
+    cursor.pos = document.total_size;
   }
+}
+
+// Moves to the next true frame, or to the end of the stream when there is none in reach.
+void resync(FrameCursor& cursor) {
+  const FramePlace found = find_frame_forward(cursor.part, cursor.pos, cursor.frame.sample_rate);
+  if (found.frame.version != 0) cursor.frame = found.frame;
+  cursor.pos = std::min(found.pos, document.total_size);
+  if (found.pos != no_position) cursor.part = part_at(cursor.pos);
 }
 
 }  // namespace
 
 HeaderRewrite header_rewrite;
-std::uint16_t resync_count = 0;
 std::array<std::uint8_t, 64000> frame_block;
 
-void resync(EditPosition& pos, PartIndex& part) {
-  const EditPosition frame = scan_forward(part, pos);
-  if (frame == no_position) {
-    pos = document.total_size;
-    return;
-  }
-  pos = frame;
-  part = part_at(pos);
-}
+FrameCursor frame_cursor_at(EditPosition pos) { return {.pos = pos, .part = part_at(pos)}; }
 
-std::size_t read_frames(std::span<std::uint8_t> dest, std::uint32_t max_frames, EditPosition& pos,
-                        PartIndex& part, std::uint32_t* frames_out, EditPosition end) {
-  if (part >= document.parts.size() || pos < document.parts[part].part_beg || pos > part_end(part))
-    return 0;
+FramesRead read_frames(std::span<std::uint8_t> block, FrameCursor& cursor, EditPosition end,
+                       std::uint32_t max_frames) {
+  FramesRead read;
+  if (cursor.part >= document.parts.size()) return read;
+  const EditPosition this_end = part_end(cursor.part);
+  if (cursor.pos < document.parts[cursor.part].part_beg || cursor.pos > this_end) return read;
   // No further behind the part's end than it takes to see the frame there.
-  const std::size_t in_reach = part_end(part) - pos + std::size_t{beyond_part};
+  const std::size_t in_reach = this_end - cursor.pos + std::size_t{beyond_part};
   const std::size_t wanted =
-      std::min({dest.size(), std::size_t{max_frames} * frame_unit, in_reach});
-  const SourceFile& file = document.files[document.parts[part].part_file];
-  const std::size_t got = file.handle.read_at(file_pos_of(part, pos), dest.first(wanted));
-  const std::span<std::uint8_t> block = dest.first(got);
+      std::min({block.size(), std::size_t{max_frames} * frame_unit, in_reach});
+  const SourceFile& file = document.files[document.parts[cursor.part].part_file];
+  const std::size_t got =
+      file.handle.read_at(file_pos_of(cursor.part, cursor.pos), block.first(wanted));
+  block = block.first(got);
 
-  std::size_t off = 0;
-  for (std::uint32_t round = 0; round < max_frames; ++round) {
+  const FrameFormat format = frame_format();
+  std::size_t& off = read.size;
+  while (read.frames < max_frames) {
     const bool may_go_on = off > 0 && got == wanted;  // the block ended here, not the file
     if (may_go_on && off + header_size > got) break;
     if (off + 2 > got) {
-      resync(pos, part);
+      resync(cursor);
       break;
     }
-    if (!has_sync(block, off)) {
-      resync(pos, part);
-      ++resync_count;
+    FrameInfo frame;
+    const bool is_synced = has_sync(block, off);
+    if (!is_synced || !decode_frame_header(frame, block.subspan(off), format)) {
+      resync(cursor);
+      if (!is_synced || off + 4 < got) read.resync_count = 1;
       break;
     }
-    FrameInfo info;
-    if (!decode_frame_header(info, block.subspan(off), frame_format())) {
-      resync(pos, part);
-      if (off + 4 < got) ++resync_count;
+    if (off + frame.frame_length > got) {
+      if (!may_go_on) resync(cursor);
       break;
     }
-    if (off + info.frame_length > got) {
-      if (!may_go_on) resync(pos, part);
+    cursor.frame = frame;
+    if (cursor.pos >= end) break;
+    if (frame.frame_length > this_end - cursor.pos) {
+      go_to_next_part(cursor);
       break;
     }
-    stream.current_frame = info;
-    if (pos >= end) break;
-    if (info.frame_length > part_end(part) - pos) {
-      go_to_next_part(pos, part);
-      break;
-    }
-    apply_edits(block.subspan(off, info.frame_length), info, pos, part);
-    pos += info.frame_length;
-    off += info.frame_length;
-    if (frames_out != nullptr) ++*frames_out;
-    if (pos >= end) break;
+    apply_edits(block.subspan(off, frame.frame_length), frame, cursor.pos, cursor.part);
+    cursor.pos += frame.frame_length;
+    off += frame.frame_length;
+    ++read.frames;
+    if (cursor.pos >= end) break;
   }
-  return off;
+  return read;
+}
+
+FramesRead read_frames_at_edit_cursor(std::span<std::uint8_t> block, EditPosition end,
+                                      std::uint32_t max_frames) {
+  FrameCursor cursor = {
+      .pos = selection.cursor, .part = document.current_part, .frame = stream.current_frame};
+  const FramesRead read = read_frames(block, cursor, end, max_frames);
+  selection.cursor = cursor.pos;
+  ++selection_revision;
+  document.current_part = cursor.part;
+  stream.current_frame = cursor.frame;
+  return read;
 }
 
 }  // namespace corvelin

@@ -8,6 +8,7 @@
 #include <span>
 
 #include "model/document.h"
+#include "stream/frame_header.h"
 
 namespace corvelin {
 
@@ -21,26 +22,44 @@ struct HeaderRewrite {
 
 extern HeaderRewrite header_rewrite;
 
-/// How often `read_frames` found no frame where one had to begin. A caller zeroes it before a run.
-extern std::uint16_t resync_count;
-
 /// The common input block of those who read frames and keep none; at most `frame_block_limit` bytes
 /// are read at a time.
 constexpr std::size_t frame_block_limit = 62000;
-constexpr std::uint32_t any_frame_count = 0xFFFFFFFF;  // no limit but that of the bytes
 extern std::array<std::uint8_t, 64000> frame_block;
 
-/// Moves to the next true frame, or to the end of the stream when there is none in reach.
-void resync(EditPosition& pos, PartIndex& part);
+/// Where a reader stands in the edited stream.
+struct FrameCursor {
+  EditPosition pos = 0;
+  PartIndex part = 0;
+  /// The frame looked at last: the last one delivered, or, where one was searched for, the one at
+  /// `pos`. None (`version` 0) before the first.
+  FrameInfo frame;
+};
 
-/// Reads whole frames into `dest`, at most `max_frames`, from `pos` in `part` up to `end`, and
-/// moves `pos` and `part` on. Returns how many bytes are good, and adds the frames to `frames_out`
-/// if given.
+FrameCursor frame_cursor_at(EditPosition pos);
+
+/// What one call of `read_frames` came to.
+struct FramesRead {
+  std::size_t size = 0;            // bytes, all of whole frames, from the block's start on
+  std::uint32_t frames = 0;        // how many
+  std::uint32_t resync_count = 0;  // 1 where no frame stood at a place where one had to begin
+};
+
+constexpr std::uint32_t any_frame_count = 0xFFFFFFFF;  // no limit but that of the bytes
+
+/// Reads whole frames into `block`, at most `max_frames`, from the cursor up to `end`, and moves
+/// the cursor on.
 ///
-/// A short result or 0 is normal: the call ends at a part's border, at bad data and at a frame that
-/// didn't fit. The caller calls again until `pos` has reached its end. A frame that would run
-/// over the end of its part is left out.
-std::size_t read_frames(std::span<std::uint8_t> dest, std::uint32_t max_frames, EditPosition& pos,
-                        PartIndex& part, std::uint32_t* frames_out, EditPosition end);
+/// A short result or none is normal: the call ends at a part's border, at bad data and at a frame
+/// that didn't fit. The caller calls again until the cursor has reached its end. A frame that would
+/// run over the end of its part is left out. Behind bad data the cursor stands at the next true
+/// frame, or at the end of the stream when there is none in reach.
+FramesRead read_frames(std::span<std::uint8_t> block, FrameCursor& cursor, EditPosition end,
+                       std::uint32_t max_frames = any_frame_count);
+
+/// The same from the edit cursor on, which it moves, with `current_part` and the frame shown: what
+/// playback does.
+FramesRead read_frames_at_edit_cursor(std::span<std::uint8_t> block, EditPosition end,
+                                      std::uint32_t max_frames);
 
 }  // namespace corvelin

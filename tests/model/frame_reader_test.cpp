@@ -13,20 +13,22 @@ class FrameReader : public CoreTest {
   // Reads the whole stream in calls of at most `limit` bytes.
   Bytes read_all(std::size_t limit = frame_block_limit) {
     Bytes all;
-    EditPosition pos = 0;
-    PartIndex part = 0;
+    FrameCursor cursor = frame_cursor_at(0);
     frame_count = 0;
     resync_count = 0;
-    for (int calls = 0; pos < document.total_size && calls < 10000; ++calls) {
-      const std::size_t size = read_frames(std::span(frame_block).first(limit), any_frame_count,
-                                           pos, part, &frame_count, document.total_size);
-      all.insert(all.end(), frame_block.begin(), frame_block.begin() + static_cast<long>(size));
+    for (int calls = 0; cursor.pos < document.total_size && calls < 10000; ++calls) {
+      const std::span<std::uint8_t> block = std::span(frame_block).first(limit);
+      const FramesRead read = read_frames(block, cursor, document.total_size);
+      all.insert(all.end(), block.begin(), block.begin() + static_cast<long>(read.size));
+      frame_count += read.frames;
+      resync_count += read.resync_count;
     }
-    EXPECT_EQ(pos, document.total_size);
+    EXPECT_EQ(cursor.pos, document.total_size);
     return all;
   }
 
   std::uint32_t frame_count = 0;
+  std::uint32_t resync_count = 0;
 };
 
 TEST_F(FrameReader, DeliversTheFileWhateverTheBlock) {
@@ -35,7 +37,7 @@ TEST_F(FrameReader, DeliversTheFileWhateverTheBlock) {
   for (const std::size_t limit : {std::size_t{1792}, std::size_t{2000}, frame_block_limit}) {
     EXPECT_EQ(read_all(limit), bytes);
     EXPECT_EQ(frame_count, 200U);
-    EXPECT_EQ(resync_count, 0);
+    EXPECT_EQ(resync_count, 0U);
   }
 }
 
@@ -48,7 +50,7 @@ TEST_F(FrameReader, GoesFromFileToFile) {
     document.files[*file].audio_end = 5 * 208;
     add_part(document.total_size, *file, 208, 3 * 208);
     EXPECT_EQ(read_all(), Mp3Builder{}.frames(10).shape({.bitrate = 64}).frames(3).bytes());
-    EXPECT_EQ(resync_count, has_tag ? 1 : 0);
+    EXPECT_EQ(resync_count, has_tag ? 1U : 0U);
   }
 }
 
@@ -66,7 +68,7 @@ TEST_F(FrameReader, BlocksMayEndAnywhere) {
   for (std::size_t limit = 2 * length; limit <= 6 * length + 40; ++limit) {
     EXPECT_EQ(read_all(limit), whole) << limit;
     EXPECT_EQ(frame_count, 16U);
-    EXPECT_EQ(resync_count, 1) << limit;
+    EXPECT_EQ(resync_count, 1U) << limit;
   }
 }
 
@@ -74,17 +76,19 @@ TEST_F(FrameReader, BlocksMayEndAnywhere) {
 TEST_F(FrameReader, DoesNotCountAFewBytesAtTheEnd) {
   ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(5).raw("\xFF\xFB\xF0").bytes()));
   EXPECT_EQ(read_all(), frames(5));
-  EXPECT_EQ(resync_count, 0);
+  EXPECT_EQ(resync_count, 0U);
 }
 
 TEST_F(FrameReader, StopsAtTheEndAskedFor) {
   ASSERT_TRUE(open("a.mp3", frames(20)));
-  EditPosition pos = 2 * length;
-  PartIndex part = 0;
-  EXPECT_EQ(read_frames(frame_block, 999, pos, part, nullptr, 5 * length), 3 * length);
-  EXPECT_EQ(pos, 5 * length);
-  pos = document.total_size + 1;
-  EXPECT_EQ(read_frames(frame_block, 999, pos, part, nullptr, document.total_size), 0U);
+  const FrameInfo shown = stream.current_frame;
+  FrameCursor cursor = frame_cursor_at(2 * length);
+  EXPECT_EQ(read_frames(frame_block, cursor, 5 * length, 2).size, 2 * length);
+  EXPECT_EQ(read_frames(frame_block, cursor, 5 * length, 2).frames, 1U);
+  EXPECT_EQ(cursor.pos, 5 * length);
+  EXPECT_EQ(stream.current_frame, shown);
+  cursor.pos = document.total_size + 1;
+  EXPECT_EQ(read_frames(frame_block, cursor, document.total_size).size, 0U);
 }
 
 TEST_F(FrameReader, AppliesLevelsAndHeaderBitsWithTheirCrc) {
