@@ -14,6 +14,7 @@
 #include "platform/faad.h"
 #include "platform/host.h"
 #include "platform/mpglib.h"
+#include "platform/numbers.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
 #include "text/ui_text.h"
@@ -36,7 +37,7 @@ WaveFormat mpeg_format_of_stream() {
   return {.format_tag = wave_format_mpeg_layer3,
           .channels = pcm_format_of_stream().channels,
           .samples_per_sec = stream_kind.sample_rate,
-          .avg_bytes_per_sec = stream.current_frame.bitrate * 125u};
+          .avg_bytes_per_sec = whole_part(stream.avg_bitrate / 8)};
 }
 
 void tell(std::string_view text, std::string_view caption, BoxIcon icon) {

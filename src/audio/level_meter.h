@@ -1,26 +1,40 @@
 // The level meter: two bars with a peak hold in a 7-bit scale made for the eye, and the margin that
-// the loudest sample left to full scale.
+// the loudest sample left to full scale. Fed with every buffer that was heard or recorded.
 #pragma once
 
 #include <array>
 #include <cstdint>
+#include <span>
 
 namespace corvelin {
 
 /// The highest value of the bars and of a raw level; a hold mark there stands for clipping.
 constexpr std::uint8_t highest_meter = 127;
 
-/// Slot 0 is the left channel and slot 1 the right one, or the only one of a mono stream.
+/// Slot 0 is the left channel and slot 1 the right one, or the only one of a mono stream. A raw
+/// level is the magnitude of a sample's high byte, so 1/128 of full scale.
 struct LevelMeter {
   std::array<std::uint8_t, 2> meter_level = {};       // of the bars
+  std::array<std::uint8_t, 2> meter_last = {};        // of the bars at the buffer before
   std::array<std::uint8_t, 2> meter_hold = {};        // of the peak marks
+  std::array<std::uint8_t, 2> meter_hold_count = {};  // buffers until a mark falls
   std::array<std::uint8_t, 2> meter_margin = {1, 1};  // the highest raw level since the last reset
+  std::uint8_t meter_overall = 0;                     // the highest raw level of the last buffer
+  std::int32_t meter_decay = 0;  // how fast a bar may fall: tenths of its scale a buffer
 };
 
 extern LevelMeter level_meter;
 
-/// The place of a raw level (the high byte of a sample, 0 to 127) on the bar's compressed scale.
+/// The place of a raw level (0 to 127) on the bar's compressed scale.
 std::uint8_t meter_curve(std::uint8_t raw);
+
+/// Takes the levels of a buffer of 16-bit samples of 1 or 2 channels. A bar that falls is slow at
+/// first. One too short to tell anything is passed over. Clipping sounds a beep while a recording
+/// is armed and `peakbeep` is set.
+void level_meter_feed(std::span<const std::uint8_t> pcm, int channels);
+
+/// Bars and marks down. The margin stays.
+void level_meter_clear();
 
 /// The margin starts anew.
 void margin_reset();

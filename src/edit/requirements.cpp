@@ -26,4 +26,10 @@ bool require_level_control() {
   return true;
 }
 
+bool require_room_for_parts(std::size_t count) {
+  if (document.parts.size() + count <= most_parts) return true;
+  show_invalid_range();
+  return false;
+}
+
 }  // namespace corvelin

@@ -3,13 +3,12 @@
 
 #include <fmt/format.h>
 
-#include <string_view>
-
 #include "document/open_state.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
+#include "text/boxes.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -61,14 +60,7 @@ void SplitDialog::store() const {
 }
 
 void SplitDialog::restore_defaults() {
-  const std::string_view row = ui_text(dlg, 5);  // caption and question
-  const std::size_t end = row.find('\n');
-  const MessageBox box = {
-      .caption = std::string(row.substr(0, end)),
-      .text = std::string(end == std::string_view::npos ? row : row.substr(end + 1)),
-      .icon = BoxIcon::question,
-      .buttons = BoxButtons::ok_cancel};
-  if (host().show_message_box(box) != BoxAnswer::ok) return;
+  if (!confirm_defaults()) return;
   pattern = default_split_pattern;
   first_number = 1;
   creates_id3v11 = copies_id3v2 = overlaps = false;

@@ -14,4 +14,8 @@ std::uint32_t whole_part(double value, std::uint32_t limit) {
   return value < limit ? static_cast<std::uint32_t>(value) : limit;
 }
 
+int percent_of(std::uint64_t part, std::uint64_t whole) {
+  return part >= whole ? 100 : static_cast<int>(part * 100 / whole);
+}
+
 }  // namespace corvelin

@@ -14,4 +14,7 @@ std::string group_thousands(std::uint64_t value);
 /// Rates and counts come from files that may lie, so that a quotient of them can be anything.
 std::uint32_t whole_part(double value, std::uint32_t limit = 0xFFFFFFFF);
 
+/// How far a run of `whole` is with `part` of it, 0 to 100; 100 when there is nothing to do.
+int percent_of(std::uint64_t part, std::uint64_t whole);
+
 }  // namespace corvelin

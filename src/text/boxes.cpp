@@ -16,6 +16,17 @@ void show_refusal(std::string_view text) {
       {.caption = std::string(ui_text(msg, 8)), .text = std::string(text), .icon = BoxIcon::error});
 }
 
+bool confirm_defaults() {
+  const std::string_view row = ui_text(dlg, 5);  // caption and question
+  const std::size_t end = row.find('\n');
+  const MessageBox box = {
+      .caption = std::string(row.substr(0, end)),
+      .text = std::string(end == std::string_view::npos ? row : row.substr(end + 1)),
+      .icon = BoxIcon::question,
+      .buttons = BoxButtons::ok_cancel};
+  return host().show_message_box(box) == BoxAnswer::ok;
+}
+
 void show_invalid_range() { show_refusal(ui_text(msg, 16)); }
 
 }  // namespace corvelin

@@ -13,6 +13,9 @@ void show_error(const std::string& text);
 /// Tells why a command is refused.
 void show_refusal(std::string_view text);
 
+/// Asks whether a dialog is to take its default values.
+bool confirm_defaults();
+
 /// The range can't be taken out, or can't be treated as one.
 void show_invalid_range();
 

@@ -2,10 +2,10 @@
 #include "edit/auto_crop.h"
 
 #include "audio/decoder_bridge.h"
-#include "model/frame_locator.h"
 #include "platform/dynamic_library.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
+#include "support/sample_audio.h"
 
 namespace corvelin::test {
 namespace {
@@ -21,12 +21,8 @@ class AutoCrop : public EditTest {
   // 30 frames of a tone with silent ones in front of it and behind it. The places are then counted
   // from the tone's begin, in bytes.
   void open_tone(int in_front, int behind) {
-    ASSERT_TRUE(open(CORVELIN_SAMPLES "/cbr128.mp3"));
-    const SourceFile& file = document.files[0];
-    const EditPosition from = frame_after(0, 4);
-    tone_size_ = frame_after(from, 30) - from;
-    Bytes tone(tone_size_);
-    file.handle.read_at(file.first_audio + from, tone);
+    const Bytes tone = tone_frames(30);
+    tone_size_ = static_cast<std::uint32_t>(tone.size());
     ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(in_front).raw(tone).frames(behind).bytes()));
     tone_begin_ = static_cast<std::uint32_t>(in_front) * length;
     move_cursor(tone_begin_ + tone_size_);
@@ -45,11 +41,6 @@ class AutoCrop : public EditTest {
   }
 
  private:
-  static EditPosition frame_after(EditPosition pos, int count) {
-    for (; count > 0; --count) pos = frame_at(pos + next_frame_step);
-    return pos;
-  }
-
   std::uint32_t tone_begin_ = 0;
   std::uint32_t tone_size_ = 0;
 };

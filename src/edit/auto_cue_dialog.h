@@ -1,0 +1,37 @@
+// The dialog "Auto cue": a cue at each multiple of an interval. Nothing is decoded for it.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/host.h"
+
+namespace corvelin {
+
+struct AutoCueDialog : Dialog {
+  std::string interval;  // "2:00": minutes and seconds
+  std::string last_length;
+  bool creates_names = false;
+
+  /// Takes the settings.
+  void begin() override;
+
+  /// Keeps the fields as settings and sets the cues. False, and the dialog stays open, for an
+  /// interval that is none. An interval of 0 sets no cue, which is told.
+  bool accept() override;
+};
+
+struct AutoCues {
+  double interval = 0;     // seconds
+  double last_length = 0;  // seconds that the last part has at least
+  bool creates_names = false;
+};
+
+/// Sets the cues of the selection, or of the whole stream without one, behind an undo step; ends
+/// with a full part table. Returns how many.
+int set_auto_cues(const AutoCues& cues);
+
+/// The dialog.
+bool auto_cue_dialog();
+
+}  // namespace corvelin

@@ -1,0 +1,137 @@
+// Gains at borders.
+#include "edit/level_commands.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <limits>
+
+#include "document/open_state.h"
+#include "edit/level_point.h"
+#include "edit/places.h"
+#include "edit/requirements.h"
+#include "edit/undo.h"
+#include "model/cuts.h"
+#include "model/frame_locator.h"
+#include "model/selection.h"
+#include "model/stream_info.h"
+#include "settings/settings.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+void add_gain(std::int16_t& gain, int change) {
+  using Limits = std::numeric_limits<std::int16_t>;
+  gain = static_cast<std::int16_t>(std::clamp<int>(gain + change, Limits::min(), Limits::max()));
+}
+
+std::int16_t& gain_of(PartIndex part) { return document.parts[part].part_gainbeg; }
+
+void level_step(int delta) {
+  if (stream_kind.layer != 3) return;
+  const bool is_at_end = selection.cursor >= document.total_size;
+  std::int16_t& gain = is_at_end ? document.end_gain : gain_of(document.current_part);
+  const int changed = gain + delta;
+  if (changed >= lowest_level && changed <= highest_level)
+    gain = static_cast<std::int16_t>(changed);
+  clear_cues_round_level(document.current_part);
+  open_state.document_modified = true;
+}
+
+enum class Stages { one, two };
+
+// Makes the border of the second stage at the frame there, for a change of level of which a third
+// is left to happen before it or behind it.
+void make_stage(EditPosition pos, Stages stages, std::uint32_t length, int change) {
+  constexpr double shortest = 8;  // average frames
+  if (stages == Stages::one || length < shortest * stream.avg_frame_size) return;
+  const EditPosition frame = locate_frame(part_at(pos), pos);
+  if (frame == no_position) return;
+  const PartIndex made = delete_range(frame, frame);
+  if (made < part_count()) add_gain(gain_of(made), change / -3);
+}
+
+bool fade_out(std::string_view label, Stages stages) {
+  if (part_at(selection.sel_beg) + 1 != part_count()) return false;
+  undo_push(true, label);
+  const PartIndex behind = delete_range(selection.sel_beg, selection.sel_beg);
+  gain_of(behind) = document.end_gain;
+  document.end_gain = bottom_gain();
+  const std::uint32_t length = document.total_size - selection.sel_beg;
+  const auto two_thirds = static_cast<std::uint32_t>(std::uint64_t{length} * 2 / 3);
+  make_stage(selection.sel_beg + two_thirds, stages, length, gain_of(behind) - document.end_gain);
+  return true;
+}
+
+bool fade_in(std::string_view label, Stages stages) {
+  if (part_at(selection.sel_end) != 0) return false;
+  undo_push(true, label);
+  const PartIndex behind = delete_range(selection.sel_end, selection.sel_end);
+  gain_of(behind) = gain_of(0);
+  gain_of(0) = bottom_gain();
+  make_stage(selection.sel_end / 3, stages, selection.sel_end, gain_of(behind) - gain_of(0));
+  return true;
+}
+
+bool fade(std::string_view label, Stages stages) {
+  const std::size_t new_parts = stages == Stages::one ? 1 : 2;
+  if (!require_level_control() || !require_room_for_parts(new_parts)) return false;
+  ensure_selection(selection.cursor);
+  const EditPosition begin = selection.sel_beg;
+  const EditPosition end = selection.sel_end;
+  if (end == 0 || begin == document.total_size) return false;
+  const std::uint64_t total = document.total_size;
+  if (begin * std::uint64_t{2} > total && !fade_out(label, stages)) return false;
+  if (end * std::uint64_t{2} < total && !fade_in(label, stages)) return false;
+  open_state.document_modified = true;
+  document.current_part = part_at(selection.cursor);
+  clear_selection();
+  return true;
+}
+
+// The part that begins with the second frame of the selection: over the first one the level slides.
+PartIndex begin_edge() {
+  const PartIndex first = delete_range(selection.sel_beg, selection.sel_beg);
+  const EditPosition second = next_frame_in(first, selection.sel_beg);
+  if (second >= selection.sel_end) return first;  // also when there is none
+  selection.sel_beg = second;
+  return delete_range(second, second);
+}
+
+// The part that begins with the last frame of the selection.
+PartIndex end_edge() {
+  delete_range(selection.sel_end, selection.sel_end);
+  set_sel_end(frame_before(selection.sel_end));
+  return delete_range(selection.sel_end, selection.sel_end);
+}
+
+}  // namespace
+
+std::int16_t bottom_gain() {
+  constexpr std::int32_t lowest = 90;  // dB, whatever the settings file says
+  return static_cast<std::int16_t>(-2 * std::min<std::int32_t>(settings.lowest_gain, lowest) / 3);
+}
+
+std::string gain_text(int gain) { return fmt::format("{:+2.1f} dB", gain * 15 / 10.0); }
+
+void part_level_up() { level_step(1); }
+void part_level_down() { level_step(-1); }
+
+bool simple_fade() { return fade(ui_text(men, 19), Stages::one); }
+bool two_stage_fade() { return fade(ui_text(men, 46), Stages::two); }
+
+void shift_selection_level(int change) {
+  const PartIndex first = selection.sel_beg == 0 ? PartIndex{0} : begin_edge();
+  const bool reaches_end = selection.sel_end >= document.total_size;
+  const PartIndex last = reaches_end ? part_at(document.total_size) : end_edge();
+  for (std::size_t i = first; i <= last; ++i) add_gain(document.parts[i].part_gainbeg, change);
+  if (reaches_end) add_gain(document.end_gain, change);
+  selection.sel_title.clear();
+  selection.sel_artist.clear();
+  selection.sel_gain = selection.sel_gain_end = 0;
+  selection.sel_iscue = 0;
+}
+
+}  // namespace corvelin

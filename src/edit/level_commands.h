@@ -1,0 +1,40 @@
+// The commands that change levels: gains at part borders, between which the level slides. Nothing
+// is decoded; the gains are written into the frames as these pass. Where they need a border they
+// make one, and with too many parts for that they do nothing and tell so.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "model/document.h"
+
+namespace corvelin {
+
+/// What a person may set, in steps of 1.5 dB.
+constexpr int lowest_level = -60;
+constexpr int highest_level = 32;
+
+/// The level at the silent end of a fade, by the setting `lowest_gain`.
+std::int16_t bottom_gain();
+
+/// A gain as text, a step counted as 1.5 dB: "-4.5 dB", "+0.0 dB".
+std::string gain_text(int gain);
+
+/// One step up or down: the part of the cursor, or the end of the stream when it stands there. Does
+/// nothing in a stream without such levels.
+void part_level_up();
+void part_level_down();
+
+/// Fades out from the selection's begin to the end of the stream, or in from the start to the
+/// selection's end, by the half in which it lies; without a selection at the cursor. Nothing is
+/// done where other parts lie between.
+bool simple_fade();
+
+/// The same with a border that lets two thirds of the change happen in the last third of the way.
+bool two_stage_fade();
+
+/// Adds steps to all gains of the selection, with one-frame edges where it doesn't reach an end of
+/// the stream. The selection stays, between its edges.
+void shift_selection_level(int change);
+
+}  // namespace corvelin

@@ -1,0 +1,47 @@
+// The dialog "Change level": two sliders for the levels at the begin and the end of the selection.
+// While it is shown only the selection's record holds them; OK makes the borders.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/host.h"
+
+namespace corvelin {
+
+struct LevelDialog : Dialog {
+  bool locks_sliders = false;  // each one takes the other along
+
+  /// Takes the levels that the selection has at parts that begin or end with it.
+  void begin() override;
+
+  /// The sliders: steps of 1.5 dB, kept in the range that a person may set.
+  void set_from(int gain) const;
+  void set_to(int gain) const;
+
+  // The buttons that set both.
+  static void fade_in();
+  static void fade_out();
+  static void flat();
+  static void silence();
+
+  /// The field "Bottom level", in dB; what it is then.
+  static std::uint16_t set_bottom_level(std::uint32_t decibels);
+
+  /// Asks, and sets both levels to 0 and the bottom level to its default.
+  static void restore_defaults();
+
+  /// The texts beside the sliders: "from  -3.0 dB".
+  [[nodiscard]] static std::string from_text();
+  [[nodiscard]] static std::string to_text();
+
+  /// Sets the levels, which slide from and to those around over one frame on each side where the
+  /// selection is long enough for that. False, and nothing done, for a selection without length and
+  /// with too many parts.
+  bool accept() override;
+};
+
+/// The dialog, for a selection inside one part.
+bool level_dialog();
+
+}  // namespace corvelin

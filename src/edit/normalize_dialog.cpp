@@ -1,0 +1,126 @@
+// The scan for the peak, and the level that follows from it.
+#include "edit/normalize_dialog.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "audio/peak_seek.h"
+#include "document/open_state.h"
+#include "edit/level_commands.h"
+#include "edit/requirements.h"
+#include "edit/undo.h"
+#include "model/selection.h"
+#include "platform/numbers.h"
+#include "text/boxes.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr std::uint32_t frames_a_read = 10;
+constexpr int reads_a_step = 50;
+
+double decibels(int peak) { return 20 * std::log10(peak / 32767.0); }
+
+int batch_offset() { return batch_active ? batch_level - batch_level_unchanged : 0; }
+
+void select_whole_stream() {
+  if (has_selected_range()) return;
+  undo_push(false, ui_text(win, 22));
+  selection.sel_beg = 0;
+  selection.sel_end = document.total_size;
+  host().refresh_view(Refresh::places);
+}
+
+}  // namespace
+
+std::uint8_t batch_level = batch_level_unchanged;
+
+void NormalizeDialog::begin() {
+  norm_peak = norm_change = percent_ = 0;
+  scan_end_ = selection.sel_end;
+  if (!peak_seek_open(frames_a_read)) return;
+  state = State::scanning;
+  selection.cursor = selection.sel_beg;
+  document.current_part = part_at(selection.cursor);
+}
+
+bool NormalizeDialog::step() {
+  if (state != State::scanning) return false;
+  const EditPosition before = selection.cursor;
+  for (int i = 0; i < reads_a_step && selection.cursor < scan_end_; ++i)
+    norm_peak = std::max<int>(norm_peak, peak_seek_read(frames_a_read));
+  take_peak();
+  percent_ = percent_of(selection.cursor - selection.sel_beg, scan_end_ - selection.sel_beg);
+  const bool goes_on = selection.cursor < scan_end_ && selection.cursor != before;
+  const bool is_full = norm_peak != 0 && norm_change == 0 && batch_offset() == 0;
+  if (goes_on && !is_full) return true;
+  cancel();
+  state = goes_on ? State::full_scale : State::finished;
+  percent_ = 100;
+  return false;
+}
+
+void NormalizeDialog::cancel() {
+  if (state != State::scanning) return;
+  peak_seek_close();
+  document.current_part = part_at(selection.cursor);
+  state = State::stopped;
+}
+
+// Silence has no level that could be brought to full scale.
+void NormalizeDialog::take_peak() {
+  constexpr double steps_a_decibel = 10.0001 / 15;
+  const double found = norm_peak == 0 ? 0 : -decibels(norm_peak) * steps_a_decibel;
+  set_change(static_cast<int>(found) + (norm_peak == 0 ? 0 : batch_offset()));
+}
+
+void NormalizeDialog::set_change(int steps) {
+  norm_change = std::clamp(steps, lowest_change, highest_change);
+}
+
+std::string NormalizeDialog::progress_text() const {
+  return fmt::format("{} {}  {} {}", label_text(dlg, 38), peak_text(), label_text(dlg, 39),
+                     change_text());
+}
+
+std::string NormalizeDialog::peak_text() const {
+  if (norm_peak == 0) return state == State::scanning ? "" : "silence";
+  return fmt::format("{:2.2f} dB", decibels(norm_peak));
+}
+
+std::string NormalizeDialog::change_text() const { return gain_text(norm_change); }
+
+bool NormalizeDialog::accept() {
+  constexpr std::size_t new_parts = 4;
+  cancel();
+  if (norm_peak == 0 && norm_change == 0) {
+    show_refusal("There is nothing but digital silence: no level was changed.");
+    return false;
+  }
+  if (!require_room_for_parts(new_parts)) return false;
+  undo_push(true, ui_text(men, 26));
+  shift_selection_level(norm_change);
+  document.current_part = part_at(selection.cursor);
+  open_state.document_modified = true;
+  return true;
+}
+
+bool NormalizeDialog::close_unattended() {
+  if (state != State::full_scale) return accept();
+  cancel();
+  return false;
+}
+
+bool normalize_dialog() {
+  if (!require_level_control()) return false;
+  select_whole_stream();
+  NormalizeDialog dialog;
+  dialog.begin();
+  return dialog.state == NormalizeDialog::State::scanning && host().show(dialog);
+}
+
+}  // namespace corvelin

@@ -1,0 +1,186 @@
+// The scan for quiet stretches.
+#include "edit/pause_dialog.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "audio/decoder_bridge.h"
+#include "audio/peak_seek.h"
+#include "audio/playback.h"
+#include "document/open_state.h"
+#include "edit/places.h"
+#include "edit/undo.h"
+#include "model/cuts.h"
+#include "model/frame_locator.h"
+#include "model/selection.h"
+#include "model/stream_info.h"
+#include "model/time_mapping.h"
+#include "platform/numbers.h"
+#include "settings/setting_table.h"
+#include "settings/settings.h"
+#include "text/boxes.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr int frames_a_step = 1500;
+constexpr int offset_of_loud_frame = 60;  // the value of `silence_offset`
+
+std::uint32_t quiet_limit() {
+  return std::uint32_t{settings.silence_level} * settings.silence_level;
+}
+
+std::uint32_t fewest_quiet_frames() { return std::uint32_t{settings.silence_duration} * 10; }
+
+// The first frame at or behind `pos`, also behind bad data; the end of the stream without one.
+EditPosition next_frame_from(EditPosition pos) {
+  return std::min(scan_forward(part_at(pos), pos), document.total_size);
+}
+
+// Where the cue goes: so many average frames from the frame that was loud, which has been read.
+EditPosition cue_place() {
+  const int frames = settings.silence_offset - (offset_of_loud_frame + 1);
+  const double place = selection.cursor + frames * double{stream.avg_frame_size};
+  return next_frame_from(whole_part(place));
+}
+
+}  // namespace
+
+bool PauseDialog::accept() {
+  if (pause_running) return false;
+  undo_push(true, ui_text(men, 27));
+  if (!has_selected_range()) {
+    selection.sel_beg = 0;
+    selection.sel_end = document.total_size;
+    host().refresh_view(Refresh::places);
+  }
+  if (!peak_seek_open(1)) {
+    host().beep();
+    return false;
+  }
+  pause_scan_start_ = selection.sel_beg;
+  pause_scan_end_ = selection.sel_end;
+  // The first seconds of a whole stream are not searched.
+  if (selection.sel_beg == 0)
+    pause_scan_start_ = next_frame_from(time_to_position(settings.silence_skip));
+  pause_start_ = no_position;
+  pause_frames_ = 0;
+  pause_found = percent_ = 0;
+  selection.cursor = pause_scan_start_;
+  document.current_part = part_at(selection.cursor);
+  pause_gain_ = document.parts[document.current_part].part_gainbeg;
+  if (pause_scan_start_ == 0) document.parts[0].part_iscue = 1;
+  pause_running = true;
+  return true;
+}
+
+bool PauseDialog::step() {
+  if (!pause_running) return false;
+  const EditPosition before = selection.cursor;
+  for (int i = 0; i < frames_a_step && selection.cursor < pause_scan_end_; ++i) {
+    if (peak_seek_read(1) < quiet_limit()) {
+      ++pause_frames_;
+      if (pause_start_ == no_position) pause_start_ = selection.cursor;
+      continue;
+    }
+    const bool was_pause = pause_frames_ >= fewest_quiet_frames();
+    if (was_pause && !end_pause()) {
+      cancel();
+      return false;
+    }
+    pause_frames_ = 0;
+    pause_start_ = no_position;
+  }
+  percent_ = percent_of(selection.cursor - pause_scan_start_, pause_scan_end_ - pause_scan_start_);
+  if (selection.cursor < pause_scan_end_ && selection.cursor != before) return true;
+  cancel();
+  percent_ = 100;
+  clear_selection();
+  return false;
+}
+
+// A loud frame has ended a pause: sets the cue there, or cuts the pause out. False with a full part
+// table.
+bool PauseDialog::end_pause() {
+  EditPosition end = cue_place();
+  EditPosition begin = end;
+  if (settings.silence_cut != 0 && pause_start_ < end) {
+    constexpr EditPosition nearly_the_start = 1000;  // a pause there goes whole
+    begin = pause_start_ < nearly_the_start ? 0 : std::min(next_frame_from(pause_start_), end);
+  }
+  selection.sel_title.clear();
+  selection.sel_artist.clear();
+  const PartIndex made = delete_range(begin, end);
+  if (made == no_part) {
+    show_invalid_range();
+    return false;
+  }
+  if (made < part_count()) {
+    document.parts[made].part_iscue = 1;
+    document.parts[made].part_gainbeg = pause_gain_;
+  }
+  open_state.document_modified = true;
+  selection.sel_beg = selection.sel_end = no_position;
+  pause_scan_end_ -= std::min(end - begin, pause_scan_end_);
+  playback.end_limit = pause_scan_end_;
+  ++pause_found;
+  skip_on();
+  return true;
+}
+
+// The cursor is not lowered by what was cut out.
+void PauseDialog::skip_on() const {
+  const std::uint64_t behind =
+      std::uint64_t{selection.cursor} + time_to_position(settings.silence_skip);
+  selection.cursor = behind < pause_scan_end_ ? next_frame_from(static_cast<EditPosition>(behind))
+                                              : pause_scan_end_;
+  document.current_part = part_at(selection.cursor);
+  decoder_reset();
+}
+
+void PauseDialog::cancel() {
+  if (!pause_running) return;
+  peak_seek_close();
+  pause_running = false;
+  settle_places();
+  document.current_part = part_at(selection.cursor);
+}
+
+void PauseDialog::restore_defaults() {
+  if (!confirm_defaults()) return;
+  const Settings defaults = default_settings();
+  settings.silence_level = defaults.silence_level;
+  settings.silence_duration = defaults.silence_duration;
+  settings.silence_offset = defaults.silence_offset;
+  settings.silence_cut = defaults.silence_cut;
+  settings.silence_skip = defaults.silence_skip;
+}
+
+std::string PauseDialog::progress_text() const {
+  return fmt::format("{}: {}", ui_text(dlg, 55), pause_found);
+}
+
+std::string PauseDialog::level_text() {
+  return fmt::format("{:2.1f} dB", 20 * std::log10(quiet_limit() / 32767.0));
+}
+
+std::string PauseDialog::duration_text() {
+  constexpr double bits_of_ten_frames = 80;  // in their bytes
+  return fmt::format("> {:2.1f} sec", settings.silence_duration * stream.avg_frame_size *
+                                          bits_of_ten_frames / stream.avg_bitrate);
+}
+
+std::string PauseDialog::offset_text() {
+  return fmt::format("{} frames", settings.silence_offset - offset_of_loud_frame);
+}
+
+bool pause_dialog() {
+  PauseDialog dialog;
+  return show_dialog(dialog);
+}
+
+}  // namespace corvelin

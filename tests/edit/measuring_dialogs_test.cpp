@@ -1,0 +1,272 @@
+// The dialogs that measure: normalize and pause detection on real audio; and the cues by the clock.
+#include <algorithm>
+
+#include "audio/peak_seek.h"
+#include "audio/playback.h"
+#include "edit/auto_cue_dialog.h"
+#include "edit/commands.h"
+#include "edit/normalize_dialog.h"
+#include "edit/pause_dialog.h"
+#include "model/frame_reader.h"
+#include "model/stream_info.h"
+#include "model/time_mapping.h"
+#include "settings/settings.h"
+#include "support/edit_test.h"
+#include "support/sample_audio.h"
+
+namespace corvelin::test {
+namespace {
+
+class Measuring : public EditTest {
+ protected:
+  ~Measuring() override {
+    batch_active = false;
+    batch_level = batch_level_unchanged;
+  }
+
+  static void run(LongRun& run) {
+    while (run.step()) {
+    }
+  }
+
+  static int peak_of_stream() {
+    clear_selection();
+    EXPECT_TRUE(peak_seek_open(10));
+    selection.cursor = 0;
+    int peak = 0;
+    while (selection.cursor < document.total_size) peak = std::max<int>(peak, peak_seek_read(10));
+    peak_seek_close();
+    return peak;
+  }
+
+  // Where the frames of the stream begin, and its end.
+  static std::vector<EditPosition> places_of_frames() {
+    std::vector<EditPosition> places = {0};
+    for (FrameCursor at; at.pos < document.total_size; places.push_back(at.pos)) {
+      while (at.pos == places.back()) read_frames(frame_block, at, document.total_size, 1);
+    }
+    return places;
+  }
+  static int frame_of(EditPosition pos) {
+    const std::vector<EditPosition> places = places_of_frames();
+    return static_cast<int>(std::ranges::find(places, pos) - places.begin());
+  }
+};
+
+class Normalize : public Measuring {
+ protected:
+  void SetUp() override {
+    ASSERT_TRUE(open(CORVELIN_SAMPLES "/crc.mp3"));
+    selection.sel_beg = 0;
+    selection.sel_end = document.total_size;
+    seek_to(5000);
+  }
+
+  NormalizeDialog dialog_;
+};
+
+TEST_F(Normalize, RaisesThePeakToFullScale) {
+  const EditPosition cursor = selection.cursor;
+  dialog_.begin();
+  EXPECT_TRUE(dialog_.step());  // 500 of 522 frames
+  EXPECT_EQ(dialog_.percent_done(), 95);
+  EXPECT_FALSE(dialog_.step());
+  EXPECT_EQ(dialog_.state, NormalizeDialog::State::finished);
+  EXPECT_EQ(selection.cursor, cursor);
+  EXPECT_NEAR(dialog_.norm_peak, 17804, 1);
+  EXPECT_EQ(dialog_.peak_text(), "-5.30 dB");
+  EXPECT_EQ(dialog_.change_text(), "+4.5 dB");
+  ASSERT_TRUE(dialog_.accept());
+  EXPECT_EQ(parts().substr(parts().size() - 2), "g3");
+  EXPECT_EQ(document.end_gain, 3);
+  EXPECT_NEAR(peak_of_stream(), 17804 * 1.6818, 3);  // by 3 x 1.50515 dB
+
+  // The cuts and levels of the edit are in what is measured.
+  document.parts[0].part_gainbeg = document.end_gain = 8;
+  selection.sel_beg = 0;
+  selection.sel_end = document.total_size;
+  dialog_.begin();
+  EXPECT_FALSE(dialog_.step());
+  EXPECT_EQ(dialog_.state, NormalizeDialog::State::full_scale);
+  EXPECT_FALSE(dialog_.close_unattended());
+  EXPECT_EQ(document.end_gain, 8);
+}
+
+TEST_F(Normalize, TakesTheChangeOfTheSliderAndTheBatch) {
+  dialog_.begin();
+  dialog_.step();
+  dialog_.set_change(-40);
+  EXPECT_EQ(dialog_.norm_change, -16);
+  dialog_.cancel();
+  EXPECT_FALSE(dialog_.step());
+  dialog_.accept();
+  EXPECT_EQ(document.end_gain, -16);
+  undo_pop();
+
+  batch_active = true;
+  batch_level = 14;  // two steps below full scale
+  document.parts[0].part_gainbeg = document.end_gain = 4;
+  selection.sel_beg = 0;
+  selection.sel_end = document.total_size;
+  dialog_.begin();
+  run(dialog_);  // an offset doesn't end the scan
+  EXPECT_EQ(dialog_.state, NormalizeDialog::State::finished);
+  EXPECT_TRUE(dialog_.close_unattended());
+  EXPECT_EQ(document.end_gain, 2);
+}
+
+TEST_F(Normalize, HasNothingToDoWithSilence) {
+  ASSERT_TRUE(open("a.mp3", frames(60)));
+  selection.sel_beg = 0;
+  selection.sel_end = document.total_size;
+  dialog_.begin();
+  run(dialog_);
+  EXPECT_EQ(dialog_.peak_text() + dialog_.change_text(), "silence+0.0 dB");
+  EXPECT_FALSE(dialog_.accept());
+  EXPECT_NE(take_box().find("digital silence"), std::string::npos);
+  EXPECT_EQ(state(), "0-60* =0-60");
+  dialog_.set_change(2);
+  EXPECT_TRUE(dialog_.accept());
+  EXPECT_EQ(state(), "0-60*g2 =0-60 !^");
+}
+
+// Two pauses of 60 and 70 frames, and one of 30 between them, among tones of 30 frames.
+class Pauses : public Measuring {
+ protected:
+  void SetUp() override {
+    const Bytes tone = tone_frames(30);
+    ASSERT_TRUE(open("a.mp3", Mp3Builder{}
+                                  .raw(tone)
+                                  .frames(60)
+                                  .raw(tone)
+                                  .frames(30)
+                                  .raw(tone)
+                                  .frames(70)
+                                  .raw(tone)
+                                  .bytes()));
+    settings.silence_skip = 0;
+  }
+
+  // What the scan made of the stream: the parts in frames, the cues with their marks.
+  std::string scanned() {
+    PauseDialog dialog;
+    dialog.begin();
+    EXPECT_TRUE(dialog.accept());
+    run(dialog);
+    EXPECT_EQ(dialog.percent_done(), 100);
+    std::string text = dialog.progress_text() + " |";
+    for (const Part& part : document.parts) {
+      text += ' ' + std::to_string(frame_of(part.part_beg));
+      if (part.part_iscue != 0) text += '*';
+    }
+    return text + " | " + std::to_string(frame_of(document.total_size));
+  }
+};
+
+TEST_F(Pauses, GetACueInFrontOfTheirEnd) {
+  struct Row {
+    const char* what;
+    std::uint16_t Settings::*setting;
+    std::uint16_t value;
+    const char* result;
+  };
+  // The tones begin with frames 90, 150 and 250, each with one that leans on data that was cut off.
+  const Row table[] = {
+      {"default", &Settings::silence_duration, 5, "Found: 2 | 0* 81* 241* | 280"},
+      {"shorter ones too", &Settings::silence_duration, 2, "Found: 3 | 0* 81* 141* 241* | 280"},
+      {"at the loud frame", &Settings::silence_offset, 60, "Found: 2 | 0* 91* 251* | 280"},
+      {"first 4 s unsearched", &Settings::silence_skip, 4, "Found: 1 | 0* 241* | 280"},
+      {"all is quiet", &Settings::silence_level, 181, "Found: 0 | 0* | 280"},
+  };
+  for (const Row& row : table) {
+    SCOPED_TRACE(row.what);
+    SetUp();
+    settings.silence_duration = 5;
+    settings.silence_offset = 50;
+    settings.*row.setting = row.value;
+    EXPECT_EQ(scanned(), row.result);
+    EXPECT_FALSE(has_selection());
+    EXPECT_EQ(document.current_part, part_at(selection.cursor));
+  }
+}
+
+TEST_F(Pauses, AreCutOutWhole) {
+  settings.silence_cut = 1;
+  seek_to(places_of_frames()[200]);
+  const std::string result = scanned();
+  // 32 to 81 and 182 to 241, as the tones ring on for two frames.
+  EXPECT_EQ(result, "Found: 2 | 0* 32* 133* | 172");
+  EXPECT_EQ(undo_stack.size(), 1U);
+  undo_pop();
+  EXPECT_EQ(document.parts.size(), 1U);
+}
+
+TEST_F(Pauses, AreLookedForInTheSelection) {
+  selection.sel_beg = places_of_frames()[40];
+  selection.sel_end = places_of_frames()[110];
+  settings.silence_duration = 4;
+  EXPECT_EQ(scanned(), "Found: 1 | 0* 81* | 280");
+}
+
+TEST_F(Pauses, CanBeStoppedAndStartedAgain) {
+  PauseDialog dialog;
+  ASSERT_TRUE(dialog.accept());
+  EXPECT_FALSE(dialog.accept());
+  dialog.cancel();
+  EXPECT_FALSE(dialog.step());
+  EXPECT_FALSE(dialog.pause_running);
+  ASSERT_TRUE(dialog.accept());
+  run(dialog);
+  EXPECT_EQ(dialog.pause_found, 2);
+  EXPECT_EQ(PauseDialog::level_text() + ", " + PauseDialog::offset_text(), "-31.2 dB, -10 frames");
+  EXPECT_EQ(PauseDialog::duration_text(), "> 1.3 sec");
+}
+
+struct AutoCueRow {
+  const char* what;
+  const char* interval;
+  const char* last;
+  int begin, end;      // of the selection, in frames; 0 for none
+  const char* result;  // the parts
+};
+
+TEST_F(Measuring, AutoCueSetsCuesByTheClock) {
+  // 10 frames a second of the average rate, whatever the true one is.
+  const AutoCueRow table[] = {
+      {"each 12 s", "0:12", "0:06", 0, 0, "0-120* 120-240* 240-330*"},
+      {"9 s are too short for the last", "0:12", "0:10", 0, 0, "0-120* 120-330*"},
+      {"shorter than the interval", "1:00", "0:06", 0, 0, "0-330*"},
+      {"in a selection", "0:10", "0:00", 50, 200, "0-50* 50-150* 150-330*"},
+      {"no number", "x:10", "y", 0, 0, "0-100* 100-200* 200-300* 300-330*"},
+      {"an interval of 0", "0:00", "0:06", 0, 0, "0-330*"},
+  };
+  for (const AutoCueRow& row : table) {
+    SCOPED_TRACE(row.what);
+    ASSERT_TRUE(open("a.mp3", frames(330)));
+    stream.avg_bitrate = length * 80;
+    if (row.end != 0)
+      select(static_cast<std::uint32_t>(row.begin), static_cast<std::uint32_t>(row.end));
+    AutoCueDialog dialog;
+    dialog.begin();
+    dialog.interval = row.interval;
+    dialog.last_length = row.last;
+    dialog.accept();
+    EXPECT_EQ(parts(), row.result);
+  }
+  EXPECT_EQ(take_box(), "Not possible: An interval of 0 seconds sets no cue.");
+  AutoCueDialog dialog;
+  dialog.begin();
+  dialog.interval = "12";
+  EXPECT_FALSE(dialog.accept());
+  settings.autocue = 65;
+  dialog.begin();
+  EXPECT_EQ(dialog.interval, "1:05");
+  dialog.interval = "0:20";
+  dialog.creates_names = true;
+  EXPECT_TRUE(dialog.accept());
+  EXPECT_EQ(parts(), "0-200* 200-330*:0'20.00");
+  EXPECT_TRUE(open_state.document_modified);
+}
+
+}  // namespace
+}  // namespace corvelin::test
