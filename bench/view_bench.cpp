@@ -9,9 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
-#include <span>
 #include <string>
-#include <vector>
 
 #include "model/cuts.h"
 #include "model/document.h"
@@ -19,9 +17,9 @@
 #include "model/selection.h"
 #include "settings/settings.h"
 #include "shell/editor_view.h"
-#include "shell/pixel_canvas.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
+#include "support/plain_picture.h"
 
 namespace {
 
@@ -31,15 +29,6 @@ constexpr int width = 1600;
 constexpr int height = 500;
 constexpr std::size_t file_size = 400'000'000;
 constexpr int rounds = 50;
-
-class Picture : public PixelCanvas {
- public:
-  explicit Picture(std::span<std::uint32_t> pixels) : PixelCanvas(pixels, width, height, width) {}
-  int text(int, int, std::string_view text, const TextStyle& style) override {
-    return static_cast<int>(text.size()) * style.height / 2;
-  }
-  void paragraph(const Rect&, std::string_view, const TextStyle&) override {}
-};
 
 void write_audio(const std::string& path) {
   test::Mp3Builder builder;
@@ -57,7 +46,7 @@ void make_parts() {
   }
 }
 
-void time_drawing(const char* name, double limit, EditorView& view, Picture& picture,
+void time_drawing(const char* name, double limit, EditorView& view, Canvas& picture,
                   const std::function<void(int)>& move) {
   double best = 1e9;
   double sum = 0;
@@ -78,8 +67,7 @@ void draw_at_zoom(std::uint16_t zoom, double limit) {
   fmt::print("The view at zoom {}:\n", zoom);
   settings.zoom = zoom;
   EditorView view;
-  std::vector<std::uint32_t> pixels(std::size_t{width} * height);
-  Picture picture(pixels);
+  test::PlainPicture picture(width, height);
   lay_out_view(view, width, height, 1);
   const EditPosition middle = frame_at(document.total_size / 2);
   time_drawing("at the same place", limit, view, picture, [&](int) { selection.cursor = middle; });

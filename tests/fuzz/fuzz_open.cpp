@@ -1,6 +1,6 @@
 // Opens any bytes as an audio file, reads every frame of it with levels and header bits changed,
-// appends it to itself, and saves it. The first byte chooses between MPEG and AAC and what is done
-// to the stream.
+// appends it to itself, draws it, and saves it. The first byte chooses between MPEG and AAC and
+// what is done to the stream.
 #include <cstdint>
 #include <span>
 #include <string>
@@ -15,6 +15,8 @@
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "settings/settings.h"
+#include "shell/editor_view.h"
+#include "support/plain_picture.h"
 #include "support/soundness.h"
 #include "support/test_folder.h"
 #include "unattended/save_unattended.h"
@@ -27,6 +29,20 @@ constexpr std::uint8_t is_aac = 1;
 constexpr std::uint8_t changes_level = 2;
 constexpr std::uint8_t changes_header = 4;
 constexpr std::uint8_t keeps_date = 8;
+
+// From the start, the middle and the end, at each zoom.
+void draw() {
+  test::PlainPicture picture(60, 40);
+  EditorView view;
+  for (std::uint16_t zoom = 1; zoom <= 32; zoom = static_cast<std::uint16_t>(zoom * 2)) {
+    settings.zoom = zoom;
+    lay_out_view(view, 60, 40, 1);
+    for (const EditPosition pos : {0U, document.total_size / 2, document.total_size}) {
+      move_cursor(pos);
+      view_redraw(view, picture);
+    }
+  }
+}
 
 }  // namespace
 
@@ -48,6 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       pos = pos - before > 100000 ? before : before / 2;
     }
     append_file(name);
+    draw();
     move_cursor(document.total_size / 2);
     save_unattended(false);
   }
