@@ -11,6 +11,7 @@
 #include <functional>
 #include <string>
 
+#include "audio/playback.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"

@@ -8,20 +8,20 @@
 #include <string_view>
 #include <vector>
 
-#include "edit/commands.h"
 #include "shell/canvas.h"
+#include "shell/row_flow.h"
 
 namespace corvelin {
 
 /// The forms of the control panel. Those below have symbols on their buttons and a level slider
 /// that lies, the text forms words and a slider that stands.
 enum class PanelForm {
-  symbols_1,        // fields above one row of buttons
-  symbols_2,        // two rows of buttons with a field beside each
-  classic_symbols,  // small symbols, fields below them
-  text,
-  text_navigation_left,
-  text_extra_slim,
+  symbols_1,             // the fields above one row of buttons
+  symbols_2,             // two rows of buttons with a field beside each
+  classic_symbols,       // small symbols, the fields below them
+  text,                  // the fields above two rows of words
+  text_navigation_left,  // the words of navigation beside all others
+  text_extra_slim,       // the fields above one row of words
 };
 
 /// The form that the setting `layout` stands for. Any number that it doesn't have is the
@@ -50,11 +50,6 @@ struct WindowSpace {
   int arrow_width = 0;  // of the scroll bar's arrow buttons
   /// The width of a text in the font of buttons and fields.
   std::function<int(std::string_view)> text_width;
-};
-
-struct PlacedButton {
-  CommandId id = 0;
-  Rect area;
 };
 
 struct WindowLayout {
