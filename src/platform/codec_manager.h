@@ -1,11 +1,12 @@
 // The audio codec manager: conversion streams from one form of audio to another, by whatever codec
-// is there. It decodes MPEG Layer III.
+// is there. It decodes and encodes MPEG Layer III.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <span>
 
+#include "platform/lame_enc.h"
 #include "platform/mpeg_decoder.h"
 #include "platform/wave_format.h"
 
@@ -19,25 +20,34 @@ enum class AcmResult {
 
 /// An open conversion; closes itself.
 struct AcmStream {
-  MpegDecoder decoder;
+  MpegDecoder decoder;  // one of the two is open
+  LameEnc encoder;
   WaveFormat destination;
 
-  [[nodiscard]] bool is_open() const { return decoder.is_open(); }
+  [[nodiscard]] bool is_open() const { return decoder.is_open() || encoder.is_open(); }
 };
 
 /// One block to convert, and how much of it was.
 struct AcmBlock {
-  std::span<const std::uint8_t> source;  // whole frames; the stream takes them all
+  std::span<const std::uint8_t> source;  // whole frames or samples; the stream takes them all
   std::span<std::uint8_t> destination;
   std::size_t destination_used = 0;  // bytes
 };
 
-/// From frames to 16-bit samples of the same rate.
+/// From frames to 16-bit samples of the same rate, or from 16-bit samples to frames of a constant
+/// bit rate. With `high_quality` an encoder may take its time.
 AcmResult acm_stream_open(AcmStream& stream, const WaveFormat& source,
-                          const WaveFormat& destination);
+                          const WaveFormat& destination, bool high_quality = false);
+
+/// Whether a codec for these formats is there.
+bool acm_can_convert(const WaveFormat& source, const WaveFormat& destination);
+
 AcmResult acm_stream_convert(AcmStream& stream, AcmBlock& block);
 
-/// Forgets the frames that were converted before.
+/// What an encoder still holds back, at the end of the samples.
+AcmResult acm_stream_flush(AcmStream& stream, AcmBlock& block);
+
+/// Forgets the frames that were decoded before.
 AcmResult acm_stream_reset(AcmStream& stream);
 void acm_stream_close(AcmStream& stream);
 

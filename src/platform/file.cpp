@@ -159,6 +159,18 @@ std::error_code OutputFile::create_new(const std::string& path) {
   return open_for_writing(path, O_EXCL);
 }
 
+std::error_code OutputFile::open_existing(const std::string& path) {
+  FileHandle handle(write_calls.open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW, 0));
+  if (!handle.is_open()) return last_error();
+  struct stat status = {};
+  if (::fstat(handle.get(), &status) != 0) return last_error();
+  if (!S_ISREG(status.st_mode)) return not_a_regular_file(facts_of(status));
+  handle_ = std::move(handle);
+  size_ = static_cast<std::uint64_t>(status.st_size);
+  reserved_ = 0;
+  return {};
+}
+
 std::error_code OutputFile::open_for_writing(const std::string& path, int flags) {
   FileHandle handle(write_calls.open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | flags, 0666));
   if (!handle.is_open()) return last_error();

@@ -91,6 +91,8 @@ class OutputFile {
   std::error_code create(const std::string& path);
   /// The same, but an error when anything has the name already, be it a link that leads nowhere.
   std::error_code create_new(const std::string& path);
+  /// Opens a file that is there, for `write_at`. A link is not followed.
+  std::error_code open_existing(const std::string& path);
   /// Has the file system set space aside for `size` bytes in all, which makes long writes quicker.
   /// What it can't do shows in the writes. `close` gives back what was not used.
   void reserve(std::uint64_t size);

@@ -1,0 +1,197 @@
+// Lists, rules and presets of the MP3 encoder's settings.
+#include "audio/encoder_settings.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+
+#include "platform/text.h"
+
+namespace corvelin {
+
+namespace {
+
+// The bit rates of MPEG 1, and of MPEG 2 and 2.5 (ISO/IEC 11172-3 and 13818-3), Layer III, kbit/s.
+constexpr std::array<std::uint16_t, 14> rates_of_mpeg1 = {32,  40,  48,  56,  64,  80,  96,
+                                                          112, 128, 160, 192, 224, 256, 320};
+constexpr std::array<std::uint16_t, 14> rates_of_mpeg2 = {8,  16, 24, 32,  40,  48,  56,
+                                                          64, 80, 96, 112, 128, 144, 160};
+constexpr std::uint32_t lowest_mpeg1_samplerate = 32000;  // hertz
+
+constexpr std::uint16_t lowest_abr = 8;  // kbit/s
+constexpr std::uint16_t highest_abr = 320;
+
+std::span<const std::uint16_t> bitrates() {
+  if (settings.enc_lam_samplerate < lowest_mpeg1_samplerate) return rates_of_mpeg2;
+  return rates_of_mpeg1;
+}
+
+std::string_view vbr_quality_remark(int quality) {
+  switch (quality) {
+    case 0:
+      return " (best)";
+    case 4:
+      return " (default)";
+    case 9:
+      return " (smallest)";
+    default:
+      return "";
+  }
+}
+
+// Where a preset's line has its fields.
+struct PresetColumn {
+  std::size_t place;
+  std::size_t width;
+};
+constexpr PresetColumn samplerate_column = {0, 5};
+constexpr PresetColumn mode_column = {6, 1};
+constexpr PresetColumn bitrate_column = {8, 3};
+constexpr PresetColumn bitrate_max_column = {12, 3};
+constexpr PresetColumn quality_column = {16, 3};
+constexpr PresetColumn method_column = {20, 3};
+constexpr PresetColumn vbr_quality_column = {24, 2};
+constexpr PresetColumn abr_bitrate_column = {27, 3};
+constexpr std::size_t preset_name_place = 40;
+
+std::int32_t field(std::string_view line, PresetColumn column) {
+  if (column.place >= line.size()) return 0;
+  return std::max(leading_number(line.substr(column.place, column.width)), 0);
+}
+
+}  // namespace
+
+bool is_lame_vbr() {
+  return settings.enc_lam_vbr_method != lame_method_cbr &&
+         settings.enc_lam_vbr_method != lame_method_abr;
+}
+
+std::vector<EncoderChoice> lame_bitrate_choices() {
+  const bool is_least = settings.enc_lam_vbr_method != lame_method_cbr;
+  std::vector<EncoderChoice> choices;
+  for (const std::uint16_t rate : bitrates())
+    choices.push_back({rate, fmt::format("{} kbit/s{}", rate, is_least ? " (min)" : "")});
+  return choices;
+}
+
+std::vector<EncoderChoice> lame_bitrate_max_choices() {
+  std::vector<EncoderChoice> choices;
+  for (const std::uint16_t rate : bitrates())
+    choices.push_back({rate, fmt::format("Max {} kbit/s", rate)});
+  return choices;
+}
+
+std::vector<EncoderChoice> lame_samplerate_choices() {
+  std::vector<EncoderChoice> choices;
+  for (const int rate : {48000, 44100, 32000, 24000, 22050, 16000})
+    choices.push_back({rate, fmt::format("{} Hz", rate)});
+  return choices;
+}
+
+std::vector<EncoderChoice> lame_mode_choices() {
+  return {{0, "Stereo"}, {lame_mode_joint_stereo, "Joint Stereo"}, {lame_mode_mono, "Mono"}};
+}
+
+std::vector<EncoderChoice> lame_quality_choices() {
+  return {{0, "Normal quality"},
+          {1, "Low quality"},
+          {2, "High quality"},
+          {5, "Very high quality"},
+          {lame_quality_voice, "'Voice' (ABR / 56 / m)"}};
+}
+
+std::vector<EncoderChoice> lame_method_choices() {
+  return {{lame_method_cbr, "CBR - Constant bitrate"},
+          {lame_method_vbr, "VBR - Variable bitrate"},
+          {lame_method_abr, "ABR - Average bitrate"}};
+}
+
+std::vector<EncoderChoice> lame_vbr_quality_choices() {
+  std::vector<EncoderChoice> choices;
+  for (int quality = 0; quality <= 9; ++quality)
+    choices.push_back(
+        {quality, fmt::format("VBR quality {}{}", quality, vbr_quality_remark(quality))});
+  return choices;
+}
+
+void correct_lame_settings() {
+  if (settings.enc_lam_mode != 0 && settings.enc_lam_mode != lame_mode_mono)
+    settings.enc_lam_mode = lame_mode_joint_stereo;
+  const auto known = lame_quality_choices();
+  if (std::ranges::none_of(known, [](const EncoderChoice& choice) {
+        return static_cast<std::uint32_t>(choice.value) == settings.enc_lam_quality;
+      }))
+    settings.enc_lam_quality = 0;
+  if (is_lame_vbr()) settings.enc_lam_vbr_method = lame_method_vbr;
+  if (settings.enc_lam_quality != lame_quality_voice) return;
+  settings.enc_lam_vbr_method = lame_method_abr;
+  settings.enc_lam_abr_bitrate = 56;
+  settings.enc_lam_mode = lame_mode_mono;
+}
+
+bool choose_lame_bitrate(std::uint16_t kbit_s) {
+  if (kbit_s >= settings.enc_lam_bitrate_max) {
+    if (settings.enc_lam_vbr_method != lame_method_cbr) return false;
+    settings.enc_lam_bitrate_max = kbit_s;
+  }
+  settings.enc_lam_bitrate = kbit_s;
+  return true;
+}
+
+bool choose_lame_bitrate_max(std::uint16_t kbit_s) {
+  if (kbit_s <= settings.enc_lam_bitrate) return false;
+  settings.enc_lam_bitrate_max = kbit_s;
+  return true;
+}
+
+void choose_lame_abr_bitrate(std::int32_t kbit_s) {
+  settings.enc_lam_abr_bitrate = static_cast<std::uint16_t>(
+      std::clamp(kbit_s, std::int32_t{lowest_abr}, std::int32_t{highest_abr}));
+}
+
+void choose_lame_quality(std::uint32_t quality) {
+  settings.enc_lam_quality = quality;
+  correct_lame_settings();
+}
+
+std::string_view lame_preset_name(std::string_view line) {
+  return line.size() > preset_name_place ? line.substr(preset_name_place) : std::string_view{};
+}
+
+void apply_lame_preset(std::size_t index) {
+  if (index >= settings.enc_lam_preset.size()) return;
+  const std::string_view line = settings.enc_lam_preset[index];
+  settings.enc_lam_samplerate = static_cast<std::uint32_t>(field(line, samplerate_column));
+  settings.enc_lam_mode = static_cast<std::uint8_t>(field(line, mode_column));
+  settings.enc_lam_bitrate = static_cast<std::uint16_t>(field(line, bitrate_column));
+  settings.enc_lam_bitrate_max = static_cast<std::uint16_t>(field(line, bitrate_max_column));
+  settings.enc_lam_quality = static_cast<std::uint32_t>(field(line, quality_column));
+  // CBR, which is -1, stands in the line as a number of 8 bits.
+  settings.enc_lam_vbr_method = static_cast<std::int8_t>(field(line, method_column));
+  settings.enc_lam_vbr_quality = static_cast<std::uint8_t>(field(line, vbr_quality_column));
+  choose_lame_abr_bitrate(field(line, abr_bitrate_column));
+  correct_lame_settings();
+}
+
+bool store_lame_preset(std::string_view name) {
+  std::vector<std::string>& presets = settings.enc_lam_preset;
+  const bool is_known = std::ranges::any_of(
+      presets, [&](const std::string& line) { return lame_preset_name(line) == name; });
+  if (name.empty() || is_known || presets.size() >= most_lame_presets) return false;
+  presets.push_back(fmt::format("{:05},{:01},{:03},{:03},{:03},{:03},{:02},{:03},{:08},{}",
+                                settings.enc_lam_samplerate, settings.enc_lam_mode,
+                                settings.enc_lam_bitrate, settings.enc_lam_bitrate_max,
+                                settings.enc_lam_quality & 0xFF, settings.enc_lam_vbr_method & 0xFF,
+                                settings.enc_lam_vbr_quality, settings.enc_lam_abr_bitrate, 0,
+                                on_one_line(std::string(name))));
+  return true;
+}
+
+void delete_lame_preset(std::size_t index) {
+  if (index < settings.enc_lam_preset.size())
+    settings.enc_lam_preset.erase(settings.enc_lam_preset.begin() +
+                                  static_cast<std::ptrdiff_t>(index));
+}
+
+}  // namespace corvelin
