@@ -2,9 +2,11 @@
 // as a driver does from time to time, and then has the events delivered.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <numeric>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -38,6 +40,17 @@ class ScriptedWaveSystem : public WaveSystem {
     std::vector<std::uint8_t> period(count);
     std::iota(period.begin(), period.end(), first);
     stream_->transfer(period);
+  }
+
+  /// It brings these bytes, in periods of at most 4096.
+  void record(std::span<const std::uint8_t> bytes) {
+    while (!bytes.empty()) {
+      std::vector<std::uint8_t> period(bytes.begin(),
+                                       bytes.begin() + static_cast<std::ptrdiff_t>(
+                                                           std::min<std::size_t>(4096, bytes.size())));
+      bytes = bytes.subspan(period.size());
+      stream_->transfer(period);
+    }
   }
 
   std::vector<std::string> device_names(WaveDirection) override { return {"Loud", "Quiet"}; }

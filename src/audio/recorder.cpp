@@ -1,0 +1,353 @@
+// The states of a recording, and the way of a buffer into the file.
+#include "audio/recorder.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <ctime>
+#include <span>
+#include <utility>
+
+#include "audio/encoder_bridge.h"
+#include "audio/encoder_settings.h"
+#include "audio/level_meter.h"
+#include "audio/playback.h"
+#include "audio/speed_conversion.h"
+#include "model/document.h"
+#include "platform/host.h"
+#include "platform/path.h"
+#include "settings/settings.h"
+#include "text/boxes.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr std::size_t write_slice = 62000;  // bytes of the file at a time
+constexpr std::int64_t time_cue_distance = 1'200'000;  // milliseconds
+
+// A file that could not be opened as a document is no use, so a longer recording goes on in a new
+// one.
+constexpr std::uint64_t longest_recording = largest_file - 1'000'000;
+
+bool uses_lame() { return settings.enc_type == static_cast<std::uint8_t>(EncoderType::lame); }
+
+std::tm local_time() {
+  const std::time_t now = std::time(nullptr);
+  std::tm local = {};
+  ::localtime_r(&now, &local);
+  return local;
+}
+
+// What the encoder wants to be given.
+void choose_input_format() {
+  if (uses_lame()) {
+    recorder.channels = settings.enc_lam_mode == lame_mode_mono ? 1 : 2;
+    recorder.sample_rate = settings.enc_lam_samplerate;
+  } else {
+    recorder.channels = settings.enc_acm_channels == 1 ? 1 : 2;
+    recorder.sample_rate = settings.enc_acm_samplerate;
+  }
+}
+
+// The unit of recorded time: bytes of the file, or of the input where those tell nothing of time.
+void set_clocks() {
+  const std::int64_t seconds = std::int64_t{settings.rec_time} * 60;
+  if (!uses_lame()) {
+    recorder.rec_rate = settings.enc_acm_bitrate;
+    recorder.rec_limit = std::int64_t{settings.enc_acm_bitrate / 8} * seconds;
+  } else if (is_lame_vbr()) {
+    recorder.rec_by_pcm = true;
+    recorder.rec_rate = settings.enc_lam_samplerate * 16.0 / 100 * recorder.channels;
+    recorder.rec_limit =
+        2 * seconds * std::int64_t{settings.enc_lam_samplerate} * recorder.channels / 100;
+  } else {
+    const std::int64_t kbit_s = settings.enc_lam_vbr_method == lame_method_abr
+                                    ? settings.enc_lam_abr_bitrate
+                                    : settings.enc_lam_bitrate;
+    recorder.rec_rate = static_cast<double>(kbit_s * 1000);
+    recorder.rec_limit = seconds * kbit_s * 125;
+  }
+  recorder.rec_remaining = recorder.rec_limit;
+}
+
+std::size_t buffer_size() {
+  if (uses_lame()) return std::size_t{encoder_session.lame_samples} * 2;
+  const std::size_t size = recorder.channels == 2 ? 16384 : 8192;
+  return recorder.sample_rate < 32000 ? size / 2 : size;
+}
+
+bool open_device(WaveEvents events) {
+  const WaveFormat format =
+      pcm_16_bit(static_cast<std::uint16_t>(recorder.channels), recorder.sample_rate);
+  recorder.rec_buffer_bytes = buffer_size();
+  const std::string reason =
+      wave_in.open(settings.device_in, format,
+                             recorder.rec_buffer_bytes * recording_buffers, events);
+  if (!reason.empty()) {
+    record_stop();
+    show_error(fmt::format("{}\n{}", ui_text(msg, 31), reason));
+    return false;
+  }
+  recorder.rec_buffers.resize(recording_buffers);
+  for (WaveHeader& header : recorder.rec_buffers) {
+    header.data.resize(recorder.rec_buffer_bytes);
+    wave_in.add(header);
+  }
+  return true;
+}
+
+std::span<const std::int16_t> samples_of(std::span<const std::uint8_t> pcm) {
+  return {reinterpret_cast<const std::int16_t*>(pcm.data()), pcm.size() / sizeof(std::int16_t)};
+}
+
+std::error_code write_bytes(std::span<const std::uint8_t> bytes) {
+  if (const std::error_code error = recorder.rec_file.write_at(recorder.rec_file_bytes, bytes))
+    return error;
+  recorder.rec_file_bytes += bytes.size();
+  return {};
+}
+
+std::error_code write_pending() {
+  const std::error_code error = write_bytes(recorder.rec_pending);
+  if (!error) recorder.rec_pending.clear();
+  return error;
+}
+
+// Whatever happens to the machine from now on, the slices before are safe.
+std::error_code write_slice_out() {
+  if (const std::error_code error = write_pending()) return error;
+  return recorder.rec_file.sync();
+}
+
+// The encoder goes on as if nothing had happened: a frame that lies across the change is whole in
+// one of the two files.
+RecordStep go_on_in_new_file() {
+  if (write_slice_out() || recorder.rec_file.close()) return RecordStep::write_failed;
+  recorder.finished_files.push_back(recorder.rec_file_name);
+  recorder.rec_file_name = free_recording_name(
+      settings.rec_adddate != 0 ? recording_name() : recorder.finished_files.front());
+  recorder.rec_file_bytes = 0;
+  if (recorder.rec_file.create_new(recorder.rec_file_name)) return RecordStep::write_failed;
+  if (recorder.rec_by_pcm) recorder.rec_pcm_clock = 0;
+  return RecordStep::new_file;
+}
+
+bool is_limit_reached() {
+  if (settings.rec_time == 0) return false;
+  recorder.rec_remaining =
+      recorder.rec_limit - (recorder.rec_by_pcm ? recorder.rec_pcm_clock
+                                                  : static_cast<std::int64_t>(recorded_length()));
+  return recorder.rec_remaining < 0;
+}
+
+// Encodes samples to the end of `rec_pending`.
+void encode(std::span<const std::uint8_t> pcm) {
+  std::vector<std::int16_t> stretched;
+  std::span<const std::int16_t> samples = samples_of(pcm);
+  if (recorder.rec_speed > 0) {
+    stretch(samples, recorder.rec_speed, recorder.channels, stretched);
+    samples = std::span(stretched).first(stretched.size() - stretched.size() % recorder.channels);
+  }
+  std::vector<std::uint8_t>& pending = recorder.rec_pending;
+  const std::size_t before = pending.size();
+  pending.resize(before + encoder_room(samples.size()));
+  const std::size_t got = encode_block(samples, std::span(pending).subspan(before)).value_or(0);
+  pending.resize(before + got);
+  recorder.rec_pcm_clock += static_cast<std::int64_t>(samples.size_bytes() / 100);
+}
+
+RecordStep record_write_block(std::span<const std::uint8_t> pcm) {
+  const std::size_t before = recorder.rec_pending.size();
+  encode(pcm);
+  if (is_limit_reached()) {
+    if (settings.rec_split != 0) return go_on_in_new_file();
+    recorder.rec_pending.resize(before);
+    return RecordStep::limit_reached;
+  }
+  if (recorder.rec_file_bytes + recorder.rec_pending.size() > longest_recording)
+    return go_on_in_new_file();
+  if (recorder.rec_pending.size() >= write_slice && write_slice_out())
+    return RecordStep::write_failed;
+  return RecordStep::done;
+}
+
+// Writes while it is loud and for a while after, and what came just before: so the start of the
+// sound that set it off is kept.
+RecordStep record_by_level(std::span<const std::uint8_t> pcm) {
+  const auto threshold = static_cast<std::uint8_t>(settings.rec_threshold & 0xFF);
+  const std::int64_t pause = (settings.rec_threshold >> 8) * 1000;  // milliseconds
+  const std::int64_t now = input_time();
+  if (level_meter.meter_overall > threshold) recorder.rec_active_until = now + pause;
+  if (recorder.rec_active_until < now) {
+    recorder.rec_active = false;
+    return RecordStep::done;
+  }
+  RecordStep step = RecordStep::done;
+  if (!std::exchange(recorder.rec_active, true)) {
+    for (std::size_t i = recorder.rec_prev.size(); i-- > 0 && step == RecordStep::done;)
+      step = record_write_block(std::exchange(recorder.rec_prev.at(i), {}));
+  }
+  if (step == RecordStep::done) step = record_write_block(pcm);
+  const bool is_due = recorder.rec_last_time_cue < 0 ||
+                      now > recorder.rec_last_time_cue + time_cue_distance;
+  if (step != RecordStep::done || !is_due || recorder.rec_cues.size() >= most_recording_cues)
+    return step;
+  recorder.rec_last_time_cue = now;
+  const std::tm time = local_time();
+  recorder.rec_cues.push_back(
+      {.position = static_cast<std::uint32_t>(recorded_file_size()),
+       .name = fmt::format("{:02}-{:02}-{:02}--{:02}-{:02}", time.tm_year + 1900, time.tm_mon + 1,
+                           time.tm_mday, time.tm_hour, time.tm_min)});
+  return RecordStep::cue;
+}
+
+void remember(std::span<const std::uint8_t> pcm) {
+  std::ranges::rotate(recorder.rec_prev, recorder.rec_prev.end() - 1);
+  recorder.rec_prev.front().assign(pcm.begin(), pcm.end());
+}
+
+// The sound that the device has delivered and nobody fetched yet.
+void take_what_is_left() {
+  std::vector<std::uint8_t> block(recorder.rec_buffer_bytes);
+  while (const std::size_t size = wave_in.take_rest(block)) {
+    recorder.input_bytes += size;
+    if (!recorder.rec_level_on || recorder.rec_active) encode(std::span(block).first(size));
+  }
+}
+
+std::error_code finish_file() {
+  if (wave_in.is_open()) take_what_is_left();
+  std::vector<std::uint8_t> tail(encoder_room(0) * 2);
+  tail.resize(encode_rest(tail));
+  std::error_code error = write_pending();
+  if (!error) error = write_bytes(tail);
+  if (!error) error = recorder.rec_file.sync();
+  const std::error_code close_error = recorder.rec_file.close();
+  return error ? error : close_error;
+}
+
+// Only a file that this take filled alone, from its first byte on, has a place for the header
+// frame.
+bool has_header_place() {
+  return recorder.finished_files.empty() && settings.rec_split == 0 &&
+         settings.rec_appenddata == 0;
+}
+
+}  // namespace
+
+Recorder recorder;
+WaveInput wave_in;
+
+bool is_recording_armed() { return wave_in.is_open(); }
+
+bool record_arm(WaveEvents events) {
+  const float speed = recorder.rec_speed;
+  const bool by_level = recorder.rec_level_on;
+  recorder = {};
+  recorder.rec_speed = speed;
+  recorder.rec_level_on = by_level;
+  choose_input_format();
+  const EncoderUse use =
+      settings.rec_appenddata != 0 ? EncoderUse::record_behind : EncoderUse::record;
+  if (!open_encoder(use, static_cast<std::uint16_t>(recorder.channels), recorder.sample_rate))
+    return false;
+  recorder.rec_file_name = recording_name();
+  if (settings.rec_appenddata != 0)
+    recorder.rec_file_bytes = file_facts(recorder.rec_file_name).size;
+  set_clocks();
+  if (!open_device(events)) return false;
+  playback.is_recording_armed = true;
+  return true;
+}
+
+std::string recording_name() {
+  if (settings.rec_adddate == 0) return settings.file_savepath + ".mp3";
+  const std::tm time = local_time();
+  return fmt::format("{}-{:02}-{:02}-{:02}--{:02}-{:02}-{:02}.mp3", settings.file_savepath,
+                     time.tm_year + 1900, time.tm_mon + 1, time.tm_mday, time.tm_hour, time.tm_min,
+                     time.tm_sec);
+}
+
+std::string free_recording_name(const std::string& name) {
+  std::string free = name;
+  const std::string_view extension = extension_of(name);
+  const std::string_view stem = std::string_view(name).substr(0, name.size() - extension.size());
+  for (int number = 2; is_name_taken(free); ++number)
+    free = fmt::format("{} ({}){}", stem, number, extension);
+  return free;
+}
+
+std::error_code record_start_writing() {
+  const std::string& name = recorder.rec_file_name;
+  const bool goes_on = settings.rec_appenddata != 0 && file_facts(name).found;
+  if (const std::error_code error =
+          goes_on ? recorder.rec_file.open_existing(name) : recorder.rec_file.create(name))
+    return error;
+  recorder.rec_file_bytes = recorder.rec_file.size();
+  recorder.rec_writing = true;
+  return {};
+}
+
+RecordStep record_buffer_done(WaveHeader& header) {
+  const std::span<const std::uint8_t> pcm = std::span(header.data).first(header.length);
+  recorder.input_bytes += pcm.size();
+  level_meter_feed(pcm, static_cast<int>(recorder.channels));
+  RecordStep step = RecordStep::done;
+  if (recorder.rec_writing) {
+    step = recorder.rec_level_on ? record_by_level(pcm) : record_write_block(pcm);
+    if (recorder.rec_level_on) remember(pcm);
+  }
+  wave_in.add(header);
+  recorder.rec_backlog = wave_in.waiting(recorder.rec_buffer_bytes);
+  return step;
+}
+
+bool record_add_cue() {
+  const auto position = static_cast<std::uint32_t>(recorded_file_size());
+  std::vector<RecordingCue>& cues = recorder.rec_cues;
+  if (!recorder.rec_writing || cues.size() >= most_recording_cues) return false;
+  if (position <= (cues.empty() ? 0 : cues.back().position)) return false;
+  cues.push_back({.position = position});
+  return true;
+}
+
+RecordingEnd record_stop() {
+  RecordingEnd end;
+  if (recorder.rec_writing) {
+    end.error = finish_file();
+    end.has_file = recorder.rec_file_bytes > 0;
+  }
+  if (wave_in.is_open() && recorder.rec_writing)
+    end.lost_seconds = static_cast<double>(wave_in.lost_bytes()) /
+                       (2.0 * recorder.channels * recorder.sample_rate);
+  wave_in.close();
+  const bool wants_header = recorder.rec_writing && !end.error && has_header_place();
+  const std::error_code header_error =
+      close_encoder(wants_header ? recorder.rec_file_name : std::string());
+  if (!end.error) end.error = header_error;
+  recorder.rec_writing = false;
+  recorder.rec_speed = 0;
+  recorder.rec_level_on = false;
+  recorder.rec_buffers.clear();
+  playback.is_recording_armed = false;
+  level_meter_clear();
+  return end;
+}
+
+std::uint64_t recorded_file_size() {
+  return recorder.rec_file_bytes + recorder.rec_pending.size();
+}
+
+std::uint64_t recorded_length() {
+  return recorder.rec_by_pcm ? static_cast<std::uint64_t>(recorder.rec_pcm_clock)
+                              : recorded_file_size();
+}
+
+std::int64_t input_time() {
+  const std::uint64_t bytes_a_second = std::uint64_t{2} * recorder.channels * recorder.sample_rate;
+  return static_cast<std::int64_t>(recorder.input_bytes * 1000 / bytes_a_second);
+}
+
+}  // namespace corvelin

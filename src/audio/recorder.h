@@ -1,0 +1,117 @@
+// Recording: samples from an input device go to the encoder as they come and from there into an MP3
+// file; none are kept. Owns the device, the file and the recorded time. What a recording is for the
+// document, and when it starts and ends, is the business of the commands.
+//
+//   idle -> record_arm -> armed -> record_start_writing -> writing -> record_stop -> idle
+//
+// Armed means that the device runs and the meter shows its input, while nothing is written yet.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "platform/file.h"
+#include "platform/wave_device.h"
+
+namespace corvelin {
+
+constexpr std::size_t most_recording_cues = 60;
+
+struct RecordingCue {
+  std::uint32_t position = 0;  // bytes in the file
+  std::string name;            // of a cue that tells the time; empty for one of the user
+};
+
+struct Recorder {
+  bool rec_writing = false;        // the file is open
+  OutputFile rec_file;
+  std::string rec_file_name;
+  std::vector<WaveHeader> rec_buffers;
+  std::size_t rec_buffer_bytes = 0;
+  unsigned channels = 2;
+  std::uint32_t sample_rate = 44100;
+
+  std::uint64_t rec_file_bytes = 0;   // in the file, for an append with those that were there
+  std::vector<std::uint8_t> rec_pending;  // encoded, and not written yet
+  std::int64_t rec_pcm_clock = 0;     // bytes of input of this take / 100
+  bool rec_by_pcm = false;  // time goes by that clock: a variable bit rate's file doesn't tell it
+  double rec_rate = 0;      // a second of recorded time in the unit of `recorded_length`, times 8
+  std::int64_t rec_limit = 0;      // the time limit in that unit
+  std::int64_t rec_remaining = 0;  // what is left of it
+
+  float rec_speed = 0;        // the stretch of a record played at the wrong speed; 0 for none
+  bool rec_level_on = false;  // this one is activated by level
+  bool rec_active = false;    // and a sound is being written
+  std::int64_t rec_active_until = -1;  // milliseconds of `input_time`
+  std::array<std::vector<std::uint8_t>, 3> rec_prev;  // the last three buffers, the newest first
+  std::uint64_t input_bytes = 0;  // that the device delivered
+
+  std::vector<RecordingCue> rec_cues;     // at most `most_recording_cues`
+  std::int64_t rec_last_time_cue = -1;    // milliseconds of `input_time`; -1 for none yet
+  std::size_t rec_backlog = 0;  // full buffers that wait
+  std::vector<std::string> finished_files;  // that the recording went on from
+};
+
+extern Recorder recorder;
+extern WaveInput wave_in;  // open while a recording is armed
+
+/// How many buffers a device is lent: about three seconds.
+constexpr std::size_t recording_buffers = 32;
+
+bool is_recording_armed();
+
+/// Opens the encoder and the device, which reports to `events`. False after a failure, which the
+/// user has been told; all is idle then.
+bool record_arm(WaveEvents events);
+
+/// The name of a recording that starts now, by the settings.
+std::string recording_name();
+
+/// `name`, or where something has that name, the next one that is free: a.mp3, a (2).mp3.
+std::string free_recording_name(const std::string& name);
+
+/// Opens the file `rec_file_name`: to go on at its end with `rec_appenddata`, else anew, in the
+/// place of an old one. False, with the error, when it can't.
+std::error_code record_start_writing();
+
+/// What became of a buffer.
+enum class RecordStep {
+  done,           // the meter, and perhaps the file, went on
+  new_file,       // the limit was reached and the recording goes on in a new file
+  cue,            // a cue that tells the time was set
+  limit_reached,  // the recording is to be stopped
+  write_failed,   // likewise
+};
+
+/// Takes a buffer that the device has filled, and lends it again.
+RecordStep record_buffer_done(WaveHeader& header);
+
+/// Sets a cue here. False with a full list, and where the last one is not behind yet.
+bool record_add_cue();
+
+/// What the end of a recording came to.
+struct RecordingEnd {
+  std::error_code error;       // of the file
+  double lost_seconds = 0;     // of sound that came too fast for the system
+  bool has_file = false;       // there is something to open
+};
+
+/// Ends everything: what the device still has goes to the file, with the encoder's last frames and,
+/// where it has one, its header frame. Does nothing when idle.
+RecordingEnd record_stop();
+
+/// Bytes of the file, with those that are not written yet.
+std::uint64_t recorded_file_size();
+
+/// The recorded time in the unit of `rec_rate`, of the file with what is not written yet.
+std::uint64_t recorded_length();
+
+/// Milliseconds that the device has delivered. It is the clock of all that waits in a recording, so
+/// that a stalled system stretches no pause.
+std::int64_t input_time();
+
+}  // namespace corvelin

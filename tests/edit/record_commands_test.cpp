@@ -1,0 +1,177 @@
+// Recordings from a device that the test moves: what is in the file, under which name, and the
+// document that it becomes.
+#include "edit/record_commands.h"
+
+#include <poll.h>
+
+#include <cmath>
+#include <numbers>
+
+#include "audio/recorder.h"
+#include "document/open_state.h"
+#include "model/document.h"
+#include "platform/file.h"
+#include "settings/settings.h"
+#include "stream/frame_header.h"
+#include "support/core_test.h"
+#include "support/scripted_wave_system.h"
+
+namespace corvelin::test {
+namespace {
+
+class RecordCommands : public CoreTest {
+ protected:
+  RecordCommands() {
+    settings.enc_lam_vbr_method = -1;
+    settings.enc_lam_bitrate = settings.enc_lam_bitrate_max = 128;
+    settings.enc_lam_quality = 1;
+    settings.file_savepath = folder.path("take");
+  }
+  ~RecordCommands() override { record_stop(); }
+
+  // Lets so many seconds of a tone, or of silence, pass through the device.
+  void hear(double seconds, int loudness = 10000) {
+    constexpr std::size_t frames_a_turn = 4410;
+    std::vector<std::int16_t> samples(2 * frames_a_turn);
+    for (int turns = static_cast<int>(seconds * 10 + 0.5); turns > 0; --turns) {
+      for (std::size_t i = 0; i < samples.size(); ++i) {
+        const double angle = 2 * std::numbers::pi * 440 * static_cast<double>(i / 2) / 44100;
+        samples[i] = static_cast<std::int16_t>(loudness * std::sin(angle));
+      }
+      system.record({reinterpret_cast<const std::uint8_t*>(samples.data()), samples.size() * 2});
+      deliver();
+    }
+  }
+
+  static void deliver() {
+    pollfd due = {.fd = wave_event_descriptor(), .events = POLLIN, .revents = 0};
+    do {
+      deliver_wave_events();
+    } while (wave_in.is_open() && ::poll(&due, 1, 0) > 0);
+  }
+
+  [[nodiscard]] double seconds_of(const std::string& name) const {
+    return static_cast<double>(file_facts(folder.path(name)).size) / 16000;
+  }
+
+  ScriptedWaveSystem system;
+};
+
+TEST_F(RecordCommands, RecordsAllThatWasHeardAndOpensItWithItsCues) {
+  ASSERT_TRUE(initialize_recording());
+  hear(1);
+  EXPECT_FALSE(is_name_taken(folder.path("take.mp3")));  // armed is not writing
+  ASSERT_TRUE(start_recording());
+  hear(2);
+  add_recording_cue();
+  add_recording_cue();  // the same place again
+  hear(3);
+  EXPECT_NEAR(static_cast<double>(recorded_length()) * 8 / recorder.rec_rate, 5, 0.2);
+  stop_recording();
+
+  EXPECT_FALSE(is_recording_armed());
+  EXPECT_EQ(open_state.audio_name, folder.path("take.mp3"));
+  EXPECT_NEAR(document.total_size / 16000.0, 5.05, 0.06);  // with what the encoder adds
+  ASSERT_EQ(document.parts.size(), 2u);
+  EXPECT_EQ(document.parts[1].part_iscue, 1u);
+  EXPECT_NEAR(document.parts[1].part_beg / 16000.0, 2, 0.15);
+  EXPECT_TRUE(open_state.document_modified);
+  EXPECT_TRUE(system.opened.empty());
+}
+
+TEST_F(RecordCommands, KeepsAnEarlierRecordingOfThatNameUnlessItIsGivenUp) {
+  folder.file("take.mp3", "precious");
+  ASSERT_TRUE(initialize_recording());
+  host.answers = {BoxAnswer::cancel};
+  ASSERT_TRUE(start_recording());
+  EXPECT_FALSE(recorder.rec_writing);
+  EXPECT_EQ(take_box(), "Warning: File exists:\n\n" + folder.path("take.mp3"));
+
+  batch_active = true;
+  ASSERT_TRUE(start_recording());
+  hear(1);
+  stop_recording();
+  batch_active = false;
+  EXPECT_EQ(read_text(folder.path("take.mp3")), "precious");
+  EXPECT_EQ(open_state.audio_name, folder.path("take (2).mp3"));
+
+  settings.rec_appenddata = 1;
+  settings.file_savepath = folder.path("take (2)");
+  ASSERT_TRUE(initialize_recording());
+  ASSERT_TRUE(start_recording());
+  hear(1);
+  stop_recording();
+  EXPECT_NEAR(seconds_of("take (2).mp3"), 2.1, 0.12);
+}
+
+TEST_F(RecordCommands, EndsAtTheLimitOrGoesOnInANewFile) {
+  settings.rec_time = 1;
+  ASSERT_TRUE(initialize_recording());
+  ASSERT_TRUE(start_recording());
+  hear(62);
+  EXPECT_FALSE(is_recording_armed());
+  EXPECT_NEAR(document.total_size / 16000.0, 60, 0.2);
+
+  settings.rec_split = 1;
+  settings.file_savepath = folder.path("part");
+  ASSERT_TRUE(initialize_recording());
+  ASSERT_TRUE(start_recording());
+  hear(130);
+  stop_recording();
+  EXPECT_EQ(folder.names(), (std::vector<std::string>{"part (2).mp3", "part (3).mp3", "part.mp3",
+                                                      "take.mp3"}));
+  const double whole =
+      seconds_of("part.mp3") + seconds_of("part (2).mp3") + seconds_of("part (3).mp3");
+  EXPECT_NEAR(whole, 130.05, 0.06);  // not a sample is missing in between
+}
+
+TEST_F(RecordCommands, WritesOnlyWhileItIsLoudWithWhatWasJustBefore) {
+  settings.rec_threshold = 2 * 256 + 16;  // 1/8 of full scale, 2 seconds
+  ASSERT_TRUE(level_activated_recording());
+  ASSERT_TRUE(start_recording());
+  hear(5, 0);
+  EXPECT_EQ(recorded_file_size(), 0u);
+  hear(1);
+  hear(5, 0);
+  hear(1);
+  hear(5, 0);
+  stop_recording();
+  // Twice a second of sound, two of pause, and three buffers of a tenth in front.
+  EXPECT_NEAR(document.total_size / 16000.0, 2 * 3.3, 0.4);
+  EXPECT_FALSE(document.parts.at(1).part_title.empty());  // the time at which it began
+}
+
+TEST_F(RecordCommands, KeepsWhatItHasWhenTheDeviceOrTheDiskFails) {
+  ASSERT_TRUE(initialize_recording());
+  ASSERT_TRUE(start_recording());
+  hear(3);
+  system.is_lost = true;
+  deliver();
+  EXPECT_FALSE(is_recording_armed());
+  EXPECT_NEAR(document.total_size / 16000.0, 3, 0.2);
+  EXPECT_NE(take_box().find("device is gone"), std::string::npos);
+
+  system.is_lost = false;
+  settings.file_savepath = folder.path("none") + "/take";
+  ASSERT_TRUE(initialize_recording());
+  EXPECT_FALSE(start_recording());
+  EXPECT_FALSE(is_recording_armed());
+  EXPECT_NE(take_box().find("Could not create/write to file."), std::string::npos);
+
+  system.refusal = "no such device";
+  EXPECT_FALSE(initialize_recording());
+  EXPECT_EQ(take_box(), "Error: Could not open wave/audio device\nno such device");
+}
+
+TEST_F(RecordCommands, StretchesARecordThatWasPlayedTooFast) {
+  recorder.rec_speed = 1.5F;
+  ASSERT_TRUE(initialize_recording());
+  ASSERT_TRUE(start_recording());
+  hear(4);
+  stop_recording();
+  EXPECT_NEAR(document.total_size / 16000.0, 6, 0.2);
+  EXPECT_EQ(recorder.rec_speed, 0);
+}
+
+}  // namespace
+}  // namespace corvelin::test
