@@ -21,13 +21,16 @@ demo:
 	scripts/demo
 
 test:
-	scripts/install-packages build test
+	scripts/install-packages build desktop test
 	$(call configure,ON)
 	$(build)
 	ctest --preset release
 
 run:
-	@echo 'The desktop program comes later; make demo shows the headless one.'
+	scripts/install-packages build desktop
+	$(call configure,OFF)
+	$(build) --target corvelin
+	build/release/src/desktop/corvelin
 
 bench:
 	scripts/install-packages build

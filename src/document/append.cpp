@@ -86,9 +86,9 @@ AppendResult append_source(std::uint16_t index) {
   file.audio_end = end;
 
   const EditPosition place = document.total_size;
-  if (delete_range(place, place) == no_part) return AppendResult::no_part;
+  if (delete_range(place, place) == no_part) return AppendResult::table_full;
   const PartIndex part = add_part(place, index, begin, end - begin);
-  if (part == no_part) return AppendResult::no_part;
+  if (part == no_part) return AppendResult::table_full;
   document.parts[part].part_iscue = 1;
   take_in_bitrate(first.info);
   return AppendResult::appended;
@@ -98,7 +98,7 @@ std::string_view reason_of(AppendResult result, bool in_box) {
   switch (result) {
     case AppendResult::appended:
       break;
-    case AppendResult::no_part:
+    case AppendResult::table_full:
       return "Part creation failed";
     case AppendResult::other_parameters:
       return in_box ? ui_text(msg, 37) : ui_text(msg, 47);
@@ -126,7 +126,7 @@ AppendResult append_file(const std::string& name) {
   const auto index = add_source_file(name);
   if (!index) return AppendResult::not_opened;
   const AppendResult result = append_source(*index);
-  if (result != AppendResult::appended && result != AppendResult::no_part)
+  if (result != AppendResult::appended && result != AppendResult::table_full)
     remove_last_source_file();
   return result;
 }

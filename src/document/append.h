@@ -12,7 +12,7 @@ namespace corvelin {
 
 enum class AppendResult {
   appended = 0,
-  no_part = 1,           // the table of parts is full
+  table_full = 1,        // of the parts
   other_parameters = 2,  // there are frames, but none that fits the stream
   no_sync = 3,           // there are no frames
   not_opened = 4,        // also when the table of files is full
@@ -23,7 +23,7 @@ enum class AppendResult {
 };
 
 /// Appends a file to the open document. Silent; a failure leaves the document as it was, but that
-/// with `no_part` the file stays in the table of files.
+/// with `table_full` the file stays in the table of files.
 AppendResult append_file(const std::string& name);
 
 /// The same, and tells a failure: in a box, or as a line added to `list` when that is not null.

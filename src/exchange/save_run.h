@@ -36,7 +36,7 @@ class SaveRun : public LongRun {
   /// Frames written, without a VBR/Info frame. 0 when the run was cancelled.
   [[nodiscard]] std::uint32_t result() const { return copy_.frames(); }
   [[nodiscard]] bool has_failed() const { return has_failed_; }
-  [[nodiscard]] const std::string& log() const { return log_; }
+  [[nodiscard]] std::string log() const override { return log_; }
 
  private:
   enum class Phase { frames, header, finish, over };

@@ -50,7 +50,7 @@ class SplitRun : public LongRun {
   /// The words for a failure: "Create error!". Empty without one.
   [[nodiscard]] std::string_view status() const;
   /// The names of the files that are complete, in lines ended by CR LF.
-  [[nodiscard]] const std::string& log() const { return log_; }
+  [[nodiscard]] std::string log() const override { return log_; }
 
  private:
   SplitResult next_region();

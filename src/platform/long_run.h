@@ -20,6 +20,9 @@ class LongRun {
   [[nodiscard]] virtual int percent_done() const = 0;           // 0 to 100
   [[nodiscard]] virtual std::string progress_text() const = 0;  // one line
 
+  /// What was done so far, in lines ended by CR LF.
+  [[nodiscard]] virtual std::string log() const { return {}; }
+
   /// What the user has to see after the end, in lines ended by CR LF; empty when all went well.
   [[nodiscard]] virtual std::string report() const = 0;
 };

@@ -251,9 +251,26 @@ SymbolSize symbol_size(float display_scale) {
   };
   size.button_w = size.picture_w + padding(size.picture_w, 7);
   size.button_h = size.picture_h + padding(size.picture_h, 5);
+  const bool has_room = settings.no_padding == 0 && settings.large_symbols == 0;
+  if (has_room) {  // for a picture that grows with the button
+    size.picture_w = static_cast<int>(scale * 20);
+    size.picture_h = static_cast<int>(scale * 16);
+  }
   return size;
 }
 
 WindowLayout window_layout(const WindowSpace& space) { return Layouter(space).lay_out(); }
+
+void move_window_onto(const Rect& desktop) {
+  constexpr int hidden_left = 20;  // pixels of the window that may lie outside
+  constexpr int hidden_top = 6;
+  constexpr int least_visible = 200;
+  std::int32_t& x = settings.window_x;
+  std::int32_t& y = settings.window_y;
+  if (x < desktop.left - hidden_left) x = desktop.left;
+  if (y < desktop.top - hidden_top) y = desktop.top;
+  if (x >= desktop.right - least_visible + 1) x = desktop.right - least_visible;
+  if (y >= desktop.bottom - least_visible + 1) y = desktop.bottom - least_visible;
+}
 
 }  // namespace corvelin

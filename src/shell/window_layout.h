@@ -68,4 +68,8 @@ struct WindowLayout {
 
 WindowLayout window_layout(const WindowSpace& space);
 
+/// Moves the main window's place in the settings onto the desktop, when hardly anything of it could
+/// be seen or taken hold of.
+void move_window_onto(const Rect& desktop);
+
 }  // namespace corvelin

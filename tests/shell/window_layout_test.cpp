@@ -47,7 +47,7 @@ TEST_F(WindowLayoutTest, ButtonsGrowBySymbolsAndPadding) {
     float scale;
     int sizes[4];
   } const rows[] = {{1, 0, 0, 1, {20, 16, 30, 26}},     {1, 1, 0, 1, {40, 32, 47, 37}},
-                    {3, 1, 0, 1, {20, 16, 27, 21}},     {1, 0, 0, 1.5F, {20, 16, 45, 39}},
+                    {3, 1, 0, 1, {20, 16, 27, 21}},     {1, 0, 0, 1.5F, {30, 24, 45, 39}},
                     {1, 1, 0, 1.25F, {40, 32, 48, 38}}, {1, 0, 1, 1, {20, 16, 26, 22}}};
   for (const auto& row : rows) {
     settings.layout = row.layout;

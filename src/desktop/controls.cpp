@@ -1,0 +1,172 @@
+// Keys and texts of the controls.
+#include "desktop/controls.h"
+
+#include <QKeyEvent>
+#include <QRegularExpression>
+
+#include "audio/playback.h"
+#include "desktop/qt_text.h"
+#include "edit/time_fields.h"
+#include "model/document.h"
+#include "platform/host.h"
+#include "shell/status_display.h"
+#include "shell/window_events.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+bool is_return(const QKeyEvent& event) {
+  return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+}  // namespace
+
+CommandButton::CommandButton(CommandId id, QWidget* parent) : QToolButton(parent), id_(id) {
+  setObjectName(QStringLiteral("command_%1").arg(id));
+  setAutoRaise(true);
+  setFocusPolicy(Qt::TabFocus);
+  connect(this, &QToolButton::clicked, [id] { dispatch_command(id); });
+}
+
+void CommandButton::keyPressEvent(QKeyEvent* event) {
+  if (is_return(*event)) {
+    animateClick();
+  } else {
+    event->ignore();
+  }
+}
+
+TimeField::TimeField(Meaning meaning, QWidget* parent) : QLineEdit(parent), meaning_(meaning) {
+  setObjectName(meaning == Meaning::position ? QStringLiteral("position_field")
+                                             : QStringLiteral("range_field"));
+}
+
+void TimeField::show_status(const QString& text) {
+  status_ = text;
+  if (hasFocus() && isModified()) return;
+  if (text == this->text()) return;
+  const int place = cursorPosition();
+  setText(text);
+  setCursorPosition(hasFocus() ? place : 0);
+}
+
+void TimeField::enter() { setFocus(Qt::ShortcutFocusReason); }
+
+// Typing replaces the time alone: without its labels a field means nothing.
+void TimeField::select_time() {
+  static const QRegularExpression time(QStringLiteral("[0-9][0-9:'.]*"));
+  const std::string_view label = ui_text(win, meaning_ == Meaning::position ? 21 : 22);
+  const qsizetype from = std::max<qsizetype>(text().lastIndexOf(as_qstring(label)), 0);
+  const QRegularExpressionMatch match = time.match(text(), from);
+  if (match.hasMatch())
+    setSelection(static_cast<int>(match.capturedStart()), static_cast<int>(match.capturedLength()));
+}
+
+// All keys are the field's own, whatever they mean elsewhere in the window.
+bool TimeField::event(QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride) {
+    event->accept();
+    return true;
+  }
+  if (event->type() == QEvent::KeyPress) {
+    auto* const key = static_cast<QKeyEvent*>(event);
+    if (key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) {
+      keyPressEvent(key);
+      return true;
+    }
+  }
+  return QLineEdit::event(event);
+}
+
+void TimeField::keyPressEvent(QKeyEvent* event) {
+  const bool is_tab = event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab;
+  if (is_return(*event) || is_tab) {
+    apply();
+    leave();
+  } else if (event->key() == Qt::Key_Escape) {
+    leave();
+  } else {
+    QLineEdit::keyPressEvent(event);
+  }
+}
+
+void TimeField::apply() {
+  if (is_busy()) return;
+  const std::string typed = as_utf8(text());
+  setModified(false);
+  if (meaning_ == Meaning::position) {
+    apply_now_field(typed);
+  } else {
+    apply_selection_field(typed);
+  }
+}
+
+void TimeField::leave() { window()->setFocus(Qt::OtherFocusReason); }
+
+void TimeField::focusInEvent(QFocusEvent* event) {
+  if (meaning_ == Meaning::range) dispatch_command(160);
+  QLineEdit::focusInEvent(event);
+  if (event->reason() != Qt::MouseFocusReason && event->reason() != Qt::PopupFocusReason)
+    select_time();
+}
+
+void TimeField::focusOutEvent(QFocusEvent* event) {
+  QLineEdit::focusOutEvent(event);
+  if (event->reason() == Qt::PopupFocusReason) return;  // its own menu
+  setModified(false);
+  show_status(status_);
+}
+
+InfoBar::InfoBar(QWidget* parent) : QLineEdit(parent) {
+  setObjectName(QStringLiteral("info_bar"));
+  setReadOnly(true);
+  setFrame(false);
+}
+
+bool InfoBar::event(QEvent* event) {
+  if (event->type() != QEvent::ShortcutOverride) return QLineEdit::event(event);
+  event->ignore();
+  return false;
+}
+
+PositionBar::PositionBar(QWidget* parent) : QScrollBar(Qt::Horizontal, parent) {
+  setObjectName(QStringLiteral("position_bar"));
+  setRange(0, scroll_end);
+  setPageStep(scroll_page);
+  setFocusPolicy(Qt::TabFocus);
+  connect(this, &QScrollBar::actionTriggered, [this](int action) { act(action); });
+}
+
+void PositionBar::show_position(int position) {
+  if (!isSliderDown()) setValue(position);
+}
+
+// The thumb alone moves by itself; all else is a command, which brings it to its place.
+void PositionBar::act(int action) {
+  const int thumb = sliderPosition();
+  if (action != SliderMove) setSliderPosition(value());
+  if (is_busy()) return;
+  switch (action) {
+    case SliderSingleStepSub:
+      dispatch_command(167);
+      break;
+    case SliderSingleStepAdd:
+      dispatch_command(168);
+      break;
+    case SliderPageStepSub:
+      dispatch_command(112);
+      break;
+    case SliderPageStepAdd:
+      dispatch_command(115);
+      break;
+    case SliderMove:
+      scroll_to(thumb);
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace corvelin

@@ -1,0 +1,8 @@
+// One run of the desktop program from its command line to its exit status.
+#pragma once
+
+namespace corvelin {
+
+int run_desktop(int argc, char** argv);
+
+}  // namespace corvelin

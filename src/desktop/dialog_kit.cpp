@@ -1,0 +1,61 @@
+// The kit of the dialogs.
+#include "desktop/dialog_kit.h"
+
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "desktop/qt_text.h"
+
+namespace corvelin {
+
+QString label(TextSection section, std::uint32_t number) {
+  return as_qstring(label_text(section, number));
+}
+
+DialogWindow::DialogWindow(const QString& name, const QString& title, QWidget* parent)
+    : QDialog(parent) {
+  setObjectName(name);
+  setWindowTitle(title);
+}
+
+void add_field(QGridLayout& grid, const QString& text, QWidget* field, const char* name) {
+  auto* const words = new QLabel(text);
+  words->setBuddy(field);
+  words->setTextFormat(Qt::PlainText);
+  field->setObjectName(QString::fromLatin1(name));
+  const int row = grid.rowCount();
+  grid.addWidget(words, row, 0);
+  grid.addWidget(field, row, 1);
+}
+
+QCheckBox* new_box(const QString& text, bool is_checked, const char* name) {
+  auto* const box = new QCheckBox(text);
+  box->setObjectName(QString::fromLatin1(name));
+  box->setChecked(is_checked);
+  return box;
+}
+
+QLineEdit* new_line(const QString& text, int most_characters) {
+  auto* const line = new QLineEdit;
+  line->setMaxLength(most_characters);
+  line->setText(text);
+  line->setCursorPosition(0);
+  return line;
+}
+
+QDialogButtonBox* ok_and_cancel(QPushButton** ok) {
+  auto* const buttons = new QDialogButtonBox;
+  QPushButton* const accept = buttons->addButton(label(dlg, 0), QDialogButtonBox::AcceptRole);
+  QPushButton* const reject = buttons->addButton(label(dlg, 1), QDialogButtonBox::RejectRole);
+  accept->setObjectName(QStringLiteral("ok"));
+  reject->setObjectName(QStringLiteral("cancel"));
+  accept->setDefault(true);
+  if (ok != nullptr) *ok = accept;
+  return buttons;
+}
+
+}  // namespace corvelin

@@ -1,0 +1,38 @@
+// What all dialogs are made of: labels in the user's language with the fields beside them as their
+// buddies, and the buttons at the bottom.
+#pragma once
+
+#include <QDialog>
+#include <QString>
+#include <QWidget>
+#include <cstdint>
+
+#include "text/ui_text.h"
+
+class QCheckBox;
+class QDialogButtonBox;
+class QGridLayout;
+class QLineEdit;
+class QPushButton;
+
+namespace corvelin {
+
+/// The text of a control.
+QString label(TextSection section, std::uint32_t number);
+
+/// A dialog over `parent` that knows the name of its record for outside programs.
+class DialogWindow : public QDialog {
+ public:
+  DialogWindow(const QString& name, const QString& title, QWidget* parent);
+};
+
+/// A row of a grid: a label, and beside it the field that it names.
+void add_field(QGridLayout& grid, const QString& text, QWidget* field, const char* name);
+
+QCheckBox* new_box(const QString& text, bool is_checked, const char* name);
+QLineEdit* new_line(const QString& text, int most_characters);
+
+/// OK and Cancel. OK is the default.
+QDialogButtonBox* ok_and_cancel(QPushButton** ok = nullptr);
+
+}  // namespace corvelin

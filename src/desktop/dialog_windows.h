@@ -1,0 +1,18 @@
+// The windows of the dialogs' records. Each shows the fields of a record that has begun, writes
+// what the user makes of them back into it, and carries it out by the record's own operations.
+// True when `accept` took the fields and all that it started went well.
+#pragma once
+
+#include "edit/file_info_dialog.h"
+#include "edit/names_dialog.h"
+#include "edit/split_dialog.h"
+
+class QWidget;
+
+namespace corvelin {
+
+bool show_window(NamesDialog& dialog, QWidget* parent);
+bool show_window(FileInfoDialog& dialog, QWidget* parent);
+bool show_window(SplitDialog& dialog, QWidget* parent);
+
+}  // namespace corvelin

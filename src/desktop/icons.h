@@ -1,0 +1,31 @@
+// The pictures of the commands: one family of plain shapes, drawn for the pixels of the screen that
+// they appear on, so that their edges are sharp at every size and ratio.
+#pragma once
+
+#include <QColor>
+#include <QIcon>
+#include <QSize>
+#include <cstdint>
+
+namespace corvelin {
+
+/// What a picture is drawn with.
+struct IconColours {
+  QColor ink;     // the shapes
+  QColor accent;  // what is selected
+};
+
+/// The size of a picture in logical pixels.
+QSize icon_size(bool is_large);
+
+/// Pictures for what two buttons do while fast play runs.
+constexpr std::uint16_t slower_icon = 1;
+constexpr std::uint16_t faster_icon = 2;
+
+/// The picture of a command, by its id. A null icon for one that has none.
+QIcon command_icon(std::uint16_t id, const IconColours& colours);
+
+/// The program's own picture.
+QIcon program_icon();
+
+}  // namespace corvelin

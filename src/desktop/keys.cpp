@@ -1,0 +1,57 @@
+// From the table's keys to Qt's.
+#include "desktop/keys.h"
+
+#include <QShortcut>
+#include <QWidget>
+#include <algorithm>
+#include <iterator>
+
+#include "desktop/qt_text.h"
+#include "edit/commands.h"
+
+namespace corvelin {
+
+namespace {
+
+QKeySequence key_sequence(std::string_view key) {
+  constexpr struct {
+    std::string_view key;
+    QKeyCombination keys;
+  } other_names[] = {
+      {"Page Up", Qt::Key_PageUp},
+      {"Page Down", Qt::Key_PageDown},
+      {"Num +", QKeyCombination(Qt::KeypadModifier, Qt::Key_Plus)},
+      {"Num -", QKeyCombination(Qt::KeypadModifier, Qt::Key_Minus)},
+      {"Num *", QKeyCombination(Qt::KeypadModifier, Qt::Key_Asterisk)},
+  };
+  for (const auto& row : other_names)
+    if (row.key == key) return QKeySequence(row.keys);
+  return QKeySequence(as_qstring(key), QKeySequence::PortableText);
+}
+
+}  // namespace
+
+std::vector<QKeySequence> key_sequences(std::string_view keys) {
+  std::vector<QKeySequence> sequences;
+  while (!keys.empty()) {
+    const std::size_t end = std::min(keys.find(", "), keys.size());
+    sequences.push_back(key_sequence(keys.substr(0, end)));
+    keys.remove_prefix(std::min(end + 2, keys.size()));
+  }
+  return sequences;
+}
+
+// A menu entry that is grey keeps its key, which runs into the checks of the command. So the keys
+// are not those of the entries.
+void make_shortcuts(QWidget* window) {
+  for (const Command& command : command_table()) {
+    for (const QKeySequence& keys : key_sequences(command.keys)) {
+      auto* const shortcut = new QShortcut(keys, window);
+      shortcut->setAutoRepeat(false);
+      const CommandId id = command.id;
+      QObject::connect(shortcut, &QShortcut::activated, window, [id] { dispatch_command(id); });
+    }
+  }
+}
+
+}  // namespace corvelin

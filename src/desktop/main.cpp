@@ -1,0 +1,10 @@
+// The entry of corvelin.
+#include <csignal>
+
+#include "desktop/desktop_run.h"
+
+int main(int argc, char** argv) {
+  // A file that hits a size limit is a failed write with a message, not the end of the process.
+  std::signal(SIGXFSZ, SIG_IGN);
+  return corvelin::run_desktop(argc, argv);
+}

@@ -1,0 +1,321 @@
+// The controls of the window, their places and what they show.
+#include "desktop/main_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QScreen>
+#include <QSlider>
+#include <QStyle>
+#include <QWheelEvent>
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "desktop/keys.h"
+#include "desktop/menus.h"
+#include "desktop/qt_text.h"
+#include "edit/menu_state.h"
+#include "edit/undo.h"
+#include "model/document.h"
+#include "platform/system.h"
+#include "settings/settings.h"
+#include "shell/panel_buttons.h"
+#include "shell/window_events.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr CommandId margin_command = 138;
+
+// The paths as the other program wrote them: a name need not be valid text in any encoding.
+std::vector<std::string> dropped_paths(const QMimeData& data) {
+  std::vector<std::string> paths;
+  for (QByteArray line : data.data(QStringLiteral("text/uri-list")).split('\n')) {
+    line = line.trimmed();
+    if (!line.startsWith("file:")) continue;
+    line.remove(0, line.startsWith("file://") ? 7 : 5);
+    const qsizetype path = line.indexOf('/');  // behind the name of this machine, if it is there
+    if (path >= 0) paths.push_back(QByteArray::fromPercentEncoding(line.mid(path)).toStdString());
+  }
+  return paths;
+}
+
+}  // namespace
+
+MainWindow::MainWindow(const Look& look) : look_(look), client_(new QWidget) {
+  setObjectName(QStringLiteral("main_window"));
+  setWindowTitle(QStringLiteral("Corvelin"));
+  setAcceptDrops(true);
+  setCentralWidget(client_);
+  client_->setObjectName(QStringLiteral("client"));
+  client_->setPalette(window_palette(look));
+  client_->setAutoFillBackground(true);
+  client_->setLayoutDirection(Qt::LeftToRight);  // time runs to the right in every language
+  client_->installEventFilter(this);
+  qApp->installEventFilter(this);  // the wheel is the window's, whatever it is turned over
+  make_controls();
+  menus_ = std::make_unique<Menus>(*menuBar(), look);
+  make_shortcuts(this);
+  setFocusProxy(view_);
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::make_controls() {
+  const WindowLayout layout = window_layout(space());
+  make_buttons(layout.toolbar_buttons);
+  view_ = new ViewWidget(client_);
+  position_bar_ = new PositionBar(client_);
+  position_field_ = new TimeField(TimeField::Meaning::position, client_);
+  range_field_ = new TimeField(TimeField::Meaning::range, client_);
+  make_buttons(layout.panel_buttons);
+  if (has_text_buttons(panel_form())) {
+    make_buttons({{.id = margin_command, .area = layout.margin}});
+    margin_button_ = buttons_[margin_command];
+  } else {
+    margin_ = new QLabel(client_);
+    margin_->setObjectName(QStringLiteral("margin"));
+    margin_->setAlignment(Qt::AlignCenter);
+  }
+  volume_ = new QSlider(has_text_buttons(panel_form()) ? Qt::Vertical : Qt::Horizontal, client_);
+  volume_->setObjectName(QStringLiteral("volume"));
+  volume_->setRange(0, 100);
+  volume_->setPageStep(10);
+  volume_->setFocusPolicy(Qt::TabFocus);
+  volume_->setValue(settings.volume);
+  connect(volume_, &QSlider::valueChanged,
+          [](int value) { settings.volume = static_cast<std::uint16_t>(value); });
+  info_bar_ = new InfoBar(client_);
+  show_button_states();
+}
+
+void MainWindow::make_buttons(const std::vector<PlacedButton>& places) {
+  const bool is_toolbar = buttons_.empty();
+  const PanelForm form = panel_form();
+  for (const PlacedButton& place : places) {
+    auto* const button = new CommandButton(place.id, client_);
+    if (!is_toolbar && has_text_buttons(form)) {
+      button->setText(panel_text(place.id));
+    } else {
+      button->setIcon(command_icon(place.id, look_.icon_colours()));
+    }
+    button->setAutoRaise(is_toolbar || form < PanelForm::classic_symbols);
+    const QString tooltip = tooltip_of(place.id);
+    if (settings.showtt != 0) button->setToolTip(tooltip);
+    button->setToolTipDuration(20000);
+    button->setAccessibleName(tooltip.section(QStringLiteral("   ["), 0, 0));
+    button->setCheckable(place.id == 212 || place.id == 213);
+    buttons_[place.id] = button;
+  }
+}
+
+// The text of a menu entry, or of the tooltip of a command that has none.
+QString MainWindow::tooltip_of(CommandId id) const {
+  const auto command = std::ranges::find(command_table(), id, &Command::id);
+  if (command == command_table().end()) return {};
+  const std::string_view text = ui_text(command->section, command->row);
+  return as_qstring(command->section == ttp ? text : menu_text_plain(text, true));
+}
+
+WindowSpace MainWindow::space() const {
+  const double ratio = this->ratio();
+  const auto device = [ratio](int logical) {
+    return static_cast<int>(std::lround(logical * ratio));
+  };
+  return {.width = device(client_->width()),
+          .height = device(client_->height()),
+          .display_scale = static_cast<float>(logicalDpiX() / 96.0 * ratio),
+          .arrow_width = device(style()->pixelMetric(QStyle::PM_ScrollBarExtent)),
+          .text_width = [this, device](std::string_view text) {
+            return device(client_->fontMetrics().horizontalAdvance(as_qstring(text)));
+          }};
+}
+
+QRect MainWindow::logical(const Rect& area) const {
+  const double ratio = this->ratio();
+  const auto place = [ratio](int device) { return static_cast<int>(std::lround(device / ratio)); };
+  return {QPoint(place(area.left), place(area.top)),
+          QPoint(place(area.right) - 1, place(area.bottom) - 1)};
+}
+
+void MainWindow::lay_out() {
+  const WindowSpace space = this->space();
+  const WindowLayout layout = window_layout(space);
+  view_->place(layout.view, space.display_scale, ratio());
+  position_bar_->setGeometry(logical(layout.scroll_bar));
+  position_field_->setGeometry(logical(layout.position_field));
+  range_field_->setGeometry(logical(layout.range_field));
+  volume_->setGeometry(logical(layout.volume_slider));
+  info_bar_->setGeometry(logical(layout.info_bar));
+  if (margin_ != nullptr) margin_->setGeometry(logical(layout.margin));
+  if (margin_button_ != nullptr) margin_button_->setGeometry(logical(layout.margin));
+  const SymbolSize symbol = symbol_size(space.display_scale);
+  const QSize picture(static_cast<int>(std::lround(symbol.picture_w / ratio())),
+                      static_cast<int>(std::lround(symbol.picture_h / ratio())));
+  for (const auto* const places : {&layout.toolbar_buttons, &layout.panel_buttons}) {
+    for (const PlacedButton& place : *places) {
+      buttons_[place.id]->setIconSize(picture);
+      buttons_[place.id]->setGeometry(logical(place.area));
+    }
+  }
+}
+
+void MainWindow::refresh(Refresh level) {
+  refresh_status(status_, level);
+  show_status();
+  if (level == Refresh::all) {
+    show_button_states();
+    menus_->show_marks();
+  }
+  show_pressed_buttons();
+  view_->refresh();
+}
+
+void MainWindow::show_status() {
+  setWindowTitle(as_qstring(status_.title));
+  position_field_->show_status(as_qstring(status_.position_field));
+  range_field_->show_status(as_qstring(status_.range_field));
+  const QString info = as_qstring(status_.info_bar);
+  if (info_bar_->text() != info) {
+    info_bar_->setText(info);
+    info_bar_->setCursorPosition(0);
+  }
+  position_bar_->setVisible(status_.has_scroll_bar);
+  position_bar_->show_position(status_.scroll_position);
+  const QString margin = as_qstring(status_.margin);
+  if (margin_ != nullptr && margin_->text() != margin) margin_->setText(margin);
+  if (margin_button_ != nullptr && !margin.isEmpty()) margin_button_->setText(margin);
+  if (volume_->value() != settings.volume) volume_->setValue(settings.volume);
+}
+
+void MainWindow::show_button_states() {
+  buttons_[212]->setChecked(settings.keep_id3v2 != 0);
+  buttons_[213]->setChecked(settings.save_id3v1 != 0);
+  for (const auto& [id, button] : buttons_) button->setEnabled(is_command_enabled(id));
+  if (margin_ != nullptr) margin_->setEnabled(settings.margin != 0);
+  if (margin_button_ != nullptr) margin_button_->setEnabled(settings.margin != 0);
+}
+
+// What plays, or is recorded, and what its buttons mean meanwhile.
+void MainWindow::show_pressed_buttons() {
+  for (const auto& [id, button] : buttons_)
+    if (!button->isCheckable()) button->setDown(is_button_pressed(id));
+  if (std::exchange(has_fast_labels_, has_fast_labels()) == has_fast_labels_) return;
+  for (const CommandId id : {CommandId{128}, CommandId{129}}) {
+    if (has_text_buttons(panel_form())) {
+      buttons_[id]->setText(panel_text(id));
+    } else {
+      const CommandId fast = id == 128 ? slower_icon : faster_icon;
+      buttons_[id]->setIcon(command_icon(has_fast_labels_ ? fast : id, look_.icon_colours()));
+    }
+  }
+}
+
+// The letters that are underlined elsewhere would take keys from the menu bar.
+QString MainWindow::panel_text(CommandId id) const {
+  return as_qstring(panel_label(id, has_fast_labels_)).remove(u'&');
+}
+
+void MainWindow::show_undo_label() {
+  buttons_[1022]->setToolTip(as_qstring(menu_text_plain(undo_menu_text(), true)));
+}
+
+void MainWindow::rebuild_part_list() { menus_->rebuild_part_list(); }
+void MainWindow::rebuild_recent_menu() { menus_->rebuild_recent_menu(); }
+
+void MainWindow::update_menu_state(std::uint8_t mask) {
+  menus_->show_states();
+  show_button_states();
+  if ((mask & undo_states) != 0) show_undo_label();
+}
+
+void MainWindow::restore_geometry() {
+  const QRect desktop = screen()->virtualGeometry();
+  const double scale = screen()->devicePixelRatio();
+  const auto device = [scale](int logical) {
+    return static_cast<int>(std::lround(logical * scale));
+  };
+  move_window_onto({device(desktop.left()), device(desktop.top()), device(desktop.right() + 1),
+                    device(desktop.bottom() + 1)});
+  const auto logical = [scale](int device_pixels) {
+    return static_cast<int>(std::lround(device_pixels / scale));
+  };
+  resize(logical(settings.window_w), logical(settings.window_h));
+  move(logical(settings.window_x), logical(settings.window_y));
+}
+
+void MainWindow::keep_geometry() const {
+  if (isMaximized() || isMinimized() || isFullScreen()) return;
+  const double scale = devicePixelRatioF();
+  const auto device = [scale](int logical) {
+    return static_cast<int>(std::lround(logical * scale));
+  };
+  settings.window_x = device(x());
+  settings.window_y = device(y());
+  settings.window_w = device(width());
+  settings.window_h = device(height());
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == client_ && event->type() == QEvent::Resize) lay_out();
+  if (event->type() != QEvent::Wheel || !watched->isWidgetType()) return false;
+  const auto* const widget = static_cast<QWidget*>(watched);
+  const bool is_ours =
+      widget->window() == this && dynamic_cast<const TimeField*>(widget) == nullptr;
+  return is_ours && turn_wheel(*static_cast<QWheelEvent*>(event));
+}
+
+bool MainWindow::turn_wheel(const QWheelEvent& event) {
+  if (is_busy()) return true;
+  // With Alt some platforms turn the wheel sideways.
+  const int turned = event.angleDelta().y() != 0 ? event.angleDelta().y() : event.angleDelta().x();
+  if ((turned > 0) != (wheel_turned_ > 0)) wheel_turned_ = 0;
+  wheel_turned_ += turned;
+  const bool shift = event.modifiers().testFlag(Qt::ShiftModifier);
+  const bool ctrl = event.modifiers().testFlag(Qt::ControlModifier);
+  constexpr int step = QWheelEvent::DefaultDeltasPerStep;
+  for (; std::abs(wheel_turned_) >= step; wheel_turned_ -= wheel_turned_ > 0 ? step : -step)
+    dispatch_command(wheel_command(wheel_turned_ > 0, shift, ctrl));
+  return true;
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (is_busy() || (may_close && !may_close())) {
+    event->ignore();
+  } else {
+    event->accept();
+  }
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  if (!is_busy() && event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+// The other program waits until the drop is taken, so the work begins after that.
+void MainWindow::dropEvent(QDropEvent* event) {
+  event->acceptProposedAction();
+  const QPoint at = view_->mapFrom(this, event->position().toPoint());
+  const int graph_h = static_cast<int>(view_->view().layout.graph_h / ratio());
+  const bool in_graph = view_->rect().contains(at) && at.y() < graph_h;
+  const std::vector<std::string> paths = dropped_paths(*event->mimeData());
+  QMetaObject::invokeMethod(
+      this,
+      [this, paths, in_graph] {
+        activateWindow();
+        drop_files(paths, in_graph);
+      },
+      Qt::QueuedConnection);
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) lay_out();
+}
+
+}  // namespace corvelin

@@ -1,0 +1,231 @@
+// Windows for what the core asks and shows.
+#include "desktop/qt_host.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QFile>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPushButton>
+#include <algorithm>
+
+#include "desktop/dialog_kit.h"
+#include "desktop/dialog_windows.h"
+#include "desktop/qt_text.h"
+#include "desktop/run_window.h"
+#include "platform/path.h"
+#include "text/boxes.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+QMessageBox::Icon icon_of(BoxIcon icon) {
+  switch (icon) {
+    case BoxIcon::none:
+      return QMessageBox::NoIcon;
+    case BoxIcon::information:
+      return QMessageBox::Information;
+    case BoxIcon::warning:
+      return QMessageBox::Warning;
+    case BoxIcon::error:
+      return QMessageBox::Critical;
+    case BoxIcon::question:
+      return QMessageBox::Question;
+  }
+  return QMessageBox::NoIcon;
+}
+
+std::vector<BoxAnswer> answers_of(BoxButtons buttons) {
+  switch (buttons) {
+    case BoxButtons::ok:
+      return {BoxAnswer::ok};
+    case BoxButtons::ok_cancel:
+      return {BoxAnswer::ok, BoxAnswer::cancel};
+    case BoxButtons::yes_no:
+      return {BoxAnswer::yes, BoxAnswer::no};
+    case BoxButtons::yes_no_cancel:
+      return {BoxAnswer::yes, BoxAnswer::no, BoxAnswer::cancel};
+  }
+  return {BoxAnswer::ok};
+}
+
+QPushButton* add_button(QMessageBox& window, BoxAnswer answer) {
+  switch (answer) {
+    case BoxAnswer::ok:
+      return window.addButton(label(dlg, 0), QMessageBox::AcceptRole);
+    case BoxAnswer::yes:
+      return window.addButton(label(dlg, 3), QMessageBox::YesRole);
+    case BoxAnswer::no:
+      return window.addButton(label(dlg, 4), QMessageBox::NoRole);
+    case BoxAnswer::cancel:
+      return window.addButton(label(dlg, 1), QMessageBox::RejectRole);
+  }
+  return nullptr;
+}
+
+void fill(QMessageBox& window, const MessageBox& box) {
+  window.setWindowTitle(as_qstring(box.caption));
+  window.setIcon(icon_of(box.icon));
+  window.setTextFormat(Qt::PlainText);  // names of files are in it
+  window.setText(as_qstring(box.text));
+}
+
+// What closing a box by Esc means: the answer that does least. A plain Yes or No has none.
+BoxAnswer answer_of_escape(BoxButtons buttons) { return answers_of(buttons).back(); }
+
+// "MP3 (*.mp3)"; our patterns are parted by ";".
+QString filter_of(const FileType& type) {
+  std::string patterns = type.pattern;
+  std::ranges::replace(patterns, ';', ' ');
+  std::string name = type.name.substr(0, type.name.find(" ("));
+  return as_qstring(name + " (" + patterns + ")");
+}
+
+// The extension of a type's first pattern, without its point.
+QString extension_of_type(const FileType& type) {
+  const std::string first = type.pattern.substr(0, type.pattern.find(';'));
+  return as_qstring(first.substr(std::min(first.find('.') + 1, first.size())));
+}
+
+class FileQuestion {
+ public:
+  FileQuestion(const FileDialog& dialog, QFileDialog::FileMode mode, QWidget* parent)
+      : window_(parent) {
+    window_.setWindowTitle(as_qstring(menu_text_plain(dialog.title)));
+    window_.setFileMode(mode);
+    QStringList filters;
+    for (const FileType& type : dialog.types) filters << filter_of(type);
+    window_.setNameFilters(filters);
+    const QString folder = QFile::decodeName(std::string(folder_of(dialog.path)).c_str());
+    if (!folder.isEmpty()) window_.setDirectory(folder);
+    if (mode == QFileDialog::AnyFile) prepare_for_new_file(dialog);
+  }
+
+  std::vector<std::string> ask() {
+    if (window_.exec() != QDialog::Accepted) return {};
+    std::vector<std::string> names;
+    for (const QString& name : window_.selectedFiles())
+      names.push_back(QFile::encodeName(name).toStdString());
+    return names;
+  }
+
+ private:
+  void prepare_for_new_file(const FileDialog& dialog) {
+    window_.setAcceptMode(QFileDialog::AcceptSave);
+    window_.setOption(QFileDialog::DontConfirmOverwrite, !dialog.warn_existing);
+    const QString name = QFile::decodeName(std::string(name_of(dialog.path)).c_str());
+    std::size_t chosen = 0;
+    for (std::size_t i = 0; i < dialog.types.size(); ++i)
+      if (has_extension(dialog.path, "." + as_utf8(extension_of_type(dialog.types[i])))) chosen = i;
+    if (!dialog.types.empty()) {
+      window_.selectNameFilter(filter_of(dialog.types[chosen]));
+      window_.setDefaultSuffix(extension_of_type(dialog.types[chosen]));
+    }
+    QObject::connect(&window_, &QFileDialog::filterSelected, [&](const QString& filter) {
+      for (const FileType& type : dialog.types)
+        if (filter_of(type) == filter) window_.setDefaultSuffix(extension_of_type(type));
+    });
+    if (!name.isEmpty()) window_.selectFile(name);
+  }
+
+  QFileDialog window_;
+};
+
+std::optional<std::string> first_of(std::vector<std::string> names) {
+  if (names.empty()) return std::nullopt;
+  return std::move(names.front());
+}
+
+QWidget* parent_of_next_window(MainWindow& window) {
+  QWidget* const modal = QApplication::activeModalWidget();
+  return modal != nullptr ? modal : &window;
+}
+
+}  // namespace
+
+BoxAnswer QtHost::show_message_box(const MessageBox& box) {
+  const Busy busy;
+  QMessageBox window(parent_of_next_window(window_));
+  fill(window, box);
+  BoxAnswer answer = answer_of_escape(box.buttons);
+  for (const BoxAnswer choice : answers_of(box.buttons)) {
+    QPushButton* const button = add_button(window, choice);
+    if (choice == box.default_answer) window.setDefaultButton(button);
+    if (choice == answer) window.setEscapeButton(button);
+    QObject::connect(button, &QPushButton::clicked, [&answer, choice] { answer = choice; });
+  }
+  window.exec();
+  return answer;
+}
+
+bool QtHost::show_note(const MessageBox& note) {
+  const Busy busy;
+  QMessageBox window(parent_of_next_window(window_));
+  fill(window, note);
+  window.setIcon(QMessageBox::NoIcon);
+  add_button(window, BoxAnswer::ok);
+  auto* const hide = new QCheckBox(label(msg, 28));
+  hide->setObjectName(QStringLiteral("hide_note"));
+  window.setCheckBox(hide);
+  window.exec();
+  return hide->isChecked();
+}
+
+void QtHost::beep() { QApplication::beep(); }
+
+std::optional<std::string> QtHost::ask_for_new_file(const FileDialog& dialog) {
+  return first_of(FileQuestion(dialog, QFileDialog::AnyFile, parent_of_next_window(window_)).ask());
+}
+
+std::optional<std::string> QtHost::ask_for_existing_file(const FileDialog& dialog) {
+  return first_of(
+      FileQuestion(dialog, QFileDialog::ExistingFile, parent_of_next_window(window_)).ask());
+}
+
+std::vector<std::string> QtHost::ask_for_existing_files(const FileDialog& dialog) {
+  return FileQuestion(dialog, QFileDialog::ExistingFiles, parent_of_next_window(window_)).ask();
+}
+
+bool QtHost::show(Dialog& dialog) {
+  const Busy busy;
+  QWidget* const parent = parent_of_next_window(window_);
+  if (auto* const names = dynamic_cast<NamesDialog*>(&dialog)) return show_window(*names, parent);
+  if (auto* const info = dynamic_cast<FileInfoDialog*>(&dialog)) return show_window(*info, parent);
+  if (auto* const split = dynamic_cast<SplitDialog*>(&dialog)) return show_window(*split, parent);
+  dialog.cancel();
+  show_refusal("This command is not available yet.");
+  return false;
+}
+
+void QtHost::drive(LongRun& run) { RunWindow(run, parent_of_next_window(window_)).exec(); }
+
+void QtHost::close() { window_.close(); }
+
+bool QtHost::set_clipboard_text(std::string_view text) {
+  QClipboard* const clipboard = QApplication::clipboard();
+  if (text.empty()) {
+    clipboard->clear();
+    return true;
+  }
+  // In the form of plain text for everybody, byte for byte also where a name is no valid text.
+  auto* const data = new QMimeData;
+  data->setData(QStringLiteral("text/plain;charset=utf-8"),
+                QByteArray(text.data(), static_cast<qsizetype>(text.size())));
+  data->setText(as_qstring(text));
+  clipboard->setMimeData(data);
+  return true;
+}
+
+ClipboardContent QtHost::get_clipboard_text(std::string& text) {
+  const QMimeData* const data = QApplication::clipboard()->mimeData();
+  if (data == nullptr) return ClipboardContent::unavailable;
+  if (!data->hasText()) return ClipboardContent::no_text;
+  text = as_utf8(data->text());
+  return ClipboardContent::text;
+}
+
+}  // namespace corvelin

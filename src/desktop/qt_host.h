@@ -1,0 +1,35 @@
+// The host of the desktop: boxes, file dialogs, dialogs and runs as windows over the main window,
+// and the clipboard of the desktop.
+#pragma once
+
+#include "desktop/main_window.h"
+#include "platform/host.h"
+
+namespace corvelin {
+
+class QtHost : public Host {
+ public:
+  /// The window outlives the host.
+  explicit QtHost(MainWindow& window) : window_(window) {}
+
+  BoxAnswer show_message_box(const MessageBox& box) override;
+  bool show_note(const MessageBox& note) override;
+  void beep() override;
+  std::optional<std::string> ask_for_new_file(const FileDialog& dialog) override;
+  std::optional<std::string> ask_for_existing_file(const FileDialog& dialog) override;
+  std::vector<std::string> ask_for_existing_files(const FileDialog& dialog) override;
+  bool show(Dialog& dialog) override;
+  void drive(LongRun& run) override;
+  void close() override;
+  bool set_clipboard_text(std::string_view text) override;
+  ClipboardContent get_clipboard_text(std::string& text) override;
+  void refresh_view(Refresh level) override { window_.refresh(level); }
+  void rebuild_part_list() override { window_.rebuild_part_list(); }
+  void rebuild_recent_menu() override { window_.rebuild_recent_menu(); }
+  void update_menu_state(std::uint8_t mask) override { window_.update_menu_state(mask); }
+
+ private:
+  MainWindow& window_;
+};
+
+}  // namespace corvelin

@@ -1,0 +1,37 @@
+// The window of a long run: how far it is, what it has to say, and Cancel. It steps the run
+// whenever no event waits, so that the window stays alive.
+#pragma once
+
+#include <QTimer>
+
+#include "desktop/dialog_kit.h"
+#include "platform/long_run.h"
+
+class QLabel;
+class QPlainTextEdit;
+class QProgressBar;
+
+namespace corvelin {
+
+class RunWindow : public DialogWindow {
+ public:
+  RunWindow(LongRun& run, QWidget* parent);
+
+  void reject() override;
+
+ private:
+  void step();
+  void show_progress();
+  void end();
+
+  LongRun& run_;
+  QTimer timer_;
+  QProgressBar* bar_;
+  QLabel* progress_;
+  QPlainTextEdit* log_;
+  QCheckBox* closes_;
+  QPushButton* button_;
+  bool is_over_ = false;
+};
+
+}  // namespace corvelin

@@ -1,0 +1,225 @@
+// The window of split save, and the run behind its OK.
+#include <QCheckBox>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "desktop/dialog_kit.h"
+#include "desktop/dialog_windows.h"
+#include "desktop/qt_text.h"
+#include "settings/settings.h"
+
+namespace corvelin {
+
+namespace {
+
+QLabel* new_words(const QString& text) {
+  auto* const words = new QLabel(text);
+  words->setTextFormat(Qt::PlainText);
+  words->setWordWrap(true);
+  words->setAlignment(Qt::AlignTop | Qt::AlignLeading);
+  return words;
+}
+
+// The question of a "Defaults" row stands behind its label.
+QString first_line(const QString& text) { return text.section(u'\n', 0, 0); }
+
+class SplitWindow : public DialogWindow {
+ public:
+  SplitWindow(SplitDialog& dialog, QWidget* parent)
+      : DialogWindow(QStringLiteral("split_dialog"), as_qstring(menu_text_plain(ui_text(men, 15))),
+                     parent),
+        dialog_(dialog) {
+    auto* const rows = new QVBoxLayout(this);
+    rows->addWidget(folder_group());
+    rows->addWidget(names_group());
+    rows->addWidget(options_group());
+    rows->addWidget(new_words(label(dlg, 13)));
+    rows->addLayout(progress_row());
+    rows->addWidget(buttons());
+    setMinimumWidth(620);
+    show_fields();
+    connect(&timer_, &QTimer::timeout, this, [this] { step(); });
+  }
+
+  void reject() override {
+    timer_.stop();
+    take_fields();
+    dialog_.cancel();
+    QDialog::reject();
+  }
+
+ private:
+  QGroupBox* folder_group() {
+    auto* const group = new QGroupBox(label(dlg, 14));
+    auto* const row = new QHBoxLayout(group);
+    folder_ = new_line({}, static_cast<int>(longest_setting));
+    folder_->setObjectName(QStringLiteral("folder"));
+    folder_->setAccessibleName(label(dlg, 14));
+    auto* const choose = new QPushButton(QStringLiteral("..."));
+    choose->setObjectName(QStringLiteral("choose_folder"));
+    choose->setAccessibleName(label(dlg, 14) + QStringLiteral(" ..."));
+    choose->setAutoDefault(false);
+    choose->setFixedWidth(36);
+    connect(choose, &QPushButton::clicked, this, [this] {
+      const QString folder =
+          QFileDialog::getExistingDirectory(this, label(dlg, 14), folder_->text());
+      if (!folder.isEmpty()) folder_->setText(folder);
+    });
+    row->addWidget(folder_);
+    row->addWidget(choose);
+    return group;
+  }
+
+  QGroupBox* names_group() {
+    auto* const group = new QGroupBox(label(dlg, 15));
+    auto* const grid = new QGridLayout(group);
+    pattern_ = new_line({}, static_cast<int>(longest_setting));
+    pattern_->setObjectName(QStringLiteral("pattern"));
+    pattern_->setAccessibleName(label(dlg, 15));
+    first_number_ = new QSpinBox;
+    first_number_->setObjectName(QStringLiteral("first_number"));
+    first_number_->setRange(0, 9999);
+    auto* const words = new QLabel(label(dlg, 16));
+    words->setBuddy(first_number_);
+    grid->addWidget(pattern_, 0, 0, 1, 3);
+    grid->addWidget(words, 1, 0);
+    grid->addWidget(first_number_, 1, 1);
+    auto* const texts = new QHBoxLayout;
+    texts->addWidget(new_words(label(dlg, 11)), 1);
+    texts->addSpacing(12);
+    texts->addWidget(new_words(label(dlg, 12)), 1);
+    grid->addLayout(texts, 2, 0, 1, 3);
+    grid->setColumnStretch(2, 1);
+    return group;
+  }
+
+  QGroupBox* options_group() {
+    auto* const group = new QGroupBox(label(dlg, 28));
+    auto* const grid = new QGridLayout(group);
+    id3v11_ = new_box(label(dlg, 17), false, "split_id3v11");
+    id3v2_ = new_box(label(dlg, 19), false, "split_id3v2");
+    overlap_ = new_box(label(dlg, 18), false, "overlaps");
+    seconds_ = new QSpinBox;
+    seconds_->setObjectName(QStringLiteral("overlap_seconds"));
+    seconds_->setAccessibleName(label(dlg, 18).remove(u'&'));
+    seconds_->setRange(0, 127);
+    connect(overlap_, &QCheckBox::toggled, seconds_, &QWidget::setEnabled);
+    grid->addWidget(id3v11_, 0, 0, 1, 3);
+    grid->addWidget(id3v2_, 1, 0, 1, 3);
+    grid->addWidget(overlap_, 2, 0);
+    grid->addWidget(seconds_, 2, 1);
+    grid->setColumnStretch(2, 1);
+    return group;
+  }
+
+  QHBoxLayout* progress_row() {
+    auto* const row = new QHBoxLayout;
+    auto* const cues = new QLabel(as_qstring(dialog_.cues_text));
+    cues->setObjectName(QStringLiteral("cues"));
+    bar_ = new QProgressBar;
+    bar_->setObjectName(QStringLiteral("progress_bar"));
+    bar_->setAccessibleName(windowTitle());
+    bar_->setRange(0, 100);
+    bar_->setTextVisible(false);
+    status_ = new QLabel;
+    status_->setObjectName(QStringLiteral("status"));
+    status_->setMinimumWidth(status_->fontMetrics().averageCharWidth() * 16);
+    row->addWidget(cues);
+    row->addWidget(bar_, 1);
+    row->addWidget(status_);
+    return row;
+  }
+
+  QDialogButtonBox* buttons() {
+    QDialogButtonBox* const box = ok_and_cancel(&ok_);
+    auto* const defaults = new QPushButton(first_line(label(dlg, 5)));
+    defaults->setObjectName(QStringLiteral("defaults"));
+    defaults->setAutoDefault(false);
+    box->addButton(defaults, QDialogButtonBox::ResetRole);
+    connect(defaults, &QPushButton::clicked, this, [this] {
+      take_fields();
+      dialog_.restore_defaults();
+      show_fields();
+    });
+    connect(box, &QDialogButtonBox::accepted, this, [this] { start(); });
+    connect(box, &QDialogButtonBox::rejected, this, [this] { reject(); });
+    return box;
+  }
+
+  void show_fields() {
+    folder_->setText(QFile::decodeName(dialog_.folder.c_str()));
+    pattern_->setText(as_qstring(dialog_.pattern));
+    first_number_->setValue(dialog_.first_number);
+    id3v11_->setChecked(dialog_.creates_id3v11);
+    id3v2_->setChecked(dialog_.copies_id3v2);
+    overlap_->setChecked(dialog_.overlaps);
+    seconds_->setValue(dialog_.overlap_seconds);
+    seconds_->setEnabled(dialog_.overlaps);
+  }
+
+  // A folder that was not touched keeps its bytes, whatever they are as a text.
+  void take_fields() {
+    if (folder_->text() != QFile::decodeName(dialog_.folder.c_str()))
+      dialog_.folder = QFile::encodeName(folder_->text()).toStdString();
+    dialog_.pattern = pattern_->text().toStdU16String();
+    dialog_.first_number = static_cast<std::uint16_t>(first_number_->value());
+    dialog_.creates_id3v11 = id3v11_->isChecked();
+    dialog_.copies_id3v2 = id3v2_->isChecked();
+    dialog_.overlaps = overlap_->isChecked();
+    dialog_.overlap_seconds = static_cast<std::uint8_t>(seconds_->value());
+  }
+
+  void start() {
+    timer_.stop();
+    take_fields();
+    if (!dialog_.accept()) return;
+    ok_->setEnabled(false);
+    status_->clear();
+    bar_->setValue(0);
+    timer_.start(0);
+  }
+
+  void step() {
+    const bool has_more = dialog_.run->step();
+    bar_->setValue(dialog_.run->percent_done());
+    status_->setText(as_qstring(dialog_.run->progress_text()));
+    if (has_more) return;
+    timer_.stop();
+    ok_->setEnabled(true);
+    if (dialog_.run->result() == SplitResult::finished) return accept();
+    status_->setText(as_qstring(dialog_.run->status()));
+  }
+
+  SplitDialog& dialog_;
+  QTimer timer_;
+  QLineEdit* folder_ = nullptr;
+  QLineEdit* pattern_ = nullptr;
+  QSpinBox* first_number_ = nullptr;
+  QCheckBox* id3v11_ = nullptr;
+  QCheckBox* id3v2_ = nullptr;
+  QCheckBox* overlap_ = nullptr;
+  QSpinBox* seconds_ = nullptr;
+  QProgressBar* bar_ = nullptr;
+  QLabel* status_ = nullptr;
+  QPushButton* ok_ = nullptr;
+};
+
+}  // namespace
+
+bool show_window(SplitDialog& dialog, QWidget* parent) {
+  return SplitWindow(dialog, parent).exec() == QDialog::Accepted;
+}
+
+}  // namespace corvelin
