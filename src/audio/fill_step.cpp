@@ -26,19 +26,14 @@ std::uint32_t frames_in_room(std::span<const std::uint8_t> out) {
   return std::max(1u, static_cast<std::uint32_t>(out.size() / decoder_session.pcm_frame_bytes));
 }
 
-// Decodes what lies in front of the cursor and throws it away: a frame leans on the two before it,
-// and takes up to 511 bytes of its data from further ones. So a place sounds as in a run from the
-// start.
+// Decodes what lies in front of the cursor and throws it away.
 void settle_decoder(std::span<std::uint8_t> out) {
-  constexpr std::uint32_t reach = 3584;  // bytes: more than that takes at any bitrate
   decoder_session.is_settled = true;
-  const EditPosition cursor = selection.cursor;
-  if (cursor == 0) return;
-  const EditPosition back = cursor < reach ? 0 : cursor - reach;
-  FrameCursor reader = frame_cursor_at(find_frame(part_at(back), back).pos);
-  while (reader.pos < cursor) {
+  FrameCursor reader = frame_cursor_at(settling_place(selection.cursor));
+  while (reader.pos < selection.cursor) {
     const EditPosition before = reader.pos;
-    const FramesRead read = read_frames(input_block(), reader, cursor, frames_in_room(out));
+    const FramesRead read =
+        read_frames(input_block(), reader, selection.cursor, frames_in_room(out));
     decode_frames(input_block().first(read.size), out);
     if (reader.pos == before) break;
   }
@@ -71,6 +66,12 @@ std::size_t fill_from_stream(std::span<std::uint8_t> out, std::uint32_t frames,
     }
   }
   return decode_frames(input_block().first(got), out);
+}
+
+EditPosition settling_place(EditPosition pos) {
+  constexpr std::uint32_t reach = 3584;  // bytes: more than that takes at any bitrate
+  const EditPosition back = pos < reach ? 0 : pos - reach;
+  return find_frame(part_at(back), back).pos;
 }
 
 }  // namespace corvelin

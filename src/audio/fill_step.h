@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <span>
 
+#include "model/document.h"
+
 namespace corvelin {
 
 /// Reads up to `frames` frames from the cursor on, no further than to `playback.end_limit`, decodes
@@ -16,5 +18,10 @@ namespace corvelin {
 /// A prelisten of the cut jumps over the selection here, and a loop goes back to its start.
 std::size_t fill_from_stream(std::span<std::uint8_t> out, std::uint32_t frames,
                              std::uint32_t* frame_counter);
+
+/// Where a decoder has to begin so that it gives the frame at `pos` as in a run from the start: at
+/// a frame in front of it, as a frame leans on the two before it and takes up to 511 bytes of its
+/// data from further ones.
+EditPosition settling_place(EditPosition pos);
 
 }  // namespace corvelin

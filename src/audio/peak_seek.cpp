@@ -3,8 +3,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
-#include <span>
 #include <vector>
 
 #include "audio/decoder_bridge.h"
@@ -19,16 +17,6 @@ namespace corvelin {
 namespace {
 
 std::vector<std::int16_t> samples;  // the room of the measuring under way
-
-std::uint16_t highest_magnitude(std::span<const std::int16_t> values) {
-  std::int16_t lowest = 0;
-  std::int16_t highest = 0;
-  for (const std::int16_t value : values) {
-    lowest = std::min(lowest, value);
-    highest = std::max(highest, value);
-  }
-  return static_cast<std::uint16_t>(std::max<int>(highest, -lowest));
-}
 
 }  // namespace
 
@@ -57,6 +45,16 @@ void peak_seek_close() {
   decoder_close();
   playback.prelisten_mode = plain_play;
   selection.cursor = playback.saved_cursor;
+}
+
+std::uint16_t highest_magnitude(std::span<const std::int16_t> values) {
+  std::int16_t lowest = 0;
+  std::int16_t highest = 0;
+  for (const std::int16_t value : values) {
+    lowest = std::min(lowest, value);
+    highest = std::max(highest, value);
+  }
+  return static_cast<std::uint16_t>(std::max<int>(highest, -lowest));
 }
 
 }  // namespace corvelin

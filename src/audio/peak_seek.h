@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 namespace corvelin {
 
@@ -19,5 +20,8 @@ std::uint16_t peak_seek_read(std::uint32_t frames);
 /// Ends the measuring and puts the cursor back to where it was at its start. Does nothing without
 /// one.
 void peak_seek_close();
+
+/// The highest magnitude among samples.
+std::uint16_t highest_magnitude(std::span<const std::int16_t> values);
 
 }  // namespace corvelin

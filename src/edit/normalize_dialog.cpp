@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "audio/decoder_bridge.h"
 #include "audio/peak_seek.h"
 #include "document/open_state.h"
 #include "edit/level_commands.h"
@@ -20,8 +21,8 @@ namespace corvelin {
 
 namespace {
 
-constexpr std::uint32_t frames_a_read = 10;
-constexpr int reads_a_step = 50;
+// A selection of so many frames is heard to its end before anything is said of it.
+constexpr std::uint32_t shortest_to_leave = 500;
 
 double decibels(int peak) { return 20 * std::log10(peak / 32767.0); }
 
@@ -42,24 +43,24 @@ std::uint8_t batch_level = batch_level_unchanged;
 void NormalizeDialog::begin() {
   norm_peak = norm_change = percent_ = 0;
   scan_end_ = selection.sel_end;
-  if (!peak_seek_open(frames_a_read)) return;
-  state = State::scanning;
-  selection.cursor = selection.sel_beg;
-  document.current_part = part_at(selection.cursor);
+  if (!peak_seek_open(1)) return;
+  if (peaks_.open(selection.sel_beg, scan_end_, decoder_session.pcm_format.channels))
+    state = State::scanning;
+  else
+    peak_seek_close();
 }
 
 bool NormalizeDialog::step() {
   if (state != State::scanning) return false;
-  const EditPosition before = selection.cursor;
-  for (int i = 0; i < reads_a_step && selection.cursor < scan_end_; ++i)
-    norm_peak = std::max<int>(norm_peak, peak_seek_read(frames_a_read));
+  const EditPosition before = peaks_.pos();
+  norm_peak = std::max<int>(norm_peak, peaks_.read());
   take_peak();
-  percent_ = percent_of(selection.cursor - selection.sel_beg, scan_end_ - selection.sel_beg);
-  const bool goes_on = selection.cursor < scan_end_ && selection.cursor != before;
+  percent_ = percent_of(peaks_.pos() - selection.sel_beg, scan_end_ - selection.sel_beg);
+  const bool goes_on = peaks_.pos() < scan_end_ && peaks_.pos() != before;
   const bool is_full = norm_peak != 0 && norm_change == 0 && batch_offset() == 0;
   if (goes_on && !is_full) return true;
   cancel();
-  state = goes_on ? State::full_scale : State::finished;
+  state = is_full && peaks_.frames() > shortest_to_leave ? State::full_scale : State::finished;
   percent_ = 100;
   return false;
 }

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-#include "model/document.h"
+#include "audio/stretch_peaks.h"
 #include "platform/host.h"
 #include "platform/long_run.h"
 
@@ -29,7 +29,7 @@ struct NormalizeDialog : Dialog, LongRun {
   /// Starts the scan of the selection. It doesn't begin without a decoder, which has been told.
   void begin() override;
 
-  /// Up to 500 frames.
+  /// A few thousand frames.
   bool step() override;
 
   /// "St&op" and "&Cancel": what was found so far stays.
@@ -54,6 +54,7 @@ struct NormalizeDialog : Dialog, LongRun {
  private:
   void take_peak();
 
+  StretchPeaks peaks_;
   EditPosition scan_end_ = 0;
   int percent_ = 0;
 };

@@ -9,6 +9,7 @@
 #include "audio/decoder_bridge.h"
 #include "audio/fill_step.h"
 #include "audio/playback.h"
+#include "audio/stretch_peaks.h"
 #include "model/frame_locator.h"
 #include "platform/dynamic_library.h"
 #include "settings/settings.h"
@@ -160,6 +161,24 @@ TEST_F(PeakSeek, EndsWithTheSelectionAndPutsTheCursorBack) {
   peak_seek_close();
   EXPECT_EQ(selection.cursor, cursor);
   EXPECT_EQ(peak_seek_read(6), 0);  // no session
+}
+
+TEST_F(PeakSeek, TwoDecodersFindThePeakOfOne) {
+  // Of all samples the one whose rounding depends most on the frames before.
+  const Bytes once = read_file(CORVELIN_SAMPLES "/mono_mpeg2.mp3");
+  Mp3Builder builder;
+  for (int i = 0; i < 11; ++i) builder.raw(once);
+  ASSERT_TRUE(open("long.mp3", builder.bytes()));
+  StretchPeaks stretch;
+  ASSERT_TRUE(stretch.open(0, document.total_size, 1));
+  ASSERT_TRUE(peak_seek_open(10));
+  while (selection.cursor < document.total_size) {
+    int peak = 0;
+    for (int i = 0; i < 400; ++i) peak = std::max<int>(peak, peak_seek_read(10));
+    EXPECT_EQ(stretch.read(), peak);
+    EXPECT_EQ(stretch.pos(), selection.cursor);
+  }
+  EXPECT_EQ(stretch.frames(), 11U * 830);
 }
 
 TEST_F(PeakSeek, TellsWhatToInstall) {

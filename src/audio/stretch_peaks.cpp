@@ -1,0 +1,102 @@
+// Two decoders side by side.
+#include "audio/stretch_peaks.h"
+
+#include <algorithm>
+#include <array>
+#include <future>
+#include <span>
+#include <system_error>
+
+#include "audio/fill_step.h"
+#include "audio/peak_seek.h"
+#include "model/frame_locator.h"
+
+namespace corvelin {
+
+namespace {
+
+// At the lowest bitrates a frame takes data from 24 frames before it. How samples are rounded
+// depends on how many frames, modulo 8, a decoder was given before: multiples of that keep two
+// decoders in step with one.
+constexpr std::uint32_t lead_in_frames = 32;
+constexpr std::uint32_t frames_a_half = 2000;
+
+std::uint16_t decode_peak(MpegDecoder& decoder, std::span<const std::uint8_t> frames) {
+  constexpr std::size_t piece = 65536;          // bytes, of which the decoder keeps a copy
+  std::array<std::int16_t, 2304> samples = {};  // of one frame
+  const std::span<std::uint8_t> room(reinterpret_cast<std::uint8_t*>(samples.data()),
+                                     sizeof samples);
+  std::uint16_t peak = 0;
+  while (!frames.empty()) {
+    const std::size_t size = std::min(frames.size(), piece);
+    MpegStep step = decoder.feed(frames.first(size)) ? MpegStep::produced : MpegStep::failed;
+    while (step == MpegStep::produced) {
+      std::size_t done = 0;
+      step = decoder.next(room, done);
+      peak = std::max(peak, highest_magnitude(std::span(samples).first(done / sizeof samples[0])));
+    }
+    frames = frames.subspan(size);
+  }
+  return peak;
+}
+
+}  // namespace
+
+bool StretchPeaks::open(EditPosition begin, EditPosition end, int channels) {
+  MpegLibrary library;
+  if (!library.load()) return false;
+  reader_ = frame_cursor_at(settling_place(begin));
+  end_ = begin;
+  for (Half& half : halves_) {
+    if (!half.decoder.open(library, channels)) return false;
+    half.lead_in.clear();
+    half.frames.clear();
+    half.tail = 0;
+  }
+  append_frames(halves_[1].frames, any_frame_count);
+  end_ = end;
+  frames_ = 0;
+  return true;
+}
+
+std::uint16_t StretchPeaks::read() {
+  fill(halves_[0], halves_[1]);
+  fill(halves_[1], halves_[0]);
+  const auto measure = [](Half& half) {
+    decode_peak(half.decoder, half.lead_in);
+    return decode_peak(half.decoder, half.frames);
+  };
+  std::future<std::uint16_t> second;
+  try {
+    second = std::async(std::launch::async, measure, std::ref(halves_[1]));
+  } catch (const std::system_error&) {  // no thread to be had: one behind the other
+    second = std::async(std::launch::deferred, measure, std::ref(halves_[1]));
+  }
+  const std::uint16_t first = measure(halves_[0]);
+  return std::max(first, second.get());
+}
+
+// Appends so many frames, or what is left of the stretch.
+void StretchPeaks::append_frames(std::vector<std::uint8_t>& bytes, std::uint32_t count) {
+  while (count > 0 && reader_.pos < end_) {
+    const EditPosition before = reader_.pos;
+    const std::size_t size = bytes.size();
+    bytes.resize(size + frame_block_limit);
+    const FramesRead read = read_frames(std::span(bytes).subspan(size), reader_, end_, count);
+    bytes.resize(size + read.size);
+    count -= read.frames;
+    frames_ += read.frames;
+    if (reader_.pos == before) break;
+  }
+}
+
+void StretchPeaks::fill(Half& half, const Half& before) {
+  half.lead_in.assign(before.frames.begin() + static_cast<std::ptrdiff_t>(before.tail),
+                      before.frames.end());
+  half.frames.clear();
+  append_frames(half.frames, frames_a_half - lead_in_frames);
+  half.tail = half.frames.size();
+  append_frames(half.frames, lead_in_frames);
+}
+
+}  // namespace corvelin
