@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "audio/decoder_bridge.h"
+#include "audio/frame_feed.h"
 #include "audio/playback.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
@@ -13,6 +14,8 @@
 namespace corvelin {
 
 namespace {
+
+FrameFeed feed;
 
 std::span<std::uint8_t> input_block() { return std::span(frame_block).first(frame_block_limit); }
 
@@ -46,14 +49,12 @@ std::size_t fill_from_stream(std::span<std::uint8_t> out, std::uint32_t frames,
   if (!decoder_session.decoder_ready) return 0;
   if (!decoder_session.is_settled) settle_decoder(out);
   frames = std::min(frames, frames_in_room(out));
-  std::size_t got = 0;
+  Frames input;
   // A read ends at a part's border and at bad data, and a jump takes a round of its own.
   constexpr int most_rounds = 3;
-  for (int round = 0; round < most_rounds && got == 0; ++round) {
+  for (int round = 0; round < most_rounds && input.count == 0; ++round) {
     if (selection.cursor < playback.end_limit) {
-      const FramesRead read = read_frames_at_edit_cursor(input_block(), playback.end_limit, frames);
-      got = read.size;
-      if (frame_counter != nullptr) *frame_counter += read.frames;
+      input = feed.take(frames, playback.end_limit);
     } else if (playback.prelisten_mode == prelisten_as_cut) {
       go_to(selection.sel_end);
       const std::uint64_t end = std::uint64_t{selection.sel_end} + prelisten_bytes();
@@ -65,7 +66,8 @@ std::size_t fill_from_stream(std::span<std::uint8_t> out, std::uint32_t frames,
       playback.end_limit = selection.sel_end;
     }
   }
-  return decode_frames(input_block().first(got), out);
+  if (frame_counter != nullptr) *frame_counter += input.count;
+  return decode_frames(input.bytes, out);
 }
 
 EditPosition settling_place(EditPosition pos) {

@@ -1,0 +1,41 @@
+// Frames from the edit cursor on, a few at a time, while the file is read in larger blocks.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "model/frame_reader.h"
+
+namespace corvelin {
+
+/// Some whole frames.
+struct Frames {
+  std::span<const std::uint8_t> bytes;
+  std::uint32_t count = 0;
+};
+
+class FrameFeed {
+ public:
+  /// Up to `most` frames, no further than to `end`, good until the next call. The cursor,
+  /// `current_part` and the frame shown move on as by `read_frames_at_edit_cursor`, and none is
+  /// given where that gives none. What was read ahead is dropped when the cursor was moved or the
+  /// document changed.
+  Frames take(std::uint32_t most, EditPosition end);
+
+ private:
+  [[nodiscard]] bool stands_at_edit_cursor(EditPosition end) const;
+  void read_block(EditPosition end);
+  Frames next_frames(std::uint32_t most);
+
+  std::vector<std::uint8_t> block_;
+  std::size_t begin_ = 0;  // of the next frame in the block
+  std::size_t size_ = 0;   // of all frames in it
+  FrameCursor next_;       // at that frame
+  FrameCursor behind_;     // where the reading goes on
+  EditPosition end_ = 0;
+  std::uint64_t revision_ = 0;  // of the document
+};
+
+}  // namespace corvelin
