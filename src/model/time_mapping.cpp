@@ -86,7 +86,7 @@ std::string format_time(std::uint32_t pos, double rate, SecondsForm form) {
   const double seconds = ms % ms_per_minute / 1000.0;
   std::string text = minutes < 60 ? fmt::format("{}'", minutes)
                                   : fmt::format("{}:{:02}'", minutes / 60, minutes % 60);
-  if (form == SecondsForm::recorder) {
+  if (form == SecondsForm::recording) {
     text += fmt::format("{:4.1f}", seconds);
   } else if (settings.show_milisec != 0) {
     text += fmt::format("{:6.3f}", seconds);

@@ -29,8 +29,8 @@ EditPosition from_time_scale(std::uint32_t scaled);
 
 /// How the seconds of a time are written.
 enum class SecondsForm {
-  display,   // with 2 decimals, or with 3 by the setting `show_milisec`
-  recorder,  // with 1 decimal, as it changes all the time
+  display,    // with 2 decimals, or with 3 by the setting `show_milisec`
+  recording,  // with 1 decimal, as it changes all the time
 };
 
 /// A place on the time scale as minutes and seconds (1'05.50), from one hour on with hours

@@ -11,6 +11,7 @@
 #include "shell/graph_drawing.h"
 #include "shell/map_drawing.h"
 #include "shell/meter_drawing.h"
+#include "shell/record_panel.h"
 #include "shell/view_texts.h"
 
 namespace corvelin {
@@ -57,6 +58,10 @@ void view_redraw(EditorView& view, Canvas& canvas) {
   const ViewLayout& layout = view.layout;
   canvas.fill({0, 0, layout.width, layout.height}, settings.rgb_background);
   view.handles.clear();
+  if (playback.is_recording_armed) {
+    draw_record_panel(layout, canvas);
+    return draw_meter(layout, canvas);
+  }
   if (document.parts.empty()) return draw_start_screen(layout, canvas);
 
   sample_frames(view.samples, play_position(), layout.view_frames, layout.fold);

@@ -24,7 +24,8 @@ struct EditorView {
 /// `display_scale` is device pixels per 1/96 inch.
 void lay_out_view(EditorView& view, int width, int height, float display_scale);
 
-/// Draws all of the view: the document, or the start screen without one.
+/// Draws all of the view: the document, or the start screen without one; while a recording is armed
+/// what that tells.
 void view_redraw(EditorView& view, Canvas& canvas);
 
 }  // namespace corvelin

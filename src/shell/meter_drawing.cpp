@@ -5,6 +5,8 @@
 #include <string_view>
 
 #include "audio/level_meter.h"
+#include "audio/playback.h"
+#include "audio/recorder.h"
 #include "model/stream_info.h"
 #include "settings/settings.h"
 
@@ -43,8 +45,12 @@ void draw_scale(const ViewLayout& layout, int left, int right, Canvas& canvas) {
 
 }  // namespace
 
+bool has_mono_meter() {
+  return playback.is_recording_armed ? recorder.channels == 1 : stream_kind.channel_mode == mono;
+}
+
 void draw_meter(const ViewLayout& layout, Canvas& canvas) {
-  const bool is_mono = stream.current_frame.channel_mode == mono;
+  const bool is_mono = has_mono_meter();
   const int left = layout.meter_left + (is_mono ? layout.meter_pitch : 0);
   const int right = layout.meter_left + layout.meter_pitch + layout.meter_bar_w;
   const int bottom = layout.meter_top + layout.meter_height;
@@ -56,7 +62,16 @@ void draw_meter(const ViewLayout& layout, Canvas& canvas) {
     const int level = row_of(layout, level_meter.meter_level[slot]);
     const int hold = row_of(layout, level_meter.meter_hold[slot]);
     canvas.fill({x, level, x + layout.meter_bar_w, bottom + 1}, settings.rgb_vumeter);
-    canvas.fill({x, hold, x + layout.meter_bar_w, hold + 2}, settings.rgb_vumeter);
+    // Clipping is shown while something can be done about it.
+    const bool is_clipping =
+        playback.is_recording_armed && level_meter.meter_hold[slot] == highest_meter;
+    canvas.fill({x, hold, x + layout.meter_bar_w, hold + 2},
+                is_clipping ? settings.rgb_cursor : settings.rgb_vumeter);
+  }
+  if (playback.is_recording_armed && recorder.rec_level_on) {
+    const int threshold =
+        row_of(layout, meter_curve(static_cast<std::uint8_t>(settings.rec_threshold & 0xFF)));
+    canvas.fill({left, threshold, right, threshold + 2}, settings.rgb_cursor);
   }
 }
 

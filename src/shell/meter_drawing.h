@@ -6,6 +6,9 @@
 
 namespace corvelin {
 
+/// Whether there is one channel: of the recording that is armed, else of the stream.
+bool has_mono_meter();
+
 void draw_meter(const ViewLayout& layout, Canvas& canvas);
 
 }  // namespace corvelin

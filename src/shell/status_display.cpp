@@ -8,6 +8,7 @@
 
 #include "audio/level_meter.h"
 #include "audio/playback.h"
+#include "audio/recorder.h"
 #include "document/open_state.h"
 #include "model/document.h"
 #include "model/selection.h"
@@ -18,6 +19,8 @@
 #include "platform/path.h"
 #include "platform/program.h"
 #include "settings/settings.h"
+#include "shell/meter_drawing.h"
+#include "shell/record_panel.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -116,7 +119,7 @@ double margin_in_db(std::uint8_t raw) { return -20 * std::log10(raw / 127.001); 
 
 std::string margin_text() {
   const double right = margin_in_db(level_meter.meter_margin[1]);
-  if (stream.current_frame.channel_mode == mono) return fmt::format("{:2.1f}", right);
+  if (has_mono_meter()) return fmt::format("{:2.1f}", right);
   return fmt::format(" {:2.1f}  /  {:2.1f}", margin_in_db(level_meter.meter_margin[0]), right);
 }
 
@@ -140,12 +143,25 @@ void show_position(StatusDisplay& status) {
   status.has_scroll_bar = true;
 }
 
+void show_recording(StatusDisplay& status) {
+  if (!playback.is_recording_armed) {
+    status.position_field = status.info_bar = blank;
+    return;
+  }
+  status.position_field = recording_place_text();
+  if (recorder.rec_writing) {
+    status.range_field = recording_cues_text();
+  } else {
+    status.info_bar = encoder_text();
+  }
+}
+
 }  // namespace
 
 Refresh refresh_status(StatusDisplay& status, Refresh level) {
   level = effective_level(level);
   if (level == Refresh::no_document) clear(status);
-  if (level == Refresh::recording_state) status.position_field = status.info_bar = blank;
+  if (level == Refresh::recording_state) show_recording(status);
   if (level >= Refresh::all && !open_state.audio_name.empty()) status.title = title();
   if (level >= Refresh::places) {
     status.range_field = range_text();

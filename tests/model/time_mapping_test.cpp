@@ -81,7 +81,7 @@ TEST_F(TimeMapping, FormatsTimes) {
   for (const auto& row : rows) EXPECT_EQ(format_time(row.bytes, row.rate), row.text);
   settings.show_milisec = 1;
   EXPECT_EQ(format_time(80018, 128000), "0'05.001");
-  EXPECT_EQ(format_time(80000, 128000, SecondsForm::recorder), "0'05.0");
+  EXPECT_EQ(format_time(80000, 128000, SecondsForm::recording), "0'05.0");
 }
 
 TEST_F(TimeMapping, AbsurdTimesGiveDefinedPlaces) {

@@ -169,7 +169,7 @@ TEST_F(EditorViewTest, MeterHasABarAndAHoldMarkForEachChannel) {
   EXPECT_EQ(draw(200, 200).drawn("vumeter", 0, 200),
             "165,9,193,10 165,165,193,166 165,9,166,166 192,9,193,166 "
             "166,87,178,165 166,10,178,12 180,164,192,165 180,43,192,45");
-  stream.current_frame.channel_mode = mono;
+  stream_kind.channel_mode = mono;
   settings.db_scale = 1;
   const RecordingCanvas canvas = draw(200, 200);
   EXPECT_EQ(canvas.drawn("vumeter", 0, 200),

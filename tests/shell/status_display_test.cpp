@@ -90,7 +90,7 @@ TEST_F(StatusDisplayTest, LevelsSayHowMuchIsBroughtUpToDate) {
   EXPECT_EQ(status.range_field, range);
   EXPECT_EQ(status.scroll_position, 400);
   EXPECT_EQ(status.margin, " 0.0  /  6.0");
-  stream.current_frame.channel_mode = mono;
+  stream_kind.channel_mode = mono;
   level_meter = {};
   EXPECT_EQ(refreshed(Refresh::playing).margin, "42.1");
   stream.current_frame.frame_length = 0;

@@ -1,0 +1,104 @@
+// Texts of a recording.
+#include "shell/record_panel.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdint>
+
+#include "audio/encoder_settings.h"
+#include "audio/recorder.h"
+#include "model/time_mapping.h"
+#include "settings/settings.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+std::string recorder_time(std::int64_t length) {
+  const auto shown = static_cast<std::uint32_t>(std::clamp<std::int64_t>(length, 0, 0xFFFFFFFF));
+  return format_time(shown, recorder.rec_rate, SecondsForm::recording);
+}
+
+// A file that is gone on with says nothing of its time at a variable bit rate: the time is that of
+// this take alone.
+std::string recorded_time() {
+  const std::string time = recorder_time(static_cast<std::int64_t>(recorded_length()));
+  return recorder.rec_by_pcm && settings.rec_appenddata != 0 ? "(" + time + ")" : time;
+}
+
+std::string remaining_time_or_backlog() {
+  if (settings.rec_time != 0) return recorder_time(recorder.rec_remaining);
+  return fmt::format("{} %", recorder.rec_backlog * 100 / recording_buffers);
+}
+
+std::string special_kind() {
+  if (recorder.rec_speed > 0) return menu_text_plain(ui_text(men, 44));
+  if (recorder.rec_level_on) return menu_text_plain(ui_text(cfg, 73));
+  return {};
+}
+
+std::string lame_text() {
+  std::string text = fmt::format("Lame: {}", settings.enc_lam_bitrate);
+  if (is_lame_vbr()) {
+    text += fmt::format("-{} kbps (VBR, Q{}), ", settings.enc_lam_bitrate_max,
+                        settings.enc_lam_vbr_quality);
+  } else if (settings.enc_lam_vbr_method == lame_method_abr) {
+    text += fmt::format("-{} kbps (ABR {} kbps), ", settings.enc_lam_bitrate_max,
+                        settings.enc_lam_abr_bitrate);
+  } else {
+    text += " kbps, ";
+  }
+  text += fmt::format("{} kHz, ", settings.enc_lam_samplerate / 1000);
+  if (settings.enc_lam_mode == lame_mode_mono) return text + "Mono";
+  return text + (settings.enc_lam_mode == lame_mode_joint_stereo ? "Joint Stereo" : "Stereo");
+}
+
+std::string codec_manager_text() {
+  return fmt::format("ACM: {} kbps, {} kHz, {}", settings.enc_acm_bitrate / 1000,
+                     settings.enc_acm_samplerate / 1000,
+                     settings.enc_acm_channels == 1 ? "Mono" : "Stereo");
+}
+
+}  // namespace
+
+void draw_record_panel(const ViewLayout& layout, Canvas& canvas) {
+  const int height = std::min(120, layout.height / 3);  // of the recorded time
+  const int label_height = height / 3;
+  const int below_middle = height / 4;
+  const int centre = layout.width / 2;
+  const int middle = layout.height / 2;
+  const auto label = [&](int y, std::string_view text) {
+    canvas.text(centre - 20, y, text,
+                {.height = label_height, .colour = settings.rgb_mpeg, .align = TextAlign::right});
+  };
+  const auto value = [&](int y, std::string_view text, int text_height, Colour colour) {
+    if (!text.empty()) canvas.text(centre, y, text, {.height = text_height, .colour = colour});
+  };
+  label(label_height + middle - height, ui_text(win, 26));
+  label(middle + below_middle, ui_text(win, settings.rec_time != 0 ? 24 : 27));
+  value(height * 7 / 10 + middle, special_kind(), label_height, settings.rgb_selection);
+  value(middle + below_middle, remaining_time_or_backlog(), label_height, settings.rgb_cursor);
+  value(middle - height + below_middle, recorded_time(), height, settings.rgb_cursor);
+}
+
+std::string encoder_text() {
+  const bool is_lame = settings.enc_type == static_cast<std::uint8_t>(EncoderType::lame);
+  return "  Encoder = " + (is_lame ? lame_text() : codec_manager_text());
+}
+
+std::string recording_place_text() {
+  if (!recorder.rec_writing) return std::string(ui_text(win, 28));
+  return fmt::format(" {} '{}'", ui_text(win, 29), recorder.rec_file_name);
+}
+
+std::string recording_cues_text() {
+  if (!recorder.rec_writing) return {};
+  if (recorder.rec_cues.empty()) return std::string(ui_text(win, 30));
+  const std::int64_t place =
+      recorder.rec_by_pcm ? recorder.rec_pcm_clock : recorder.rec_cues.back().position;
+  return fmt::format(" Cue ({}): {}", recorder.rec_cues.size(), recorder_time(place));
+}
+
+}  // namespace corvelin

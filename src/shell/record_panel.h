@@ -1,0 +1,23 @@
+// What stands in the place of graph and map while a recording is armed, and the texts of its
+// status.
+#pragma once
+
+#include <string>
+
+#include "shell/canvas.h"
+#include "shell/view_layout.h"
+
+namespace corvelin {
+
+void draw_record_panel(const ViewLayout& layout, Canvas& canvas);
+
+/// The encoder and its settings.
+std::string encoder_text();
+
+/// Where the recording is written to, or that it waits for its start.
+std::string recording_place_text();
+
+/// How many cues were set while it is written; empty before that.
+std::string recording_cues_text();
+
+}  // namespace corvelin
