@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "cli/messages.h"
+#include "platform/program.h"
 
 namespace corvelin {
 
@@ -74,7 +75,7 @@ ParsedOptions parse_options(int argc, const char* const* argv) {
   ParsedOptions parsed;
   Options& options = parsed.options;
   CLI::App app("Edits MP3, MP2 and AAC files without decoding them.", "corvelin-cli");
-  app.set_version_flag("--version", "corvelin-cli 2.40");
+  app.set_version_flag("--version", "corvelin-cli " + std::string(program_version));
   app.add_option("FILE", options.file,
                  "The file to open: audio, a project, a cue sheet or a playlist");
   app.add_flag("--info", options.info, "Print the summary of the stream");

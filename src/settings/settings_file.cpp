@@ -11,14 +11,13 @@
 #include <vector>
 
 #include "platform/file.h"
+#include "platform/program.h"
 #include "platform/text.h"
 #include "settings/setting_table.h"
 
 namespace corvelin {
 
 namespace {
-
-constexpr std::string_view current_version = "2.40";
 
 // The older form of a path: its UTF-16 bytes in hexadecimal digits.
 bool is_stored_in_hex(std::string_view key, std::string_view value) {
@@ -89,7 +88,7 @@ struct ValueWriter {
     line(is_stored_in_hex(key, path) ? wide_to_hex(bytes_to_wide(path, true)) : path);
   }
   void operator()(std::u16string Settings::*field) const {
-    line(field == &Settings::version ? current_version : wide_to_bytes(settings.*field, true));
+    line(field == &Settings::version ? program_version : wide_to_bytes(settings.*field, true));
   }
   void operator()(std::vector<std::string> Settings::*field) const {
     std::span<const std::string> lines = settings.*field;
