@@ -19,13 +19,12 @@
 #include "desktop/menus.h"
 #include "desktop/qt_text.h"
 #include "edit/menu_state.h"
-#include "edit/undo.h"
 #include "model/document.h"
 #include "platform/system.h"
 #include "settings/settings.h"
+#include "shell/button_texts.h"
 #include "shell/panel_buttons.h"
 #include "shell/window_events.h"
-#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -106,21 +105,12 @@ void MainWindow::make_buttons(const std::vector<PlacedButton>& places) {
       button->setIcon(command_icon(place.id, look_.icon_colours()));
     }
     button->setAutoRaise(is_toolbar || form < PanelForm::classic_symbols);
-    const QString tooltip = tooltip_of(place.id);
-    if (settings.showtt != 0) button->setToolTip(tooltip);
+    if (settings.showtt != 0) button->setToolTip(as_qstring(button_tooltip(place.id)));
     button->setToolTipDuration(20000);
-    button->setAccessibleName(tooltip.section(QStringLiteral("   ["), 0, 0));
+    button->setAccessibleName(as_qstring(button_name(place.id)));
     button->setCheckable(place.id == 212 || place.id == 213);
     buttons_[place.id] = button;
   }
-}
-
-// The text of a menu entry, or of the tooltip of a command that has none.
-QString MainWindow::tooltip_of(CommandId id) const {
-  const auto command = std::ranges::find(command_table(), id, &Command::id);
-  if (command == command_table().end()) return {};
-  const std::string_view text = ui_text(command->section, command->row);
-  return as_qstring(command->section == ttp ? text : menu_text_plain(text, true));
 }
 
 WindowSpace MainWindow::space() const {
@@ -223,7 +213,7 @@ QString MainWindow::panel_text(CommandId id) const {
 }
 
 void MainWindow::show_undo_label() {
-  buttons_[1022]->setToolTip(as_qstring(menu_text_plain(undo_menu_text(), true)));
+  if (settings.showtt != 0) buttons_[1022]->setToolTip(as_qstring(button_tooltip(1022)));
 }
 
 void MainWindow::rebuild_part_list() { menus_->rebuild_part_list(); }

@@ -61,7 +61,6 @@ class MainWindow : public QMainWindow {
   [[nodiscard]] WindowSpace space() const;
   [[nodiscard]] double ratio() const { return client_->devicePixelRatioF(); }
   [[nodiscard]] QRect logical(const Rect& area) const;
-  [[nodiscard]] QString tooltip_of(CommandId id) const;
   [[nodiscard]] QString panel_text(CommandId id) const;
 
   Look look_;

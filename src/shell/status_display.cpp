@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cmath>
 #include <string_view>
 
@@ -42,7 +43,7 @@ std::string selection_text() {
   const std::uint32_t begin = to_time_scale(selection.sel_beg);
   const std::uint32_t end = to_time_scale(selection.sel_end);
   return fmt::format(" {}: {} - {} ({})", ui_text(win, 22), time_at(begin), time_at(end),
-                     time_at(end - begin));
+                     time_at(end > begin ? end - begin : 0));
 }
 
 std::string part_text() {
@@ -123,6 +124,18 @@ std::string margin_text() {
   return fmt::format(" {:2.1f}  /  {:2.1f}", margin_in_db(level_meter.meter_margin[0]), right);
 }
 
+// What a bar shows, back from its compressed scale.
+double level_in_db(std::uint8_t level) {
+  constexpr double lowest = -48;
+  const double raw = -60 * std::log(1 - level / 144.0);
+  return raw < 1 ? lowest : 20 * std::log10(raw / highest_meter);
+}
+
+std::string_view trimmed(std::string_view text) {
+  const std::size_t begin = std::min(text.find_first_not_of(' '), text.size());
+  return text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
+}
+
 Refresh effective_level(Refresh level) {
   if (document.total_size != 0 || level <= Refresh::no_document) return level;
   return playback.is_recording_armed ? Refresh::recording_state : Refresh::no_document;
@@ -171,6 +184,20 @@ Refresh refresh_status(StatusDisplay& status, Refresh level) {
   const bool is_buffer = level == Refresh::playing || level == Refresh::recording;
   if (is_buffer && settings.margin != 0) status.margin = margin_text();
   return level;
+}
+
+std::string view_in_words() {
+  if (document.parts.empty()) return {};
+  std::string words(trimmed(position_text(to_time_scale(play_position()))));
+  words.append("; ").append(trimmed(part_text()));
+  if (has_selection()) words.append("; ").append(trimmed(selection_text()));
+  return words;
+}
+
+std::string meter_in_words() {
+  const double right = level_in_db(level_meter.meter_level[1]);
+  if (has_mono_meter()) return fmt::format("{:.0f} dB", right);
+  return fmt::format("{:.0f} dB / {:.0f} dB", level_in_db(level_meter.meter_level[0]), right);
 }
 
 }  // namespace corvelin

@@ -30,4 +30,9 @@ constexpr int scroll_page = 100;
 /// anew.
 Refresh refresh_status(StatusDisplay& status, Refresh level);
 
+// For those who can't see the view: what others read from graph and map (position, part and
+// selection; nothing without a document), and from the meter.
+std::string view_in_words();
+std::string meter_in_words();
+
 }  // namespace corvelin

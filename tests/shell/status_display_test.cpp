@@ -1,10 +1,11 @@
-// The texts beside the view.
+// The texts beside the view and on the buttons.
 #include "shell/status_display.h"
 
 #include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "model/stream_info.h"
 #include "settings/settings.h"
+#include "shell/button_texts.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {
@@ -104,6 +105,42 @@ TEST_F(StatusDisplayTest, LevelsSayHowMuchIsBroughtUpToDate) {
   playback.is_recording_armed = true;
   EXPECT_EQ(refresh_status(status, Refresh::playing), Refresh::recording_state);
   playback = {};
+}
+
+TEST_F(StatusDisplayTest, WordsTellWhatIsSeen) {
+  make("0-8* 8-20* @5 =8-12 #1");
+  stream.avg_bitrate = 3336;
+  EXPECT_EQ(view_in_words(),
+            "Total: 0'20.00   Now: 0'05.00   (25%); Part (2 / 2): 0'08.00 - 0'20.00 (0'12.00); "
+            "Selection: 0'08.00 - 0'12.00 (0'04.00)");
+  level_meter = {.meter_level = {95, 0}};
+  EXPECT_EQ(meter_in_words(), "-6 dB / -48 dB");
+  stream_kind.channel_mode = mono;
+  EXPECT_EQ(meter_in_words(), "-48 dB");
+  level_meter = {};
+  close_all();
+  EXPECT_EQ(view_in_words(), "");
+}
+
+TEST(ButtonTexts, TellTheKeyAndWhatUndoTakesBack) {
+  undo_stack = {{.undo_label = "Auto crop"}};
+  struct {
+    CommandId id;
+    const char* tooltip;
+    const char* name;
+  } const rows[] = {{152, "Cut/Cue: Delete selected range / create Cue or edit point   [Del or C]",
+                     "Cut/Cue: Delete selected range / create Cue or edit point"},
+                    {205, "Trim left side of current cut to left   [Ctrl+1]",
+                     "Trim left side of current cut to left"},
+                    {1050, "Configure   [F11]", "Configure"},
+                    {213, "Create/use ID3v1 tag", "Create/use ID3v1 tag"},
+                    {1022, "Undo: Auto crop   [Ctrl+Z]", "Undo"},
+                    {1, "", ""}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(button_tooltip(row.id), row.tooltip);
+    EXPECT_EQ(button_name(row.id), row.name);
+  }
+  undo_clear();
 }
 
 }  // namespace

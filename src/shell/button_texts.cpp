@@ -1,0 +1,55 @@
+// Tooltips and names of buttons.
+#include "shell/button_texts.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+
+#include "edit/undo.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr CommandId undo_command = 1022;
+
+// The buttons of editing have a word of their own, and a tooltip that tells more.
+std::optional<std::uint32_t> longer_text_of(CommandId id) {
+  switch (id) {
+    case 152:
+      return 10;
+    case 153:
+      return 12;
+    case 154:
+      return 13;
+    case 155:
+      return 14;
+    default:
+      return std::nullopt;
+  }
+}
+
+std::string text_with_key(CommandId id) {
+  const auto command = std::ranges::find(command_table(), id, &Command::id);
+  if (command == command_table().end() || command->row == no_row) return {};
+  const std::string_view text = ui_text(command->section, command->row);
+  if (const auto row = longer_text_of(id))
+    return fmt::format("{}: {}", menu_text_plain(text), ui_text(ttp, *row));
+  return command->section == ttp ? std::string(text) : menu_text_plain(text, true);
+}
+
+}  // namespace
+
+std::string button_tooltip(CommandId id) {
+  return id == undo_command ? menu_text_plain(undo_menu_text(), true) : text_with_key(id);
+}
+
+std::string button_name(CommandId id) {
+  const std::string text = text_with_key(id);
+  return text.substr(0, text.find("   ["));
+}
+
+}  // namespace corvelin

@@ -1,0 +1,16 @@
+// What the buttons of the toolbar and the panel say of themselves.
+#pragma once
+
+#include <string>
+
+#include "edit/commands.h"
+
+namespace corvelin {
+
+/// The tooltip of a command's button, with its key, and for Undo with the step that it takes back.
+std::string button_tooltip(CommandId id);
+
+/// The same without the key and without the step: what the button is called.
+std::string button_name(CommandId id);
+
+}  // namespace corvelin
