@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "model/frame_index.h"
 #include "platform/file.h"
 
 namespace corvelin {
@@ -50,6 +51,7 @@ struct SourceFile {
   std::string file_name;
   std::uint32_t first_audio = 0;  // file offset of the first audio frame
   std::uint32_t audio_end = 0;    // file offset behind the last audio byte
+  FrameIndex index;               // of the audio, once a time was asked for
 };
 
 /// Between any two operations the parts lie without a gap (`part_beg` of the first is 0, of each

@@ -22,31 +22,6 @@ bool is_other_rate(const FrameInfo& frame, std::uint32_t rate_before) {
   return rate_before != any_sample_rate && frame.sample_rate != rate_before;
 }
 
-// The first frame in `block` that can be believed, its place counted from the block's start.
-// `usable` bytes of the block are audio; the following header may lie behind them.
-std::optional<FramePlace> find_in_block(std::span<const std::uint8_t> block, std::size_t usable,
-                                        std::uint32_t rate_before) {
-  for (std::size_t i = 0; i < usable; ++i) {
-    const void* const sync = std::memchr(block.data() + i, 0xFF, usable - i);
-    if (sync == nullptr) break;
-    i = static_cast<std::size_t>(static_cast<const std::uint8_t*>(sync) - block.data());
-    FrameInfo frame;
-    if (!has_sync(block, i) || !decode_frame_header(frame, block.subspan(i), frame_format()))
-      continue;
-    const FramePlace place = {.pos = static_cast<EditPosition>(i), .frame = frame};
-    if (!is_followed(block, i, frame.frame_length)) {
-      // The last frame of a file has nothing behind it. Its length alone lets it pass, when that is
-      // all that is left: so a search that begins at its first byte finds it.
-      if (frame.frame_length == usable) return place;
-    } else if (is_other_rate(frame, rate_before)) {
-      rate_before = frame.sample_rate;
-    } else {
-      return place;
-    }
-  }
-  return std::nullopt;
-}
-
 // Most searches begin at a frame, and then the first part of the block tells the same as the whole.
 std::optional<FrameInfo> frame_at_start(std::span<const std::uint8_t> block,
                                         std::uint32_t rate_before) {
@@ -72,6 +47,29 @@ void remember(const FramePlace& place) {
 
 }  // namespace
 
+std::optional<FramePlace> find_frame_in_block(std::span<const std::uint8_t> block,
+                                              std::size_t usable, std::uint32_t rate_before) {
+  for (std::size_t i = 0; i < usable; ++i) {
+    const void* const sync = std::memchr(block.data() + i, 0xFF, usable - i);
+    if (sync == nullptr) break;
+    i = static_cast<std::size_t>(static_cast<const std::uint8_t*>(sync) - block.data());
+    FrameInfo frame;
+    if (!has_sync(block, i) || !decode_frame_header(frame, block.subspan(i), frame_format()))
+      continue;
+    const FramePlace place = {.pos = static_cast<EditPosition>(i), .frame = frame};
+    if (!is_followed(block, i, frame.frame_length)) {
+      // The last frame of a file has nothing behind it. Its length alone lets it pass, when that is
+      // all that is left: so a search that begins at its first byte finds it.
+      if (frame.frame_length == usable) return place;
+    } else if (is_other_rate(frame, rate_before)) {
+      rate_before = frame.sample_rate;
+    } else {
+      return place;
+    }
+  }
+  return std::nullopt;
+}
+
 FramePlace find_frame(PartIndex part, EditPosition pos, std::uint32_t rate_before) {
   if (part >= document.parts.size()) return {};
   if (document.parts[part].part_file >= document.files.size()) return {};
@@ -94,7 +92,7 @@ FramePlace find_frame(PartIndex part, EditPosition pos, std::uint32_t rate_befor
   }
 
   const auto usable = static_cast<std::uint32_t>(std::min<std::size_t>(got, audio_left));
-  const auto found = find_in_block(block.first(got), usable, rate_before);
+  const auto found = find_frame_in_block(block.first(got), usable, rate_before);
   if (found) return {.pos = pos + found->pos, .frame = found->frame};
   const bool is_file_end = offset + std::uint64_t{usable} >= file.audio_end;
   return {.pos = end_of_search(part, pos + usable, is_file_end)};

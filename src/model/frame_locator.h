@@ -3,6 +3,11 @@
 // operations that say so, the frame found in `stream.current_frame`.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <span>
+
 #include "model/document.h"
 #include "stream/frame_header.h"
 
@@ -47,6 +52,12 @@ EditPosition frame_before(EditPosition pos);
 /// `locate_frame` over up to 10,000,000 bytes: the next frame behind garbage. `no_position` if
 /// none.
 EditPosition scan_forward(PartIndex part, EditPosition pos);
+
+/// The search of `find_frame` in bytes at hand, of which the first `usable` are audio; the header
+/// that follows a frame may lie behind them. The place is counted from the block's start.
+std::optional<FramePlace> find_frame_in_block(std::span<const std::uint8_t> block,
+                                              std::size_t usable,
+                                              std::uint32_t rate_before = any_sample_rate);
 
 /// `find_frame` over as many bytes.
 FramePlace find_frame_forward(PartIndex part, EditPosition pos,

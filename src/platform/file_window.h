@@ -17,7 +17,9 @@ class FileWindow {
   template <typename File>
   std::span<const std::uint8_t> bytes_at(const File& file, std::uint64_t offset,
                                          std::size_t count) {
-    if (offset < begin_ || offset + count > begin_ + size_) {
+    const bool reaches_end = !block_.empty() && size_ < window_size;  // of the file
+    const bool is_inside = offset >= begin_ && offset <= begin_ + size_;
+    if (!is_inside || (offset + count > begin_ + size_ && !reaches_end)) {
       block_.resize(window_size);
       begin_ = offset;
       size_ = file.read_at(offset, block_);

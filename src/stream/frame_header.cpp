@@ -127,6 +127,11 @@ std::size_t vbr_header_offset(const FrameInfo& info) {
   return info.channel_mode == mono ? 13 : 21;
 }
 
+std::uint32_t samples_per_frame(const FrameInfo& info) {
+  if (info.layer == 0) return 1024 * (1 + (info.header_bytes[6] & 3u));  // ADTS: by its blocks
+  return info.layer == 3 && info.version != 1 ? 576 : 1152;
+}
+
 std::size_t side_info_size(const FrameInfo& info) { return vbr_header_offset(info) - 4; }
 
 }  // namespace corvelin

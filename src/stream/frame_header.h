@@ -66,6 +66,9 @@ inline bool is_followed(std::span<const std::uint8_t> bytes, std::size_t at, std
 /// marker.
 std::size_t vbr_header_offset(const FrameInfo& info);
 
+/// How many samples of each channel a frame holds.
+std::uint32_t samples_per_frame(const FrameInfo& info);
+
 /// Bytes of side information in a Layer III frame.
 std::size_t side_info_size(const FrameInfo& info);
 

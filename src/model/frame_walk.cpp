@@ -1,0 +1,40 @@
+// The steps of a walk.
+#include "model/frame_walk.h"
+
+#include <algorithm>
+
+#include "model/frame_locator.h"
+#include "model/stream_info.h"
+
+namespace corvelin {
+
+bool FrameWalk::next(std::uint32_t most_blocks) {
+  std::uint32_t offset = behind_;
+  FrameInfo frame;
+  const std::span<const std::uint8_t> header = window_.bytes_at(file_, offset, header_size);
+  const bool is_here = has_sync(header, 0) && decode_frame_header(frame, header, frame_format());
+  if (!is_here && !find(most_blocks, offset, frame)) return false;
+  if (offset >= end_ || frame.frame_length > end_ - offset) return false;
+  frame_ = frame;
+  behind_ = offset + frame.frame_length;
+  return true;
+}
+
+// Looks for the next frame in the blocks in which the reader would look.
+bool FrameWalk::find(std::uint32_t most_blocks, std::uint32_t& offset, FrameInfo& frame) {
+  for (; offset < end_ && most_blocks > 0; --most_blocks) {
+    const auto block = window_.bytes_at(file_, offset, search_block_size);
+    const std::size_t usable = std::min<std::size_t>(block.size(), end_ - offset);
+    const auto found = find_frame_in_block(block, usable, frame_.sample_rate);
+    if (found) {
+      offset += found->pos;
+      frame = found->frame;
+      return true;
+    }
+    if (usable < search_block_size) return false;
+    offset += search_block_size;  // stays below `end_`
+  }
+  return false;
+}
+
+}  // namespace corvelin
