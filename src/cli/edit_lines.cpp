@@ -40,6 +40,10 @@ Refusal run_command(const std::string& name, std::size_t argument_count) {
       return "no document is open";
     case DispatchResult::not_now:
       return "not while audio plays";
+    case DispatchResult::nothing:
+      return fmt::format("{} found nothing to do", name);
+    case DispatchResult::busy:
+      return fmt::format("{} has to wait for the command before it", name);
     case DispatchResult::missing:
       return fmt::format("command {} is not available yet", name);
     case DispatchResult::refused:

@@ -5,6 +5,7 @@
 #include "cli/edit_line.h"
 #include "cli/place.h"
 #include "cli/words.h"
+#include "edit/commands.h"
 #include "edit/selection_commands.h"
 #include "edit/undo.h"
 #include "model/document.h"
@@ -27,10 +28,7 @@ Refusal select_line(Arguments words, HeadlessHost&) {
   const auto end = parse_position(words[1]);
   if (!begin) return no_place(words[0]);
   if (!end) return no_place(words[1]);
-  undo_push(false, ui_text(win, 22));
-  selection.sel_beg = selection.sel_end = no_position;
-  set_sel_begin(*begin);
-  set_sel_end(*end);
+  select(*begin, *end);
   return no_refusal;
 }
 
@@ -51,7 +49,7 @@ Refusal set_sel_end_line(Arguments words, HeadlessHost&) {
 }
 
 Refusal clear_selection_line(Arguments, HeadlessHost&) {
-  remove_selection();
+  dispatch_command(1023);
   return no_refusal;
 }
 

@@ -7,13 +7,11 @@
 #include "audio/peak_seek.h"
 #include "document/open_state.h"
 #include "edit/places.h"
-#include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "settings/settings.h"
-#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -39,7 +37,6 @@ void crop_head(int threshold) {
     const EditPosition block = selection.cursor;
     if (measure_block() <= threshold) continue;
     delete_range(0, block);
-    open_state.document_modified = true;
     return;
   }
 }
@@ -64,7 +61,6 @@ void crop_tail(int threshold) {
   peak_seek_close();
   if (!is_measured || peak >= threshold) return;
   delete_range(candidate, document.total_size);
-  open_state.document_modified = true;
 }
 
 }  // namespace
@@ -72,7 +68,6 @@ void crop_tail(int threshold) {
 std::uint8_t batch_bottom = 0;
 
 bool auto_crop() {
-  undo_push(true, ui_text(men, 36));
   const int threshold = silence_threshold();
   const EditPosition remembered = selection.cursor;
   selection.sel_beg = selection.sel_end = no_position;
@@ -88,7 +83,6 @@ bool auto_crop() {
     crop_tail(threshold);
   }
   selection.cursor = std::min(frame_at(remembered), document.total_size);
-  document.current_part = part_at(selection.cursor);
   return true;
 }
 

@@ -15,10 +15,7 @@
 #include <string>
 #include <string_view>
 
-#include "document/open_state.h"
 #include "edit/cut_commands.h"
-#include "edit/places.h"
-#include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/selection.h"
@@ -151,7 +148,6 @@ class Paste {
     } else {
       give_up();
     }
-    settle_places();  // the cursor stays where it is, but for what came under it
     return result;
   }
 
@@ -251,15 +247,14 @@ std::string_view paste_failure(PasteResult result) {
   return "Unknown problem";
 }
 
-// False, for a command that was refused.
-bool refuse(std::string_view caption, std::string_view text, BoxIcon icon) {
-  host().show_message_box(
-      {.caption = std::string(caption), .text = std::string(text), .icon = icon});
-  return false;
+Outcome refuse_as(std::string_view caption, std::string_view text) {
+  return {Result::refused, MessageBox{.caption = std::string(caption),
+                                      .text = std::string(text),
+                                      .icon = BoxIcon::warning}};
 }
 
-bool copy_or_refuse() {
-  return copy_to_clipboard() || refuse(ui_text(msg, 6), ui_text(msg, 8), BoxIcon::warning);
+Outcome copy_or_refuse() {
+  return copy_to_clipboard() ? Outcome(Result::done) : refuse_as(ui_text(msg, 6), ui_text(msg, 8));
 }
 
 }  // namespace
@@ -276,7 +271,7 @@ PasteResult paste_from_clipboard() {
   return fetched == PasteResult::pasted ? Paste().run(text) : fetched;
 }
 
-bool copy() {
+Outcome copy() {
   if (!has_selected_range()) {
     selection.sel_beg = 0;
     selection.sel_end = document.total_size;
@@ -284,21 +279,16 @@ bool copy() {
   return copy_or_refuse();
 }
 
-bool cut_clipboard() {
-  undo_push(true, ui_text(men, 30));
-  if (!has_selected_range()) return refuse(ui_text(msg, 8), ui_text(msg, 20), BoxIcon::error);
-  if (!copy_or_refuse()) return false;
-  return cut_or_cue(true);
+Outcome cut_clipboard() {
+  if (!has_selected_range()) return refuse(ui_text(msg, 20));
+  const Outcome copied = copy_or_refuse();
+  return copied.result == Result::done ? cut_or_cue() : copied;
 }
 
-bool paste() {
-  undo_push(true, ui_text(men, 32));
+Outcome paste() {
   const PasteResult result = paste_from_clipboard();
-  if (result != PasteResult::pasted)
-    return refuse(ui_text(dlg, 83), paste_failure(result), BoxIcon::warning);
-  open_state.document_modified = true;
-  name_parts_from_files();
-  return true;
+  if (result == PasteResult::pasted) return Result::done;
+  return refuse_as(ui_text(dlg, 83), paste_failure(result));
 }
 
 }  // namespace corvelin

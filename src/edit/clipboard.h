@@ -4,6 +4,8 @@
 // they were. The text refers to no document, and one from anywhere is taken with suspicion.
 #pragma once
 
+#include "edit/outcome.h"
+
 namespace corvelin {
 
 /// Puts the ranges of the selection on the clipboard. False, with an empty clipboard, when their
@@ -28,14 +30,12 @@ enum class PasteResult {
 /// undo step first.
 PasteResult paste_from_clipboard();
 
-// The commands. Each is false when it was refused, which it has told.
-
 /// Copies the selection; without one everything, which is selected then.
-bool copy();
+Outcome copy();
 
 /// Copies the selection and cuts it out.
-bool cut_clipboard();
+Outcome cut_clipboard();
 
-bool paste();
+Outcome paste();
 
 }  // namespace corvelin

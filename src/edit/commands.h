@@ -1,39 +1,13 @@
-// Every command of the user by its id: the table, the checks in front of each command, and the
-// operations that are nothing but a small step. What the others do is told where they are.
+// The one road of every user action to the model: a command by its id, with the checks in front of
+// it and all that stands around it by its row of the table.
 #pragma once
 
 #include <cstdint>
-#include <optional>
-#include <span>
-#include <string>
-#include <string_view>
+#include <functional>
 
-#include "text/ui_text.h"
+#include "edit/command_table.h"
 
 namespace corvelin {
-
-using CommandId = std::uint16_t;
-
-enum class CommandNeeds { anytime, a_document };
-enum class StopRule { runs_on, not_playing, stopped };
-enum class LiveWhen { anytime, a_document, stopped, levels, undo, transport };
-
-/// One row of the table.
-struct Command {
-  CommandId id;
-  std::string_view name;  // of the operation
-  TextSection section;    // of the text row
-  std::uint32_t row;      // or `no_row`
-  std::string_view keys;  // accelerators, parted by ", "
-  CommandNeeds needs;
-  StopRule stop;
-  LiveWhen live;  // in menus and buttons
-  bool (*run)();  // false: refused or failed, which has been told; null: still to come
-};
-
-constexpr std::uint32_t no_row = 999;
-
-std::span<const Command> command_table();
 
 /// The commands of the List menu: one for each of the first parts, and one more than has an entry.
 constexpr CommandId first_part_command = 1200;
@@ -45,17 +19,22 @@ constexpr CommandId last_recent_command = 1109;
 
 enum class DispatchResult {
   done,
+  nothing,      // it found nothing to do
   refused,      // or failed; the user has been told
   unknown,      // no command has this id
   no_document,  // it needs one
-  not_now,      // audio plays
+  not_now,      // audio plays or a recording is armed
+  busy,         // another command is under way
   missing,      // its operation is still to come, which has been told
 };
 
 DispatchResult dispatch_command(CommandId id);
 
-/// The id of a command by the name of its operation.
-std::optional<CommandId> find_command(std::string_view name);
+/// Runs an operation with all that stands around a command: the undo step in front, then the repair
+/// of cursor, selection and `current_part`, the flag for unsaved changes, the refresh of lists and
+/// view, and the box. For the dispatcher, and for what has arguments: the OK of a dialog, files
+/// that were dropped, a line with places.
+Result carry_out(const Command& command, const std::function<Outcome()>& operation);
 
 /// Whether nothing plays and no recording is armed. If not, the user is told to stop that first.
 bool ensure_stopped();

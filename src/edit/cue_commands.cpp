@@ -3,13 +3,9 @@
 
 #include <cstdint>
 
-#include "document/open_state.h"
-#include "edit/places.h"
-#include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -25,7 +21,6 @@ PartIndex make_cue(EditPosition pos) {
 }
 
 void put_cue_flags(std::uint32_t flag) {
-  undo_push(true, ui_text(men, 35));
   const EditPosition beg = has_selection() ? selection.sel_beg : 0;
   const EditPosition end = has_selection() ? selection.sel_end : document.total_size;
   for (Part& part : document.parts)
@@ -35,22 +30,18 @@ void put_cue_flags(std::uint32_t flag) {
 }  // namespace
 
 void cues_at_selection_ends() {
-  if (selection.sel_beg == selection.sel_end) return;
-  undo_push(true, ui_text(men, 40));
   const PartIndex first = make_cue(selection.sel_beg);
   if (first != no_part) {
     document.current_part = first;
     make_cue(selection.sel_end);
   }
   clear_selection();
-  open_state.document_modified = true;
 }
 
 void set_cue_flags() { put_cue_flags(1); }
 void remove_cue_flags() { put_cue_flags(0); }
 
 void cue_pure_splits() {
-  undo_push(true, ui_text(men, 35));
   for (PartIndex i = 1; i < part_count(); ++i) {
     const auto before = static_cast<PartIndex>(i - 1);
     const bool is_pure = !has_gap(i) && !part_has_gain(before) && !part_has_gain(i);
@@ -61,7 +52,6 @@ void cue_pure_splits() {
 void toggle_cue() {
   std::uint32_t& flag = document.parts[document.current_part].part_iscue;
   flag = flag == 0 ? 1 : 0;
-  open_state.document_modified = true;
 }
 
 }  // namespace corvelin

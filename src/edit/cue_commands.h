@@ -4,8 +4,8 @@
 
 namespace corvelin {
 
-/// Makes cues at both ends of the selected range and clears the selection. Nothing without a range;
-/// an end for which the table has no room is left out.
+/// Makes cues at both ends of the selected range and clears the selection. An end for which the
+/// table has no room is left out.
 void cues_at_selection_ends();
 
 // Sets or clears the flag of each part that starts in the selection, both ends included, or of all
@@ -17,7 +17,7 @@ void remove_cue_flags();
 /// others but the first part.
 void cue_pure_splits();
 
-/// Turns the flag of the current part over. Takes no undo step.
+/// Turns the flag of the current part over.
 void toggle_cue();
 
 }  // namespace corvelin

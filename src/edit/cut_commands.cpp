@@ -5,14 +5,10 @@
 #include <cstdint>
 #include <string>
 
-#include "document/open_state.h"
 #include "edit/places.h"
-#include "edit/requirements.h"
-#include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "text/boxes.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -49,29 +45,18 @@ void move_cursor_out_of_cut(PartIndex made) {
   }
 }
 
-void finish_without_selection() {
-  clear_selection();
-  settle_places();
-  document.current_part = part_at(selection.cursor);
-  open_state.document_modified = true;
-}
-
-bool refuse_as_impossible() {
-  show_error(std::string(ui_text(msg, 8)));
-  return false;
+Outcome refuse_as_impossible() {
+  return {Result::refused, MessageBox{.caption = std::string(ui_text(msg, 6)),
+                                      .text = std::string(ui_text(msg, 8)),
+                                      .icon = BoxIcon::error}};
 }
 
 }  // namespace
 
-bool cut_or_cue(bool skip_snapshot) {
-  if (!has_selection()) return true;
-  if (!skip_snapshot) undo_push(true, ui_text(win, 5));
+Outcome cut_or_cue() {
   const EditPosition beg = selection.sel_beg;
   const EditPosition end = selection.sel_end;
-  if (!can_delete_range(beg, end)) {
-    show_invalid_range();
-    return false;
-  }
+  if (!can_delete_range(beg, end)) return refuse(ui_text(msg, 16));
 
   const PartIndex at_end = part_at(end);
   const std::int16_t tail_gain = document.parts[at_end].part_gainbeg;
@@ -83,39 +68,33 @@ bool cut_or_cue(bool skip_snapshot) {
   PartIndex made = delete_range(beg, end);
   if (made < part_count()) made = finish_border(made, tail_gain);
   move_cursor_out_of_cut(made);
-  finish_without_selection();
-  name_parts_from_files();
-  return true;
+  clear_selection();
+  return Result::done;
 }
 
-bool edit_restore() {
-  undo_push(true, ui_text(win, 7));
+Outcome edit_restore() {
   // At the end of the stream the tail is meant, whatever part was clicked.
   const bool is_tail = selection.cursor == document.total_size;
   const auto last = static_cast<PartIndex>(part_count() - 1);
   const PartIndex joined = restore_border(is_tail ? last : document.current_part, selection.cursor);
   if (joined == no_part) return refuse_as_impossible();
   document.current_part = joined;
-  open_state.document_modified = true;
-  name_parts_from_files();
-  settle_places();
-  return true;
+  return Result::done;
 }
 
-bool crop() {
-  if (!require_selected_range()) return false;
-  undo_push(true, ui_text(men, 28));
+Outcome crop() {
   const EditPosition beg = selection.sel_beg;
-  delete_range(selection.sel_end, document.total_size);  // first, so that `beg` still holds
-  const bool head_is_gone = delete_range(0, beg) != no_part;
-  if (head_is_gone && beg < selection.cursor) selection.cursor -= beg;
-  finish_without_selection();
-  return true;
+  const EditPosition end = selection.sel_end;
+  const bool is_whole = beg == 0 && end == document.total_size;
+  if (!is_whole && document.parts.size() >= most_parts) return refuse(ui_text(msg, 16));
+  delete_range(end, document.total_size);  // first, so that `beg` still holds
+  delete_range(0, beg);
+  if (beg < selection.cursor) selection.cursor -= beg;
+  clear_selection();
+  return Result::done;
 }
 
-bool remove_edit_points() {
-  if (!has_selection()) return true;
-  undo_push(true, ui_text(men, 20));
+Outcome remove_edit_points() {
   // The stream's start is no edit point, so the first frame stays out of it.
   if (selection.sel_beg == 0) selection.sel_beg = next_frame_in(0, 0);
   selection.sel_end = std::max(selection.sel_end, selection.sel_beg);
@@ -124,10 +103,9 @@ bool remove_edit_points() {
   if (!can_delete_range(beg, end)) return refuse_as_impossible();
   const PartIndex behind = delete_range(beg, end);
   const PartIndex joined = behind < part_count() ? restore_border(behind, beg) : no_part;
-  settle_places();
   if (joined == no_part) return refuse_as_impossible();
   document.current_part = joined;
-  return true;
+  return Result::done;
 }
 
 }  // namespace corvelin

@@ -1,31 +1,31 @@
 // The commands that take audio out of the stream and bring it back. None touches a file: what is
 // cut stays in its source, and the gap between two parts is all that is needed to restore it. Each
-// works on the selection, the cursor and `current_part` of an open document and leaves them on
-// frame starts. Each is false when it was refused, which it has told.
+// works on the selection, the cursor and `current_part` of an open document.
 #pragma once
+
+#include "edit/outcome.h"
 
 namespace corvelin {
 
 /// Takes the selected range out; a selection without length becomes a cue instead. Clears the
-/// selection. Nothing without one.
+/// selection.
 ///
 /// The part behind a cut keeps the names and the cue flag of what stood at the range's end, and its
 /// level comes back to what it was there one frame behind the cut. A range that can't be taken
-/// out (the whole stream, or a full table) is refused with a box and changes nothing.
-/// `skip_snapshot` is for a caller who has taken the undo step already.
-bool cut_or_cue(bool skip_snapshot = false);
+/// out (the whole stream, or a full table) is refused and changes nothing.
+Outcome cut_or_cue();
 
 /// Brings back what is missing at the highlighted edit point, at the stream's head with
 /// `current_part` 0, at its tail with the cursor at the end; an edit point without a gap goes. What
 /// came back is selected, so that the next Cut/Cue makes the same cut again, with its flag and
 /// names.
-bool edit_restore();
+Outcome edit_restore();
 
-/// Takes out all but the selection, and clears it. Refused with a box without a range.
-bool crop();
+/// Takes out all but the selection, and clears it. Refused when the table is full.
+Outcome crop();
 
 /// Takes all edit points out of the selection, and brings the cuts in it back. Where that is no
-/// stretch of one file the range stays out, and a box tells so.
-bool remove_edit_points();
+/// stretch of one file the range stays out, and the user is told.
+Outcome remove_edit_points();
 
 }  // namespace corvelin

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "document/open_state.h"
+#include "edit/commands.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
 #include "platform/numbers.h"
@@ -97,7 +97,7 @@ void FileInfoDialog::begin() {
   can_edit_boxes = stream.is_aac == 0;
 }
 
-bool FileInfoDialog::accept() {
+Outcome FileInfoDialog::write() const {
   tag_dialog_apply(tag);
   header_rewrite.rewrite_header = rewrite_header;
   if (rewrite_header) {
@@ -109,8 +109,11 @@ bool FileInfoDialog::accept() {
   change_setting(&Settings::write_xing, write_xing ? 1 : 0);
   change_setting(&Settings::keep_lame, keep_lame ? 1 : 0);
   change_setting(&Settings::keep_info, keep_info ? 1 : 0);
-  open_state.document_modified = true;
-  return true;
+  return Result::done;
+}
+
+bool FileInfoDialog::accept() {
+  return carry_out(*command_of(file_info_command), [this] { return write(); }) == Result::done;
 }
 
 }  // namespace corvelin

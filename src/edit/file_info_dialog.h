@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "edit/outcome.h"
 #include "exchange/id3v1.h"
 #include "model/document.h"
 #include "platform/host.h"
@@ -40,6 +41,9 @@ struct FileInfoDialog : Dialog {
 
   /// Writes the values back. The bits take effect in the frames when they are saved.
   bool accept() override;
+
+ private:
+  [[nodiscard]] Outcome write() const;
 };
 
 }  // namespace corvelin

@@ -35,24 +35,14 @@ std::string part_entry(PartIndex index) {
   return text;
 }
 
-bool is_live(LiveWhen when) {
+bool is_live(const Command& command) {
   const bool has_document = !document.files.empty();
   const bool is_armed = playback.is_recording_armed;
-  switch (when) {
-    case LiveWhen::anytime:
-      return true;
-    case LiveWhen::a_document:
-      return has_document;
-    case LiveWhen::stopped:
-      return !playback.is_playing && !is_armed;
-    case LiveWhen::levels:
-      return has_document && stream_kind.layer == 3;
-    case LiveWhen::undo:
-      return !undo_stack.empty();
-    case LiveWhen::transport:
-      return has_document || is_armed;
-  }
-  return false;
+  if (command.has(rule::live_when_stopped)) return !playback.is_playing && !is_armed;
+  if (command.has(rule::live_with_levels)) return has_document && stream_kind.layer == 3;
+  if (command.has(rule::live_with_undo)) return !undo_stack.empty();
+  if (command.has(rule::live_with_transport)) return has_document || is_armed;
+  return has_document || !command.has(rule::on_document);
 }
 
 }  // namespace
@@ -87,8 +77,23 @@ bool is_command_enabled(CommandId id) {
     return id - std::size_t{first_part_command} < document.parts.size();
   if (id >= first_recent_command && id <= last_recent_command)
     return id - std::size_t{first_recent_command} < settings.file_recent.size();
-  const auto command = std::ranges::find(command_table(), id, &Command::id);
-  return command != command_table().end() && is_live(command->live);
+  const Command* const command = command_of(id);
+  return command != nullptr && is_live(*command);
+}
+
+std::uint8_t state_bit(const Command& command) {
+  if (command.has(rule::live_when_stopped)) return stopped_states;
+  if (command.has(rule::live_with_undo)) return undo_states;
+  if (command.has(rule::live_with_transport)) return transport_states;
+  return command.has(rule::on_document) ? document_states : 0;
+}
+
+bool is_checked(const Command& command) {
+  const CheckMark& mark = command.mark;
+  if (mark.bits == 0) return false;
+  const std::uint32_t value =
+      std::visit([](auto field) { return std::uint32_t{settings.*field}; }, mark.setting);
+  return mark.is_radio ? (value & mark.bits) == mark.value : (value & mark.bits) != 0;
 }
 
 }  // namespace corvelin

@@ -2,6 +2,7 @@
 // menu, the recent files, and which commands are grey.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -25,5 +26,11 @@ std::vector<MenuEntry> recent_entries();
 /// Whether the menu entry of a command is live. Keys don't ask: they run into the checks of the
 /// command.
 bool is_command_enabled(CommandId id);
+
+/// Which bit of `MenuStates` the live state of a command belongs to; 0 for one that is always live.
+std::uint8_t state_bit(const Command& command);
+
+/// Whether the mark of a command is set.
+bool is_checked(const Command& command);
 
 }  // namespace corvelin

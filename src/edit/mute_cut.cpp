@@ -4,25 +4,18 @@
 #include <cstdint>
 
 #include "audio/playback.h"
-#include "document/open_state.h"
 #include "edit/places.h"
-#include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "text/ui_text.h"
 
 namespace corvelin {
 
 namespace {
 
 constexpr std::int16_t bottom_gain = -32;  // steps of 1.5 dB
-
-bool can_mute() {
-  return stream_kind.layer == 3 && document.current_part != 0 && has_gap(document.current_part);
-}
 
 // Makes a border at the cursor and gives its part a title that shows which way the level goes.
 void mark_slope(const char16_t* title) {
@@ -35,8 +28,6 @@ void mark_slope(const char16_t* title) {
 }  // namespace
 
 void mute_cut() {
-  if (!can_mute()) return;
-  undo_push(true, ui_text(men, 47));
   const EditPosition remembered = selection.cursor;
   // The dip is made where the cursor stands, which need not be the part that was clicked.
   document.current_part = part_at(selection.cursor);
@@ -47,7 +38,6 @@ void mute_cut() {
   mark_slope(u"\\/");
   for (int i = 0; i < 3; ++i) seek_to(selection.cursor + seek_step_to_next_frame());
   mark_slope(u"/\\");
-  open_state.document_modified = true;
   selection.cursor = remembered;
 }
 

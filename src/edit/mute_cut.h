@@ -4,8 +4,8 @@
 namespace corvelin {
 
 /// Lets the level fall to -48 dB within the frame in front of the cut and climb back over the
-/// frames behind it. Nothing without a real cut at the current part's start, and in streams whose
-/// level can't be changed.
+/// frames behind it. There is a real cut at the current part's start, and the stream's level can be
+/// changed.
 void mute_cut();
 
 }  // namespace corvelin

@@ -3,8 +3,7 @@
 
 #include <fmt/format.h>
 
-#include "document/open_state.h"
-#include "edit/undo.h"
+#include "edit/commands.h"
 #include "platform/text.h"
 #include "text/ui_text.h"
 
@@ -23,17 +22,19 @@ std::string NamesDialog::group_title() const {
   return fmt::format("{} #{}", ui_text(dlg, 63), part + 1);
 }
 
-bool NamesDialog::accept() {
-  if (part >= part_count()) return false;
-  undo_push(true, ui_text(men, 34));
+Outcome NamesDialog::write() const {
+  if (part >= part_count()) return Result::refused;
   document.sheet_artist = cut_to_units(sheet_artist, text_limit);
   document.sheet_title = cut_to_units(sheet_title, text_limit);
   Part& target = document.parts[part];
   target.part_artist = cut_to_units(part_artist, text_limit);
   target.part_title = cut_to_units(part_title, text_limit);
   target.part_iscue = part_iscue ? 1 : 0;
-  open_state.document_modified = true;
-  return true;
+  return Result::done;
+}
+
+bool NamesDialog::accept() {
+  return carry_out(*command_of(names_command), [this] { return write(); }) == Result::done;
 }
 
 }  // namespace corvelin

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <string>
 
+#include "edit/outcome.h"
 #include "model/document.h"
 #include "platform/host.h"
 
@@ -29,6 +30,9 @@ struct NamesDialog : Dialog {
 
   /// Takes an undo step and writes the values to the document. An empty text means none.
   bool accept() override;
+
+ private:
+  [[nodiscard]] Outcome write() const;
 };
 
 }  // namespace corvelin

@@ -55,13 +55,9 @@ void rewind() { seek_to(0); }
 
 void go_to_track_end() { seek_to(document.total_size); }
 
-void go_to_selection_begin() {
-  if (selection.sel_beg != no_position) seek_to(selection.sel_beg);
-}
+void go_to_selection_begin() { seek_to(selection.sel_beg); }
 
-void go_to_selection_end() {
-  if (selection.sel_end != no_position) seek_to(selection.sel_end);
-}
+void go_to_selection_end() { seek_to(selection.sel_end); }
 
 void go_to_previous_range() {
   const bool is_at_start = selection.cursor == document.parts[document.current_part].part_beg;

@@ -11,7 +11,7 @@ void frame_back();
 void frame_forward();
 void rewind();
 void go_to_track_end();
-void go_to_selection_begin();  // nothing without a selection
+void go_to_selection_begin();  // of which there is one
 void go_to_selection_end();
 void go_to_previous_range();  // the start of the current part, then of the one before
 void go_to_next_range();      // the end of the current part, then of the next

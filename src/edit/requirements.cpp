@@ -1,12 +1,38 @@
 // The checks in front of commands.
 #include "edit/requirements.h"
 
+#include "edit/undo.h"
+#include "model/cuts.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "platform/host.h"
+#include "settings/settings.h"
 #include "text/boxes.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
+
+Outcome need_selection() { return has_selection() ? Result::done : Result::nothing; }
+
+Outcome need_two_ends() {
+  return selection.sel_beg != selection.sel_end ? Result::done : Result::nothing;
+}
+
+Outcome need_range() {
+  return has_selected_range() ? Outcome(Result::done) : refuse(ui_text(msg, 20));
+}
+
+Outcome need_mutable_cut() {
+  const PartIndex part = document.current_part;
+  const bool is_mutable = stream_kind.layer == 3;
+  return is_mutable && part != 0 && has_gap(part) ? Result::done : Result::nothing;
+}
+
+Outcome need_undo_step() {
+  if (!undo_stack.empty()) return Result::done;
+  if (settings.max_undo != 0) host().beep();
+  return Result::nothing;
+}
 
 bool require_selected_range() {
   if (has_selected_range()) return true;

@@ -6,16 +6,12 @@
 #include <cstdint>
 #include <vector>
 
-#include "document/open_state.h"
-#include "edit/places.h"
-#include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "platform/host.h"
 #include "platform/text.h"
 #include "text/ui_text.h"
 
@@ -37,7 +33,6 @@ bool mark_resync(const FrameCursor& cursor, EditPosition end, int number) {
   selection.sel_title = bytes_to_wide(fmt::format("Re-sync {}", number), true);
   take_stashed_part_texts(made);
   document.parts[made].part_iscue = 1;
-  open_state.document_modified = true;
   return true;
 }
 
@@ -57,15 +52,14 @@ int mark_resyncs(EditPosition begin, EditPosition end) {
 
 }  // namespace
 
-void check_resyncs() {
-  undo_push(true, ui_text(men, 29));
+Outcome check_resyncs() {
   const bool has_range = has_selected_range();
   const EditPosition begin = has_range ? selection.sel_beg : 0;
   const EditPosition end = has_range ? selection.sel_end : document.total_size;
   const int count = mark_resyncs(begin, end);
-  host().show_message_box({.caption = menu_text_plain(ui_text(men, 29)),
-                           .text = fmt::format("{} Re-sync(s)", count),
-                           .icon = BoxIcon::information});
+  return {Result::done, MessageBox{.caption = menu_text_plain(ui_text(men, 29)),
+                                   .text = fmt::format("{} Re-sync(s)", count),
+                                   .icon = BoxIcon::information}};
 }
 
 }  // namespace corvelin

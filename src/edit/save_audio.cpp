@@ -6,8 +6,8 @@
 #include <algorithm>
 
 #include "document/open_state.h"
-#include "edit/requirements.h"
 #include "exchange/save_run.h"
+#include "model/selection.h"
 #include "model/stream_info.h"
 #include "platform/host.h"
 #include "platform/path.h"
@@ -60,6 +60,9 @@ SaveOutcome run_save(const std::string& name, bool replaces_source) {
 
 }  // namespace
 
+bool save_complete() { return save_audio() == SaveOutcome::saved; }
+bool save_selected() { return save_selection() == SaveOutcome::saved; }
+
 std::string proposed_save_name() {
   const std::string& audio = open_state.audio_name;
   const bool uses_folder =
@@ -93,7 +96,10 @@ SaveOutcome save_audio() {
 }
 
 SaveOutcome save_selection() {
-  if (!require_selected_range()) return SaveOutcome::not_started;
+  if (!has_selected_range()) {
+    show_refusal(ui_text(msg, 20));
+    return SaveOutcome::not_started;
+  }
   open_state.selection_only = true;
   return save_audio();
 }

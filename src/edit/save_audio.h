@@ -26,4 +26,8 @@ SaveOutcome save_audio();
 /// The same for the selection, which must have a length.
 SaveOutcome save_selection();
 
+// The commands; whether all went well.
+bool save_complete();
+bool save_selected();
+
 }  // namespace corvelin

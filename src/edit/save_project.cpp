@@ -62,6 +62,9 @@ bool save_project(bool force_dialog, bool as_cue) {
   return false;
 }
 
+bool save_project_or_sheet() { return save_project(false, false); }
+bool save_project_as() { return save_project(true, false); }
+
 bool confirm_discard_changes() {
   if ((settings.warn & warn_of_unsaved_changes) == 0 || !open_state.document_modified) return true;
   const BoxAnswer answer = host().show_message_box({.caption = "Corvelin",

@@ -10,6 +10,10 @@ namespace corvelin {
 /// the user thought better of a sheet that would not fit its audio.
 bool save_project(bool force_dialog, bool as_cue);
 
+// The commands.
+bool save_project_or_sheet();
+bool save_project_as();
+
 /// Whether the document may be dropped: at once when nothing is unsaved, else as the user answers.
 bool confirm_discard_changes();
 

@@ -2,6 +2,7 @@
 #include "edit/selection_commands.h"
 
 #include "audio/playback.h"
+#include "edit/commands.h"
 #include "edit/undo.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
@@ -11,8 +12,6 @@
 namespace corvelin {
 
 namespace {
-
-void push_selection() { undo_push(false, ui_text(win, 22)); }
 
 // Sets both ends as they are. The cue flag stays, so that the next cut does what the last was to
 // do.
@@ -26,11 +25,6 @@ void begin_right() { set_sel_begin(frame_at(selection.sel_beg + next_frame_step)
 void end_left() { set_sel_end(frame_before(selection.sel_end)); }
 void end_right() { set_sel_end(frame_at(selection.sel_end + next_frame_step)); }
 
-void start_move() {
-  push_selection();
-  ensure_selection(selection.cursor);
-}
-
 bool is_nearer_to_end(EditPosition pos) {
   if (selection.sel_beg == no_position || pos < selection.sel_beg) return false;
   const EditPosition to_end =
@@ -40,69 +34,48 @@ bool is_nearer_to_end(EditPosition pos) {
 
 }  // namespace
 
-void set_begin() {
-  undo_push(false, ui_text(win, 8));
-  set_sel_begin(frame_at(play_position()));
-}
+void set_begin() { set_sel_begin(frame_at(play_position())); }
 
-void set_end() {
-  undo_push(false, ui_text(win, 9));
-  set_sel_end(frame_at(play_position()));
-}
+void set_end() { set_sel_end(frame_at(play_position())); }
 
-void select_all() {
-  undo_push(false, ui_text(men, 25));
-  select_range(0, document.total_size);
-}
+void select_all() { select_range(0, document.total_size); }
 
 void select_current_part() {
-  undo_push(false, ui_text(men, 33));
   select_range(document.parts[document.current_part].part_beg, part_end(document.current_part));
 }
 
-void remove_selection() {
-  push_selection();
-  clear_selection();
-}
+void select_to_start() { select_range(0, selection.cursor); }
 
-void select_to_start() {
-  push_selection();
-  select_range(0, selection.cursor);
-}
-
-void select_to_end() {
-  push_selection();
-  select_range(selection.cursor, document.total_size);
-}
+void select_to_end() { select_range(selection.cursor, document.total_size); }
 
 void move_begin_left() {
-  start_move();
+  ensure_selection(selection.cursor);
   begin_left();
 }
 
 void move_begin_right() {
-  start_move();
+  ensure_selection(selection.cursor);
   begin_right();
 }
 
 void move_end_left() {
-  start_move();
+  ensure_selection(selection.cursor);
   end_left();
 }
 
 void move_end_right() {
-  start_move();
+  ensure_selection(selection.cursor);
   end_right();
 }
 
 void move_selection_left() {
-  start_move();
+  ensure_selection(selection.cursor);
   begin_left();
   end_left();
 }
 
 void move_selection_right() {
-  start_move();
+  ensure_selection(selection.cursor);
   end_right();
   begin_right();
 }
@@ -111,9 +84,18 @@ void begin_selection_for_field() {
   if (selection.sel_beg == no_position) set_sel_begin(frame_at(play_position()));
 }
 
+void select(EditPosition begin, EditPosition end) {
+  carry_out(selection_change, [begin, end] {
+    select_range(no_position, no_position);
+    set_sel_begin(begin);
+    set_sel_end(end);
+    return Result::done;
+  });
+}
+
 void mouse_select(EditPosition pos, MouseButtons buttons, bool is_press) {
   if (buttons.ctrl) return seek_to(pos);
-  if (is_press) push_selection();
+  if (is_press) undo_push(false, ui_text(win, 22));
   if (settings.mouse_method == 0) {
     if (buttons.left) set_sel_begin(pos);
     if (buttons.right) set_sel_end(pos);

@@ -1,5 +1,5 @@
-// The commands that set and move the selection. Each takes a selection-only undo step first.
-// Positions from the user's side have passed through the frame locator.
+// The commands that set and move the selection. Positions from the user's side have passed through
+// the frame locator.
 #pragma once
 
 #include "model/document.h"
@@ -10,7 +10,6 @@ void set_begin();  // of the selection, at the place of the listener
 void set_end();
 void select_all();
 void select_current_part();
-void remove_selection();
 void select_to_start();  // from the stream's start to the cursor
 void select_to_end();    // from the cursor to the stream's end
 
@@ -25,6 +24,9 @@ void move_selection_right();
 /// The input focus came to the selection's field: without a selection it becomes a point at the
 /// listener's place, so that there are times to edit. Takes no undo step.
 void begin_selection_for_field();
+
+/// Selects from one frame start to another, in one undo step.
+void select(EditPosition begin, EditPosition end);
 
 /// What is held while the mouse selects.
 struct MouseButtons {

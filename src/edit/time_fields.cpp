@@ -6,10 +6,11 @@
 #include <optional>
 
 #include "audio/playback.h"
-#include "edit/undo.h"
+#include "edit/commands.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/time_mapping.h"
+#include "platform/host.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "text/ui_text.h"
@@ -58,6 +59,23 @@ std::optional<TypedSelection> typed_selection(std::string_view text) {
   return typed;
 }
 
+EditPosition frame_at_time(std::int64_t scaled) {
+  return frame_at(from_time_scale(static_cast<std::uint32_t>(scaled)));
+}
+
+void set_changed_ends(const TypedSelection& typed) {
+  constexpr std::int64_t rounding = 50;           // bytes
+  constexpr std::int64_t length_rounding = 1792;  // bytes
+  const std::int64_t begin = to_time_scale(selection.sel_beg);
+  const bool length_changed =
+      differ_by_more(begin + typed.length, to_time_scale(selection.sel_end), length_rounding);
+  if (length_changed) set_sel_end(frame_at_time(std::int64_t{typed.begin} + typed.length));
+  if (differ_by_more(typed.begin, to_time_scale(selection.sel_beg), rounding))
+    set_sel_begin(frame_at_time(typed.begin));
+  if (!length_changed && differ_by_more(typed.end, to_time_scale(selection.sel_end), rounding))
+    set_sel_end(frame_at_time(typed.end));
+}
+
 }  // namespace
 
 void apply_now_field(std::string_view text) {
@@ -70,28 +88,17 @@ void apply_now_field(std::string_view text) {
   std::optional<std::uint32_t> place = parse_time(text, ' ');
   if (!differ_by_more(*place, selection.cursor, rounding)) place = typed_percentage(text);
   if (place) seek_to(from_time_scale(*place));
+  host().refresh_view(Refresh::places);
 }
 
 void apply_selection_field(std::string_view text) {
-  constexpr std::size_t longest = 160;            // characters
-  constexpr std::int64_t rounding = 50;           // bytes
-  constexpr std::int64_t length_rounding = 1792;  // bytes
+  constexpr std::size_t longest = 160;  // characters
   const auto typed = typed_selection(cut_to_units(text, longest));
   if (!typed) return;
-  undo_push(false, ui_text(win, 22));
-  const auto frame_at_time = [](std::int64_t scaled) {
-    return frame_at(from_time_scale(static_cast<std::uint32_t>(scaled)));
-  };
-
-  const std::int64_t new_end = std::int64_t{typed->begin} + typed->length;
-  const bool length_changed =
-      differ_by_more(std::int64_t{to_time_scale(selection.sel_beg)} + typed->length,
-                     to_time_scale(selection.sel_end), length_rounding);
-  if (length_changed) set_sel_end(frame_at_time(new_end));
-  if (differ_by_more(typed->begin, to_time_scale(selection.sel_beg), rounding))
-    set_sel_begin(frame_at_time(typed->begin));
-  if (!length_changed && differ_by_more(typed->end, to_time_scale(selection.sel_end), rounding))
-    set_sel_end(frame_at_time(typed->end));
+  carry_out(selection_change, [&typed] {
+    set_changed_ends(*typed);
+    return Result::done;
+  });
 }
 
 }  // namespace corvelin

@@ -22,7 +22,6 @@ PartIndex index_before() { return static_cast<PartIndex>(document.current_part -
 void finish() {
   renumber_parts();
   recompute_total();
-  settle_places();
 }
 
 // The first frame of the removed material behind the part in front of the cut ends here. Counted
@@ -107,13 +106,14 @@ void trim_right_out() {
   finish();
 }
 
-void move_cue(CueMove direction) {
+void move_cue_left() {
   if (document.current_part == 0) return;
-  const EditPosition cue = current().part_beg;
-  const EditPosition target = direction == CueMove::left
-                                  ? frame_before_in(index_before(), cue)
-                                  : next_frame_in(document.current_part, cue);
-  move_border(document.current_part, target);
+  move_border(document.current_part, frame_before_in(index_before(), current().part_beg));
+}
+
+void move_cue_right() {
+  if (document.current_part == 0) return;
+  move_border(document.current_part, next_frame_in(document.current_part, current().part_beg));
 }
 
 }  // namespace corvelin

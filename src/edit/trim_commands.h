@@ -15,10 +15,9 @@ void trim_left_in();
 void trim_right_in();
 void trim_right_out();
 
-enum class CueMove { left, right };
-
-/// Moves an edit point without a gap by one frame along the audio. The stream stays the same. A
-/// real cut does not move, nor does one pass another.
-void move_cue(CueMove direction);
+// Moves an edit point without a gap by one frame along the audio. The stream stays the same. A real
+// cut does not move, nor does one pass another.
+void move_cue_left();
+void move_cue_right();
 
 }  // namespace corvelin

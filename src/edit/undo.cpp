@@ -59,24 +59,24 @@ void undo_push(bool with_snapshot, std::string_view label) {
   if (with_snapshot) entry.undo_snapshot = project_text();
   if (undo_stack.size() >= entry_limit()) undo_stack.resize(entry_limit() - 1);
   undo_stack.insert(undo_stack.begin(), std::move(entry));
+  host().update_menu_state(undo_states);
 }
 
 bool undo_pop() {
-  if (entry_limit() == 0) return false;
-  if (undo_stack.empty()) {
-    host().beep();
-    return false;
-  }
+  if (entry_limit() == 0 || undo_stack.empty()) return false;
   const UndoEntry entry = std::move(undo_stack.front());
   undo_stack.erase(undo_stack.begin());
+  host().update_menu_state(undo_states);
   if (entry.undo_snapshot && !restore(*entry.undo_snapshot)) return false;
-  selection.sel_beg = entry.undo_sel_beg;
-  selection.sel_end = entry.undo_sel_end;
+  set_selection(entry.undo_sel_beg, entry.undo_sel_end);
   settle_places();  // a trim, which takes no step of its own, may have moved the frames
   return true;
 }
 
-void undo_clear() { undo_stack.clear(); }
+void undo_clear() {
+  undo_stack.clear();
+  host().update_menu_state(undo_states);
+}
 
 std::string undo_menu_text() {
   std::string text(ui_text(men, 23));

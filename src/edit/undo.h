@@ -27,7 +27,7 @@ extern std::vector<UndoEntry> undo_stack;
 void undo_push(bool with_snapshot, std::string_view label);
 
 /// Takes the newest step back: the document as it was, or the selection alone. An entry that can't
-/// be restored is gone all the same. False when that fails, and, with a beep, when there is none.
+/// be restored is gone all the same. False when that fails, and when there is none.
 bool undo_pop();
 
 /// Forgets all steps. Happens by itself when a document is closed.

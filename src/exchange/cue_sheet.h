@@ -4,8 +4,6 @@
 // ANSI code page; a sheet keeps its encoding through the setting `char_enc`.
 #pragma once
 
-#include <functional>
-
 namespace corvelin {
 
 /// Reads the sheet `open_state.project_name`. Its audio is opened, or, with `over_current_audio`,
@@ -17,10 +15,9 @@ namespace corvelin {
 /// cleared and the document counts as saved, unless the sheet could not even be opened.
 bool load_cue_sheet(bool over_current_audio);
 
-/// Asks for a sheet, which becomes `open_state.project_name`, and loads it over the current audio.
-/// False also when the user cancels; no project is named then.
-/// `before_load` runs when the choice has been made: the place for an undo step.
-bool choose_and_load_cue_sheet(const std::function<void()>& before_load);
+/// Asks for a sheet to be loaded over the current audio, which becomes `open_state.project_name`.
+/// False when the user cancels; no project is named then.
+bool choose_cue_sheet();
 
 enum class CueSheetSave { failed, cancelled, written };
 

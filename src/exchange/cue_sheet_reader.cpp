@@ -180,7 +180,7 @@ bool load_cue_sheet(bool over_current_audio) {
   return is_read;
 }
 
-bool choose_and_load_cue_sheet(const std::function<void()>& before_load) {
+bool choose_cue_sheet() {
   open_state.project_name.clear();
   const auto path =
       host().ask_for_existing_file({.title = std::string(ui_text(msg, 1)),
@@ -190,8 +190,7 @@ bool choose_and_load_cue_sheet(const std::function<void()>& before_load) {
   if (!path) return false;
   open_state.project_name = *path;
   show_vbr_note();
-  before_load();
-  return load_cue_sheet(true);
+  return true;
 }
 
 }  // namespace corvelin

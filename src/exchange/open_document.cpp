@@ -77,4 +77,14 @@ bool open_document() {
   return is_open;
 }
 
+bool open_in_place(const std::string& path) {
+  const std::string name = in_current_folder(path);  // before the close, which may empty `path`
+  close_all();
+  reset_state(ResetLevel::new_stream);
+  open_state.audio_name = name;
+  if (open_document()) return true;
+  close_all();
+  return false;
+}
+
 }  // namespace corvelin

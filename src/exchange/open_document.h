@@ -1,11 +1,17 @@
 // From a file name to an open document, by whichever reader the kind of the file asks for.
 #pragma once
 
+#include <string>
+
 namespace corvelin {
 
 /// Opens what `open_state.audio_name` names, by its extension. The document before it has been
 /// closed. Shows a box when that fails, but for an MP4 file and for a playlist that can't be read.
 bool open_document();
+
+/// Closes whatever is open, without a question, and opens `path` in its place. A failure has been
+/// shown and leaves no document.
+bool open_in_place(const std::string& path);
 
 enum class OpenFailure { unreadable, unsupported_type };
 

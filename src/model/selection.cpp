@@ -53,6 +53,13 @@ void set_sel_end(EditPosition pos) {
   update_cue_flag();
 }
 
+void set_selection(EditPosition begin, EditPosition end) {
+  if (begin == no_position) return clear_selection();
+  selection.sel_beg = begin;
+  selection.sel_end = end;
+  update_cue_flag();
+}
+
 void clear_selection() {
   selection = {.cursor = selection.cursor};
   ++selection_revision;

@@ -38,6 +38,9 @@ bool ensure_selection(EditPosition pos);
 void set_sel_begin(EditPosition pos);
 void set_sel_end(EditPosition pos);
 
+/// Sets both ends, which are in order, or none of them.
+void set_selection(EditPosition begin, EditPosition end);
+
 /// No selection, and nothing left of a border that was taken out. The cursor stays.
 void clear_selection();
 

@@ -102,7 +102,7 @@ std::uint32_t time_to_position(double seconds) {
 }
 
 std::uint32_t parse_time(std::string_view& text, char terminator) {
-  text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+  text.remove_prefix(std::min(text.find_first_of("0123456789.-()"), text.size()));
   const std::size_t end = text.find(terminator);
   std::string_view time = text.substr(0, end);
   double seconds = take_hours_and_minutes(time);

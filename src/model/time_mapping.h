@@ -47,7 +47,8 @@ std::uint32_t time_to_position(double seconds);
 /// Reads a time as `format_time` writes it from the start of `text`, up to `terminator`, and moves
 /// `text` behind that. Returns its `time_to_position`.
 ///
-/// Hours end with ":", minutes with "'"; either may be missing. What is no number counts as 0.
+/// Hours end with ":", minutes with "'"; either may be missing. What stands in front of the digits,
+/// as a label does, is no part of the time. What is no number counts as 0.
 /// Without the terminator the seconds don't count, and stay in `text`.
 std::uint32_t parse_time(std::string_view& text, char terminator);
 

@@ -3,7 +3,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <optional>
 #include <string_view>
 
@@ -33,12 +32,12 @@ std::optional<std::uint32_t> longer_text_of(CommandId id) {
 }
 
 std::string text_with_key(CommandId id) {
-  const auto command = std::ranges::find(command_table(), id, &Command::id);
-  if (command == command_table().end() || command->row == no_row) return {};
-  const std::string_view text = ui_text(command->section, command->row);
+  const Command* const command = command_of(id);
+  if (command == nullptr) return {};
+  const std::string_view text = text_of(*command);
   if (const auto row = longer_text_of(id))
     return fmt::format("{}: {}", menu_text_plain(text), ui_text(ttp, *row));
-  return command->section == ttp ? std::string(text) : menu_text_plain(text, true);
+  return command->text.section == ttp ? std::string(text) : menu_text_plain(text, true);
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ class AutoCrop : public EditTest {
 
   // What is left, in silent frames on either side of the tone.
   [[nodiscard]] std::string cropped() const {
-    EXPECT_TRUE(auto_crop());
+    EXPECT_TRUE(run("auto_crop"));
     EXPECT_EQ(document.parts.size(), 1U);
     EXPECT_FALSE(has_selection());
     const Part& part = document.parts[0];
@@ -70,7 +70,7 @@ TEST_F(AutoCrop, LeavesThePlacesWithoutADecoder) {
   make("0-20 @7");
   library_folder = folder.path("none");
   decoder_unload_all();
-  EXPECT_FALSE(auto_crop());
+  EXPECT_FALSE(run("auto_crop"));
   EXPECT_EQ(parts() + places(), "0-20 @7");
   EXPECT_TRUE(take_box().starts_with("Could not open ACM Codec: "));
 }

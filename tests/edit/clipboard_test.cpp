@@ -1,6 +1,4 @@
 // The clipboard: its text to the byte, what a paste makes of it, and texts that mean no good.
-#include "edit/clipboard.h"
-
 #include <sys/stat.h>
 
 #include <cstdlib>
@@ -50,11 +48,11 @@ TEST_F(Clipboard, ListsTheSelectedRanges) {
       {15, 100, range(a, "6255\t2085\t0\t0", "C\t\u00e4 b\t") + range(a, "8340\t33360\t0\t0")}};
   for (const auto& c : cases) {
     select(c.begin, c.end);
-    EXPECT_TRUE(copy());
+    EXPECT_TRUE(run("copy"));
     EXPECT_EQ(clipboard(), mark + c.text);
   }
   make("0-100 =1-1");  // no range: all
-  EXPECT_TRUE(copy());
+  EXPECT_TRUE(run("copy"));
   EXPECT_EQ(clipboard(), mark + range(a, "0\t41700\t0\t0"));
   EXPECT_EQ(state(), "0-100 =0-100");
 }
@@ -62,23 +60,23 @@ TEST_F(Clipboard, ListsTheSelectedRanges) {
 TEST_F(Clipboard, HoldsAtMostOneBlock) {
   for (std::uint32_t i = 1; i < 100; ++i) split_at(i * length);
   for (Part& part : document.parts) part.part_title.assign(300, u'x');
-  ASSERT_TRUE(copy());
+  ASSERT_TRUE(run("copy"));
   // 49999 bytes and the zero behind them fit.
   document.parts[0].part_title.append(49999 - clipboard().size(), u'x');
-  EXPECT_TRUE(copy());
+  EXPECT_TRUE(run("copy"));
   EXPECT_EQ(clipboard().size(), 49999U);
   document.parts[0].part_title += u'x';
-  EXPECT_FALSE(copy());
+  EXPECT_FALSE(run("copy"));
   EXPECT_EQ(clipboard(), "");
   EXPECT_EQ(take_box(), "Error: Not possible");
 }
 
 TEST_F(Clipboard, CopyReplacesNothingButAClipboard) {
   clipboard_file = folder.path("no/such/folder");
-  EXPECT_FALSE(copy());
+  EXPECT_FALSE(run("copy"));
   // A recording that was named as the clipboard by mistake stays one.
   clipboard_file = folder.path("a.mp3");
-  EXPECT_FALSE(copy());
+  EXPECT_FALSE(run("copy"));
   EXPECT_EQ(read_file(folder.path("a.mp3")), frames(100));
 
   clipboard_file = folder.path("clipboard");
@@ -87,26 +85,26 @@ TEST_F(Clipboard, CopyReplacesNothingButAClipboard) {
     errno = ENOSPC;
     return -1;
   };
-  EXPECT_FALSE(copy());
+  EXPECT_FALSE(run("copy"));
   write_calls = system_write_calls;
   EXPECT_EQ(clipboard(), "old");
   EXPECT_EQ(folder.names(), (std::vector<std::string>{"a.mp3", "clipboard"}));
   ASSERT_TRUE(open("tab\t.mp3", frames(100)));
-  EXPECT_FALSE(copy());
+  EXPECT_FALSE(run("copy"));
   EXPECT_EQ(host.boxes.size(), 4U);
 }
 
 TEST_F(Clipboard, CutsWithOneUndoStep) {
   make("0-100 =5-5");
-  EXPECT_FALSE(cut_clipboard());  // refused, and yet a step
+  EXPECT_FALSE(run("cut_clipboard"));  // refused, and yet a step
   EXPECT_EQ(state(), "0-100 =5-5 ^ {No selection or selection too short.}");
   select(10, 20);
-  EXPECT_TRUE(cut_clipboard());
+  EXPECT_TRUE(run("cut_clipboard"));
   EXPECT_EQ(clipboard(), mark + range(folder.path("a.mp3"), "4170\t4170\t0\t0"));
   EXPECT_EQ(state(), "0-10 20-100 !^");
   EXPECT_EQ(undo_stack.size(), 2U);
   select(0, 90);
-  EXPECT_FALSE(cut_clipboard());
+  EXPECT_FALSE(run("cut_clipboard"));
   EXPECT_EQ(take_box(), "Not possible: Selection range seems to be invalid.");
   EXPECT_TRUE(clipboard().ends_with("\t8340\t33360\t0\t0\t\t\t"));
 }
@@ -115,20 +113,20 @@ TEST_F(Clipboard, PastesAtTheCursorAndOverTheSelection) {
   make("0-100 @10");
   const std::string b = folder.file("b.mp3", frames(150, {.bitrate = 64}));
   put(mark + range(b, "0\t2080\t-5\t1", "\u00c4\tT\t") + range(b, "2080\t208\t0\t0"));
-  EXPECT_TRUE(paste());
+  EXPECT_TRUE(run("paste"));
   // 2080 and 208 bytes; the second part is named from its file.
   const std::string pasted = "0-10:a.mp3 0-4+412*g-5:T 4+412-5+203:b.mp3 10-100:a.mp3";
-  EXPECT_EQ(state(), pasted + " =10-15+203 @10 !^");
+  EXPECT_EQ(state(), pasted + " =10-15+203 @10 #1 !^");
   EXPECT_EQ(document.parts[1].part_artist, u"\u00c4");
   EXPECT_EQ(document.files[1].audio_end, 150 * 208U);  // no further than it goes
   EXPECT_EQ(stream.vbr, vbr_seen);
 
   put(mark + range(b, "0\t208\t0\t0"));
-  EXPECT_TRUE(paste());  // replaces what was pasted
+  EXPECT_TRUE(run("paste"));  // replaces what was pasted
   EXPECT_EQ(parts(), "0-10:a.mp3 0-0+208:b.mp3 10-100:a.mp3");
   selection.sel_beg = selection.sel_end = 0;
   selection.cursor = 20 * length;
-  EXPECT_TRUE(paste());
+  EXPECT_TRUE(run("paste"));
   // In front of the cursor there are 10 frames of 417 bytes and 2 of 208 now, and 3754 bytes more.
   EXPECT_EQ(selection.cursor, 4170U + 2 * 208 + 10 * length);
   while (!undo_stack.empty()) undo_pop();
@@ -138,10 +136,10 @@ TEST_F(Clipboard, PastesAtTheCursorAndOverTheSelection) {
 
 TEST_F(Clipboard, PastesWhatWasCopiedAfterTheDocumentWasClosed) {
   select(90, 100);
-  ASSERT_TRUE(copy());
+  ASSERT_TRUE(run("copy"));
   ASSERT_TRUE(open("b.mp3", frames(50)));
   selection.cursor = document.total_size;
-  EXPECT_TRUE(paste());
+  EXPECT_TRUE(run("paste"));
   EXPECT_EQ(parts(), "0-50*:b.mp3 90-100:a.mp3");
   EXPECT_EQ(document.files[1].audio_end, 100 * length);
 }
@@ -187,7 +185,7 @@ TEST_F(Clipboard, RefusesWhatDoesNotBelongHere) {
     ASSERT_TRUE(open("a.mp3", frames(100)));
     selection.cursor = 10 * length;
     put(c.text);
-    EXPECT_FALSE(paste());
+    EXPECT_FALSE(run("paste"));
     EXPECT_EQ(take_box(), "Clipboard error: " + c.told);
     EXPECT_EQ(document.files.size(), 1U);
     EXPECT_EQ(document.total_size, (100 + c.added) * length);
@@ -196,7 +194,7 @@ TEST_F(Clipboard, RefusesWhatDoesNotBelongHere) {
   }
   select(10, 20);  // comes back after a failure
   put(mark + range(folder.path("gone.mp3"), "0\t417\t0\t0"));
-  EXPECT_FALSE(paste());
+  EXPECT_FALSE(run("paste"));
   EXPECT_EQ(parts() + places(), "0-100* =10-20 @10");
 }
 

@@ -1,7 +1,5 @@
 // Each editing command on small part tables, and what is odd about them on other streams.
-#include "edit/commands.h"
 #include "edit/requirements.h"
-#include "edit/resync_check.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
 #include "model/stream_info.h"
@@ -13,18 +11,6 @@ namespace {
 
 class EditCommands : public EditTest {
  protected:
-  /// Runs commands one after the other; "@5" goes to a frame.
-  static void run(const std::string& commands) {
-    std::istringstream words(commands);
-    for (std::string word; words >> word;) {
-      if (word[0] == '@') {
-        move_cursor(static_cast<EditPosition>(std::stoul(word.substr(1))) * length);
-      } else {
-        dispatch_command(find_command(word).value());
-      }
-    }
-  }
-
   /// Part tables as full as they get but for one part, with the last 20 frames
   /// in the last one.
   static void fill_table() {
@@ -248,7 +234,7 @@ TEST_F(EditCommands, ReSyncsAreMarkedBehindTheFrameFoundAgain) {
     ASSERT_TRUE(open("j.mp3", bytes));
     selection.sel_beg = range.begin;
     selection.sel_end = range.end;
-    check_resyncs();
+    run("check_resyncs");
     std::string marks;
     for (const Part& part : document.parts)
       if (!part.part_title.empty())

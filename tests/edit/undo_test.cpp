@@ -17,7 +17,7 @@ TEST_F(Undo, TakesBackASelectionAlone) {
   delete_range(10 * length, 12 * length);
   ASSERT_TRUE(undo_pop());
   EXPECT_EQ(state(), "0-10* 12-20 @2");
-  EXPECT_FALSE(undo_pop());
+  EXPECT_FALSE(run("undo"));
   EXPECT_EQ(host.beeps, 1);
 }
 

@@ -262,14 +262,13 @@ TEST_F(CueSheet, LoadsOverTheCurrentAudio) {
   make("0-100* 100-1000*");
   selection.sel_artist = u"of a border that was restored";
   host.existing_files = {folder.file("s.cue", file_line + "TITLE \"x\"\r\n" + track("00:10:00"))};
-  bool has_run = false;
-  EXPECT_TRUE(choose_and_load_cue_sheet([&] { has_run = document.parts.size() == 2; }));
-  EXPECT_TRUE(has_run);
+  EXPECT_TRUE(run("load_cue_sheet_over_audio"));
   EXPECT_EQ(cues(), "0 100 383 ");
   EXPECT_EQ(document.parts[2].part_artist, u"");
   EXPECT_EQ(document.sheet_title, u"x");
   EXPECT_EQ(open_state.audio_name, folder.path("b.mp3"));
-  EXPECT_FALSE(choose_and_load_cue_sheet([] { FAIL(); }));  // cancelled
+  EXPECT_FALSE(run("load_cue_sheet_over_audio"));  // cancelled
+  EXPECT_EQ(undo_stack.size(), 1U);
 }
 
 TEST_F(CueSheet, AbsurdTimesGiveDefinedPlaces) {

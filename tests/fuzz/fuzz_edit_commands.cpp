@@ -9,13 +9,7 @@
 #include "document/close_all.h"
 #include "document/open_audio_file.h"
 #include "document/open_state.h"
-#include "edit/auto_crop.h"
-#include "edit/cue_commands.h"
-#include "edit/cut_commands.h"
-#include "edit/mute_cut.h"
-#include "edit/resync_check.h"
-#include "edit/trim_commands.h"
-#include "edit/undo.h"
+#include "edit/commands.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
@@ -63,9 +57,9 @@ EditPosition place(std::uint8_t byte) {
 
 PartIndex part_of(std::uint8_t byte) { return static_cast<PartIndex>(byte % part_count()); }
 
-using Command = void (*)(std::uint8_t argument);
+using Arrangement = void (*)(std::uint8_t argument);
 
-constexpr Command commands[] = {
+constexpr Arrangement arrangements[] = {
     [](std::uint8_t byte) { seek_to(place(byte)); },
     [](std::uint8_t byte) { seek_to(document.parts[part_of(byte)].part_beg); },
     [](std::uint8_t byte) { document.current_part = part_of(byte); },
@@ -74,25 +68,18 @@ constexpr Command commands[] = {
     [](std::uint8_t byte) {
       document.parts[document.current_part].part_gainbeg = static_cast<std::int8_t>(byte);
     },
-    [](std::uint8_t byte) { cut_or_cue(byte == 0); },
-    [](std::uint8_t) { edit_restore(); },
-    [](std::uint8_t) { crop(); },
-    [](std::uint8_t) { remove_edit_points(); },
-    [](std::uint8_t) { cues_at_selection_ends(); },
-    [](std::uint8_t) { set_cue_flags(); },
-    [](std::uint8_t) { remove_cue_flags(); },
-    [](std::uint8_t) { cue_pure_splits(); },
-    [](std::uint8_t) { toggle_cue(); },
-    [](std::uint8_t) { mute_cut(); },
-    [](std::uint8_t) { trim_left_out(); },
-    [](std::uint8_t) { trim_left_in(); },
-    [](std::uint8_t) { trim_right_in(); },
-    [](std::uint8_t) { trim_right_out(); },
-    [](std::uint8_t byte) { move_cue(byte < 128 ? CueMove::left : CueMove::right); },
-    [](std::uint8_t) { check_resyncs(); },
-    [](std::uint8_t) { auto_crop(); },
-    [](std::uint8_t) { undo_pop(); },
 };
+
+constexpr CommandId edits[] = {152, 153, 1029, 1020, 1066, 1048, 1049, 1035, 204,  1074,
+                               205, 206, 207,  208,  209,  210,  1072, 1046, 1022, 1036};
+
+void run(std::uint8_t first, std::uint8_t second) {
+  if (first % 3 == 0) {
+    arrangements[first / 3 % std::size(arrangements)](second);
+  } else {
+    dispatch_command(edits[second % std::size(edits)]);
+  }
+}
 
 // Edits alone never lead out of the audio of a file.
 void check_document() {
@@ -113,7 +100,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   connect_levels();
   open(sources);
   for (std::size_t i = 0; i + 1 < size && i < 2 * most_commands; i += 2) {
-    commands[data[i] % std::size(commands)](data[i + 1]);
+    run(data[i], data[i + 1]);
     check_document();
   }
   close_all();

@@ -5,6 +5,7 @@
 #include <sstream>
 #include <string>
 
+#include "edit/commands.h"
 #include "edit/undo.h"
 #include "platform/text.h"
 #include "support/core_test.h"
@@ -44,6 +45,21 @@ class EditTest : public CoreTest {
       if (mark == '=') select(from, to);
       if (word[0] >= '0' && word[0] <= '9') make_part(from, to, in);
     }
+  }
+
+  /// Runs commands by their names, one after the other; "@5" goes to a frame. Whether all were
+  /// done.
+  static bool run(const std::string& commands) {
+    std::istringstream words(commands);
+    bool all_done = true;
+    for (std::string word; words >> word;) {
+      if (word[0] == '@') {
+        move_cursor(static_cast<EditPosition>(std::stoul(word.substr(1))) * length);
+      } else if (dispatch_command(find_command(word).value()) != DispatchResult::done) {
+        all_done = false;
+      }
+    }
+    return all_done;
   }
 
   static void select(std::uint32_t begin, std::uint32_t end) {

@@ -1,0 +1,263 @@
+// The rows of the table.
+#include "edit/command_table.h"
+
+#include <algorithm>
+#include <type_traits>
+
+#include "audio/level_meter.h"
+#include "audio/playback.h"
+#include "edit/auto_crop.h"
+#include "edit/auto_cue_dialog.h"
+#include "edit/clipboard.h"
+#include "edit/cue_commands.h"
+#include "edit/cut_commands.h"
+#include "edit/document_commands.h"
+#include "edit/file_info_dialog.h"
+#include "edit/level_commands.h"
+#include "edit/level_dialog.h"
+#include "edit/mute_cut.h"
+#include "edit/names_dialog.h"
+#include "edit/navigation.h"
+#include "edit/normalize_dialog.h"
+#include "edit/pause_dialog.h"
+#include "edit/requirements.h"
+#include "edit/resync_check.h"
+#include "edit/save_audio.h"
+#include "edit/save_project.h"
+#include "edit/selection_commands.h"
+#include "edit/setting_commands.h"
+#include "edit/split_dialog.h"
+#include "edit/text_encoding.h"
+#include "edit/trim_commands.h"
+#include "edit/undo.h"
+#include "model/selection.h"
+
+namespace corvelin {
+
+namespace {
+
+using namespace rule;
+
+// What groups of commands have in common.
+constexpr std::uint32_t moving = on_document | refreshes_places;
+constexpr std::uint32_t selecting = on_document | undo_selection | refreshes_places;
+constexpr std::uint32_t editing = on_document | undo_document | relists | refreshes_places;
+constexpr std::uint32_t trimming = on_document | recuts | refreshes_places | repeats;
+constexpr std::uint32_t opening = while_stopped | reopens;
+constexpr std::uint32_t saving = on_document | reopens;
+constexpr std::uint32_t prelistening = on_document | while_silent;
+
+constexpr TextRow selection_label = {win, 22};
+constexpr TextRow cue_flags_label = {men, 35};
+
+// An operation in the form of the table. One that can't be refused is done; of a bool, false means
+// refused, which has been told.
+template <auto Operation>
+Outcome run() {
+  using Value = decltype(Operation());
+  if constexpr (std::is_void_v<Value>) {
+    Operation();
+    return Result::done;
+  } else if constexpr (std::is_same_v<Value, bool>) {
+    return Operation() ? Result::done : Result::refused;
+  } else {
+    return Operation();
+  }
+}
+
+template <typename Record>
+Outcome show() {
+  Record dialog;
+  return show_dialog(dialog) ? Result::done : Result::refused;
+}
+
+constexpr auto later = nullptr;
+constexpr std::uint32_t all_bits = 0xFFFFFFFF;
+
+// A command that turns a setting over, or one bit of it.
+template <auto Setting>
+constexpr Command toggle(CommandId id, std::string_view name, TextRow text,
+                         std::string_view keys = {}, std::uint32_t rules = 0) {
+  return {id,      name,    text,
+          keys,    rules,   run<toggle_setting<Setting>>,
+          nullptr, unnamed, {Setting, all_bits}};
+}
+
+template <std::uint16_t Bit>
+constexpr Command toggle_keep_date(CommandId id, std::string_view name, TextRow text) {
+  return {id,      name,    text,
+          "",      0,       run<toggle_date_bit<Bit>>,
+          nullptr, unnamed, {&Settings::keep_date, Bit}};
+}
+
+// One of the two encodings of texts.
+constexpr Command encoding(CommandId id, std::string_view name, Outcome (*set)(),
+                           std::uint32_t value) {
+  return {id,
+          name,
+          unnamed,
+          "",
+          editing | by_dialog,
+          set,
+          nullptr,
+          {men, 74},
+          {&Settings::char_enc, all_bits, value, true}};
+}
+
+// clang-format off
+constexpr Command table[] = {
+    {112, "skip_back_large", {ttp, 0}, "Page Up", moving | repeats, run<skip_back_large>},
+    {113, "skip_back_small", {ttp, 1}, "Left", moving | repeats, run<skip_back_small>},
+    {114, "skip_forward_small", {ttp, 2}, "Right", moving | repeats, run<skip_forward_small>},
+    {115, "skip_forward_large", {ttp, 3}, "Page Down", moving | repeats, run<skip_forward_large>},
+    {116, "go_to_previous_range", {ttp, 4}, "Ctrl+Left", moving | repeats, run<go_to_previous_range>},
+    {117, "go_to_next_range", {ttp, 5}, "Ctrl+Right", moving | repeats, run<go_to_next_range>},
+    {118, "go_to_selection_begin", {ttp, 6}, "Up", moving, run<go_to_selection_begin>, need_selection},
+    {119, "go_to_selection_end", {ttp, 7}, "Down", moving, run<go_to_selection_end>, need_selection},
+    {120, "zoom_in", {ttp, 8}, "I, Shift+Up", moving | repeats, run<zoom_in>},
+    {121, "zoom_out", {ttp, 9}, "O, Shift+Down", moving | repeats, run<zoom_out>},
+    {122, "go_to_track_end", {ttp, 27}, "End", moving, run<go_to_track_end>},
+    {126, "prelisten_to_begin", {ttp, 15}, "F5", prelistening, later},
+    {127, "prelisten_from_begin", {ttp, 16}, "F6", prelistening, later},
+    {128, "prelisten_to_end", {ttp, 17}, "F7", on_document, later},
+    {129, "prelisten_from_end", {ttp, 18}, "F8", on_document, later},
+    {131, "prelisten_as_cut", {ttp, 19}, "F9", prelistening, later},
+    {133, "rewind", {ttp, 20}, "Home", moving, run<rewind>},
+    {134, "play", {ttp, 22}, "P", live_with_transport, later},
+    {135, "stop", {ttp, 21}, "S", live_with_transport, later},
+    {136, "play_or_stop", unnamed, "Space", 0, later},
+    {137, "initialize_recording", {ttp, 23}, "R", while_silent | while_unarmed | reopens, later},
+    {138, "margin_button", {ttp, 24}, "", refreshes_places, run<margin_reset>},
+    {152, "cut_or_cue", {win, 5}, "Del, C", editing | recuts | modifies | follows_cursor | names_parts, run<cut_or_cue>, need_selection},
+    {153, "edit_restore", {win, 7}, "E", editing | recuts | modifies | names_parts, run<edit_restore>},
+    {154, "set_recording_cue", {win, 8}, "", on_writing | live_with_transport, later},
+    {154, "set_begin", {win, 8}, "B", selecting | live_with_transport, run<set_begin>},
+    {155, "set_end", {win, 9}, "N", selecting, run<set_end>},
+    {160, "begin_selection_for_field", unnamed, "", moving, run<begin_selection_for_field>},
+    {163, "margin_reset", {ttp, 26}, "Backspace", live_with_transport | refreshes_places, run<margin_reset>},
+    {167, "frame_back", unnamed, "Shift+Left", moving | while_silent | repeats, run<frame_back>},
+    {168, "frame_forward", unnamed, "Shift+Right", moving | while_silent | repeats, run<frame_forward>},
+    {200, "focus_now_field", unnamed, "Ctrl+P", on_document, later},
+    {201, "focus_selection_field", unnamed, "Ctrl+L", on_document, later},
+    {202, "part_level_up", unnamed, "Ctrl+Up", on_document | modifies | relists | refreshes_places | repeats, run<part_level_up>},
+    {203, "part_level_down", unnamed, "Ctrl+Down", on_document | modifies | relists | refreshes_places | repeats, run<part_level_down>},
+    {204, "toggle_cue", unnamed, "Ctrl+Q", on_document | modifies | relists | refreshes_places, run<toggle_cue>},
+    {205, "trim_left_out", {ttp, 34}, "Ctrl+1", trimming, run<trim_left_out>},
+    {206, "trim_left_in", {ttp, 35}, "Ctrl+2", trimming, run<trim_left_in>},
+    {207, "trim_right_in", {ttp, 36}, "Ctrl+3", trimming, run<trim_right_in>},
+    {208, "trim_right_out", {ttp, 37}, "Ctrl+4", trimming, run<trim_right_out>},
+    {209, "move_cue_left", {ttp, 38}, "Ctrl+5, Alt+Left", trimming, run<move_cue_left>},
+    {210, "move_cue_right", {ttp, 39}, "Ctrl+6, Alt+Right", trimming, run<move_cue_right>},
+    toggle<&Settings::use_mpglib>(211, "toggle_use_mpglib", unnamed, "Ctrl+D", on_document | while_silent),
+    toggle<&Settings::keep_id3v2>(212, "toggle_keep_id3v2", {dlg, 66}, "Ctrl+J", on_document),
+    toggle<&Settings::save_id3v1>(213, "toggle_save_id3v1", {dlg, 21}, "", on_document),
+    {214, "volume_up", {ttp, 25}, "Alt+Up, .", repeats, run<volume_up>},
+    {215, "volume_down", {ttp, 25}, "Alt+Down, ,", repeats, run<volume_down>},
+    {216, "select_to_start", unnamed, "Ctrl+Home", selecting, run<select_to_start>, nullptr, selection_label},
+    {217, "select_to_end", unnamed, "Ctrl+End", selecting, run<select_to_end>, nullptr, selection_label},
+    {230, "debug_window", unnamed, "Ctrl+Shift+Alt+D", 0, later},
+    {901, "configure_encoder", unnamed, "F12", 0, later},
+    {1010, "open_by_dialog", {men, 10}, "Ctrl+O", opening | live_when_stopped, run<open_by_dialog>},
+    {1011, "close", {men, 11}, "Ctrl+F4", opening | on_document, run<close>},
+    {1012, "save_complete", {men, 12}, "Ctrl+W", saving, run<save_complete>},
+    {1013, "save_selected", {men, 13}, "Ctrl+E", saving, run<save_selected>},
+    {1014, "split_dialog", {men, 15}, "Ctrl+T", on_document, show<SplitDialog>},
+    {1016, "save_project_or_sheet", {men, 16}, "Ctrl+S", on_document | refreshes_all, run<save_project_or_sheet>},
+    {1017, "save_project_as", {men, 17}, "", on_document | refreshes_all, run<save_project_as>},
+    {1018, "exit_program", {men, 18}, "Alt+F4", 0, run<request_close>},
+    {1019, "simple_fade", {men, 19}, "Ctrl+F", on_document | live_with_levels | relists | refreshes_places, run<simple_fade>},
+    {1020, "remove_edit_points", {men, 20}, "", editing | recuts, run<remove_edit_points>, need_selection},
+    {1021, "level_dialog", {men, 21}, "Ctrl+G", on_document | live_with_levels | relists | refreshes_places, run<level_dialog>},
+    {1022, "undo", {men, 23}, "Ctrl+Z", on_document | live_with_undo | relists | refreshes_places | repeats, run<undo_pop>, need_undo_step},
+    {1023, "remove_selection", {men, 24}, "Ctrl+R", selecting, run<clear_selection>, nullptr, selection_label},
+    {1024, "select_all", {men, 25}, "Ctrl+A", selecting, run<select_all>},
+    {1025, "normalize_dialog", {men, 26}, "Ctrl+M", on_document | while_stopped | live_with_levels | relists | refreshes_places, run<normalize_dialog>},
+    {1026, "pause_detection_dialog", {men, 27}, "Ctrl+Shift+P", on_document | while_stopped | relists | refreshes_places, run<pause_dialog>},
+    {1027, "file_info_dialog", {men, 22}, "Ctrl+I", on_document | modifies | refreshes_all | by_dialog, show<FileInfoDialog>},
+    {1028, "names_dialog", {men, 34}, "Ctrl+N", editing | modifies | by_dialog, show<NamesDialog>},
+    {1029, "crop", {men, 28}, "Ctrl+H", editing | recuts | modifies | follows_cursor, run<crop>, need_range},
+    {1030, "edit_cue_sheet", {men, 43}, "", on_document | reopens, run<edit_cue_sheet>},
+    {1031, "cut_clipboard", {men, 30}, "Ctrl+X", editing | recuts | modifies | follows_cursor | names_parts, run<cut_clipboard>},
+    {1032, "copy", {men, 31}, "Ctrl+C", moving, run<copy>},
+    {1033, "paste", {men, 32}, "Ctrl+V", editing | recuts | modifies | follows_cursor | names_parts, run<paste>},
+    {1034, "select_current_part", {men, 33}, "Ctrl+K", selecting, run<select_current_part>},
+    {1035, "cue_pure_splits", {men, 35}, "", editing, run<cue_pure_splits>},
+    {1036, "move_begin_left", {ttp, 28}, "1", selecting | repeats, run<move_begin_left>, nullptr, selection_label},
+    {1037, "move_begin_right", {ttp, 29}, "2", selecting | repeats, run<move_begin_right>, nullptr, selection_label},
+    {1038, "move_end_left", {ttp, 30}, "3", selecting | repeats, run<move_end_left>, nullptr, selection_label},
+    {1039, "move_end_right", {ttp, 31}, "4", selecting | repeats, run<move_end_right>, nullptr, selection_label},
+    {1040, "move_selection_left", {ttp, 32}, "5", selecting | repeats, run<move_selection_left>, nullptr, selection_label},
+    {1041, "move_selection_right", {ttp, 33}, "6", selecting | repeats, run<move_selection_right>, nullptr, selection_label},
+    {1042, "auto_cue_dialog", {men, 42}, "Ctrl+Shift+A", on_document | relists | refreshes_places, run<auto_cue_dialog>},
+    {1043, "recording_speed_dialog", {men, 44}, "", while_silent | while_unarmed | live_when_stopped, later},
+    {1044, "load_cue_sheet_over_audio", {men, 45}, "", editing | recuts | follows_cursor | refreshes_all | by_dialog, run<load_cue_sheet_over_audio>},
+    {1045, "loop_play", {men, 49}, "F4", prelistening, later},
+    {1046, "auto_crop", {men, 36}, "Ctrl+Shift+C", editing | while_stopped | recuts | modifies_by_cuts | follows_cursor, run<auto_crop>},
+    {1047, "two_stage_fade", {men, 46}, "Ctrl+Shift+F", on_document | live_with_levels | relists | refreshes_places, run<two_stage_fade>},
+    {1048, "set_cue_flags", {men, 38}, "", editing, run<set_cue_flags>, nullptr, cue_flags_label},
+    {1049, "remove_cue_flags", {men, 39}, "", editing, run<remove_cue_flags>, nullptr, cue_flags_label},
+    {1050, "configuration_dialog", {men, 54}, "F11", 0, later},
+    toggle<&Settings::big_timer>(1051, "toggle_big_timer", {men, 55}),
+    toggle<&Settings::show_milisec>(1052, "toggle_show_milisec", {men, 56}),
+    toggle<&Settings::db_scale>(1053, "toggle_db_scale", {men, 57}),
+    toggle_keep_date<keep_date_of_source>(1054, "toggle_keep_date_of_source", {men, 63}),
+    toggle<&Settings::margin>(1055, "toggle_margin", {men, 59}),
+    toggle<&Settings::bitrate_graph>(1056, "toggle_bitrate_graph", {men, 60}),
+    toggle<&Settings::big_relative>(1057, "toggle_big_relative", {men, 61}),
+    toggle<&Settings::use_toc>(1058, "toggle_use_toc", {men, 67}),
+    toggle<&Settings::time_marks>(1059, "toggle_time_marks", {men, 58}),
+    toggle<&Settings::map_names>(1060, "toggle_map_names", {men, 76}),
+    {1061, "graph_higher", {men, 71}, "Num +", repeats, run<graph_higher>},
+    {1062, "graph_lower", {men, 72}, "Num -", repeats, run<graph_lower>},
+    {1063, "graph_default", {men, 73}, "Num *", 0, run<graph_default>},
+    toggle_keep_date<keep_date_on_new>(1064, "toggle_keep_date_on_new", {men, 37}),
+    toggle<&Settings::big_total>(1065, "toggle_big_total", {men, 62}),
+    {1066, "cues_at_selection_ends", {men, 40}, "Ctrl+Shift+E", editing | modifies, run<cues_at_selection_ends>, need_two_ends},
+    {1070, "new_window", {men, 68}, "", 0, later},
+    {1071, "batch_dialog", {men, 69}, "Ctrl+B", live_when_stopped | reopens, later},
+    {1072, "check_resyncs", {men, 29}, "", editing | while_stopped | modifies_by_cuts | follows_cursor, run<check_resyncs>},
+    {1073, "save_reencoded", {men, 14}, "", saving, later},
+    {1074, "mute_cut", {men, 47}, "Ctrl+Shift+M", editing | modifies | live_with_levels, run<mute_cut>, need_mutable_cut},
+    encoding(text_is_ansi_command, "text_is_ansi", run<text_is_ansi>, 0),
+    encoding(text_is_utf8_command, "text_is_utf8", run<text_is_utf8>, 1),
+    {1077, "level_activated_recording", {cfg, 73}, "Shift+R", while_silent | while_unarmed | live_when_stopped | reopens, later},
+    {1080, "manual", {men, 64}, "F1", 0, later},
+    {1081, "faq", {men, 65}, "", 0, later},
+    {1082, "about", {men, 66}, "", 0, later},
+};
+
+// clang-format on
+
+bool counts_now(const Command& command) {
+  return !command.has(on_writing) || playback.is_recording_writing;
+}
+
+}  // namespace
+
+const Command append_change = {0,      "append", {msg, 1}, "", editing | modifies | names_parts,
+                               nullptr};
+const Command selection_change = {0, "select", selection_label, "", selecting, nullptr};
+const Command level_change = {0, "level", {men, 52}, "", editing | modifies, nullptr};
+const Command border_change = {0, "border", {men, 47}, "", editing | modifies, nullptr};
+
+std::span<const Command> command_table() { return table; }
+
+const Command* command_of(CommandId id) {
+  const auto* const command = std::ranges::find_if(
+      table, [id](const Command& row) { return row.id == id && counts_now(row); });
+  return command == std::end(table) ? nullptr : command;
+}
+
+std::optional<CommandId> find_command(std::string_view name) {
+  const auto* const command = std::ranges::find(table, name, &Command::name);
+  if (command == std::end(table)) return std::nullopt;
+  return command->id;
+}
+
+std::string_view text_of(const Command& command) {
+  if (command.id == text_is_ansi_command) return "&ANSI";
+  if (command.id == text_is_utf8_command) return "&UTF-8";
+  return ui_text(command.text.section, command.text.number);
+}
+
+}  // namespace corvelin

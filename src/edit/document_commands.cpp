@@ -1,0 +1,62 @@
+// Opening and closing by command.
+#include "edit/document_commands.h"
+
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "document/close_all.h"
+#include "document/open_state.h"
+#include "edit/commands.h"
+#include "edit/open_dialog.h"
+#include "edit/save_project.h"
+#include "exchange/cue_sheet.h"
+#include "exchange/open_document.h"
+#include "platform/file.h"
+#include "platform/host.h"
+#include "platform/process.h"
+#include "settings/settings.h"
+#include "text/boxes.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+bool open_by_dialog() { return confirm_discard_changes() && open_file_dialog(); }
+
+bool close() {
+  if (!confirm_discard_changes()) return false;
+  close_all();
+  return true;
+}
+
+bool open_recent(std::size_t index) {
+  if (!confirm_discard_changes()) return false;
+  if (open_in_place(settings.file_recent[index])) return true;
+  std::erase_if(settings.file_recent,
+                [](const std::string& name) { return static_cast<bool>(InputFile().open(name)); });
+  host().rebuild_recent_menu();
+  return false;
+}
+
+bool load_cue_sheet_over_audio() {
+  if (!choose_cue_sheet()) return false;
+  const auto load = [] { return load_cue_sheet(true) ? Result::done : Result::refused; };
+  return carry_out(*command_of(load_cue_sheet_command), load) == Result::done;
+}
+
+bool edit_cue_sheet() {
+  const std::string& sheet = open_state.project_name;
+  if (!save_project(true, true) || !file_facts(sheet).found) return false;
+  if (const std::error_code error = open_in_viewer(sheet)) {
+    show_error("xdg-open: " + error.message());
+    return false;
+  }
+  const BoxAnswer answer = host().show_message_box({.caption = "Corvelin",
+                                                    .text = std::string(ui_text(msg, 26)),
+                                                    .icon = BoxIcon::question,
+                                                    .buttons = BoxButtons::yes_no,
+                                                    .default_answer = BoxAnswer::yes});
+  return answer != BoxAnswer::yes || open_in_place(sheet);
+}
+
+}  // namespace corvelin

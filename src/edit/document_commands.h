@@ -1,0 +1,23 @@
+// The commands that put another document in the place of the open one. Each asks first when that
+// has unsaved changes, and has told why it was refused.
+#pragma once
+
+#include <cstddef>
+
+namespace corvelin {
+
+bool open_by_dialog();
+bool close();
+
+/// Opens an entry of the recent list. When that fails, all entries whose files are gone leave the
+/// list.
+bool open_recent(std::size_t index);
+
+/// Asks for a cue sheet, which becomes the project of the document, and sets its cues in the audio
+/// as it stands. False also when the user cancels; no project is named then.
+bool load_cue_sheet_over_audio();
+
+/// Saves the cues as a sheet, hands it to the user's editor, and opens what became of it.
+bool edit_cue_sheet();
+
+}  // namespace corvelin
