@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -17,8 +18,8 @@ namespace corvelin {
 
 namespace {
 
-constexpr std::uint8_t is_border_kind = sample_is_cut | sample_is_cue;
-constexpr std::uint8_t makes_line = is_border_kind | sample_is_outside;
+constexpr std::uint8_t border_kinds = sample_is_cut | sample_is_cue;
+constexpr std::uint8_t line_flags = border_kinds | sample_is_outside;
 constexpr Colour handle_colour = 0x808080;
 
 class GraphDrawing {
@@ -105,10 +106,10 @@ class GraphDrawing {
   void draw_borders() {
     std::optional<std::size_t> before;
     for (int x = 0; x < layout_.width; ++x) {
-      const std::size_t slot = slot_with(x, is_border_kind);
-      const bool is_new = slot != before || has(slot + 1, makes_line);
+      const std::size_t slot = slot_with(x, border_kinds);
+      const bool is_new = slot != before || has(slot + 1, line_flags);
       before = slot;
-      if (!has(slot, makes_line) || !is_new) continue;
+      if (!has(slot, line_flags) || !is_new) continue;
       upright(x, border_colour(slot), has(slot, sample_is_cue) ? Pattern::dots : Pattern::solid);
     }
   }
@@ -132,7 +133,8 @@ class GraphDrawing {
   void draw_handle(int x, std::size_t slot) {
     constexpr int scale = 192;
     constexpr int label_at = 10;  // pixels from the border
-    const int y = slots_[slot].sample_handle * layout_.graph_bottom / scale - 4;
+    const auto down = std::int64_t{slots_[slot].sample_handle} * layout_.graph_bottom / scale;
+    const int y = static_cast<int>(down) - 4;
     const int height = layout_.small_font_h;
     const int width = canvas_.text(x + 1, y, "   ", {.height = height, .ground = handle_colour});
     Rect visible = {x + 1, y, x + 1 + width, y + height};

@@ -6,6 +6,7 @@
 #include "model/stream_info.h"
 #include "settings/settings.h"
 #include "shell/button_texts.h"
+#include "shell/debug_text.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {
@@ -120,6 +121,19 @@ TEST_F(StatusDisplayTest, WordsTellWhatIsSeen) {
   level_meter = {};
   close_all();
   EXPECT_EQ(view_in_words(), "");
+}
+
+TEST_F(StatusDisplayTest, DebugTextTellsThePartsAsFarAsItHasRoom) {
+  make("0-8* 9-20* @5");
+  EXPECT_EQ(debug_text(),
+            "Size all: 7923\nCursor: 2085\nGG bit: 73\n"
+            "Part: 00  beg: 0  fpos: 0  size: 3336\nPart: 01  beg: 3336  fpos: 3753  size: 4587\n"
+            "Info header: 0\n\ndpi factor: 1.00\n");
+  make(
+      "0-1 1-2 2-3 3-4 4-5 5-6 6-7 7-8 8-9 9-10 10-11 11-12 12-13 13-14 14-15 15-16 16-17 17-18 "
+      "18-19 19-20 0-1 1-2 2-3 3-4 4-5 5-6 6-7 7-8 8-9 9-10");
+  EXPECT_LE(debug_text().size(), 1000U);
+  EXPECT_TRUE(debug_text().ends_with("dpi factor: 1.00\n"));
 }
 
 TEST(ButtonTexts, TellTheKeyAndWhatUndoTakesBack) {
