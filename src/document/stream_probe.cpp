@@ -4,8 +4,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <optional>
 
-#include "document/first_frame_search.h"
+#include "document/frame_sweep.h"
 #include "document/tag_bounds.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
@@ -49,10 +50,22 @@ bool is_same_kind(const StreamKind& a, const StreamKind& b) {
   return a.version == b.version && a.layer == b.layer && a.sample_rate == b.sample_rate;
 }
 
+// The first frame behind the tag in front: searched in steps of 20 bytes, up to the end of the
+// file's first mebibyte.
+std::optional<FramePlace> find_first_frame(FrameSweep& sweep, std::uint32_t from,
+                                           std::uint32_t audio_end) {
+  constexpr std::uint32_t step = 20;                // bytes
+  constexpr std::uint32_t highest_start = 0xFFFFF;  // of a further search
+  auto found = sweep.find(from);
+  for (; !found && from + step < audio_end && from + step <= highest_start; from += step)
+    found = sweep.find(from + step);
+  return found;
+}
+
 // Walks the frames from `pos`: all of the first 100,000 bytes, and of a variable stream 50 frames
 // in every 50,000 bytes until 5,000,000. Sets `vbr` and, unless a header gave it, `avg_frame_size`.
 // Returns the last frame that was found, `sample` if none.
-FrameInfo sample_frames(EditPosition pos, FrameInfo sample) {
+FrameInfo sample_frames(FrameSweep& sweep, std::uint32_t pos, FrameInfo sample) {
   constexpr std::uint32_t frames_in_turn = 50;
   constexpr std::uint32_t skipped_in_turn = 50000;  // bytes
   constexpr std::uint32_t other_kind_step = 10;     // bytes behind a frame of other parameters
@@ -64,11 +77,12 @@ FrameInfo sample_frames(EditPosition pos, FrameInfo sample) {
     const bool is_decided = stream.vbr == vbr_constant || stream.avg_frame_size > 0;
     if (pos > stream.first_audio + constant_probe_size && is_decided) break;
 
-    const FrameInfo frame = find_frame(0, pos, sample.sample_rate).frame;
-    if (frame.version == 0) {
+    const auto found = sweep.find(pos, sample.sample_rate);
+    if (!found) {
       pos += frame_unit;
       continue;
     }
+    const FrameInfo& frame = found->frame;
     if (is_same_kind(kind_of(frame), kind_of(sample))) {
       if (stream.vbr == vbr_constant &&
           std::abs(frame.bitrate - sample.bitrate) > bitrate_tolerance)
@@ -104,20 +118,20 @@ float average_bitrate(const FrameInfo& frame) {
 std::uint32_t probe_stream(const InputFile& file, std::uint32_t size) {
   stream.audio_end = size;
   stream.id3v2_size = id3v2_tag_size(file);
-  FramePlace first = find_first_frame(stream.id3v2_size);
-  if (first.frame.version == 0) return no_position;
+  FrameSweep sweep(file, size);
+  auto first = find_first_frame(sweep, stream.id3v2_size, size);
+  if (!first) return no_position;
 
   stream.avg_frame_size = 0;
   stream.vbr = vbr_constant;
-  stream.first_audio = stream.is_aac != 0 ? first.pos : read_vbr_header(file, first.pos, stream);
-  document.files[0].first_audio = stream.first_audio;
+  stream.first_audio = stream.is_aac != 0 ? first->pos : read_vbr_header(file, first->pos, stream);
 
   // A "Xing" frame takes part in the sampling, an "Info" frame doesn't.
   if (stream.has_info_header != 0) {
-    const FramePlace behind = find_frame(0, stream.first_audio, first.frame.sample_rate);
-    if (behind.frame.version != 0) first = behind;
+    const auto behind = sweep.find(stream.first_audio, first->frame.sample_rate);
+    if (behind) first = behind;
   }
-  stream.current_frame = sample_frames(first.pos, first.frame);
+  stream.current_frame = sample_frames(sweep, first->pos, first->frame);
   stream.avg_bitrate = average_bitrate(stream.current_frame);
   return stream.first_audio;
 }

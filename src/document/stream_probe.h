@@ -11,9 +11,9 @@
 
 namespace corvelin {
 
-/// Probes source file 0, whose candidate audio ends at `size`, and fills `stream`; its
-/// `current_frame` is the last one that was looked at. The document is one part over the whole
-/// file. Returns the first audio frame's offset, or `no_position` when there is no audio.
+/// Probes a file whose candidate audio ends at `size`, and fills `stream`; its `current_frame` is
+/// the last one that was looked at. Returns the first audio frame's offset, or `no_position` when
+/// there is no audio.
 std::uint32_t probe_stream(const InputFile& file, std::uint32_t size);
 
 /// Reads the VBR/Info header in the MPEG frame at `first` into `info`, whose `audio_end` is the

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t first_look_size = 2048;  // holds an MPEG frame and the next header
 
-std::array<std::uint8_t, search_block_size> search_block;
+std::array<std::uint8_t, search_read_size> search_block;
 
 bool is_other_rate(const FrameInfo& frame, std::uint32_t rate_before) {
   return rate_before != any_sample_rate && frame.sample_rate != rate_before;
@@ -49,6 +49,7 @@ void remember(const FramePlace& place) {
 
 std::optional<FramePlace> find_frame_in_block(std::span<const std::uint8_t> block,
                                               std::size_t usable, std::uint32_t rate_before) {
+  const auto seen = block.first(std::min<std::size_t>(block.size(), search_block_size));
   for (std::size_t i = 0; i < usable; ++i) {
     const void* const sync = std::memchr(block.data() + i, 0xFF, usable - i);
     if (sync == nullptr) break;
@@ -57,7 +58,7 @@ std::optional<FramePlace> find_frame_in_block(std::span<const std::uint8_t> bloc
     if (!has_sync(block, i) || !decode_frame_header(frame, block.subspan(i), frame_format()))
       continue;
     const FramePlace place = {.pos = static_cast<EditPosition>(i), .frame = frame};
-    if (!is_followed(block, i, frame.frame_length)) {
+    if (!is_followed(seen, i, frame.frame_length)) {
       // The last frame of a file has nothing behind it. Its length alone lets it pass, when that is
       // all that is left: so a search that begins at its first byte finds it.
       if (frame.frame_length == usable) return place;
@@ -91,7 +92,8 @@ FramePlace find_frame(PartIndex part, EditPosition pos, std::uint32_t rate_befor
                                block.subspan(first_look_size));
   }
 
-  const auto usable = static_cast<std::uint32_t>(std::min<std::size_t>(got, audio_left));
+  const std::uint32_t in_block = std::min(static_cast<std::uint32_t>(got), search_block_size);
+  const std::uint32_t usable = std::min(in_block, audio_left);
   const auto found = find_frame_in_block(block.first(got), usable, rate_before);
   if (found) return {.pos = pos + found->pos, .frame = found->frame};
   const bool is_file_end = offset + std::uint64_t{usable} >= file.audio_end;

@@ -13,8 +13,9 @@
 
 namespace corvelin {
 
-/// How many bytes one search looks at.
+/// How many bytes one search looks at, and how many it reads: a header may begin at the last one.
 constexpr std::uint32_t search_block_size = 10000;
+constexpr std::uint32_t search_read_size = search_block_size + header_size - 1;
 
 constexpr std::uint32_t any_sample_rate = 0;
 
@@ -54,7 +55,8 @@ EditPosition frame_before(EditPosition pos);
 EditPosition scan_forward(PartIndex part, EditPosition pos);
 
 /// The search of `find_frame` in bytes at hand, of which the first `usable` are audio; the header
-/// that follows a frame may lie behind them. The place is counted from the block's start.
+/// that follows a frame may lie behind them, in the first `search_block_size` bytes. The place is
+/// counted from the block's start.
 std::optional<FramePlace> find_frame_in_block(std::span<const std::uint8_t> block,
                                               std::size_t usable,
                                               std::uint32_t rate_before = any_sample_rate);

@@ -27,6 +27,9 @@ void apply_gain(std::span<std::uint8_t> frame, const GainPositions& positions, i
 /// One byte more of the CRC of the MPEG audio standard: polynomial 0x8005, highest bit first.
 std::uint16_t crc16_step(std::uint16_t crc, std::uint8_t byte);
 
+/// The same over many bytes.
+std::uint16_t crc16(std::uint16_t crc, std::span<const std::uint8_t> bytes);
+
 /// Writes the CRC of a protected Layer III frame anew (ISO/IEC 11172-3, 2.4.3.1).
 void recompute_frame_crc(std::span<std::uint8_t> frame, const FrameInfo& info);
 
