@@ -280,7 +280,7 @@ class Bench {
       }
       fmt::print("  {:42} {:5.2f} ms (limit {:.0f})\n", name, best, limit);
     };
-    time("written", 10, [] { write_project(); });
+    time("written", 10, [] { write_project(open_state.project_name); });
     time("taken as an undo step", 2, [] { undo_push(true, "x"); });
     time("read", 10, [this] { open_file(path("p.cvp")); });
     shut_down();

@@ -24,7 +24,7 @@ namespace corvelin {
 
 namespace {
 
-constexpr std::size_t write_slice = 62000;  // bytes of the file at a time
+constexpr std::size_t write_slice = 62000;             // bytes of the file at a time
 constexpr std::int64_t time_cue_distance = 1'200'000;  // milliseconds
 
 // A file that could not be opened as a document is no use, so a longer recording goes on in a new
@@ -82,9 +82,8 @@ bool open_device(WaveEvents events) {
   const WaveFormat format =
       pcm_16_bit(static_cast<std::uint16_t>(recorder.channels), recorder.sample_rate);
   recorder.rec_buffer_bytes = buffer_size();
-  const std::string reason =
-      wave_in.open(settings.device_in, format,
-                             recorder.rec_buffer_bytes * recording_buffers, events);
+  const std::string reason = wave_in.open(settings.device_in, format,
+                                          recorder.rec_buffer_bytes * recording_buffers, events);
   if (!reason.empty()) {
     record_stop();
     show_error(fmt::format("{}\n{}", ui_text(msg, 31), reason));
@@ -137,8 +136,8 @@ RecordStep go_on_in_new_file() {
 bool is_limit_reached() {
   if (settings.rec_time == 0) return false;
   recorder.rec_remaining =
-      recorder.rec_limit - (recorder.rec_by_pcm ? recorder.rec_pcm_clock
-                                                  : static_cast<std::int64_t>(recorded_length()));
+      recorder.rec_limit -
+      (recorder.rec_by_pcm ? recorder.rec_pcm_clock : static_cast<std::int64_t>(recorded_length()));
   return recorder.rec_remaining < 0;
 }
 
@@ -190,8 +189,8 @@ RecordStep record_by_level(std::span<const std::uint8_t> pcm) {
       step = record_write_block(std::exchange(recorder.rec_prev.at(i), {}));
   }
   if (step == RecordStep::done) step = record_write_block(pcm);
-  const bool is_due = recorder.rec_last_time_cue < 0 ||
-                      now > recorder.rec_last_time_cue + time_cue_distance;
+  const bool is_due =
+      recorder.rec_last_time_cue < 0 || now > recorder.rec_last_time_cue + time_cue_distance;
   if (step != RecordStep::done || !is_due || recorder.rec_cues.size() >= most_recording_cues)
     return step;
   recorder.rec_last_time_cue = now;
@@ -231,8 +230,7 @@ std::error_code finish_file() {
 // Only a file that this take filled alone, from its first byte on, has a place for the header
 // frame.
 bool has_header_place() {
-  return recorder.finished_files.empty() && settings.rec_split == 0 &&
-         settings.rec_appenddata == 0;
+  return recorder.finished_files.empty() && settings.rec_split == 0 && settings.rec_appenddata == 0;
 }
 
 }  // namespace
@@ -283,7 +281,7 @@ std::error_code record_start_writing() {
   const std::string& name = recorder.rec_file_name;
   const bool goes_on = settings.rec_appenddata != 0 && file_facts(name).found;
   if (const std::error_code error =
-          goes_on ? recorder.rec_file.open_existing(name) : recorder.rec_file.create(name))
+          goes_on ? recorder.rec_file.open_existing(name) : recorder.rec_file.create_new(name))
     return error;
   recorder.rec_file_bytes = recorder.rec_file.size();
   recorder.rec_writing = true;
@@ -336,13 +334,11 @@ RecordingEnd record_stop() {
   return end;
 }
 
-std::uint64_t recorded_file_size() {
-  return recorder.rec_file_bytes + recorder.rec_pending.size();
-}
+std::uint64_t recorded_file_size() { return recorder.rec_file_bytes + recorder.rec_pending.size(); }
 
 std::uint64_t recorded_length() {
   return recorder.rec_by_pcm ? static_cast<std::uint64_t>(recorder.rec_pcm_clock)
-                              : recorded_file_size();
+                             : recorded_file_size();
 }
 
 std::int64_t input_time() {

@@ -69,11 +69,7 @@ class HeadlessRun {
 
   int run() {
     const std::optional<std::string> path = settings_path();
-    if (path && !may_hold_settings(*path)) {
-      complain(*path + " is no settings file");
-      return failed;
-    }
-    start_up(path);
+    if (!start_up(path)) return failed;
     if (!run_settings_.apply(options_)) return wrong_usage;
     load_language();
     clipboard_file = options_.clipboard;

@@ -25,7 +25,6 @@ void reset_state(ResetLevel level) {
   stream = {};
   stream_kind = {};
   open_state.document_modified = false;
-  open_state.selection_only = false;
   document.sheet_title.clear();
   document.sheet_artist.clear();
   if (level == ResetLevel::new_stream) return;

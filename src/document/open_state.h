@@ -13,7 +13,6 @@ struct OpenState {
   std::string split_dest_folder;  // of the last split, with its "/"; it outlives the document
   bool keep_id3v1 = false;  // the tag in `stream.id3v1` goes behind the audio of the next save
   bool document_modified = false;  // since the last saved project
-  bool selection_only = false;     // the next save writes the selection
 };
 
 extern OpenState open_state;

@@ -1,6 +1,6 @@
 // The clipboard's text, written and read.
 //
-// The first line is the marker, each other one a range: path, first audio, audio end, file
+// The first line is a mark, each other one a range: path, first audio, audio end, file
 // position, size, gain, cue flag, artist, title, with a tab behind each. Numbers are signed with 32
 // bits, texts UTF-8; lines are parted by CR LF.
 #include "edit/clipboard.h"
@@ -29,7 +29,6 @@ namespace corvelin {
 
 namespace {
 
-constexpr std::string_view marker = "[corvlparts]";
 constexpr std::string_view line_end = "\r\n";
 constexpr std::size_t block_size = 50000;  // bytes of a text, with a zero behind it
 constexpr std::size_t field_count = 9;     // of a range
@@ -63,7 +62,7 @@ std::optional<std::string> text_of_selection() {
   const EditPosition begin = selection.sel_beg;
   const EditPosition end = std::min(selection.sel_end, document.total_size);
   if (begin >= end) return std::nullopt;
-  std::string text(marker);
+  std::string text(clipboard_mark);
   for (PartIndex i = part_at(begin); i <= part_at(end); ++i) {
     Part range = document.parts[i];
     if (range.part_beg == end) break;
@@ -129,7 +128,7 @@ PasteResult fetch_text(std::string& text) {
       break;
   }
   text.resize(std::min(text.find('\0'), text.size()));
-  return text.starts_with(marker) ? PasteResult::pasted : PasteResult::foreign_text;
+  return text.starts_with(clipboard_mark) ? PasteResult::pasted : PasteResult::foreign_text;
 }
 
 // One paste: adds range behind range from the beginning of the selection on.

@@ -4,7 +4,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <optional>
 
+#include "document/close_all.h"
 #include "document/open_state.h"
 #include "exchange/save_run.h"
 #include "model/selection.h"
@@ -13,7 +16,6 @@
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
-#include "text/boxes.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -29,13 +31,15 @@ FileType type_of_stream() {
 // Two names are one file's when they are the same or lead to the same one, or, where nothing has
 // the second name yet, when they differ in case alone. The name of a source stays one when another
 // program has put a new file there meanwhile.
-bool is_source(const std::string& path) {
+std::optional<std::uint16_t> source_called(const std::string& path) {
   const FileFacts facts = file_facts(path);
-  return std::ranges::any_of(document.files, [&](const SourceFile& file) {
+  const auto found = std::ranges::find_if(document.files, [&](const SourceFile& file) {
     if (file.file_name == path) return true;
     return facts.found ? file.handle.facts().identity == facts.identity
                        : equal_ignoring_case(file.file_name, path);
   });
+  if (found == document.files.end()) return std::nullopt;
+  return static_cast<std::uint16_t>(found - document.files.begin());
 }
 
 bool may_replace_source(const std::string& path) {
@@ -48,14 +52,42 @@ bool may_replace_source(const std::string& path) {
   return host().show_message_box(box) == BoxAnswer::yes;
 }
 
-SaveOutcome run_save(const std::string& name, bool replaces_source) {
-  const bool is_selection = open_state.selection_only;
-  SaveRun run(name, replaces_source);
+// What a finished run leaves of the document. One whose source was to be replaced is closed, even
+// when that failed: its source is not what it was, or about to be.
+void follow_up(const SaveRun& run, const std::string& name, bool is_selection, bool was_source) {
+  if (was_source) {
+    close_all();
+    open_state.save_name = run.has_replaced() ? name : "";
+  }
+  if (run.has_failed() || is_selection) return;
+  open_state.document_modified = false;
+  if (!was_source) add_recent(name);
+  if (settings.save_quit != 0) request_close();
+}
+
+SaveOutcome run_save(const std::string& name, EditRange range, bool is_selection,
+                     std::optional<std::uint16_t> replaced) {
+  open_state.save_name = name;
+  SaveRun run(name, range, replaced);
   if (run.begin()) drive(run);
-  open_state.selection_only = false;
-  const bool is_done = run.result() != 0 && !run.has_failed();
-  if (settings.save_quit != 0 && !is_selection && is_done) request_close();
+  if (run.is_written()) follow_up(run, name, is_selection, replaced.has_value());
   return run.has_failed() ? SaveOutcome::failed : SaveOutcome::saved;
+}
+
+SaveOutcome save_range(const std::string& name, EditRange range, bool is_selection) {
+  const auto replaced = source_called(name);
+  if (replaced && !may_replace_source(name)) return SaveOutcome::not_started;
+  return run_save(name, range, is_selection, replaced);
+}
+
+SaveOutcome ask_and_save(EditRange range, bool is_selection) {
+  std::string proposal = open_state.save_name;
+  if (proposal.empty() || proposal.ends_with('/')) proposal = proposed_save_name();
+  const auto name = host().ask_for_new_file({.title = std::string(ui_text(msg, 2)),
+                                             .path = proposal,
+                                             .types = {type_of_stream()},
+                                             .warn_existing = settings.warn_existing != 0});
+  return name ? save_range(*name, range, is_selection) : SaveOutcome::not_started;
 }
 
 }  // namespace
@@ -63,45 +95,32 @@ SaveOutcome run_save(const std::string& name, bool replaces_source) {
 bool save_complete() { return save_audio() == SaveOutcome::saved; }
 bool save_selected() { return save_selection() == SaveOutcome::saved; }
 
+bool is_source(const std::string& name) { return source_called(name).has_value(); }
+
 std::string proposed_save_name() {
   const std::string& audio = open_state.audio_name;
   const bool uses_folder =
       settings.workdir_onsave != 0 && !settings.working_dir.empty() && !folder_of(audio).empty();
-  return uses_folder ? settings.working_dir + std::string(name_of(audio)) : audio;
+  return uses_folder ? in_folder(settings.working_dir, name_of(audio)) : audio;
 }
 
-SaveOutcome save_under_chosen_name(bool overwrite) {
-  const std::string& name = open_state.save_name;
-  const bool replaces = overwrite || is_source(name);
-  if (replaces && !overwrite && !may_replace_source(name)) {
-    open_state.selection_only = false;
-    return SaveOutcome::not_started;
-  }
-  return run_save(name, replaces);
+SaveOutcome save_under_name(const std::string& name) {
+  return save_range(name, whole_stream(), false);
 }
 
-SaveOutcome save_audio() {
-  std::string& name = open_state.save_name;
-  if (name.empty() || name.ends_with('/')) name = proposed_save_name();
-  const auto answer = host().ask_for_new_file({.title = std::string(ui_text(msg, 2)),
-                                               .path = name,
-                                               .types = {type_of_stream()},
-                                               .warn_existing = settings.warn_existing != 0});
-  if (!answer) {
-    open_state.selection_only = false;
-    return SaveOutcome::not_started;
-  }
-  name = *answer;
-  return save_under_chosen_name(false);
+SaveOutcome save_over_source() {
+  const std::string name = open_state.audio_name;
+  return run_save(name, whole_stream(), false, source_called(name));
 }
+
+SaveOutcome save_audio() { return ask_and_save(whole_stream(), false); }
 
 SaveOutcome save_selection() {
   if (!has_selected_range()) {
     show_refusal(ui_text(msg, 20));
     return SaveOutcome::not_started;
   }
-  open_state.selection_only = true;
-  return save_audio();
+  return ask_and_save({.begin = selection.sel_beg, .end = selection.sel_end}, true);
 }
 
 }  // namespace corvelin

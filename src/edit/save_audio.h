@@ -1,4 +1,5 @@
-// The commands that save audio: they choose the name, ask for the target, and run the save.
+// The commands that save audio: they choose the name, ask for the target, run the save, and see to
+// what follows from it for the document.
 #pragma once
 
 #include <string>
@@ -15,12 +16,17 @@ enum class SaveOutcome {
   saved,
 };
 
-/// Saves under the name `open_state.save_name`, which the user or a rule has chosen. Replacing a
-/// source is asked about first, but not with `overwrite`.
-SaveOutcome save_under_chosen_name(bool overwrite);
+/// Whether the file of this name is a source of the document.
+bool is_source(const std::string& name);
 
-/// Saves the whole edited stream under a name that the user is asked for. Replacing a source of
-/// the document is asked once more, and closes the document.
+/// Saves the whole edited stream under a name that the user or a rule has chosen. Replacing a
+/// source of the document is asked about first, and closes the document.
+SaveOutcome save_under_name(const std::string& name);
+
+/// The same in the place of the audio file that was opened, without a question.
+SaveOutcome save_over_source();
+
+/// The same under a name that the user is asked for.
 SaveOutcome save_audio();
 
 /// The same for the selection, which must have a length.

@@ -1,6 +1,8 @@
 // Saving of projects and cue sheets.
 #include "edit/save_project.h"
 
+#include <fmt/format.h>
+
 #include <string>
 
 #include "document/open_state.h"
@@ -33,16 +35,26 @@ bool ask_save_path(bool as_cue, bool current_is_cue) {
   return answer.has_value();
 }
 
-bool write_by_extension() {
-  const std::string& name = open_state.project_name;
-  if (has_extension(name, ".cue")) return save_cue_sheet() != CueSheetSave::failed;
-  if (!has_extension(name, ".cvp")) return false;
-  if (const std::error_code error = write_project()) {
+bool write_sheet(const std::string& name, std::string& reason) {
+  return save_cue_sheet(name, reason) != CueSheetSave::failed;
+}
+
+bool write_project_file(const std::string& name) {
+  const std::error_code error = write_project(name);
+  if (error) {
     show_error(error.message() + "\n" + name);
-    return false;
+  } else {
+    add_recent(name);
   }
-  add_recent(name);
-  return true;
+  return !error;
+}
+
+// False, and why where that has not been shown, after a failure.
+bool write_by_extension(const std::string& name, std::string& reason) {
+  if (has_extension(name, ".cue")) return write_sheet(name, reason);
+  if (has_extension(name, ".cvp")) return write_project_file(name);
+  reason = fmt::format("{}\nThe name must end in .cvp or .cue.", name);
+  return false;
 }
 
 }  // namespace
@@ -57,8 +69,9 @@ bool save_project(bool force_dialog, bool as_cue) {
     return false;
   }
   if (as_cue && !extension_of(name).empty()) name = with_extension(name, ".cue");
-  if (write_by_extension()) return true;
-  show_error(std::string(ui_text(msg, 13)));
+  std::string reason;
+  if (write_by_extension(name, reason)) return true;
+  show_error(fmt::format("{}{}{}", ui_text(msg, 13), reason.empty() ? "" : "\n", reason));
   return false;
 }
 

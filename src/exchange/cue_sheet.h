@@ -4,6 +4,8 @@
 // ANSI code page; a sheet keeps its encoding through the setting `char_enc`.
 #pragma once
 
+#include <string>
+
 namespace corvelin {
 
 /// Reads the sheet `open_state.project_name`. Its audio is opened, or, with `over_current_audio`,
@@ -21,10 +23,11 @@ bool choose_cue_sheet();
 
 enum class CueSheetSave { failed, cancelled, written };
 
-/// Writes the cues of the document to `open_state.project_name`. Asks first when the times would be
-/// those of another audio than the one that the sheet names. The caller tells a failure.
+/// Writes the cues of the document to a file, where none stands or one of a sheet. Asks first when
+/// the times would be those of another audio than the one that the sheet names. The caller tells a
+/// failure, whose cause is in `reason` then.
 ///
 /// A sheet holds only a part of the edits, so the document stays modified.
-CueSheetSave save_cue_sheet();
+CueSheetSave save_cue_sheet(const std::string& name, std::string& reason);
 
 }  // namespace corvelin

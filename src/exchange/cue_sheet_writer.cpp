@@ -1,6 +1,8 @@
 // Writing of cue sheets.
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
 #include <iterator>
 #include <string>
 
@@ -9,9 +11,9 @@
 #include "exchange/cue_time.h"
 #include "model/document.h"
 #include "model/stream_info.h"
-#include "platform/file.h"
 #include "platform/host.h"
 #include "platform/path.h"
+#include "platform/replacing_file.h"
 #include "platform/text.h"
 #include "settings/settings.h"
 #include "text/ui_text.h"
@@ -44,13 +46,29 @@ std::string path_bytes(const std::string& path) {
   const bool utf8 = settings.char_enc != 0;
   const std::string encoded = wide_to_bytes(bytes_to_wide(path, true), utf8);
   const bool survives = wide_to_bytes(bytes_to_wide(encoded, utf8), true) == path;
-  return on_one_line(survives ? encoded : path);
+  return survives ? encoded : path;
 }
 
-std::string audio_line(const std::string& audio) {
-  const std::string folder(folder_of(open_state.project_name));
+// Whether a text begins as a sheet does: with one of the commands, whatever comes before it.
+bool is_sheet_text(std::string_view head) {
+  constexpr std::array<std::string_view, 10> commands = {
+      "REM",        "CATALOG", "CDTEXTFILE", "PERFORMER", "TITLE",
+      "SONGWRITER", "FILE",    "TRACK",      "INDEX",     "ISRC"};
+  if (head.starts_with(utf8_mark)) head.remove_prefix(utf8_mark.size());
+  head.remove_prefix(std::min(head.find_first_not_of(" \t\r\n"), head.size()));
+  const std::string_view word = head.substr(0, head.find_first_of(" \t\r\n"));
+  return std::ranges::any_of(
+      commands, [word](std::string_view command) { return equal_ignoring_case(word, command); });
+}
+
+// What would end the line or the name in it has no form in a sheet.
+bool can_be_named(const std::string& audio) {
+  return audio.find_first_of("\"\r\n") == std::string::npos;
+}
+
+std::string audio_line(const std::string& name) {
   const char* const type = stream_kind.layer == 3 ? "MP3" : "WAVE";
-  return fmt::format("FILE \"{}\" {}\r\n", path_bytes(relative_to_folder(audio, folder)), type);
+  return fmt::format("FILE \"{}\" {}\r\n", path_bytes(name), type);
 }
 
 std::string album_lines() {
@@ -87,7 +105,7 @@ std::string track_lines() {
 
 }  // namespace
 
-CueSheetSave save_cue_sheet() {
+CueSheetSave save_cue_sheet(const std::string& name, std::string& reason) {
   std::string audio = document.files[0].file_name;
   if (!is_whole_first_file()) {
     if (!open_state.save_name.empty()) {
@@ -96,10 +114,18 @@ CueSheetSave save_cue_sheet() {
       return CueSheetSave::cancelled;
     }
   }
+  const std::string named = relative_to_folder(audio, std::string(folder_of(name)));
+  if (!can_be_named(named)) {
+    reason = fmt::format("{}\nA sheet can't hold a name with a quote or a line end in it.", named);
+    return CueSheetSave::failed;
+  }
   const std::string mark(settings.char_enc != 0 ? utf8_mark : "");
-  const std::string text = mark + album_lines() + audio_line(audio) + track_lines();
-  if (replace_file(open_state.project_name, text)) return CueSheetSave::failed;
-  add_recent(open_state.project_name);
+  const std::string text = mark + album_lines() + audio_line(named) + track_lines();
+  if (const std::error_code error = replace_text(name, text, is_sheet_text)) {
+    reason = fmt::format("{}\n{}", name, error.message());
+    return CueSheetSave::failed;
+  }
+  add_recent(name);
   return CueSheetSave::written;
 }
 

@@ -19,12 +19,14 @@
 #include "model/stream_info.h"
 #include "platform/file.h"
 #include "platform/path.h"
+#include "platform/replacing_file.h"
 #include "platform/text.h"
 
 namespace corvelin {
 
 namespace {
 
+constexpr std::string_view header = "[Corvelin project file]";
 constexpr std::size_t largest_project = std::size_t{16} * 1024 * 1024;  // bytes
 constexpr std::size_t longest_path = 4096;                              // UTF-16 code units
 constexpr std::size_t longest_name = 300;                               // UTF-16 code units
@@ -34,7 +36,7 @@ class ProjectWriter {
   explicit ProjectWriter(const std::string& folder) : folder_(folder) {}
 
   std::string write() {
-    text_ = "[Corvelin project file]\r\nutf8=1\r\n";
+    text_ = fmt::format("{}\r\nutf8=1\r\n", header);
     for (const SourceFile& file : document.files) source(file);
     for (const Part& part : document.parts) this->part(part);
     number("gainend", document.end_gain);
@@ -253,15 +255,21 @@ std::span<const ProjectReader::Key> ProjectReader::keys() {
   return table;
 }
 
+bool is_project_text(std::string_view head) {
+  if (head.starts_with(utf8_mark)) head.remove_prefix(utf8_mark.size());
+  return head.starts_with(header);
+}
+
 }  // namespace
 
 std::string project_text(const std::string& folder) { return ProjectWriter(folder).write(); }
 
 bool parse_project(std::string_view text) { return ProjectReader(text).read(); }
 
-std::error_code write_project() {
-  const std::string name = in_current_folder(open_state.project_name);
-  const std::error_code error = replace_file(name, project_text(std::string(folder_of(name))));
+std::error_code write_project(const std::string& name) {
+  const std::string whole_name = in_current_folder(name);
+  const std::string text = project_text(std::string(folder_of(whole_name)));
+  const std::error_code error = replace_text(whole_name, text, is_project_text);
   if (!error) open_state.document_modified = false;
   return error;
 }

@@ -23,9 +23,9 @@ std::string project_text(const std::string& folder = {});
 /// far as it was built.
 bool parse_project(std::string_view text);
 
-/// Writes the document to `open_state.project_name`, beside the old file and then over it. It then
-/// counts as unmodified.
-std::error_code write_project();
+/// Writes the document to a file, where none stands or one of a project: beside the old one and
+/// then over it. It then counts as unmodified.
+std::error_code write_project(const std::string& name);
 
 /// Reads `open_state.project_name`. A failure closes the document.
 bool read_project();

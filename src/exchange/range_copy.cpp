@@ -6,6 +6,8 @@
 #include <span>
 
 #include "document/tag_bounds.h"
+#include "exchange/id3v2_copy.h"
+#include "model/frame_locator.h"
 #include "model/stream_info.h"
 #include "settings/settings.h"
 
@@ -19,26 +21,74 @@ bool wants_vbr_frame() {
   return variable || constant;
 }
 
+// The frame that was gone to last, unless that is none of the stream's: then the first one of what
+// is written.
+FrameInfo shape_of_header(EditRange range) {
+  if (kind_of(stream.current_frame) == stream_kind) return stream.current_frame;
+  return find_frame_forward(part_at(range.begin), range.begin).frame;
+}
+
 }  // namespace
 
-void RangeCopy::begin(EditPosition begin, EditPosition end) {
-  begin_ = begin;
-  end_ = end;
-  cursor_ = frame_cursor_at(begin);
-  frames_ = 0;
-  resyncs_ = 0;
-  marks_.clear();
+EditRange whole_stream() { return {.begin = 0, .end = document.total_size}; }
+
+std::error_code give_date_of_source(OutputFile& file) {
+  const InputFile& source = document.files[0].handle;
+  const FileFacts facts = source.facts();
+  return facts.found ? file.set_write_time(facts.write_time) : source.read_error();
+}
+
+void RangeCopy::begin(EditRange range, TagsToWrite tags) {
+  range_ = {.begin = range.begin, .end = std::max(range.begin, range.end)};
+  tags_ = tags;
+  phase_ = Phase::id3v2;
+  cursor_ = frame_cursor_at(range.begin);
+  frames_ = resyncs_ = 0;
   block_size_ = std::numeric_limits<std::size_t>::max();
-  for (SourceFile& file : document.files) file.handle.forget_read_error();
-  const std::uint32_t length = end > begin ? end - begin : 0;
-  target.reserve(std::uint64_t{stream.id3v2_size} + frame_unit + length + id3v1_size);
+  marks_.clear();
+  id3v2_size_ = 0;
+  has_header_ = is_header_complete_ = false;
+  file_.reserve(std::uint64_t{stream.id3v2_size} + frame_unit + (range_.end - range_.begin) +
+                id3v1_size);
+}
+
+std::error_code RangeCopy::step() {
+  std::error_code error;
+  switch (phase_) {
+    case Phase::id3v2:
+      error = write_id3v2();
+      break;
+    case Phase::header_frame:
+      error = write_header_frame();
+      break;
+    case Phase::frames:
+      error = copy_frames();
+      break;
+    case Phase::header:
+      error = finish_header();
+      break;
+    case Phase::id3v1:
+      if (tags_.id3v1) error = file_.write(stream.id3v1);
+      break;
+    case Phase::over:
+      return {};
+  }
+  const bool goes_on = !error && !(phase_ == Phase::frames && has_more());
+  if (goes_on) phase_ = static_cast<Phase>(static_cast<int>(phase_) + 1);
+  return error;
+}
+
+std::error_code RangeCopy::write_id3v2() {
+  if (!tags_.id3v2) return {};
+  const Id3v2Copy copy = copy_id3v2(file_);
+  id3v2_size_ = copy.written;
+  return copy.error;
 }
 
 std::error_code RangeCopy::write_header_frame() {
-  header_offset_ = target.size();
   stream.vbr_frame_size = 0;
-  std::error_code error;
-  if (wants_vbr_frame()) error = write_vbr_frame(target, stream.current_frame);
+  if (!wants_vbr_frame()) return {};
+  const std::error_code error = write_vbr_frame(file_, shape_of_header(range_));
   has_header_ = stream.vbr_frame_size != 0;
   return error;
 }
@@ -52,43 +102,41 @@ std::error_code RangeCopy::copy_frames() {
     marks_.push_back({frames_ + 1, writer_.offset()});
   const std::span<std::uint8_t> room = writer_.room();
   block_size_ = std::clamp(block_size_, least_block, room.size());
-  const FramesRead read = read_frames(room.first(block_size_), cursor_, end_);
+  const FramesRead read = read_frames(room.first(block_size_), cursor_, range_.end);
   frames_ += read.frames;
   resyncs_ += read.resync_count;
   block_size_ = read.size < block_size_ / 2 ? least_block : block_size_ * 2;
-  return writer_.commit(read.size);
+  const std::error_code error = writer_.commit(read.size);
+  return error || has_more() ? error : writer_.flush();
+}
+
+std::error_code RangeCopy::finish_header() {
+  if (!has_header_) return {};
+  const VbrHeaderResult result = finish_vbr_header(file_, id3v2_size_, frames_, marks_);
+  is_header_complete_ = result.is_complete;
+  return result.error;
 }
 
 std::string RangeCopy::source_fault() const {
+  std::string fault = read_fault();
+  if (!fault.empty()) return fault;
   for (const Part& part : document.parts) {
-    const bool is_outside = part.part_beg >= end_ || part.part_beg + part.part_size <= begin_;
+    const bool is_outside =
+        part.part_beg >= range_.end || part.part_beg + part.part_size <= range_.begin;
     if (is_outside) continue;
     const SourceFile& file = document.files[part.part_file];
-    if (const std::error_code error = file.handle.read_error())
-      return file.file_name + "\n" + error.message();
     const std::uint64_t copied_to =
-        std::uint64_t{part.part_filepos} + std::min(end_ - part.part_beg, part.part_size);
+        std::uint64_t{part.part_filepos} + std::min(range_.end - part.part_beg, part.part_size);
     if (file.handle.facts().size < std::min<std::uint64_t>(copied_to, file.audio_end))
       return file.file_name + "\nThis file has become shorter since it was first opened.";
   }
   return {};
 }
 
-VbrHeaderResult RangeCopy::finish_header() {
-  return finish_vbr_header(target, header_offset_, frames_, marks_);
-}
-
-std::error_code RangeCopy::write_id3v1() { return target.write(stream.id3v1); }
-
-void RangeCopy::give_up() {
-  frames_ = 0;
-  target.close();  // it is incomplete, whatever the answer
-}
-
 int RangeCopy::percent_done() const {
-  if (end_ <= begin_) return 100;
-  const std::uint64_t done = std::min(cursor_.pos, end_) - begin_;
-  return static_cast<int>(done * 100 / (end_ - begin_));
+  if (range_.end <= range_.begin) return 100;
+  const std::uint64_t done = std::min(cursor_.pos, range_.end) - range_.begin;
+  return static_cast<int>(done * 100 / (range_.end - range_.begin));
 }
 
 }  // namespace corvelin

@@ -3,18 +3,13 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <utility>
 
-#include "document/close_all.h"
-#include "document/open_state.h"
 #include "exchange/id3v1.h"
 #include "exchange/id3v2_copy.h"
-#include "model/frame_reader.h"
-#include "model/selection.h"
+#include "platform/interruption.h"
 #include "platform/numbers.h"
 #include "platform/path.h"
-#include "platform/text.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
 #include "text/ui_text.h"
@@ -23,190 +18,134 @@ namespace corvelin {
 
 namespace {
 
-// What the name of the file beside a source has in front of its extension, until it takes its
-// place: song.mp3 is written as song.mp3.~~~.mp3.
+// What the name of the file beside a source has behind it until it takes its place: song.mp3 is
+// written as song.mp3.~~~.mp3, which a person can make out should the replacement fail.
 constexpr std::string_view temporary_mark = ".~~~";
 
-constexpr int rounds_per_slice = 4;  // of up to two megabytes
-
-// The source is replaced by a file that a person can make out should the replacement fail. One that
-// an earlier failure left is not touched: it may be all that there is of somebody's work.
-std::string free_temporary_name(const std::string& name) {
-  constexpr std::size_t longest_name = 255;  // bytes, as common file systems have it
-  std::string end = fmt::format("{}{}", temporary_mark, extension_of(document.files[0].file_name));
-  for (int number = 2;; ++number) {
-    const std::size_t room = longest_name - std::min(longest_name, end.size());
-    std::string beside =
-        fmt::format("{}{}{}", folder_of(name), cut_to_bytes(name_of(name), room), end);
-    if (!is_name_taken(beside)) return beside;
-    end = fmt::format("{}.{}{}", temporary_mark, number, extension_of(document.files[0].file_name));
-  }
-}
+constexpr int pieces_per_slice = 4;  // of up to two megabytes
 
 }  // namespace
 
-SaveRun::SaveRun(const std::string& name, bool replaces_source)
-    : name_(behind_links(in_current_folder(name))),  // a link stays a link
-      written_(name_),
-      replaces_source_(replaces_source) {
-  if (replaces_source_) {
-    written_ = free_temporary_name(name_);
-  } else if (file_facts(name_).is_regular) {
-    written_ = name_beside(name_);
-  }
-}
+SaveRun::SaveRun(std::string name, EditRange range, std::optional<std::uint16_t> replaced)
+    : name_(in_current_folder(name)), range_(range), replaced_(replaced) {}
 
 bool SaveRun::begin() {
-  // A name that was free a moment ago, and one beside another file, somebody may have taken. Only a
-  // link that leads to no file yet is written through.
-  const bool is_link = written_ == name_ && is_name_taken(name_);
-  if (!check(is_link ? copy_.target.create(written_) : copy_.target.create_new(written_)))
+  const std::string fault = read_fault();
+  if (!fault.empty()) {
+    give_up(fault + "\nSome of this file could not be read, so nothing is saved.");
     return false;
-  if (settings.keep_date != 0) write_time_ = document.files[0].handle.facts().write_time;
-  if (open_state.selection_only && has_selection()) {
-    copy_.begin(selection.sel_beg, selection.sel_end);
-  } else {
-    copy_.begin(0, document.total_size);
   }
-  return write_front();
+  if (replaced_ && !check(lock_source())) return false;
+  const std::string_view extension = extension_of(document.files[0].file_name);
+  if (!check(replaced_ ? target_.begin_marked(name_, temporary_mark, extension)
+                       : target_.begin(name_)))
+    return false;
+  copy_.begin(range_, {.id3v2 = keeps_id3v2(false), .id3v1 = keeps_id3v1()});
+  return true;
 }
 
-// The tag and the placeholder of the VBR/Info frame.
-bool SaveRun::write_front() {
-  if (written_ != name_ && !check(copy_.target.copy_permissions_of(name_))) return false;
-  if (keeps_id3v2(false)) {
-    const Id3v2Copy copy = copy_.write_id3v2();
-    if (!check(copy.error)) return false;
-    log_ += fmt::format("ID3v2 {} ({} bytes)\r\n", ui_text(dlg, 92), copy.written);
-  }
-  return check(copy_.write_header_frame());
+// The name must still be that of the file that was opened, and no other run may be about to put
+// its own work there. Where nothing has the name any more, nothing can be lost.
+std::error_code SaveRun::lock_source() {
+  if (!file_facts(name_).found) return {};
+  if (const std::error_code error = source_.open(name_)) return error;
+  if (const std::error_code error = source_.lock()) return error;
+  const FileFacts& opened = document.files[*replaced_].handle.facts_at_open();
+  return is_unchanged(opened, source_.facts()) ? std::error_code{} : FileError::changed;
 }
 
 bool SaveRun::step() {
-  switch (phase_) {
-    case Phase::frames:
-      return frames_step();
-    case Phase::header:
-      return header_step();
-    case Phase::finish:
-      return finish();
-    case Phase::over:
-      break;
+  for (int i = 0; i < pieces_per_slice && !is_over_; ++i) {
+    const RangeCopy::Phase phase = copy_.phase();
+    if (phase == RangeCopy::Phase::over) {
+      finish();
+    } else if (check(copy_.step()) && phase == RangeCopy::Phase::frames && copy_.phase() != phase) {
+      check_sources();
+    }
   }
-  return false;
+  return !is_over_;
 }
 
-bool SaveRun::frames_step() {
-  for (int round = 0; round < rounds_per_slice && copy_.has_more(); ++round)
-    if (!check(copy_.copy_frames())) return false;
-  if (copy_.resyncs() != 0) problem_ = true;
-  if (copy_.has_more()) return true;
-  if (!sources_are_whole() || !has_frames() || !check(copy_.end_frames())) return false;
-  phase_ = copy_.has_header() ? Phase::header : Phase::finish;
-  return true;
-}
-
-// What there still is of a source makes a new file, but it takes no other's place.
-bool SaveRun::sources_are_whole() {
-  const std::string fault = copy_.source_fault();
-  if (fault.empty()) return true;
-  show_error(fault);
+// What there still is of a source makes a new file, but it takes no other's place. The parts of a
+// project may lie where a file has no frames any more.
+void SaveRun::check_sources() {
+  std::string fault = copy_.source_fault();
+  const bool has_frames = copy_.frames() != 0;
+  if (fault.empty() && !has_frames) fault = fmt::format("{}\n{}", name_, ui_text(msg, 50));
+  if (fault.empty()) return;
+  if (!has_frames || target_.replaces()) return give_up(fault);
   has_failed_ = true;
-  if (written_ != name_) cancel();
-  return written_ == name_;
+  show_error(fmt::format("{}\n{}", fault, not_whole()));
 }
 
-// The parts of a project may lie where a file has no frames any more.
-bool SaveRun::has_frames() {
-  return copy_.frames() > 0 || give_up(fmt::format("{}\n{}", name_, ui_text(msg, 50)));
-}
-
-bool SaveRun::header_step() {
-  log_ += "VBR/Info header... ";
-  const VbrHeaderResult header = copy_.finish_header();
-  if (!check(header.error)) return false;
-  log_ += header.is_complete ? "Ok\r\n" : fmt::format("{}\r\n", ui_text(msg, 6));
-  if (!header.is_complete) problem_ = true;
-  phase_ = Phase::finish;
-  return true;
-}
-
-bool SaveRun::finish() {
-  if (!complete_target()) return false;
-  phase_ = Phase::over;
-  const bool is_selection = std::exchange(open_state.selection_only, false);
-  if (replaces_source_) {
-    replace_source();
-    return false;
-  }
-  if (written_ != name_) {
-    const std::error_code error = rename_over(written_, name_);
-    if (!check(error)) return false;
-  }
-  if (!is_selection && !has_failed_) {
-    add_recent(open_state.save_name);
-    open_state.document_modified = false;
-  }
-  return false;
-}
-
-// The tag behind the audio, the date, and a file that is really on disk before it replaces another.
-bool SaveRun::complete_target() {
-  if (keeps_id3v1()) {
-    if (!check(copy_.write_id3v1())) return false;
-    log_ += fmt::format("ID3v1 {}\r\n", ui_text(dlg, 92));
-  }
-  const unsigned date_bit = replaces_source_ ? keep_date_of_source : keep_date_on_new;
-  if ((settings.keep_date & date_bit) != 0 && !check(copy_.target.set_write_time(write_time_)))
-    return false;
-  if (written_ != name_ && !check(copy_.target.sync())) return false;
-  return check(copy_.target.close());
-}
-
-// The document is closed either way: its first source is not what it was, or about to be.
-void SaveRun::replace_source() {
-  close_all();
-  open_state.document_modified = false;
-  open_state.save_name = name_;
-  const std::error_code error = rename_over(written_, name_);
+// The date, a file that is really on disk, and its name.
+void SaveRun::finish() {
+  const unsigned date_bit = replaced_ ? keep_date_of_source : keep_date_on_new;
+  if ((settings.keep_date & date_bit) != 0 && !check(give_date_of_source(target_.file))) return;
+  if (!check(target_.complete())) return;
+  const std::error_code error = target_.commit();
+  if (!replaced_ && !check(error)) return;
+  is_over_ = true;
   if (!error) return;
+  // What was written beside the source is whole and stays.
   has_failed_ = true;
   show_error(error.message() + "\n" + name_);
-  if (!file_facts(written_).found) return;  // it is replaced, but may not last
-  log_ += fmt::format("{}\r\n{}\r\n", ui_text(msg, 14), name_of(written_));
-  open_state.save_name.clear();
-  problem_ = true;
 }
 
+// After an interruption nobody will look for what was written beside a source.
 void SaveRun::cancel() {
-  phase_ = Phase::over;
-  has_failed_ = true;
-  open_state.selection_only = false;
-  copy_.give_up();
-  if (!replaces_source_ && written_ != name_) remove_file(written_);
+  if (is_over_) return;
+  is_over_ = is_cancelled_ = has_failed_ = true;
+  target_.give_up(interruption() == 0 ? LeftBeside::stays : LeftBeside::goes);
+  if (target_.is_unfinished()) report_ = not_whole() + "\r\n";
 }
 
-// Gives up after a failure of the file. Returns whether there was none.
+// Gives up after a failure. Returns whether there was none. Where a source is what failed, it is
+// named.
 bool SaveRun::check(std::error_code error) {
-  return !error || give_up(error.message() + "\n" + (replaces_source_ ? written_ : name_));
+  if (!error) return true;
+  const std::string fault = read_fault();
+  give_up(fault.empty() ? error.message() + "\n" + name_ : fault);
+  return false;
 }
 
-bool SaveRun::give_up(const std::string& reason) {
-  show_error(reason);
+void SaveRun::give_up(const std::string& reason) {
   cancel();
-  return false;
+  report_.clear();
+  show_error(target_.is_unfinished() ? fmt::format("{}\n{}", reason, not_whole()) : reason);
+}
+
+std::string SaveRun::not_whole() const {
+  return fmt::format("{} is not whole.", target_.written_name());
+}
+
+bool SaveRun::has_problem() const {
+  const bool has_bad_header = copy_.has_header() && !copy_.is_header_complete();
+  return copy_.resyncs() != 0 || has_bad_header || (replaced_ && !has_replaced());
 }
 
 std::string SaveRun::report() const {
-  return problem_ ? progress_text() + "\r\n" + log_ : std::string{};
+  if (is_cancelled_) return report_;
+  return has_problem() ? progress_text() + "\r\n" + log() : std::string{};
 }
-
-int SaveRun::percent_done() const { return copy_.percent_done(); }
 
 std::string SaveRun::progress_text() const {
   std::string text = "Frames: " + group_thousands(copy_.frames());
   if (copy_.resyncs() != 0) text += fmt::format("    Re-syncs: {}", copy_.resyncs());
   return text;
+}
+
+std::string SaveRun::log() const {
+  std::string log;
+  if (copy_.id3v2_size() != 0)
+    log += fmt::format("ID3v2 {} ({} bytes)\r\n", ui_text(dlg, 92), copy_.id3v2_size());
+  if (copy_.has_header())
+    log += fmt::format("VBR/Info header... {}\r\n",
+                       copy_.is_header_complete() ? "Ok" : ui_text(msg, 6));
+  if (copy_.has_id3v1()) log += fmt::format("ID3v1 {}\r\n", ui_text(dlg, 92));
+  if (replaced_ && is_written() && !has_replaced())
+    log += fmt::format("{}\r\n{}\r\n", ui_text(msg, 14), name_of(target_.written_name()));
+  return log;
 }
 
 }  // namespace corvelin

@@ -1,66 +1,73 @@
-// One save of the edited stream: an ID3v2 tag, a VBR/Info frame, the surviving frames as the reader
-// delivers them, and an ID3v1 tag. Frames are copied, never encoded anew. The run knows no window:
-// it is given a name, does its work in slices, and tells a log, a count of frames and a result.
+// One save of a range of the edited stream into a file. The run knows no window and changes nothing
+// but files: it is given a name, does its work in slices, and tells a log, a count of frames and a
+// result.
 #pragma once
 
 #include <cstdint>
 #include <ctime>
+#include <optional>
 #include <string>
 #include <system_error>
 
 #include "exchange/range_copy.h"
+#include "model/document.h"
 #include "platform/long_run.h"
+#include "platform/replacing_file.h"
 
 namespace corvelin {
 
 class SaveRun : public LongRun {
  public:
-  /// `name` is the file to end up with. With `replaces_source` it is a source of the document,
-  /// which is closed before the finished file takes its place.
-  SaveRun(const std::string& name, bool replaces_source);
+  /// `name` is the file to end up with. With `replaced` it is that source file of the document,
+  /// whose place the finished file takes.
+  SaveRun(std::string name, EditRange range, std::optional<std::uint16_t> replaced = std::nullopt);
 
-  /// Creates the target and writes what stands in front of the frames. False when that fails; the
+  /// Creates the target. False when that fails, when a source could not be read in full since it
+  /// was opened, and when the source to be replaced isn't the file any more that was opened; the
   /// user has been told.
   bool begin();
 
   bool step() override;
 
-  /// Gives up. A new file stays as far as it is written, and so does the one beside a source; an
-  /// existing file that was to be overwritten stands as it was.
+  /// Gives up, and tells what is left: a new file stays as far as it is written, and so does the
+  /// one beside a source, unless the whole program is being interrupted. A file that was to be
+  /// replaced stands as it was.
   void cancel() override;
 
-  [[nodiscard]] int percent_done() const override;
+  [[nodiscard]] int percent_done() const override { return copy_.percent_done(); }
   [[nodiscard]] std::string progress_text() const override;
   [[nodiscard]] std::string report() const override;
 
   /// Frames written, without a VBR/Info frame. 0 when the run was cancelled.
-  [[nodiscard]] std::uint32_t result() const { return copy_.frames(); }
+  [[nodiscard]] std::uint32_t result() const { return is_cancelled_ ? 0 : copy_.frames(); }
   [[nodiscard]] bool has_failed() const { return has_failed_; }
-  [[nodiscard]] std::string log() const override { return log_; }
+
+  /// Whether all was written, and whether it then took the place of the source.
+  [[nodiscard]] bool is_written() const { return is_over_ && !is_cancelled_; }
+  [[nodiscard]] bool has_replaced() const { return target_.has_its_name(); }
+
+  /// What was written beside the frames, in lines ended by CR LF.
+  [[nodiscard]] std::string log() const override;
 
  private:
-  enum class Phase { frames, header, finish, over };
-
-  bool write_front();
-  bool frames_step();
-  bool sources_are_whole();
-  bool has_frames();
-  bool header_step();
-  bool finish();
-  bool complete_target();
-  void replace_source();
+  std::error_code lock_source();
+  void check_sources();
+  void finish();
   bool check(std::error_code error);
-  bool give_up(const std::string& reason);
+  void give_up(const std::string& reason);
+  [[nodiscard]] bool has_problem() const;
+  [[nodiscard]] std::string not_whole() const;
 
-  std::string name_;     // what the file is to be called
-  std::string written_;  // what it is called until it is finished
-  bool replaces_source_;
-  RangeCopy copy_;
-  Phase phase_ = Phase::frames;
-  std::timespec write_time_ = {};  // of source file 0
-  bool problem_ = false;           // the user has to see the log
+  std::string name_;
+  EditRange range_;
+  std::optional<std::uint16_t> replaced_;
+  InputFile source_;  // that is replaced, locked against other runs
+  ReplacingFile target_;
+  RangeCopy copy_{target_.file};
+  bool is_over_ = false;
+  bool is_cancelled_ = false;
   bool has_failed_ = false;
-  std::string log_;  // lines ended by CR LF
+  std::string report_;  // of a run that was cancelled
 };
 
 }  // namespace corvelin

@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <optional>
 #include <string_view>
+#include <vector>
 
-#include "document/open_state.h"
 #include "model/stream_info.h"
 #include "model/time_mapping.h"
 #include "platform/path.h"
@@ -30,12 +30,14 @@ struct Piece {
   std::uint32_t last_number;
   int digits;
   const Part& part;
+  std::string_view source;  // name of the source file, without its extension
 };
 
-std::string name_of_source() {
-  const std::string_view name = name_of(open_state.audio_name);
-  return std::string(name.substr(0, name.size() - extension_of(name).size()));
-}
+// What a step of the pattern adds to the name.
+struct Step {
+  std::string text;
+  bool can_be_shorter = false;  // a text of the document, not a number and not the pattern's own
+};
 
 // With an apostrophe behind the hours too: a colon is no character for a name.
 std::string start_time(const Part& part) {
@@ -44,66 +46,87 @@ std::string start_time(const Part& part) {
   return time;
 }
 
+Step text_of(const std::u16string& text) { return {wide_to_bytes(text, true), true}; }
+
 // What "%" and this letter stand for; nothing when that is no variable.
-std::optional<std::string> variable(char letter, const Piece& piece) {
+std::optional<Step> variable(char letter, const Piece& piece) {
   switch (letter) {
     case 'N':
-      return fmt::format("{:0{}}", piece.number, piece.digits);
+      return Step{fmt::format("{:0{}}", piece.number, piece.digits)};
     case 'M':
-      return fmt::format("{:0{}}", piece.last_number, piece.digits);
+      return Step{fmt::format("{:0{}}", piece.last_number, piece.digits)};
     case 'T':
-      return wide_to_bytes(piece.part.part_title, true);
+      return text_of(piece.part.part_title);
     case 'A':
-      return wide_to_bytes(piece.part.part_artist, true);
+      return text_of(piece.part.part_artist);
     case 'C':
-      return wide_to_bytes(document.sheet_title, true);
+      return text_of(document.sheet_title);
     case 'D':
-      return wide_to_bytes(document.sheet_artist, true);
+      return text_of(document.sheet_artist);
     case 'F':
-      return name_of_source();
+      return Step{std::string(piece.source), true};
     case 'S':
-      return start_time(piece.part);
+      return Step{start_time(piece.part)};
     default:
       return std::nullopt;
   }
 }
 
 // Takes a variable or a character off the pattern.
-std::string take_step(std::string_view& pattern, const Piece& piece) {
+Step take_step(std::string_view& pattern, const Piece& piece) {
   if (pattern.size() > 1 && pattern[0] == '%') {
-    if (std::optional<std::string> text = variable(pattern[1], piece)) {
+    if (std::optional<Step> step = variable(pattern[1], piece)) {
       pattern.remove_prefix(2);
-      return *std::move(text);
+      return *std::move(step);
     }
   }
-  std::string character(first_character(pattern));
-  pattern.remove_prefix(character.size());
+  Step character = {std::string(first_character(pattern))};
+  pattern.remove_prefix(character.text.size());
   return character;
+}
+
+// The steps behind one another, in at most so many bytes: no text is longer than all of them may
+// be.
+std::string join(const std::vector<Step>& steps, std::size_t most) {
+  const auto part_of = [](const Step& step, std::size_t limit) {
+    return step.can_be_shorter ? cut_to_bytes(step.text, limit) : std::string_view(step.text);
+  };
+  const auto size_with = [&](std::size_t limit) {
+    std::size_t size = 0;
+    for (const Step& step : steps) size += part_of(step, limit).size();
+    return size;
+  };
+  std::size_t limit = most;
+  while (limit > 0 && size_with(limit) > most) --limit;
+  std::string name;
+  for (const Step& step : steps) name += part_of(step, limit);
+  return std::string(cut_to_bytes(name, most));
 }
 
 }  // namespace
 
 void make_split_name(std::string& path, std::uint16_t done, std::uint16_t first_number,
-                     std::uint16_t total, PartIndex part) {
+                     std::uint16_t total, PartIndex part, const std::string& audio_name) {
   const std::uint32_t numbers = std::uint32_t{total} + first_number;
+  const std::string_view source = name_of(audio_name);
+  const std::string_view extension = extension_of(source);
   const Piece piece = {.number = std::uint32_t{done} + first_number - 1,
                        .last_number = numbers - 1,
                        .digits = numbers >= 101 ? 3 : 2,
-                       .part = document.parts[part]};
+                       .part = document.parts[part],
+                       .source = source.substr(0, source.size() - extension.size())};
   path.resize(folder_of(path).size());
   const std::string whole_pattern = wide_to_bytes(settings.split_pattern, true);
   std::string_view pattern = whole_pattern;
-  std::string name;
+  std::vector<Step> steps;
   for (std::size_t length = count_units(path); !pattern.empty() && length <= longest_path;) {
-    const std::string step = take_step(pattern, piece);
-    length += count_units(step);
-    name += step;
+    steps.push_back(take_step(pattern, piece));
+    length += count_units(steps.back().text);
   }
+  std::string name = join(steps, longest_name - std::min(longest_name, extension.size()));
   std::ranges::replace_if(
       name, [](char c) { return refused_characters.find(c) != std::string_view::npos; }, '_');
-  const std::string_view extension = extension_of(name_of(open_state.audio_name));
-  const std::size_t room = longest_name - std::min(longest_name, extension.size());
-  path.append(cut_to_bytes(name, room)).append(extension);
+  path.append(name).append(extension);
 }
 
 }  // namespace corvelin

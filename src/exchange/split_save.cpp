@@ -12,8 +12,8 @@
 #include "exchange/id3v2_copy.h"
 #include "exchange/split_name.h"
 #include "model/frame_locator.h"
-#include "model/frame_reader.h"
 #include "model/selection.h"
+#include "platform/file.h"
 #include "platform/host.h"
 #include "platform/numbers.h"
 #include "platform/path.h"
@@ -32,8 +32,21 @@ EditPosition with_overlap(EditPosition begin) {
   const unsigned seconds = settings.split_overlap & (split_overlap_on - 1);
   const std::uint32_t wanted = whole_part(seconds * double{stream.avg_bitrate} * 0.125);
   const EditPosition back = begin - std::min(wanted, begin);
-  const EditPosition frame = locate_frame(part_at(back), back);
+  const EditPosition frame = find_frame(part_at(back), back).pos;
   return std::min(frame, begin);  // where none was found there is no overlap
+}
+
+SplitResult failure_in(RangeCopy::Phase phase) {
+  switch (phase) {
+    case RangeCopy::Phase::id3v2:
+      return SplitResult::id3v2_error;
+    case RangeCopy::Phase::header:
+      return SplitResult::xing_error;
+    case RangeCopy::Phase::id3v1:
+      return SplitResult::id3v1_error;
+    default:
+      return SplitResult::write_error;
+  }
 }
 
 }  // namespace
@@ -45,10 +58,7 @@ std::uint16_t count_split_regions() {
 }
 
 SplitRun::SplitRun(std::string folder, std::uint16_t first_number)
-    : path_(std::move(folder)),
-      first_number_(first_number),
-      split_total_(count_split_regions()),
-      shape_(stream.current_frame) {
+    : path_(std::move(folder)), first_number_(first_number), split_total_(count_split_regions()) {
   open_state.save_name = path_;
 }
 
@@ -65,11 +75,12 @@ SplitResult SplitRun::next_region() {
   const EditPosition begin = document.parts[split_region_part_].part_beg;
   const EditPosition end = find_region_end();
   ++split_done_;
-  make_split_name(path_, split_done_, first_number_, split_total_, split_region_part_);
+  make_split_name(path_, split_done_, first_number_, split_total_, split_region_part_,
+                  open_state.audio_name);
   open_state.save_name = path_;
   if (settings.split_id3v11 != 0)
     set_id3v1_of_piece(split_region_part_, split_done_ - 1U + first_number_);
-  const SplitResult result = save_region(with_overlap(begin), end);
+  const SplitResult result = save_region({.begin = with_overlap(begin), .end = end});
   if (result != SplitResult::more) return result;
   if (split_scan_ >= part_count()) return SplitResult::finished;
   split_region_part_ = split_scan_++;
@@ -81,83 +92,70 @@ EditPosition SplitRun::find_region_end() {
   return split_scan_ < part_count() ? document.parts[split_scan_].part_beg : document.total_size;
 }
 
-SplitResult SplitRun::save_region(EditPosition begin, EditPosition end) {
-  stream.current_frame = shape_;
-  const SplitResult result = write_region(begin, end);
-  split_resyncs_ += copy_.resyncs();
-  if (result == SplitResult::more) {
-    log_ += path_ + "\r\n";
-  } else {
-    copy_.give_up();
-  }
+SplitResult SplitRun::save_region(EditRange range) {
+  const SplitResult result = write_region(range);
+  if (result != SplitResult::more) file_.close();  // it stays as far as it is written
   return result;
 }
 
-SplitResult SplitRun::write_region(EditPosition begin, EditPosition end) {
-  const std::error_code error = copy_.target.create_new(path_);
-  if (error) return unless(error, SplitResult::create_error);
-  copy_.begin(begin, end);
-  for (const auto step : {&SplitRun::write_front, &SplitRun::write_audio, &SplitRun::write_header,
-                          &SplitRun::write_back}) {
-    const SplitResult result = (this->*step)();
-    if (result != SplitResult::more) return result;
+SplitResult SplitRun::write_region(EditRange range) {
+  reason_ = read_fault();
+  if (!reason_.empty()) return SplitResult::write_error;
+  if (const std::error_code error = file_.create_new(path_))
+    return failed(SplitResult::create_error, error);
+  copy_.begin(range, {.id3v2 = keeps_id3v2(true), .id3v1 = keeps_id3v1()});
+  const SplitResult result = write_frames_and_tags();
+  split_resyncs_ += copy_.resyncs();
+  return result;
+}
+
+SplitResult SplitRun::write_frames_and_tags() {
+  while (copy_.phase() != RangeCopy::Phase::over) {
+    const RangeCopy::Phase phase = copy_.phase();
+    if (const std::error_code error = copy_.step()) return failed(failure_in(phase), error);
+    if (copy_.phase() == phase) continue;
+    reason_ = copy_.source_fault();
+    if (!reason_.empty()) return SplitResult::write_error;
+    if (phase == RangeCopy::Phase::frames && copy_.frames() == 0) return pass_over();
+    if (phase == RangeCopy::Phase::header && copy_.has_header() && !copy_.is_header_complete())
+      return SplitResult::xing_error;
   }
+  return complete_piece();
+}
+
+SplitResult SplitRun::complete_piece() {
+  std::error_code error;
+  if ((settings.keep_date & keep_date_on_new) != 0) error = give_date_of_source(file_);
+  if (!error) error = file_.close();
+  if (error) return failed(SplitResult::write_error, error);
+  log_ += path_ + "\r\n";
   return SplitResult::more;
 }
 
-SplitResult SplitRun::write_front() {
-  if (keeps_id3v2(true)) {
-    const SplitResult result = unless(copy_.write_id3v2().error, SplitResult::id3v2_error);
-    if (result != SplitResult::more) return result;
-  }
-  return unless(copy_.write_header_frame(), SplitResult::write_error);
+// A region in a damaged stretch makes no file. The others are still wanted.
+SplitResult SplitRun::pass_over() {
+  file_.close();
+  if (const std::error_code error = remove_file(path_))
+    return failed(SplitResult::write_error, error);
+  passed_over_ += path_ + "\r\n";
+  return SplitResult::more;
 }
 
-SplitResult SplitRun::write_audio() {
-  while (copy_.has_more()) {
-    const SplitResult result = unless(copy_.copy_frames(), SplitResult::write_error);
-    if (result != SplitResult::more) return result;
-  }
-  reason_ = copy_.source_fault();
-  if (reason_.empty() && copy_.frames() == 0) reason_ = ui_text(msg, 50);
-  if (!reason_.empty()) return SplitResult::write_error;
-  return unless(copy_.end_frames(), SplitResult::write_error);
-}
-
-SplitResult SplitRun::write_header() {
-  if (!copy_.has_header()) return SplitResult::more;
-  const VbrHeaderResult header = copy_.finish_header();
-  return header.is_complete ? unless(header.error, SplitResult::xing_error)
-                            : SplitResult::xing_error;
-}
-
-SplitResult SplitRun::write_back() {
-  if (keeps_id3v1()) {
-    const SplitResult result = unless(copy_.write_id3v1(), SplitResult::id3v1_error);
-    if (result != SplitResult::more) return result;
-  }
-  std::error_code error;
-  if ((settings.keep_date & keep_date_on_new) != 0)
-    error = copy_.target.set_write_time(document.files[0].handle.facts().write_time);
-  if (!error) error = copy_.target.close();
-  return unless(error, SplitResult::write_error);
-}
-
-// `more` without an error, else the failure, whose reason is kept.
-SplitResult SplitRun::unless(std::error_code error, SplitResult failure) {
-  if (!error) return SplitResult::more;
-  reason_ = error.message();
+// Where a source is what failed, it is named.
+SplitResult SplitRun::failed(SplitResult failure, std::error_code error) {
+  reason_ = read_fault();
+  if (reason_.empty()) reason_ = error.message();
   return failure;
 }
 
 void SplitRun::finish() {
   is_over_ = true;
-  stream.current_frame = shape_;
   keep_id3v1_as_set();
   clear_selection();
-  open_state.selection_only = false;
+  if (result_ == SplitResult::finished && log_.empty()) result_ = SplitResult::write_error;
+  if (!passed_over_.empty()) report_ = fmt::format("{}:\r\n{}", ui_text(msg, 50), passed_over_);
   if (!status().empty()) {
-    report_ = fmt::format("{}\r\n{}\r\n", status(), path_);
+    report_ += fmt::format("{}\r\n{}\r\n", status(), path_);
     if (!reason_.empty()) report_ += reason_ + "\r\n";
     return;
   }

@@ -55,13 +55,12 @@ class SplitRun : public LongRun {
  private:
   SplitResult next_region();
   EditPosition find_region_end();
-  SplitResult save_region(EditPosition begin, EditPosition end);
-  SplitResult write_region(EditPosition begin, EditPosition end);
-  SplitResult write_front();
-  SplitResult write_audio();
-  SplitResult write_header();
-  SplitResult write_back();
-  SplitResult unless(std::error_code error, SplitResult failure);
+  SplitResult save_region(EditRange range);
+  SplitResult write_region(EditRange range);
+  SplitResult write_frames_and_tags();
+  SplitResult complete_piece();
+  SplitResult pass_over();
+  SplitResult failed(SplitResult failure, std::error_code error);
   void finish();
 
   std::string path_;  // the folder, then the piece being written
@@ -71,11 +70,12 @@ class SplitRun : public LongRun {
   std::uint16_t split_done_ = 0;     // regions written
   std::uint16_t split_total_;
   std::uint32_t split_resyncs_ = 0;
-  FrameInfo shape_;  // of the VBR/Info frames: that of the stream at the start
-  RangeCopy copy_;
+  OutputFile file_;  // the piece
+  RangeCopy copy_{file_};
   SplitResult result_ = SplitResult::more;
   bool is_over_ = false;
-  std::string reason_;  // of a failure
+  std::string reason_;       // of a failure
+  std::string passed_over_;  // names of pieces without a frame, in lines ended by CR LF
   std::string report_;
   std::string log_;
 };

@@ -110,6 +110,7 @@ VbrHeaderResult finish_vbr_header(OutputFile& target, std::uint64_t offset,
 
   std::array<std::uint8_t, header_size> first = {};
   const std::size_t got = target.read_at(offset, first);
+  if (const std::error_code error = target.read_error()) return {error, false};
   FrameInfo frame;
   if (!decode_frame_header(frame, std::span(first).first(got), FrameFormat::mpeg))
     return {.error = std::make_error_code(std::errc::io_error), .is_complete = false};

@@ -36,6 +36,13 @@ void remove_last_source_file() {
   if (!is_used) document.files.pop_back();
 }
 
+std::string read_fault() {
+  for (const SourceFile& file : document.files)
+    if (const std::error_code error = file.handle.read_error())
+      return file.file_name + "\n" + error.message();
+  return {};
+}
+
 PartIndex add_part(EditPosition pos, std::uint16_t file, std::uint32_t file_pos,
                    std::uint32_t size) {
   if (file >= document.files.size() || document.parts.size() >= most_parts) return no_part;

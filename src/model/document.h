@@ -83,6 +83,13 @@ std::optional<std::uint16_t> add_source_file(const std::string& name);
 /// Closes the file with the highest index if no part refers to it.
 void remove_last_source_file();
 
+/// Which source could not be read in full, and why, on two lines: any read that failed since it was
+/// opened. Empty when all went well.
+///
+/// A part of the document is then not what it seems: a tag may be missing, a frame not found. Who
+/// writes something made of it tells the user, or doesn't write at all.
+std::string read_fault();
+
 /// Puts a new part in front of the first one that begins at or behind `pos`. It has no gain, cue or
 /// texts. `no_part` when the file isn't there or the table is full.
 PartIndex add_part(EditPosition pos, std::uint16_t file, std::uint32_t file_pos,

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/file.h"
+#include "platform/replacing_file.h"
 #include "platform/system.h"
 
 namespace corvelin {
@@ -20,13 +21,7 @@ std::string file_path() {
   return folder.empty() ? folder : folder + "/corvelin-clipboard";
 }
 
-// Whether the file may be written over: it isn't there, or holds a text. A name that was given by
-// mistake must cost nobody a recording.
-bool may_be_clipboard(const std::string& path) {
-  if (!file_facts(path).found) return true;
-  std::string content;
-  return !read_whole_file(path, largest_text, content) && content.find('\0') == std::string::npos;
-}
+bool is_clipboard(std::string_view head) { return head.starts_with(clipboard_mark); }
 
 }  // namespace
 
@@ -34,7 +29,7 @@ std::string clipboard_file;
 
 bool write_clipboard_file(std::string_view text) {
   const std::string path = file_path();
-  return !path.empty() && may_be_clipboard(path) && !replace_file(path, text);
+  return !path.empty() && !replace_text(path, text, is_clipboard);
 }
 
 ClipboardContent read_clipboard_file(std::string& text) {

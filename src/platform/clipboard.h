@@ -14,6 +14,10 @@ enum class ClipboardContent {
   unreadable,   // there is a text, but it can't be fetched
 };
 
+/// What the program's own texts begin with. No other text that stands in the file is replaced: a
+/// name that was given by mistake must cost nobody a recording.
+constexpr std::string_view clipboard_mark = "[corvlparts]";
+
 /// Puts `text` in the place of what the clipboard holds; an empty one empties it. False when that
 /// fails: the old content stays then.
 bool write_clipboard_file(std::string_view text);

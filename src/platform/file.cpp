@@ -2,20 +2,43 @@
 #include "platform/file.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
-#include <sys/stat.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <utility>
 
-#include "platform/path.h"
+#include "platform/system_calls.h"
 
 namespace corvelin {
 
 namespace {
 
-int open_with_mode(const char* path, int flags, mode_t mode) { return ::open(path, flags, mode); }
+class FileErrorCategory : public std::error_category {
+ public:
+  [[nodiscard]] const char* name() const noexcept override { return "file"; }
+  [[nodiscard]] std::string message(int error) const override {
+    switch (static_cast<FileError>(error)) {
+      case FileError::changed:
+        return "Another program has changed this file";
+      case FileError::in_use:
+        return "Another run of this program is replacing this file";
+      case FileError::other_kind:
+        return "This file is of another kind and is not written over";
+    }
+    return {};
+  }
+};
+
+// A call that a signal broke off is made again.
+template <typename Call>
+auto unbroken(Call call) {
+  auto result = call();
+  while (result < 0 && errno == EINTR) result = call();
+  return result;
+}
+
+std::error_code outcome(int result) { return result != 0 ? last_error() : std::error_code{}; }
 
 FileFacts facts_of(const struct stat& status) {
   return {.found = true,
@@ -35,9 +58,10 @@ std::size_t read_fully(int descriptor, std::uint64_t offset, std::span<std::uint
                        std::error_code& error) {
   std::size_t done = 0;
   while (done < bytes.size()) {
-    const ssize_t count = ::pread(descriptor, bytes.data() + done, bytes.size() - done,
-                                  static_cast<off_t>(offset + done));
-    if (count < 0 && errno == EINTR) continue;
+    const ssize_t count = unbroken([&] {
+      return system_calls.pread(descriptor, bytes.data() + done, bytes.size() - done,
+                                static_cast<off_t>(offset + done));
+    });
     if (count < 0) error = last_error();
     if (count <= 0) break;
     done += static_cast<std::size_t>(count);
@@ -51,8 +75,7 @@ template <typename Put>
 std::error_code write_fully(std::span<const std::uint8_t> bytes, Put put) {
   std::size_t done = 0;
   while (done < bytes.size()) {
-    const ssize_t count = put(bytes.subspan(done), done);
-    if (count < 0 && errno == EINTR) continue;
+    const ssize_t count = unbroken([&] { return put(bytes.subspan(done), done); });
     if (count < 0) return last_error();
     if (count == 0) return std::make_error_code(std::errc::no_space_on_device);
     done += static_cast<std::size_t>(count);
@@ -60,42 +83,23 @@ std::error_code write_fully(std::span<const std::uint8_t> bytes, Put put) {
   return {};
 }
 
-// A folder is synced so that a rename in it lasts. A file system that can't do it (some network
-// ones) answers EINVAL, which says nothing about the rename; nor does a folder that may be written
-// to but not read, and so can't be opened.
-std::error_code sync_folder(std::string_view path) {
-  const std::string folder(path.empty() ? "." : path);
-  FileHandle handle(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (!handle.is_open()) return {};
-  if (write_calls.fsync(handle.get()) != 0 && errno != EINVAL) return last_error();
-  return {};
-}
-
 }  // namespace
 
-const WriteCalls system_write_calls = {
-    .open = open_with_mode,
-    .write = ::write,
-    .pwrite = ::pwrite,
-    .fallocate = ::fallocate,
-    .ftruncate = ::ftruncate,
-    .fsync = ::fsync,
-    .futimens = ::futimens,
-    .fchmod = ::fchmod,
-    .close = ::close,
-    .rename = ::rename,
-    .unlink = ::unlink,
-    .mkdir = ::mkdir,
-    .rmdir = ::rmdir,
-};
-WriteCalls write_calls = system_write_calls;
-
-std::error_code last_error() { return {errno, std::system_category()}; }
+std::error_code make_error_code(FileError error) {
+  static const FileErrorCategory category;
+  return {static_cast<int>(error), category};
+}
 
 FileFacts file_facts(const std::string& path) {
   struct stat status = {};
   if (::stat(path.c_str(), &status) != 0) return {};
   return facts_of(status);
+}
+
+bool is_unchanged(const FileFacts& before, const FileFacts& now) {
+  return before.found == now.found && before.identity == now.identity && before.size == now.size &&
+         before.write_time.tv_sec == now.write_time.tv_sec &&
+         before.write_time.tv_nsec == now.write_time.tv_nsec;
 }
 
 bool is_name_taken(const std::string& path) {
@@ -118,12 +122,14 @@ int FileHandle::release() { return std::exchange(descriptor_, -1); }
 
 std::error_code InputFile::open(const std::string& path) {
   // Without O_NONBLOCK a pipe would wait for its writer before it could be refused.
-  FileHandle handle(::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  constexpr int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+  FileHandle handle(unbroken([&] { return system_calls.open(path.c_str(), flags, 0); }));
   if (!handle.is_open()) return last_error();
   struct stat status = {};
-  if (::fstat(handle.get(), &status) != 0) return last_error();
+  if (system_calls.fstat(handle.get(), &status) != 0) return last_error();
   if (!S_ISREG(status.st_mode)) return not_a_regular_file(facts_of(status));
   handle_ = std::move(handle);
+  facts_at_open_ = facts_of(status);
   read_error_.clear();
   return {};
 }
@@ -134,8 +140,14 @@ std::size_t InputFile::read_at(std::uint64_t offset, std::span<std::uint8_t> byt
 
 FileFacts InputFile::facts() const {
   struct stat status = {};
-  if (::fstat(handle_.get(), &status) != 0) return {};
-  return facts_of(status);
+  if (system_calls.fstat(handle_.get(), &status) == 0) return facts_of(status);
+  read_error_ = last_error();
+  return {};
+}
+
+std::error_code InputFile::lock() const {
+  const bool is_locked = system_calls.flock(handle_.get(), LOCK_EX | LOCK_NB) == 0;
+  return !is_locked && errno == EWOULDBLOCK ? FileError::in_use : std::error_code{};
 }
 
 std::error_code read_whole_file(const std::string& path, std::size_t limit, std::string& content) {
@@ -149,46 +161,40 @@ std::error_code read_whole_file(const std::string& path, std::size_t limit, std:
   return file.read_error();
 }
 
-std::error_code OutputFile::create(const std::string& path) {
-  const FileFacts before = file_facts(path);
-  if (before.found && !before.is_regular) return not_a_regular_file(before);
-  return open_for_writing(path, O_TRUNC | O_NONBLOCK | O_NOCTTY);
-}
-
 std::error_code OutputFile::create_new(const std::string& path) {
-  return open_for_writing(path, O_EXCL);
-}
-
-std::error_code OutputFile::open_existing(const std::string& path) {
-  FileHandle handle(write_calls.open(path.c_str(), O_RDWR | O_CLOEXEC | O_NOFOLLOW, 0));
-  if (!handle.is_open()) return last_error();
-  struct stat status = {};
-  if (::fstat(handle.get(), &status) != 0) return last_error();
-  if (!S_ISREG(status.st_mode)) return not_a_regular_file(facts_of(status));
-  handle_ = std::move(handle);
-  size_ = static_cast<std::uint64_t>(status.st_size);
-  reserved_ = 0;
-  return {};
-}
-
-std::error_code OutputFile::open_for_writing(const std::string& path, int flags) {
-  FileHandle handle(write_calls.open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | flags, 0666));
+  constexpr int flags = O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC;
+  FileHandle handle(unbroken([&] { return system_calls.open(path.c_str(), flags, 0666); }));
   if (!handle.is_open()) return last_error();
   handle_ = std::move(handle);
   size_ = 0;
   reserved_ = 0;
+  read_error_.clear();
+  return {};
+}
+
+std::error_code OutputFile::open_existing(const std::string& path) {
+  constexpr int flags = O_RDWR | O_CLOEXEC | O_NOFOLLOW;
+  FileHandle handle(unbroken([&] { return system_calls.open(path.c_str(), flags, 0); }));
+  if (!handle.is_open()) return last_error();
+  struct stat status = {};
+  if (system_calls.fstat(handle.get(), &status) != 0) return last_error();
+  if (!S_ISREG(status.st_mode)) return not_a_regular_file(facts_of(status));
+  handle_ = std::move(handle);
+  size_ = static_cast<std::uint64_t>(status.st_size);
+  reserved_ = 0;
+  read_error_.clear();
   return {};
 }
 
 void OutputFile::reserve(std::uint64_t size) {
   const auto length = static_cast<off_t>(size);
-  const bool done = write_calls.fallocate(handle_.get(), FALLOC_FL_KEEP_SIZE, 0, length) == 0;
+  const bool done = system_calls.fallocate(handle_.get(), FALLOC_FL_KEEP_SIZE, 0, length) == 0;
   reserved_ = done ? size : 0;
 }
 
 std::error_code OutputFile::write(std::span<const std::uint8_t> bytes) {
   const std::error_code error = write_fully(bytes, [&](auto rest, std::size_t) {
-    return write_calls.write(handle_.get(), rest.data(), rest.size());
+    return system_calls.write(handle_.get(), rest.data(), rest.size());
   });
   if (!error) size_ += bytes.size();
   return error;
@@ -196,90 +202,69 @@ std::error_code OutputFile::write(std::span<const std::uint8_t> bytes) {
 
 std::error_code OutputFile::write_at(std::uint64_t offset, std::span<const std::uint8_t> bytes) {
   return write_fully(bytes, [&](auto rest, std::size_t done) {
-    return write_calls.pwrite(handle_.get(), rest.data(), rest.size(),
-                              static_cast<off_t>(offset + done));
+    return system_calls.pwrite(handle_.get(), rest.data(), rest.size(),
+                               static_cast<off_t>(offset + done));
   });
 }
 
 std::error_code OutputFile::sync() {
-  return write_calls.fsync(handle_.get()) != 0 ? last_error() : std::error_code{};
+  return outcome(unbroken([&] { return system_calls.fsync(handle_.get()); }));
 }
 
 std::error_code OutputFile::give_back_reserve() {
   if (std::exchange(reserved_, 0) <= size_) return {};
   const auto size = static_cast<off_t>(size_);
-  return write_calls.ftruncate(handle_.get(), size) != 0 ? last_error() : std::error_code{};
+  return outcome(unbroken([&] { return system_calls.ftruncate(handle_.get(), size); }));
 }
 
 std::error_code OutputFile::set_write_time(std::timespec time) {
   if (const std::error_code error = give_back_reserve()) return error;  // which is a write too
   const std::timespec times[2] = {{.tv_sec = 0, .tv_nsec = UTIME_OMIT}, time};
-  return write_calls.futimens(handle_.get(), times) != 0 ? last_error() : std::error_code{};
+  return outcome(system_calls.futimens(handle_.get(), times));
 }
 
-std::error_code OutputFile::copy_permissions_of(const std::string& path) {
+std::error_code OutputFile::take_owner_and_permissions_of(const std::string& path) {
   struct stat status = {};
   if (::stat(path.c_str(), &status) != 0) return {};
-  const bool done = write_calls.fchmod(handle_.get(), status.st_mode & 0777) == 0;
-  return done || errno == EPERM ? std::error_code{} : last_error();
+  const auto give = [&](uid_t owner) {
+    return system_calls.fchown(handle_.get(), owner, status.st_gid) == 0;
+  };
+  constexpr auto same_owner = static_cast<uid_t>(-1);
+  const bool keeps_group = give(status.st_uid) || give(same_owner);
+  mode_t mode = status.st_mode & 0777;
+  // What was open to the one group must not be open to another.
+  if (!keeps_group) mode = (mode & 0707) | (mode & 07) << 3;
+  const bool is_done = system_calls.fchmod(handle_.get(), mode) == 0;
+  return is_done || errno == EPERM ? std::error_code{} : last_error();
 }
 
 std::error_code OutputFile::close() {
   if (!handle_.is_open()) return {};
   std::error_code error = give_back_reserve();
-  if (write_calls.close(handle_.release()) != 0 && !error) error = last_error();
+  if (system_calls.close(handle_.release()) != 0 && !error) error = last_error();
   return error;
 }
 
 std::size_t OutputFile::read_at(std::uint64_t offset, std::span<std::uint8_t> bytes) const {
-  std::error_code ignored;  // a short read tells the caller enough
-  return read_fully(handle_.get(), offset, bytes, ignored);
-}
-
-std::error_code rename_over(const std::string& from, const std::string& to) {
-  if (write_calls.rename(from.c_str(), to.c_str()) != 0) return last_error();
-  return sync_folder(folder_of(to));
-}
-
-std::string name_beside(const std::string& path) {
-  std::string beside = fmt::format("{}.corvelin-{}~", folder_of(path), ::getpid());
-  for (int number = 2; is_name_taken(beside); ++number)
-    beside = fmt::format("{}.corvelin-{}-{}~", folder_of(path), ::getpid(), number);
-  return beside;
-}
-
-std::error_code replace_file(const std::string& path, std::string_view bytes) {
-  const std::string place = behind_links(path);
-  const std::string beside = name_beside(place);
-  OutputFile file;
-  if (const std::error_code error = file.create_new(beside)) return error;
-  const auto* const data = reinterpret_cast<const std::uint8_t*>(bytes.data());
-  std::error_code error = file.copy_permissions_of(place);
-  if (!error) error = file.write({data, bytes.size()});
-  if (!error) error = file.sync();
-  const std::error_code close_error = file.close();
-  if (!error) error = close_error;
-  if (!error) error = rename_over(beside, place);
-  if (error) remove_file(beside);
-  return error;
+  return read_fully(handle_.get(), offset, bytes, read_error_);
 }
 
 std::error_code remove_file(const std::string& path) {
-  return write_calls.unlink(path.c_str()) != 0 ? last_error() : std::error_code{};
+  return outcome(system_calls.unlink(path.c_str()));
 }
 
 std::error_code create_folders(const std::string& path) {
   for (std::size_t end = path.find('/', 1);; end = path.find('/', end + 1)) {
     const std::string folder = path.substr(0, end);
     const bool is_there = folder.empty() || ::access(folder.c_str(), F_OK) == 0;
-    if (!is_there && write_calls.mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST)
+    if (!is_there && system_calls.mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST)
       return last_error();
     if (end == std::string::npos) return {};
   }
 }
 
 std::error_code remove_folder(const std::string& path) {
-  return write_calls.rmdir(path.c_str()) != 0 ? last_error() : std::error_code{};
+  return outcome(system_calls.rmdir(path.c_str()));
 }
 
 bool can_enter_folder(const std::string& path) {

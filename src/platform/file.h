@@ -1,24 +1,28 @@
-// Files as bytes: sources that are only ever read, targets that are written, and the replacement of
-// one file by another such that a crash at any moment leaves the old or the new one whole.
+// Files as bytes: sources that are only ever read, and targets that are written. The replacement of
+// one file by another is replacing_file's business.
 //
 // Only regular files are opened: a folder, a pipe or a device is an error, not something to wait
-// for. Errors are the system's own, as std::error_code whose message() the user may be shown.
+// for. Errors are std::error_code, the system's own or a `FileError`, whose message() the user may
+// be shown.
 #pragma once
-
-#include <sys/types.h>
 
 #include <cstddef>
 #include <cstdint>
 #include <ctime>
 #include <span>
 #include <string>
-#include <string_view>
 #include <system_error>
 
 namespace corvelin {
 
-/// The error of the system call that failed last.
-std::error_code last_error();
+/// Why a file is left alone that the system would let go.
+enum class FileError {
+  changed = 1,  // by another program, since it was looked at
+  in_use,       // another run is about to replace it
+  other_kind,   // it holds something else than what was to be written
+};
+
+std::error_code make_error_code(FileError error);
 
 /// A file's identity: two names of one file (links, "./x" beside "x") have the same.
 struct FileIdentity {
@@ -39,6 +43,9 @@ struct FileFacts {
 
 /// Looks a name up, through symbolic links.
 FileFacts file_facts(const std::string& path);
+
+/// Whether both are the facts of one file that was not written to between them, or of none.
+bool is_unchanged(const FileFacts& before, const FileFacts& now);
 
 /// Whether anything has the name, be it a link that leads nowhere.
 bool is_name_taken(const std::string& path);
@@ -66,16 +73,24 @@ class InputFile {
   std::error_code open(const std::string& path);
 
   /// Reads up to `bytes.size()` bytes at `offset`. Returns how many there were: fewer at the file's
-  /// end and after a failure, which `read_error` remembers.
+  /// end and after a failure.
   std::size_t read_at(std::uint64_t offset, std::span<std::uint8_t> bytes) const;
 
-  [[nodiscard]] bool is_open() const { return handle_.is_open(); }
+  /// The failure of a read or of a question for its size, of any one since the file was opened:
+  /// whoever takes a short read for the end of the file has not seen all of it.
   [[nodiscard]] std::error_code read_error() const { return read_error_; }
-  void forget_read_error() { read_error_.clear(); }
-  [[nodiscard]] FileFacts facts() const;  // as they are now
+
+  [[nodiscard]] bool is_open() const { return handle_.is_open(); }
+  [[nodiscard]] FileFacts facts() const;  // as they are now; not `found` after a failure
+  [[nodiscard]] const FileFacts& facts_at_open() const { return facts_at_open_; }
+
+  /// Keeps other runs from doing the same until this file is closed: `in_use` when one does. Where
+  /// the file system knows no locks there is none, and no error.
+  std::error_code lock() const;
 
  private:
   FileHandle handle_;
+  FileFacts facts_at_open_;
   mutable std::error_code read_error_;
 };
 
@@ -87,9 +102,8 @@ std::error_code read_whole_file(const std::string& path, std::size_t limit, std:
 /// you believe in it.
 class OutputFile {
  public:
-  /// Creates the file anew, for reading and writing.
-  std::error_code create(const std::string& path);
-  /// The same, but an error when anything has the name already, be it a link that leads nowhere.
+  /// Creates the file, for reading and writing. An error when anything has the name already, be it
+  /// a link that leads nowhere.
   std::error_code create_new(const std::string& path);
   /// Opens a file that is there, for `write_at`. A link is not followed.
   std::error_code open_existing(const std::string& path);
@@ -100,35 +114,27 @@ class OutputFile {
   std::error_code write_at(std::uint64_t offset, std::span<const std::uint8_t> bytes);
   std::error_code sync();
   std::error_code set_write_time(std::timespec time);
-  /// As far as the file system has permissions to give.
-  std::error_code copy_permissions_of(const std::string& path);
+  /// Makes the file its owner's, its group's and open to whom the file `path` is, as far as the
+  /// user may give it away and the file system knows of such things.
+  std::error_code take_owner_and_permissions_of(const std::string& path);
   std::error_code close();
 
+  /// Reads back what was written. Fewer bytes than asked for also after a failure, which
+  /// `read_error` remembers.
   [[nodiscard]] std::size_t read_at(std::uint64_t offset, std::span<std::uint8_t> bytes) const;
+  [[nodiscard]] std::error_code read_error() const { return read_error_; }
+
   [[nodiscard]] bool is_open() const { return handle_.is_open(); }
   [[nodiscard]] std::uint64_t size() const { return size_; }  // bytes written by `write` so far
 
  private:
-  std::error_code open_for_writing(const std::string& path, int flags);
   std::error_code give_back_reserve();
 
   FileHandle handle_;
   std::uint64_t size_ = 0;
   std::uint64_t reserved_ = 0;
+  mutable std::error_code read_error_;
 };
-
-/// Puts the finished, synced file `from` in the place of `to`, and syncs the folder. At no moment
-/// is there no file called `to`, if there was one.
-std::error_code rename_over(const std::string& from, const std::string& to);
-
-/// A free name under which a new content of `path` can be written beside it: short, as `path` may
-/// be as long as names get. Create the file with `create_new`: names beside others are known
-/// before.
-std::string name_beside(const std::string& path);
-
-/// Writes `bytes` beside `path` and renames the result over it. After a failure `path` is as it
-/// was, or, when only the folder could not be synced, has the new content, which may not last.
-std::error_code replace_file(const std::string& path, std::string_view bytes);
 
 std::error_code remove_file(const std::string& path);
 
@@ -141,25 +147,7 @@ std::error_code remove_folder(const std::string& path);
 /// Whether the folder is there and files in it can be reached.
 bool can_enter_folder(const std::string& path);
 
-/// The system calls that change something on disk. Tests put failing ones in their place to see
-/// what becomes of a full disk or a broken one at every single step.
-struct WriteCalls {
-  int (*open)(const char* path, int flags, mode_t mode);
-  ssize_t (*write)(int descriptor, const void* bytes, std::size_t count);
-  ssize_t (*pwrite)(int descriptor, const void* bytes, std::size_t count, off_t offset);
-  int (*fallocate)(int descriptor, int mode, off_t offset, off_t size);
-  int (*ftruncate)(int descriptor, off_t size);
-  int (*fsync)(int descriptor);
-  int (*futimens)(int descriptor, const std::timespec times[2]);
-  int (*fchmod)(int descriptor, mode_t mode);
-  int (*close)(int descriptor);
-  int (*rename)(const char* from, const char* to);
-  int (*unlink)(const char* path);
-  int (*mkdir)(const char* path, mode_t mode);
-  int (*rmdir)(const char* path);
-};
-
-extern const WriteCalls system_write_calls;
-extern WriteCalls write_calls;  // what the operations above use
-
 }  // namespace corvelin
+
+template <>
+struct std::is_error_code_enum<corvelin::FileError> : std::true_type {};

@@ -38,6 +38,11 @@ std::string_view folder_of(std::string_view path) { return path.substr(0, path.r
 
 std::string_view name_of(std::string_view path) { return path.substr(path.rfind('/') + 1); }
 
+std::string in_folder(std::string_view folder, std::string_view name) {
+  const bool is_parted = folder.empty() || folder.ends_with('/');
+  return std::string(folder).append(is_parted ? "" : "/").append(name);
+}
+
 std::string_view extension_of(std::string_view path) {
   const std::size_t point = path.rfind('.');
   return point == std::string_view::npos ? std::string_view{} : path.substr(point);
@@ -53,16 +58,16 @@ std::string with_extension(std::string_view path, std::string_view extension) {
 }
 
 std::string path_from_outside(std::string_view text, std::string_view folder) {
-  const auto in_folder = [folder](std::string_view path) {
+  const auto from_folder = [folder](std::string_view path) {
     return std::string(path.starts_with('/') ? "" : folder).append(path);
   };
-  std::string path = in_folder(text);
+  std::string path = from_folder(text);
   if (file_facts(path).found) return from_root(path);
   const bool has_drive = text.size() > 1 && text[1] == ':';
   if (has_drive) return std::string(text);
   std::string parted(text);
   std::ranges::replace(parted, '\\', '/');
-  path = in_folder(parted);
+  path = from_folder(parted);
   return file_facts(path).found ? from_root(path) : path;
 }
 
@@ -83,10 +88,15 @@ std::string in_current_folder(std::string_view path) {
 }
 
 std::string behind_links(const std::string& path) {
+  constexpr int longest_chain = 40;  // of links, as the system follows them
+  std::string place = path;
   std::error_code error;
-  if (!std::filesystem::is_symlink(path, error)) return path;
-  const std::filesystem::path real = std::filesystem::canonical(path, error);
-  return error ? path : real.string();
+  for (int i = 0; i < longest_chain && std::filesystem::is_symlink(place, error); ++i) {
+    const std::string link = std::filesystem::read_symlink(place, error).string();
+    if (error) return path;
+    place = link.starts_with('/') ? link : std::string(folder_of(place)) + link;
+  }
+  return place;
 }
 
 }  // namespace corvelin

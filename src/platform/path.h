@@ -13,6 +13,9 @@ std::string_view folder_of(std::string_view path);
 /// What stands behind the last "/".
 std::string_view name_of(std::string_view path);
 
+/// The path of a name in a folder, with or without its "/".
+std::string in_folder(std::string_view folder, std::string_view name);
+
 /// The last "." of the whole path and what stands behind it, or empty without any ".".
 ///
 /// A point in a folder counts too: "a.b/song" has the extension ".b/song", so a file whose name has
@@ -48,8 +51,8 @@ std::string relative_to_folder(const std::string& path, const std::string& folde
 /// separators, without "." and "..".
 std::string in_current_folder(std::string_view path);
 
-/// The file that `path` leads to through symbolic links, or `path` itself when it is no link or
-/// leads nowhere. So a link stays a link when the file behind it is replaced.
+/// The file that `path` leads to through symbolic links, be it still to come, or `path` itself. So
+/// a link stays a link when the file behind it is replaced.
 std::string behind_links(const std::string& path);
 
 }  // namespace corvelin

@@ -8,6 +8,7 @@
 #include <cerrno>
 
 #include "platform/file.h"
+#include "platform/system_calls.h"
 
 namespace corvelin {
 

@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "platform/file.h"
+#include "platform/system_calls.h"
 #include "platform/text.h"
 
 namespace corvelin {
@@ -40,7 +41,7 @@ std::string documents_folder_in(std::string_view line) {
 
 // A folder that nobody else can enter. In /tmp anybody may have taken the name before.
 bool make_private_folder(const std::string& path) {
-  write_calls.mkdir(path.c_str(), 0700);  // what stands there afterwards is judged
+  system_calls.mkdir(path.c_str(), 0700);  // what stands there afterwards is judged
   struct stat status = {};
   if (::lstat(path.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) return false;
   return status.st_uid == ::geteuid() && (status.st_mode & 077) == 0;

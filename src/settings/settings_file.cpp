@@ -12,12 +12,15 @@
 
 #include "platform/file.h"
 #include "platform/program.h"
+#include "platform/replacing_file.h"
 #include "platform/text.h"
 #include "settings/setting_table.h"
 
 namespace corvelin {
 
 namespace {
+
+constexpr std::string_view header = "[Corvelin]";
 
 // The older form of a path: its UTF-16 bytes in hexadecimal digits.
 bool is_stored_in_hex(std::string_view key, std::string_view value) {
@@ -105,30 +108,22 @@ std::string read_text(const InputFile& file) {
   return text;
 }
 
-bool begins_with_key(std::string_view line) {
-  return find_setting(line.substr(0, line.find('='))) != nullptr;
+// Some editors put the mark in front.
+bool is_settings_text(std::string_view head) {
+  if (head.starts_with(utf8_mark)) head.remove_prefix(utf8_mark.size());
+  return head.starts_with(header);
 }
 
 }  // namespace
 
-bool may_hold_settings(const std::string& path) {
-  if (!file_facts(path).found) return true;
+std::error_code read_settings(const std::string& path) {
+  const std::error_code kind_error = check_kind(path, is_settings_text);
+  if (kind_error || !file_facts(path).found) return kind_error;
   InputFile file;
-  if (file.open(path)) return false;
+  if (const std::error_code error = file.open(path)) return error;
   const std::string text = read_text(file);
-  if (file.read_error()) return false;
-  if (text.empty() || text.starts_with('[')) return true;
-  std::string_view rest = text;
-  for (std::string_view line; take_line(rest, line);)
-    if (begins_with_key(line)) return true;
-  return false;
-}
-
-bool read_settings(const std::string& path) {
-  InputFile file;
-  if (file.open(path)) return false;
-  const std::string text = read_text(file);
-  return !file.read_error() && parse_settings(text);
+  if (!file.read_error()) parse_settings(text);
+  return file.read_error();
 }
 
 bool parse_settings(std::string_view text) {
@@ -154,13 +149,13 @@ bool parse_settings(std::string_view text) {
 }
 
 std::string format_settings() {
-  std::string text = "[Corvelin]\r\nutf8=1\r\n";
+  std::string text = fmt::format("{}\r\nutf8=1\r\n", header);
   for (const SettingKey& row : setting_keys()) std::visit(ValueWriter{text, row.key}, row.field);
   return text;
 }
 
 std::error_code write_settings(const std::string& path) {
-  return replace_file(path, format_settings());
+  return replace_text(path, format_settings(), is_settings_text);
 }
 
 }  // namespace corvelin

@@ -12,21 +12,19 @@ namespace corvelin {
 /// How much of a settings file is read. Keys behind it keep their values.
 constexpr std::size_t settings_file_limit = 20000;
 
-/// Whether the settings may be kept in this file: it isn't there, is empty, or holds settings that
-/// can be read.
-bool may_hold_settings(const std::string& path);
+/// Fills `settings` from the file. An error when it can't be read or holds something else; then
+/// nothing has changed, and no settings may be stored there. One that isn't there changes nothing
+/// either.
+std::error_code read_settings(const std::string& path);
 
-/// Fills `settings` from the file. False when it can't be opened or holds no line end; then nothing
-/// has changed.
-bool read_settings(const std::string& path);
-
-/// The same from the text of a file.
+/// The same from the text of a file. False when it holds no line end.
 bool parse_settings(std::string_view text);
 
 /// The text of a file with all settings.
 std::string format_settings();
 
-/// Writes all settings. The old file stands until the new one is complete.
+/// Writes all settings, where no file stands or one of settings. The old one stands until the new
+/// one is complete.
 std::error_code write_settings(const std::string& path);
 
 }  // namespace corvelin

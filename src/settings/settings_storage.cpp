@@ -32,7 +32,7 @@ std::string local_settings_path() { return with_extension(program_path(), ".ini"
 bool local_marker(MarkerOperation operation) {
   const std::string path = std::string(folder_of(program_path())) + "corvllocal.ini";
   const bool exists = file_facts(path).found;
-  if (operation == MarkerOperation::create && !exists) replace_file(path, "");
+  if (operation == MarkerOperation::create && !exists) OutputFile().create_new(path);
   if (operation == MarkerOperation::remove && exists) remove_file(path);
   return file_facts(path).found;
 }

@@ -11,7 +11,7 @@ namespace corvelin {
 enum class SettingsStorage {
   beside_program = 0,  // moves to the user's profile when the program's folder can't be written to
   user_profile = 1,
-  removed = 2,   // the settings of the profile were removed: nothing is written any more
+  removed = 2,   // the settings of the profile were removed, or can't be read: nothing is written
   portable = 3,  // beside the program, by the marker file or for this run
 };
 

@@ -1,6 +1,8 @@
 // Start, opening and end of a run.
 #include "shell/start_up.h"
 
+#include <fmt/format.h>
+
 #include "audio/decoder_bridge.h"
 #include "document/close_all.h"
 #include "document/open_state.h"
@@ -12,6 +14,8 @@
 #include "platform/text.h"
 #include "settings/setting_table.h"
 #include "settings/settings_file.h"
+#include "settings/settings_storage.h"
+#include "text/boxes.h"
 #include "text/language_file.h"
 #include "text/ui_text.h"
 
@@ -22,11 +26,15 @@ void connect_levels() {
   setting_listeners = {{"save_id3v1", keep_id3v1_as_set}};
 }
 
-void start_up(const std::optional<std::string>& settings_path) {
+bool start_up(const std::optional<std::string>& settings_path) {
   connect_levels();
   reset_state(ResetLevel::start);
-  if (settings_path) read_settings(*settings_path);  // without a file the defaults stand
+  const std::error_code error = settings_path ? read_settings(*settings_path) : std::error_code{};
   complete_settings();
+  if (!error) return true;
+  settings_storage = SettingsStorage::removed;
+  show_error(fmt::format("{}\n{}", *settings_path, error.message()));
+  return false;
 }
 
 void load_language() {

@@ -10,8 +10,9 @@ namespace corvelin {
 void connect_levels();
 
 /// The state of a process that just started, with the settings read from `settings_path` if one is
-/// given.
-void start_up(const std::optional<std::string>& settings_path);
+/// given. False when what stands there can't be read or is no settings file, which has been shown:
+/// the defaults hold then, and no settings are stored.
+bool start_up(const std::optional<std::string>& settings_path);
 
 /// Loads the language that the settings name from beside the program. Without its file the texts
 /// are English and the setting is emptied.

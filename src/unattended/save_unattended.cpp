@@ -1,18 +1,39 @@
 // The names of saves that nobody is asked about.
 #include "unattended/save_unattended.h"
 
+#include <fmt/format.h>
+
 #include "document/open_state.h"
 #include "exchange/split_save.h"
 #include "model/document.h"
+#include "platform/file.h"
 #include "platform/host.h"
+#include "platform/long_run.h"
 #include "platform/path.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 
+namespace {
+
+// A file that is in the way may be anybody's work. Who answers for all is asked too.
+bool may_replace(const std::string& name) {
+  if (!file_facts(name).found || is_source(name)) return true;
+  const MessageBox box = {.caption = std::string(ui_text(msg, 7)),
+                          .text = fmt::format("{} {}\n\nReplace it?", ui_text(dlg, 85), name),
+                          .icon = BoxIcon::warning,
+                          .buttons = BoxButtons::yes_no,
+                          .default_answer = BoxAnswer::no};
+  return host().show_message_box(box) == BoxAnswer::yes;
+}
+
+}  // namespace
+
 SaveOutcome save_unattended(bool overwrite) {
+  if (overwrite) return save_over_source();
   const std::string& audio = open_state.audio_name;
-  open_state.save_name = overwrite ? audio : audio + std::string(extension_of(audio));
-  return save_under_chosen_name(overwrite);
+  const std::string name = audio + std::string(extension_of(audio));
+  return may_replace(name) ? save_under_name(name) : SaveOutcome::not_started;
 }
 
 SaveOutcome split_unattended(const std::string& folder) {

@@ -7,6 +7,7 @@
 #include "model/stream_info.h"
 #include "platform/clipboard.h"
 #include "platform/system.h"
+#include "platform/system_calls.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {
@@ -80,14 +81,14 @@ TEST_F(Clipboard, CopyReplacesNothingButAClipboard) {
   EXPECT_EQ(read_file(folder.path("a.mp3")), frames(100));
 
   clipboard_file = folder.path("clipboard");
-  put("old");
-  write_calls.write = [](int, const void*, std::size_t) -> ssize_t {
+  put("[corvlparts] old");
+  system_calls.write = [](int, const void*, std::size_t) -> ssize_t {
     errno = ENOSPC;
     return -1;
   };
   EXPECT_FALSE(run("copy"));
-  write_calls = system_write_calls;
-  EXPECT_EQ(clipboard(), "old");
+  system_calls = original_system_calls;
+  EXPECT_EQ(clipboard(), "[corvlparts] old");
   EXPECT_EQ(folder.names(), (std::vector<std::string>{"a.mp3", "clipboard"}));
   ASSERT_TRUE(open("tab\t.mp3", frames(100)));
   EXPECT_FALSE(run("copy"));

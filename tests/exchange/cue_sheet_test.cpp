@@ -36,10 +36,11 @@ class CueSheet : public EditTest {
   bool open_sheet(std::string_view text) { return open_file(folder.file("s.cue", text)); }
 
   std::string saved_sheet() {
-    open_state.project_name = folder.path("out.cue");
-    EXPECT_EQ(save_cue_sheet(), CueSheetSave::written);
-    return read_text(open_state.project_name);
+    EXPECT_EQ(save("out.cue"), CueSheetSave::written);
+    return read_text(folder.path("out.cue"));
   }
+  CueSheetSave save(const std::string& name) { return save_cue_sheet(folder.path(name), reason); }
+  std::string reason;
 
   /// The frames at which cues stand.
   static std::string cues() {
@@ -178,21 +179,24 @@ TEST_F(CueSheet, WritesCuesWithTheirTimes) {
 
   std::filesystem::create_directory(folder.path("sub"));
   ASSERT_TRUE(open("b.mp2", frames(50, {.layer = 2})));
-  open_state.project_name = folder.path("sub/s.cue");  // audio elsewhere is named in full
-  EXPECT_EQ(save_cue_sheet(), CueSheetSave::written);
+  EXPECT_EQ(save("sub/s.cue"), CueSheetSave::written);  // audio elsewhere is named in full
   EXPECT_NE(
-      read_text(open_state.project_name).find("FILE \"" + folder.path("b.mp2") + "\" WAVE\r\n"),
+      read_text(folder.path("sub/s.cue")).find("FILE \"" + folder.path("b.mp2") + "\" WAVE\r\n"),
       std::string::npos);
-  open_state.project_name = folder.path("gone/s.cue");
-  EXPECT_EQ(save_cue_sheet(), CueSheetSave::failed);
+  EXPECT_EQ(save("gone/s.cue"), CueSheetSave::failed);
+  for (const char* const name : {"a \"b\".mp3", "line\nend.mp3"}) {
+    ASSERT_TRUE(open(name, frames(50)));
+    EXPECT_EQ(save("s.cue"), CueSheetSave::failed);
+    EXPECT_EQ(reason,
+              std::string(name) + "\nA sheet can't hold a name with a quote or a line end in it.");
+  }
 }
 
 TEST_F(CueSheet, AsksBeforeItNamesAudioOfOtherLength) {
   ASSERT_TRUE(open_sheet(file_line));
   delete_range(0, 10 * length);
-  open_state.project_name = folder.path("out.cue");
   host.answers = {BoxAnswer::cancel};
-  EXPECT_EQ(save_cue_sheet(), CueSheetSave::cancelled);
+  EXPECT_EQ(save("out.cue"), CueSheetSave::cancelled);
   EXPECT_EQ(host.boxes[0].caption, "Save Project file or Cue sheet");
   EXPECT_NE(saved_sheet().find("FILE \"a.mp3\""), std::string::npos);
   open_state.save_name = folder.path("cut.mp3");

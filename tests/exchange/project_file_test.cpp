@@ -56,7 +56,7 @@ TEST_F(ProjectFile, IsWrittenInItsOrderAndComesBackFromAMovedFolder) {
             "sheet_artist=Band\r\nsheet_title=Album\r\n");
   EXPECT_NE(project_text(folder.path("deeper/")).find("file=" + folder.path("a.mp3") + "\r\n"),
             std::string::npos);
-  ASSERT_FALSE(write_project());
+  ASSERT_FALSE(write_project(open_state.project_name));
   const TestFolder other;
   for (const char* const name : {"p.cvp", "a.mp3", "sub ümlaut.mp3"})
     std::filesystem::copy(folder.path(name), other.path(name));
@@ -78,7 +78,7 @@ TEST_F(ProjectFile, OddFileNamesSurvive) {
     ASSERT_TRUE(open(name, frames(10)));
     open_state.project_name = folder.path("p.cvp");
     document.parts[0].part_title = u"Tïtle";
-    ASSERT_FALSE(write_project());
+    ASSERT_FALSE(write_project(open_state.project_name));
     ASSERT_TRUE(open(folder.path("p.cvp"))) << name;
     EXPECT_EQ(document.parts[0].part_title, u"Tïtle");
     EXPECT_TRUE(std::filesystem::equivalent(document.files[0].file_name, folder.path(name)));
@@ -168,7 +168,8 @@ TEST_F(ProjectFile, SaveCommandGoesByTheExtension) {
   EXPECT_EQ(host.dialogs.back().path, folder.path("a.cvp"));
   host.new_files = {folder.path("x.txt")};
   EXPECT_FALSE(save_project(false, false));
-  EXPECT_EQ(host.boxes.back().text, "Could not create/write to file.");
+  EXPECT_EQ(host.boxes.back().text, "Could not create/write to file.\n" + folder.path("x.txt") +
+                                        "\nThe name must end in .cvp or .cue.");
   host.new_files = {folder.path("x.cvp")};
   EXPECT_TRUE(save_project(true, false));
   EXPECT_FALSE(open_state.document_modified);

@@ -17,7 +17,6 @@ class SplitNameTest : public CoreTest {
     document.total_size = 4000000;
     document.sheet_title = u"Album";
     document.sheet_artist = u"Various";
-    open_state.audio_name = "/x.y/a.b/So.ng.mp3";
     stream.avg_bitrate = 128000;
   }
   ~SplitNameTest() override { document = {}; }
@@ -27,7 +26,7 @@ class SplitNameTest : public CoreTest {
                           std::uint16_t total = 10) {
     settings.split_pattern = bytes_to_wide(pattern, true);
     std::string path = "/out.dir/left.mp3";
-    make_split_name(path, done, first, total, 0);
+    make_split_name(path, done, first, total, 0, "/x.y/a.b/So.ng.mp3");
     EXPECT_EQ(path.substr(0, 9), "/out.dir/");
     return path.substr(9);
   }
@@ -62,6 +61,13 @@ TEST_F(SplitNameTest, TextsStayInTheFolder) {
   }
   document.parts[0].part_artist.clear();
   EXPECT_EQ(name("%A"), ".mp3");  // the album's is another variable
+
+  // A file system takes 255 bytes. The texts share what the numbers leave.
+  document.parts[0].part_title.assign(100, u'\u266B');  // of 3 bytes
+  document.parts[0].part_artist = u"Artist";
+  std::string notes;
+  for (int i = 0; i < 80; ++i) notes += "\xE2\x99\xAB";
+  EXPECT_EQ(name("%A %T %N"), "Artist " + notes + " 01.mp3");  // 255 bytes
 
   document.parts[0].part_title.clear();
   for (int i = 0; i < 300; ++i) document.parts[0].part_title += u"\U0001F3B5";

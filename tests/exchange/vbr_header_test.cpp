@@ -12,7 +12,8 @@ class VbrHeaderTest : public CoreTest {
   // Writes a header in front of `audio` and returns the whole file.
   Bytes write(const Bytes& audio, std::uint32_t frame_count, const Bytes& before = {}) {
     OutputFile target;
-    EXPECT_FALSE(target.create(folder.path("out")));
+    std::filesystem::remove(folder.path("out"));
+    EXPECT_FALSE(target.create_new(folder.path("out")));
     EXPECT_FALSE(target.write(before));
     EXPECT_FALSE(write_vbr_frame(target, stream.current_frame));
     EXPECT_FALSE(target.write(audio));

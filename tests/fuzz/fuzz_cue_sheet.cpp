@@ -19,7 +19,8 @@ namespace {
 void check_round_trip(const test::TestFolder& folder) {
   if (document.parts.empty()) return;
   open_state.project_name = folder.path("out.cue");
-  test::require(save_cue_sheet() != CueSheetSave::failed);
+  std::string reason;
+  test::require(save_cue_sheet(open_state.project_name, reason) != CueSheetSave::failed);
   // Cues are read back a little in front of where they were, as borders of their own.
   test::require(document.parts.size() >= most_parts / 2 || load_cue_sheet(true));
 }

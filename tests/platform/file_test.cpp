@@ -1,11 +1,12 @@
 // Files on the real file system.
-#include "platform/file.h"
+#include "platform/replacing_file.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <array>
 #include <filesystem>
+#include <functional>
 
 #include "support/test_folder.h"
 
@@ -28,16 +29,56 @@ TEST(File, OpensRegularFilesOnly) {
   EXPECT_FALSE(file.read_error());
 }
 
+bool is_text(std::string_view head) { return head.starts_with("text"); }
+
 TEST(File, ReplacementKeepsLinksAndPermissions) {
   const TestFolder folder;
-  const std::string target = folder.file("x", "old");
+  const std::string target = folder.file("x", "text old");
   ::chmod(target.c_str(), 0600);
   std::filesystem::create_symlink("x", folder.path("link"));
-  ASSERT_FALSE(replace_file(folder.path("link"), "new"));
-  EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link")));
-  EXPECT_EQ(read_text(target), "new");
+  std::filesystem::create_symlink("link", folder.path("far"));
+  std::filesystem::create_symlink("new", folder.path("to come"));
+  ASSERT_FALSE(replace_text(folder.path("far"), "text new", is_text));
+  ASSERT_FALSE(replace_text(folder.path("to come"), "text new", is_text));
+  EXPECT_EQ(read_text(target), "text new");
+  EXPECT_EQ(read_text(folder.path("new")), "text new");
   EXPECT_EQ(std::filesystem::status(target).permissions(), std::filesystem::perms{0600});
-  EXPECT_EQ(folder.names(), (std::vector<std::string>{"link", "x"}));
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.path("far")));
+  EXPECT_EQ(folder.names(), (std::vector<std::string>{"far", "link", "new", "to come", "x"}));
+}
+
+// Whatever the name leads to: what is of another kind was named by mistake.
+TEST(File, TextReplacesItsOwnKindAlone) {
+  const TestFolder folder;
+  folder.file("audio", "ID3");
+  folder.file("empty", "");
+  folder.file("text", "text");
+  std::filesystem::create_symlink("audio", folder.path("link"));
+  std::filesystem::create_hard_link(folder.path("audio"), folder.path("hard"));
+  std::filesystem::create_directory(folder.path("folder"));
+  for (const char* const name : {"audio", "link", "hard"})
+    EXPECT_EQ(replace_text(folder.path(name), "text", is_text), FileError::other_kind) << name;
+  EXPECT_EQ(replace_text(folder.path("folder"), "text", is_text), std::errc::is_a_directory);
+  for (const char* const name : {"empty", "text", "new"})
+    EXPECT_FALSE(replace_text(folder.path(name), "text 2", is_text)) << name;
+  EXPECT_EQ(read_text(folder.path("hard")), "ID3");
+}
+
+TEST(File, WhatAnotherProgramWroteMeanwhileStays) {
+  const TestFolder folder;
+  const std::string name = folder.file("x", "old");
+  const std::function<void()> changes[] = {[&] { folder.file("x", "older"); },
+                                           [&] {
+                                             folder.file("y", "new");
+                                             std::filesystem::rename(folder.path("y"), name);
+                                           }};
+  for (const auto& change : changes) {
+    ReplacingFile replacing;
+    ASSERT_FALSE(replacing.begin(name));
+    change();
+    EXPECT_EQ(replacing.commit(), FileError::changed);
+  }
+  EXPECT_EQ(folder.names(), std::vector<std::string>{"x"});
 }
 
 }  // namespace

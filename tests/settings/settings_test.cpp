@@ -5,6 +5,7 @@
 
 #include "edit/commands.h"
 #include "platform/system.h"
+#include "platform/system_calls.h"
 #include "settings/settings_file.h"
 #include "settings/settings_storage.h"
 #include "support/core_test.h"
@@ -58,7 +59,7 @@ TEST_F(SettingsTest, SurviveARoundTripByteForByte) {
   ASSERT_FALSE(write_settings(folder.path("c.ini")));
   EXPECT_EQ(read_text(folder.path("c.ini")), written);
   settings = default_settings();
-  ASSERT_TRUE(read_settings(folder.path("c.ini")));
+  ASSERT_FALSE(read_settings(folder.path("c.ini")));
   EXPECT_EQ(settings.file_savepath, "2024/a");
   EXPECT_EQ(format_settings(), written);
 }
@@ -75,7 +76,10 @@ TEST_F(SettingsTest, ReaderTakesOddFilesInItsStride) {
   EXPECT_EQ(settings.window_x, 2147483647);
   EXPECT_EQ(settings.warn, 3);  // a last line without its end doesn't count
   EXPECT_FALSE(parse_settings("[Corvelin]"));
-  EXPECT_FALSE(read_settings(folder.path("absent.ini")));
+  EXPECT_FALSE(read_settings(folder.path("absent.ini")));  // nothing to tell
+  settings.volume = 7;
+  EXPECT_EQ(read_settings(folder.file("a.mp3", "ID3\nvolume=1\n")), FileError::other_kind);
+  EXPECT_EQ(settings.volume, 7);
 
   std::string text = "[Corvelin]\nvolume=1\n" + std::string(20000, 'x');
   text.resize(19992);  // keys behind 20000 bytes are not seen
@@ -207,12 +211,12 @@ TEST_F(SettingsStorageTest, ChoosesAndKeepsToItsPlace) {
   ASSERT_FALSE(store_settings());
   EXPECT_EQ(read_text(local_settings_path()), format_settings());
   // With the program's folder read-only they move to the profile.
-  write_calls.rename = [](const char* from, const char* to) {
+  system_calls.rename = [](const char* from, const char* to) {
     const bool is_local = std::string_view(to) == local_settings_path();
-    return is_local ? (errno = EROFS, -1) : system_write_calls.rename(from, to);
+    return is_local ? (errno = EROFS, -1) : original_system_calls.rename(from, to);
   };
   EXPECT_FALSE(store_settings());
-  write_calls = system_write_calls;
+  system_calls = original_system_calls;
   EXPECT_EQ(settings_storage, SettingsStorage::user_profile);
   EXPECT_EQ(read_text(profile), format_settings());
   ASSERT_TRUE(remove_user_settings());

@@ -1,0 +1,35 @@
+// Signals, remembered.
+#include "platform/interruption.h"
+
+#include <csignal>
+
+namespace corvelin {
+
+namespace {
+
+volatile std::sig_atomic_t caught = 0;
+
+void remember(int signal) { caught = signal; }
+
+}  // namespace
+
+// System calls that wait, as for a line of a script, are broken off: no SA_RESTART.
+void catch_interruptions() {
+  struct sigaction action = {};
+  action.sa_handler = remember;
+  action.sa_flags = static_cast<int>(SA_RESETHAND);
+  ::sigemptyset(&action.sa_mask);
+  ::sigaction(SIGINT, &action, nullptr);
+  ::sigaction(SIGTERM, &action, nullptr);
+}
+
+int interruption() { return caught; }
+
+int take_interruption() {
+  const int signal = caught;
+  caught = 0;
+  if (signal != 0) catch_interruptions();
+  return signal;
+}
+
+}  // namespace corvelin
