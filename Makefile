@@ -33,10 +33,11 @@ run:
 	build/release/src/desktop/corvelin
 
 bench:
-	scripts/install-packages build
+	scripts/install-packages build bench
 	$(call configure,OFF)
-	$(build) --target corvelin_bench corvelin_view_bench
+	$(build) --target corvelin_bench corvelin_measuring_bench corvelin_view_bench
 	build/release/bench/corvelin_bench
+	build/release/bench/corvelin_measuring_bench
 	build/release/bench/corvelin_view_bench
 
 format:

@@ -1,11 +1,7 @@
 // Measures the program as a user runs it, on files of 400 MB in a warm cache, and prints each time
 // as a ratio to `cp` of the same bytes or to the same work on a small file. Needs 2.2 GB below
 // TMPDIR.
-#include <fcntl.h>
 #include <fmt/format.h>
-#include <spawn.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -23,62 +19,20 @@
 #include "exchange/project_file.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
+#include "runs.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
-
-extern char** environ;
 
 namespace {
 
 using corvelin::test::Bytes;
 using corvelin::test::FrameShape;
 using corvelin::test::Mp3Builder;
+using namespace corvelin::bench;
 
 constexpr std::size_t large = 400'000'000;
 constexpr std::size_t small = 4'000'000;
 constexpr std::size_t gigabyte = 1'000'000'000;
-constexpr int rounds = 7;
-
-struct Cost {
-  double milliseconds = 0;
-  double megabytes = 0;  // peak memory of the process
-};
-
-// Runs a program to its end with its output thrown away.
-Cost run(const std::vector<std::string>& words) {
-  std::vector<char*> argv;
-  for (const std::string& word : words) argv.push_back(const_cast<char*>(word.c_str()));
-  argv.push_back(nullptr);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-  const auto start = std::chrono::steady_clock::now();
-  pid_t child = 0;
-  if (::posix_spawnp(&child, argv[0], &actions, nullptr, argv.data(), environ) != 0) std::exit(1);
-  int status = 0;
-  rusage usage = {};
-  ::wait4(child, &status, 0, &usage);
-  const std::chrono::duration<double, std::milli> time = std::chrono::steady_clock::now() - start;
-  posix_spawn_file_actions_destroy(&actions);
-  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) {
-    fmt::print(stderr, "{} failed\n", words[0]);
-    std::exit(1);
-  }
-  return {time.count(), static_cast<double>(usage.ru_maxrss) / 1024};
-}
-
-// The quickest of several runs of each, taken in turn so that both see the same machine.
-std::vector<Cost> best_of(const std::vector<std::function<Cost()>>& works, int count = rounds) {
-  std::vector<Cost> best(works.size(), Cost{1e9, 0});
-  for (int round = 0; round < count; ++round) {
-    for (std::size_t i = 0; i < works.size(); ++i) {
-      const Cost cost = works[i]();
-      best[i].milliseconds = std::min(best[i].milliseconds, cost.milliseconds);
-      best[i].megabytes = std::max(best[i].megabytes, cost.megabytes);
-    }
-  }
-  return best;
-}
 
 void write_file(const std::string& path, const Bytes& unit, std::size_t size) {
   std::ofstream out(path, std::ios::binary);
@@ -111,12 +65,6 @@ void write_cue_sheet(const std::string& path, std::size_t tracks, std::size_t si
   for (std::size_t i = 0; i < tracks; ++i)
     out << fmt::format("  TRACK {:02} AUDIO\r\n    INDEX 01 {:02}:{:02}:00\r\n", i + 1,
                        i * seconds / 60, i * seconds % 60);
-}
-
-void report(const std::string& name, const Cost& cost, const Cost& base,
-            const std::string& base_name, double limit) {
-  fmt::print("{:44} {:5.2f} x {} (limit {:.2f}), {:4.1f} MB\n", name,
-             cost.milliseconds / base.milliseconds, base_name, limit, cost.megabytes);
 }
 
 class Bench {
