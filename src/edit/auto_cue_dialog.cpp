@@ -78,9 +78,9 @@ bool AutoCueDialog::accept() {
     show_refusal("An interval of 0 seconds sets no cue.");
     return false;
   }
-  set_auto_cues({.interval = static_cast<double>(settings.autocue),
-                 .last_length = static_cast<double>(settings.autocue_last),
-                 .creates_names = creates_names});
+  cues_set = set_auto_cues({.interval = static_cast<double>(settings.autocue),
+                            .last_length = static_cast<double>(settings.autocue_last),
+                            .creates_names = creates_names});
   return true;
 }
 

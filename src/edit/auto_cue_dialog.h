@@ -12,6 +12,7 @@ struct AutoCueDialog : Dialog {
   std::string interval;  // "2:00": minutes and seconds
   std::string last_length;
   bool creates_names = false;
+  int cues_set = 0;  // by `accept`
 
   /// Takes the settings.
   void begin() override;

@@ -88,6 +88,10 @@ std::string NormalizeDialog::progress_text() const {
                      change_text());
 }
 
+std::string NormalizeDialog::report() const {
+  return state == State::full_scale ? "The peak fills the range already.\r\n" : "";
+}
+
 std::string NormalizeDialog::peak_text() const {
   if (norm_peak == 0) return state == State::scanning ? "" : "silence";
   return fmt::format("{:2.2f} dB", decibels(norm_peak));

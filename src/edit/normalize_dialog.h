@@ -39,7 +39,7 @@ struct NormalizeDialog : Dialog, LongRun {
 
   [[nodiscard]] int percent_done() const override { return percent_; }
   [[nodiscard]] std::string progress_text() const override;  // peak and change
-  [[nodiscard]] std::string report() const override { return {}; }
+  [[nodiscard]] std::string report() const override;
   [[nodiscard]] std::string peak_text() const;    // "-3.52 dB"
   [[nodiscard]] std::string change_text() const;  // "+3.0 dB"
 

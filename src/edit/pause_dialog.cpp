@@ -164,6 +164,10 @@ std::string PauseDialog::progress_text() const {
   return fmt::format("{}: {}", ui_text(dlg, 55), pause_found);
 }
 
+std::string PauseDialog::report() const {
+  return pause_found == 0 ? "No pause was found.\r\n" : "";
+}
+
 std::string PauseDialog::level_text() {
   return fmt::format("{:2.1f} dB", 20 * std::log10(quiet_limit() / 32767.0));
 }

@@ -34,7 +34,7 @@ struct PauseDialog : Dialog, LongRun {
 
   [[nodiscard]] int percent_done() const override { return percent_; }
   [[nodiscard]] std::string progress_text() const override;  // "Found: 3"
-  [[nodiscard]] std::string report() const override { return {}; }
+  [[nodiscard]] std::string report() const override;
 
   // The texts beside the sliders.
   [[nodiscard]] static std::string level_text();     // "-31.2 dB"

@@ -1,0 +1,56 @@
+// Dialogs without a person.
+#include "unattended/dialog_runs.h"
+
+#include "edit/requirements.h"
+#include "model/selection.h"
+
+namespace corvelin {
+
+namespace {
+
+void select_whole_stream() {
+  selection.sel_beg = 0;
+  selection.sel_end = document.total_size;
+  ++selection_revision;
+}
+
+}  // namespace
+
+bool run_unattended(NormalizeDialog& dialog) {
+  drive(dialog);
+  return dialog.close_unattended();
+}
+
+bool run_unattended(PauseDialog& dialog) {
+  if (!dialog.accept()) return false;
+  drive(dialog);
+  return dialog.pause_found > 0;
+}
+
+bool run_unattended(AutoCueDialog& dialog) { return dialog.accept() && dialog.cues_set > 0; }
+
+bool normalize_whole_stream() {
+  if (!require_level_control()) return false;
+  select_whole_stream();
+  batch_level = batch_level_unchanged;
+  NormalizeDialog dialog;
+  dialog.begin();
+  return dialog.state == NormalizeDialog::State::scanning && run_unattended(dialog);
+}
+
+bool cue_pauses_of_whole_stream() {
+  select_whole_stream();
+  PauseDialog dialog;
+  dialog.begin();
+  if (!dialog.accept()) return false;
+  drive(dialog);
+  return true;
+}
+
+bool cue_by_clock() {
+  AutoCueDialog dialog;
+  dialog.begin();
+  return dialog.accept();
+}
+
+}  // namespace corvelin

@@ -1,0 +1,25 @@
+// What dialogs and the work of the command line do when nobody is there: they press their own
+// buttons, with the settings as they stand.
+#pragma once
+
+#include "edit/auto_cue_dialog.h"
+#include "edit/normalize_dialog.h"
+#include "edit/pause_dialog.h"
+
+namespace corvelin {
+
+/// Carry out a dialog that has begun. False when it was refused, or had nothing to do.
+bool run_unattended(NormalizeDialog& dialog);
+bool run_unattended(PauseDialog& dialog);
+bool run_unattended(AutoCueDialog& dialog);
+
+/// Normalizes the whole stream. False when its level can't be changed or already is the highest.
+bool normalize_whole_stream();
+
+/// Sets cues at the pauses of the whole stream. False when it can't be decoded.
+bool cue_pauses_of_whole_stream();
+
+/// Sets cues by the clock. False for an interval that is none.
+bool cue_by_clock();
+
+}  // namespace corvelin
