@@ -3,28 +3,23 @@
 
 #include <fmt/format.h>
 
-#include <string>
-#include <vector>
-
 #include "cli/headless_host.h"
-#include "document/append.h"
+#include "cli/open_files.h"
+#include "cli/unsaved.h"
 #include "document/close_all.h"
 #include "edit/commands.h"
 #include "platform/path.h"
-#include "shell/start_up.h"
 
 namespace corvelin {
 
 namespace {
 
 Refusal open_line(Arguments words, HeadlessHost&) {
-  return open_file(words[0]) ? no_refusal : fmt::format("{} was not opened", words[0]);
+  tell_unsaved_edits();
+  return open_files(words);
 }
 
-Refusal append_line(Arguments words, HeadlessHost&) {
-  const std::vector<std::string> names = {in_current_folder(words[0])};
-  return append_files(names) == 1 ? no_refusal : fmt::format("{} was not appended", words[0]);
-}
+Refusal append_line(Arguments words, HeadlessHost&) { return append_to_document(words); }
 
 Refusal load_cue_line(Arguments words, HeadlessHost& host) {
   constexpr CommandId load_cue_sheet = 1044;
@@ -34,13 +29,15 @@ Refusal load_cue_line(Arguments words, HeadlessHost& host) {
 }
 
 Refusal close_line(Arguments, HeadlessHost&) {
+  tell_unsaved_edits();
   close_all();
   return no_refusal;
 }
 
 constexpr EditLine table[] = {
-    {"open", "PATH", "opens a document", 1, 1, false, open_line},
-    {"append", "PATH", "joins another file of the same kind to the end", 1, 1, true, append_line},
+    {"open", "PATH …", "opens a document; several audio files become one", 1, any_count, false,
+     open_line},
+    {"append", "PATH …", "joins audio files to the end", 1, any_count, true, append_line},
     {"load_cue", "PATH", "sets the cues and names of a sheet in the open audio", 1, 1, true,
      load_cue_line},
     {"close", "", "closes the document", 0, 0, true, close_line},

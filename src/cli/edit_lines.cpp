@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "cli/edit_line.h"
+#include "cli/listings.h"
+#include "cli/nearest_word.h"
 #include "cli/words.h"
 #include "edit/commands.h"
 #include "model/document.h"
@@ -18,20 +20,20 @@ namespace corvelin {
 
 namespace {
 
-const EditLine* find_line(std::string_view name) {
-  for (const auto& table : {document_lines(), selection_lines(), name_lines(), save_lines(),
-                            run_lines(), later_lines()}) {
-    const auto line = std::ranges::find(table, name, &EditLine::name);
-    if (line != table.end()) return &*line;
-  }
-  return nullptr;
+std::vector<std::string_view> known_settings() {
+  std::vector<std::string_view> keys;
+  for (const SettingKey& row : setting_keys()) keys.push_back(row.key);
+  return keys;
 }
 
 // A command of the table, by number or name.
 Refusal run_command(const std::string& name, std::size_t argument_count) {
   const auto number = parse_whole<CommandId>(name);
   const auto id = number ? number : find_command(name);
-  if (!id) return fmt::format("there is no command \"{}\"", name);
+  if (!id) {
+    return fmt::format("there is no line or command \"{}\"{}", name,
+                       did_you_mean(name, known_lines()));
+  }
   if (argument_count != 0) return fmt::format("{} takes no arguments", name);
   switch (dispatch_command(*id)) {
     case DispatchResult::unknown:
@@ -61,21 +63,35 @@ Refusal run_words(const std::vector<std::string>& words, HeadlessHost& host) {
   if (line->run == nullptr) return fmt::format("{} is not available yet", name);
   const Arguments arguments = Arguments(words).subspan(1);
   if (arguments.size() < line->fewest || arguments.size() > line->most)
-    return fmt::format("{0} takes {1}: {0} {2}", name,
-                       line->arguments.empty() ? "no words" : "other words", line->arguments);
+    return fmt::format("the line is: {} {}", name, line->arguments);
   if (line->needs_document && document.parts.empty()) return "no document is open";
   return line->run(arguments, host);
 }
 
 }  // namespace
 
-std::string set_refusal(SetResult result, std::string_view key, std::string_view value) {
+std::span<const std::span<const EditLine>> line_tables() {
+  static const std::span<const EditLine> tables[] = {
+      document_lines(), cut_lines(), selection_lines(), name_lines(),
+      save_lines(),     run_lines(), later_lines()};
+  return tables;
+}
+
+const EditLine* find_line(std::string_view name) {
+  for (const auto& table : line_tables()) {
+    const auto line = std::ranges::find(table, name, &EditLine::name);
+    if (line != table.end()) return &*line;
+  }
+  return nullptr;
+}
+
+Refusal set_refusal(SetResult result, std::string_view key, std::string_view value) {
   const SettingKey* const row = find_setting(key);
   switch (result) {
     case SetResult::done:
       return no_refusal;
     case SetResult::unknown_key:
-      return fmt::format("there is no setting \"{}\"", key);
+      return fmt::format("there is no setting \"{}\"{}", key, did_you_mean(key, known_settings()));
     case SetResult::not_settable:
       return fmt::format("{} can't be set ({})", key, row->meaning);
     case SetResult::not_a_number:
@@ -88,13 +104,16 @@ std::string set_refusal(SetResult result, std::string_view key, std::string_view
   return no_refusal;
 }
 
-std::string run_edit_line(std::string_view line, HeadlessHost& host) {
-  const auto words = split_words(line);
-  if (!words) return "a quote is left open";
-  if (words->empty()) return no_refusal;
-  Refusal refusal = run_words(*words, host);
+Refusal run_edit_words(const std::vector<std::string>& words, HeadlessHost& host) {
+  Refusal refusal = run_words(words, host);
   host.set_next_path(std::nullopt);  // a line that was refused before it asked
   return refusal;
+}
+
+Refusal run_edit_line(std::string_view line, HeadlessHost& host) {
+  const auto words = split_words(line);
+  if (!words) return "a quote is left open";
+  return words->empty() ? no_refusal : run_edit_words(*words, host);
 }
 
 }  // namespace corvelin

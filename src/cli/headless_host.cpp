@@ -44,6 +44,7 @@ void HeadlessHost::print(const MessageBox& box) {
   std::string text = box.text;
   while (text.ends_with('\n')) text.pop_back();
   tell(fmt::format("{}: {}", box.caption, printable(std::move(text))));
+  if (!box.cause.empty()) tell(printable(box.cause));
 }
 
 BoxAnswer HeadlessHost::show_message_box(const MessageBox& box) {
@@ -54,23 +55,24 @@ BoxAnswer HeadlessHost::show_message_box(const MessageBox& box) {
   return fixed_answer_ == BoxAnswer::yes ? BoxAnswer::ok : BoxAnswer::cancel;
 }
 
-bool HeadlessHost::show_note(const MessageBox& note) {
-  print(note);
-  return false;
-}
+// The long notes are for somebody who has a window to learn.
+bool HeadlessHost::show_note(const MessageBox&) { return false; }
 
 std::optional<std::string> HeadlessHost::take_next_path(const FileDialog& dialog) {
   if (!next_path_) tell(dialog.title + ": There is nobody here to choose a file.");
   return std::exchange(next_path_, std::nullopt);
 }
 
+bool HeadlessHost::may_write(const std::string& path) const {
+  if (fixed_answer_ == BoxAnswer::yes || !is_name_taken(path)) return true;
+  complain(path + " exists; it is replaced with --yes");
+  return false;
+}
+
+// Whatever the settings say of warnings: what a script writes over is gone before anybody looks.
 std::optional<std::string> HeadlessHost::ask_for_new_file(const FileDialog& dialog) {
   std::optional<std::string> path = take_next_path(dialog);
-  const bool may_replace = !dialog.warn_existing || fixed_answer_ == BoxAnswer::yes;
-  if (path && !may_replace && file_facts(*path).found) {
-    tell(fmt::format("{}: {} exists. It is replaced with --yes.", dialog.title, printable(*path)));
-    return std::nullopt;
-  }
+  if (path && !may_write(*path)) return std::nullopt;
   return path;
 }
 

@@ -26,6 +26,10 @@ class HeadlessHost : public Host {
   /// The answer to the next question for a file name; nothing takes it back.
   void set_next_path(std::optional<std::string> path) { next_path_ = std::move(path); }
 
+  /// Whether a file may be written under this name: where none stands, or with `--yes`. Tells that
+  /// it may not.
+  [[nodiscard]] bool may_write(const std::string& path) const;
+
   /// The boxes shown since the last call.
   std::vector<MessageBox> take_messages();
 

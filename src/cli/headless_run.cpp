@@ -3,26 +3,26 @@
 
 #include <fmt/format.h>
 
-#include <fstream>
-#include <iostream>
-#include <istream>
+#include <string>
+#include <system_error>
 
 #include "cli/edit_lines.h"
 #include "cli/headless_host.h"
 #include "cli/messages.h"
+#include "cli/open_files.h"
 #include "cli/options.h"
 #include "cli/reports.h"
+#include "cli/script.h"
 #include "cli/state_json.h"
+#include "cli/unsaved.h"
 #include "document/open_state.h"
 #include "edit/save_audio.h"
-#include "exchange/split_save.h"
 #include "model/document.h"
 #include "platform/clipboard.h"
 #include "settings/setting_table.h"
 #include "settings/settings_file.h"
 #include "settings/settings_storage.h"
 #include "shell/start_up.h"
-#include "unattended/save_unattended.h"
 
 namespace corvelin {
 
@@ -87,7 +87,7 @@ class HeadlessRun {
   }
 
   [[nodiscard]] std::optional<std::string> settings_path() const {
-    return options_.work.localini ? choose_settings_file(true) : options_.settings_path;
+    return options_.localini ? choose_settings_file(true) : options_.settings_path;
   }
 
   void fail(const std::string& text) {
@@ -95,44 +95,73 @@ class HeadlessRun {
     status_ = failed;
   }
 
+  // What is refused ends the work: the document isn't what the user meant to go on with.
   void work() {
-    for (const std::string& name : options_.work.unavailable)
-      fail(fmt::format("/{} is not available yet", name));
-    if (status_ != succeeded) return;
-    if (!options_.file.empty() && !open_file(options_.file)) {
-      fail(options_.file + " was not opened");
-      if (options_.json) print_state();
-      return;
-    }
-    for (const EditSource& source : options_.edits) run_edits(source);
+    if (options_.batch) return fail("--batch is not available yet");
+    if (options_.work != nullptr && options_.work->run == nullptr)
+      return fail(fmt::format("/{} is not available yet", options_.work->name));
+    open();
+    run_edits();
     report();
-    if (options_.work.save || options_.work.split) run_switches();
+    if (options_.work != nullptr) run_work(*options_.work);
+    if (status_ == succeeded) tell_unsaved_edits();
   }
 
-  void run_edits(const EditSource& source) {
-    if (!source.is_script) return run_line(source.text, source.text);
-    if (source.text == "-") return run_script(std::cin, "standard input");
-    std::ifstream file(source.text, std::ios::binary);
-    if (!file) return fail(source.text + " can't be read");
-    run_script(file, source.text);
+  void open() {
+    if (options_.files.empty()) return;
+    const Refusal refusal = open_files(options_.files);
+    if (!refusal.empty()) fail(refusal);
   }
 
-  void run_script(std::istream& script, const std::string& name) {
-    int number = 0;
-    for (std::string line; !host_.wants_close() && std::getline(script, line);)
-      run_line(line, fmt::format("{}:{}", name, ++number));
-    if (script.bad()) fail(name + " can't be read");
+  [[nodiscard]] bool goes_on() const {
+    return !host_.wants_close() && (status_ == succeeded || options_.keep_going);
+  }
+
+  void run_edits() {
+    if (status_ != succeeded) return;  // without its document no line means anything
+    for (const EditSource& source : options_.edits) {
+      if (!goes_on()) return;
+      if (source.is_script) {
+        run_script(source.text);
+      } else {
+        run_line(source.text, source.text);
+      }
+    }
+    if (status_ == succeeded && !options_.output.empty() && !host_.wants_close()) run_output();
+  }
+
+  void run_script(const std::string& path) {
+    const std::string name = path == "-" ? "standard input" : path;
+    Script script;
+    if (const std::error_code error = script.open(path))
+      return fail(fmt::format("{}: {}", name, error.message()));
+    std::string line;
+    while (goes_on()) {
+      const Script::Read read = script.next(line);
+      if (read == Script::Read::end) break;
+      const std::string place = fmt::format("{}:{}", name, script.number());
+      if (read == Script::Read::too_long) {
+        fail(place + ": the line is too long");
+      } else {
+        run_line(line, place);
+      }
+    }
+    if (script.error()) fail(fmt::format("{}: {}", name, script.error().message()));
   }
 
   void run_line(const std::string& line, const std::string& place) {
-    if (host_.wants_close()) return;
-    const std::string refusal = run_edit_line(line, host_);
+    const Refusal refusal = run_edit_line(line, host_);
     if (!refusal.empty()) fail(fmt::format("{}: {}", place, refusal));
+  }
+
+  void run_output() {
+    const Refusal refusal = run_edit_words({"save", options_.output}, host_);
+    if (!refusal.empty()) fail(fmt::format("--output {}: {}", options_.output, refusal));
   }
 
   void report() {
     if (document.files.empty()) {
-      if (options_.info || options_.frames) fail("no document is open");
+      if (status_ == succeeded && (options_.info || options_.frames)) fail("no document is open");
     } else if (options_.info) {
       print(stream_summary());
     }
@@ -140,23 +169,23 @@ class HeadlessRun {
     if (options_.frames && !document.files.empty()) print_frames();
   }
 
-  // After an edit that was refused the document isn't what the user meant to save. Of several
-  // switches the first decides.
-  void run_switches() {
-    if (status_ != succeeded) return fail("nothing is saved after a failure");
-    if (document.parts.empty()) return fail("no document is open");
+  void run_work(const WorkSwitch& work) {
+    if (status_ != succeeded) return fail(fmt::format("/{} was not run", work.name));
     if (host_.wants_close()) return;
+    if (work.needs_document && document.parts.empty()) return fail("no document is open");
     batch_active = true;
-    const SaveOutcome outcome = options_.work.save ? save_unattended(options_.work.overwrite)
-                                                   : split_unattended(*options_.work.split);
-    if (outcome != SaveOutcome::saved) status_ = failed;
+    if (work.run(options_.request, host_) != SaveOutcome::saved) {
+      status_ = failed;
+    } else {
+      remember_saved();
+    }
   }
 
   void store() {
-    if (!options_.settings_path && !options_.work.localini) return;
+    if (!options_.settings_path && !options_.localini) return;
     run_settings_.take_back();
     const std::error_code error =
-        options_.work.localini ? store_settings() : write_settings(*options_.settings_path);
+        options_.localini ? store_settings() : write_settings(*options_.settings_path);
     if (error) fail("the settings were not written: " + error.message());
   }
 
@@ -173,6 +202,10 @@ class HeadlessRun {
 int run_headless(int argc, const char* const* argv) {
   const ParsedOptions parsed = parse_options(argc, argv);
   if (parsed.exit_status) return *parsed.exit_status;
+  if (parsed.options.listing != nullptr) {
+    parsed.options.listing();
+    return flush_output() ? succeeded : failed;
+  }
   return HeadlessRun(parsed.options).run();
 }
 

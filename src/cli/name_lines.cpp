@@ -6,12 +6,19 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <string>
+#include <vector>
 
+#include "cli/messages.h"
+#include "cli/nearest_word.h"
 #include "cli/words.h"
 #include "document/open_state.h"
 #include "edit/names_dialog.h"
 #include "exchange/id3v1.h"
+#include "exchange/id3v2_copy.h"
+#include "exchange/id3v2_texts.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
 #include "platform/text.h"
@@ -20,83 +27,123 @@ namespace corvelin {
 
 namespace {
 
-// A text that KEY=TEXT sets.
-struct NamedText {
+// A field that KEY=TEXT sets.
+struct Field {
   std::string_view key;
-  std::u16string* text;
+  std::function<Refusal(std::string_view)> take;
 };
 
-// Takes each KEY=TEXT in: into one of `texts`, or by `take_other`, which tells whether it is for
-// it.
-template <typename TakeOther>
-std::string take_texts(Arguments words, std::span<const NamedText> texts, TakeOther take_other) {
+// A text of so many characters at most.
+Field text_field(std::string_view key, std::u16string& text, std::size_t limit) {
+  return {key, [&text, key, limit](std::string_view value) {
+            text = bytes_to_wide(value, true);
+            if (text.size() <= limit) return no_refusal;
+            return fmt::format("{} has at most {} characters", key, limit);
+          }};
+}
+
+Refusal take_texts(Arguments words, std::span<const Field> fields) {
   for (const std::string& word : words) {
     const std::size_t equal = word.find('=');
     if (equal == std::string::npos) return fmt::format("\"{}\" is no KEY=TEXT", word);
     const std::string_view key = std::string_view(word).substr(0, equal);
-    const std::string_view value = std::string_view(word).substr(equal + 1);
-    const auto named = std::ranges::find(texts, key, &NamedText::key);
-    if (named != texts.end()) {
-      *named->text = bytes_to_wide(value, true);
-    } else if (!take_other(key, value)) {
-      return fmt::format("\"{}\" can't be set", word);
+    const auto field = std::ranges::find(fields, key, &Field::key);
+    if (field == fields.end()) {
+      std::vector<std::string_view> keys;
+      for (const Field& known : fields) keys.push_back(known.key);
+      return fmt::format("there is no field \"{}\"{}", key, did_you_mean(key, keys));
     }
+    Refusal refusal = field->take(std::string_view(word).substr(equal + 1));
+    if (!refusal.empty()) return refusal;
   }
   return no_refusal;
 }
 
-// The fields of the ID3v1 tag.
+Refusal take_track(std::string_view value, TagDialog& tag) {
+  constexpr std::uint32_t highest = 127;  // what a reader of the tag takes for a track
+  const auto track = parse_whole<std::uint32_t>(value);
+  if (!value.empty() && (!track || *track > highest))
+    return fmt::format("track takes 0 to {}, not \"{}\"", highest, value);
+  tag.track = track.value_or(0);
+  return no_refusal;
+}
+
+Refusal take_genre(std::string_view value, TagDialog& tag) {
+  if (!value.empty() && !genre_index(value)) {
+    return fmt::format("ID3v1 has no genre \"{}\"{}", value, did_you_mean(value, genre_names()));
+  }
+  tag.genre = value;
+  return no_refusal;
+}
+
+// The tag that players prefer may go on to tell something else.
+void tell_other_texts(const TagDialog& tag) {
+  if (!keeps_id3v2(false)) return;
+  const std::optional<Id3v2Texts> kept = id3v2_texts();
+  if (!kept) return;
+  std::string texts;
+  const auto compare = [&texts](std::string_view name, const std::string& text,
+                                const std::u16string& mine) {
+    if (!text.empty() && bytes_to_wide(text, true) != mine)
+      texts += fmt::format("{} {}=\"{}\"", texts.empty() ? "" : ",", name, text);
+  };
+  compare("title", kept->title, tag.title);
+  compare("artist", kept->artist, tag.artist);
+  compare("album", kept->album, tag.album);
+  compare("year", kept->year.substr(0, id3v1_year_limit), tag.year);
+  if (texts.empty()) return;
+  complain(fmt::format("the ID3v2 tag is kept and still shows{}; set keep_id3v2 0 leaves it out",
+                       texts));
+}
+
 Refusal tag_line(Arguments words, HeadlessHost&) {
   if (!can_create_tag()) return "an AAC stream has no such tag";
   TagDialog tag = tag_dialog_load();
   tag.create_tag = true;
-  const NamedText texts[] = {{"title", &tag.title},
-                             {"artist", &tag.artist},
-                             {"album", &tag.album},
-                             {"year", &tag.year},
-                             {"comment", &tag.comment}};
-  std::string refusal = take_texts(words, texts, [&](std::string_view key, std::string_view value) {
-    const auto track = parse_whole<std::uint8_t>(value);
-    if (key == "track" && track) {
-      tag.track = *track;
-    } else if (key == "genre" && (value.empty() || genre_index(value))) {
-      tag.genre = value;
-    } else {
-      return false;
-    }
-    return true;
-  });
+  const Field fields[] = {
+      text_field("title", tag.title, id3v1_text_limit),
+      text_field("artist", tag.artist, id3v1_text_limit),
+      text_field("album", tag.album, id3v1_text_limit),
+      text_field("year", tag.year, id3v1_year_limit),
+      text_field("comment", tag.comment, id3v1_text_limit),
+      {"track", [&tag](std::string_view value) { return take_track(value, tag); }},
+      {"genre", [&tag](std::string_view value) { return take_genre(value, tag); }}};
+  Refusal refusal = take_texts(words, fields);
   if (!refusal.empty()) return refusal;
   tag_dialog_apply(tag);
   open_state.document_modified = true;
+  tell_other_texts(tag);
   return no_refusal;
 }
 
-// The names of the current part and of the album.
+Refusal take_flag(std::string_view value, bool& flag) {
+  if (value != "0" && value != "1") return fmt::format("\"{}\" is neither 0 nor 1", value);
+  flag = value == "1";
+  return no_refusal;
+}
+
 Refusal names_line(Arguments words, HeadlessHost&) {
   NamesDialog names;
   names.begin();
-  const NamedText texts[] = {{"part_title", &names.part_title},
-                             {"part_artist", &names.part_artist},
-                             {"sheet_title", &names.sheet_title},
-                             {"sheet_artist", &names.sheet_artist}};
-  std::string refusal = take_texts(words, texts, [&](std::string_view key, std::string_view value) {
-    if (key != "part_iscue" || (value != "0" && value != "1")) return false;
-    names.part_iscue = value == "1";
-    return true;
-  });
-  if (!refusal.empty()) return refusal;
-  names.accept();
-  return no_refusal;
+  constexpr std::size_t limit = NamesDialog::text_limit;
+  const Field fields[] = {text_field("part_title", names.part_title, limit),
+                          text_field("part_artist", names.part_artist, limit),
+                          text_field("sheet_title", names.sheet_title, limit),
+                          text_field("sheet_artist", names.sheet_artist, limit),
+                          {"part_iscue", [&names](std::string_view value) {
+                             return take_flag(value, names.part_iscue);
+                           }}};
+  Refusal refusal = take_texts(words, fields);
+  if (refusal.empty()) names.accept();
+  return refusal;
 }
 
 Refusal header_bits_line(Arguments words, HeadlessHost&) {
   if (stream.is_aac != 0) return "an AAC stream has no such header bits";
-  std::array<std::uint32_t, 3> bits = {};
+  std::array<bool, 3> bits = {};
   for (std::size_t i = 0; i < bits.size(); ++i) {
-    if (words[i] != "0" && words[i] != "1")
-      return fmt::format("\"{}\" is neither 0 nor 1", words[i]);
-    bits[i] = words[i] == "1" ? 1 : 0;
+    Refusal refusal = take_flag(words[i], bits[i]);
+    if (!refusal.empty()) return refusal;
   }
   header_rewrite = {.rewrite_header = true,
                     .rewrite_copyright = bits[0],

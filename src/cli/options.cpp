@@ -5,139 +5,217 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <array>
 #include <string_view>
 
+#include "cli/listings.h"
 #include "cli/messages.h"
+#include "cli/nearest_word.h"
+#include "cli/place.h"
 #include "platform/program.h"
 
 namespace corvelin {
 
 namespace {
 
-// A work switch is also one in the form of the desktop's command line: /save beside --save. Only
-// these words are, so that a path of this platform is never taken for one.
-constexpr std::array<std::string_view, 9> switch_words = {"save",     "overwrite", "normalize",
-                                                          "autocrop", "autocue",   "pausesplit",
-                                                          "split",    "localini",  "rec"};
+bool is_switch(std::string_view name) {
+  return name == "overwrite" || name == "localini" ||
+         std::ranges::find(work_switches(), name, &WorkSwitch::name) != work_switches().end();
+}
 
+// A switch is also one in the form of the desktop's command line: /save beside --save. Only these
+// words are, so that a path of this platform is never taken for one.
 std::vector<std::string> with_dashed_switches(int argc, const char* const* argv) {
   std::vector<std::string> words(argv + 1, argv + argc);
   for (std::string& word : words) {
     if (word == "--") break;
-    const bool is_switch = word.starts_with('/') &&
-                           std::ranges::find(switch_words, word.substr(1)) != switch_words.end();
-    if (is_switch) word = "--" + word.substr(1);
+    if (word.starts_with('/') && is_switch(std::string_view(word).substr(1)))
+      word = "--" + word.substr(1);
   }
   return words;
 }
 
-void add_work_switches(CLI::App& app, WorkSwitches& work) {
-  constexpr const char* group = "Work switches (also in the form /save)";
-  app.add_flag("--save", work.save, "Save beside the file: song.mp3 gives song.mp3.mp3")
-      ->group(group);
-  app.add_flag("--overwrite", work.overwrite, "With --save: replace the file")->group(group);
-  app.add_flag("--localini", work.localini, "Keep the settings beside the program")->group(group);
-  for (const char* const name : {"normalize", "autocrop", "rec"}) {
-    app.add_flag_callback(
-           std::string("--") + name, [&work, name] { work.unavailable.emplace_back(name); },
-           "Not available yet")
-        ->group(group);
+class CommandLine {
+ public:
+  CommandLine() {
+    app_.set_version_flag("--version", "corvelin-cli " + std::string(program_version));
+    app_.allow_extras();  // to be told by the nearest known ones
+    app_.get_formatter()->column_width(width_of_names);
+    app_.add_option("FILE", options.files,
+                    "Audio, a project, a cue sheet or a playlist; several audio files make one "
+                    "document")
+        ->type_name("");
+    add_reports();
+    add_editing();
+    add_settings();
+    add_switches();
+    add_batch();
+    app_.footer("\nForms of POS, a place in the edited stream:\n" + std::string(place_forms) +
+                std::string(help_footer));
   }
-  app.add_option_function<std::string>(
-         "--split", [&work](const std::string& folder) { work.split = folder; },
-         "Split at the cues into a file a track, in FOLDER or beside the audio")
-      ->expected(0, 1)
-      ->type_name("[FOLDER]")
-      ->group(group);
-  for (const char* const name : {"autocue", "pausesplit"}) {
-    app.add_option_function<std::string>(
-           std::string("--") + name,
-           [&work, name](const std::string&) { work.unavailable.emplace_back(name); },
-           "Not available yet")
-        ->expected(0, 1)
-        ->type_name("[FOLDER]")
-        ->group(group);
-  }
-}
 
-// Checks what CLI11 has no words for.
-std::string usage_fault(const Options& options) {
-  if (options.file.empty() && options.edits.empty()) return "FILE is required; see --help";
-  if (options.settings_path && options.work.localini)
-    return "--settings and --localini exclude each other";
-  return {};
-}
+  /// Reads the words. Nothing when there is something to run.
+  std::optional<int> parse(int argc, const char* const* argv) {
+    try {
+      std::vector<std::string> words = with_dashed_switches(argc, argv);
+      std::ranges::reverse(words);  // as CLI11 takes them
+      app_.parse(words);
+    } catch (const CLI::CallForHelp&) {
+      print(app_.help());
+      return flush_output() ? succeeded : failed;
+    } catch (const CLI::CallForVersion& version) {
+      print(version.what() + std::string("\n"));
+      return flush_output() ? succeeded : failed;
+    } catch (const CLI::ParseError& error) {
+      complain(error.what());
+      return wrong_usage;
+    }
+    if (yes_ || no_) options.answer = yes_;
+    const std::string fault = usage_fault();
+    if (fault.empty()) return std::nullopt;
+    complain(fault);
+    return wrong_usage;
+  }
+
+  Options options;
+
+ private:
+  static constexpr std::size_t width_of_names = 26;  // columns
+
+  void add_reports() {
+    app_.add_flag("--info", options.info, "Print the summary of the stream, and its parts");
+    app_.add_flag("--json", options.json, "Print the same as one line of JSON");
+    app_.add_flag("--frames", options.frames,
+                  "Print a line a frame: position, file, file offset, length, bitrate, gain");
+    add_listing("--commands", print_commands, "Print the edit lines and commands");
+    add_listing("--keys", print_keys, "Print the settings: values, default and meaning");
+    add_listing("--pattern", print_pattern, "Print the letters of the setting split_pattern");
+  }
+
+  void add_listing(const char* name, void (*listing)(), const char* help) {
+    app_.add_flag_callback(
+        name, [this, listing] { options.listing = listing; }, help);
+  }
+
+  void add_editing() {
+    const auto add_edits = [this](const char* names, bool is_script, const char* type,
+                                  const char* help) {
+      app_.add_option_function<std::string>(
+              names,
+              [this, is_script](const std::string& text) {
+                options.edits.push_back({is_script, text});
+              },
+              help)
+          ->type_name(type)
+          ->trigger_on_parse();  // each as it comes, so that lines and scripts keep their order
+    };
+    add_edits("-e,--edit", false, "LINE", "Run an edit line; may be repeated");
+    add_edits("--script", true, "PATH", "Run the edit lines of a file, - for standard input");
+    app_.add_flag("--keep-going", options.keep_going, "Go on with the next line after a refusal");
+    app_.add_option("-o,--output", options.output, "Save the result under this name")
+        ->type_name("PATH");
+    auto* const yes = app_.add_flag("--yes", yes_, "Answer every question with yes");
+    app_.add_flag("--no", no_, "Answer every question with no")->excludes(yes);
+    app_.add_option("--clipboard", options.clipboard, "Use a file as the clipboard")
+        ->type_name("PATH");
+  }
+
+  void add_settings() {
+    app_.add_option_function<std::string>(
+            "--set", [this](const std::string& assignment) { take_setting(assignment); },
+            "Set a setting for this run; may be repeated")
+        ->type_name("KEY=VALUE")
+        ->trigger_on_parse();
+    app_.add_option("--settings", options.settings_path,
+                    "Read the settings from a file, and keep changes there")
+        ->type_name("PATH");
+  }
+
+  void take_setting(const std::string& assignment) {
+    const std::size_t equal = assignment.find('=');
+    if (equal == std::string::npos)
+      throw CLI::ConversionError("--set takes KEY=VALUE, not " + assignment);
+    options.settings.emplace_back(assignment.substr(0, equal), assignment.substr(equal + 1));
+  }
+
+  void add_switches() {
+    constexpr const char* group = "Work switches (each also in the form /save)";
+    for (const WorkSwitch& work : work_switches()) {
+      const std::string name = "--" + std::string(work.name);
+      const std::string help(work.help);
+      if (work.takes_folder) {
+        app_.add_option_function<std::string>(
+                name,
+                [this, &work](const std::string& folder) {
+                  choose_work(work);
+                  options.request.folder = folder;
+                },
+                help)
+            ->expected(0, 1)
+            ->type_name("[FOLDER]")
+            ->group(group);
+      } else {
+        app_.add_flag_callback(
+                name, [this, &work] { choose_work(work); }, help)
+            ->group(group);
+      }
+    }
+    app_.add_flag("--overwrite", options.request.overwrite,
+                  "With a switch that saves: replace the file")
+        ->group(group);
+    app_.add_flag("--localini", options.localini, "Keep the settings beside the program")
+        ->group(group);
+  }
+
+  void choose_work(const WorkSwitch& work) {
+    if (options.work != nullptr)
+      throw CLI::ExcludesError("/" + std::string(options.work->name), "/" + std::string(work.name));
+    options.work = &work;
+  }
+
+  // Taken in, so that the answer is that they are not available yet.
+  void add_batch() {
+    app_.add_option_function<std::string>(
+            "--batch", [this](const std::string&) { options.batch = true; }, "Not available yet")
+        ->type_name("FOLDER");
+    for (const char* const name : {"--mask", "--to", "--do", "-j"})
+      app_.add_option_function<std::string>(name, [](const std::string&) {})->group("");
+  }
+
+  // Checks what CLI11 has no words for.
+  std::string usage_fault() {
+    for (const std::string& word : app_.remaining())
+      if (word != "--") return unknown_option(word);
+    if (options.batch || options.listing != nullptr) return {};
+    const bool needs_file = options.work == nullptr || options.work->needs_document;
+    if (needs_file && options.files.empty() && options.edits.empty())
+      return "FILE is missing; see --help";
+    if (options.request.overwrite && (options.work == nullptr || !options.work->saves))
+      return "/overwrite goes with a switch that saves: /save";
+    if (options.settings_path && options.localini)
+      return "--settings and --localini exclude each other";
+    return {};
+  }
+
+  std::string unknown_option(const std::string& word) {
+    std::vector<std::string_view> known;
+    std::vector<std::string> names;
+    for (const CLI::Option* const option : app_.get_options())
+      for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+    known.assign(names.begin(), names.end());
+    return fmt::format("there is no option {}{}", word, did_you_mean(word, known));
+  }
+
+  CLI::App app_{"Edits MP3, MP2 and AAC files without decoding them.", "corvelin-cli"};
+  bool yes_ = false;
+  bool no_ = false;
+};
 
 }  // namespace
 
 ParsedOptions parse_options(int argc, const char* const* argv) {
-  ParsedOptions parsed;
-  Options& options = parsed.options;
-  CLI::App app("Edits MP3, MP2 and AAC files without decoding them.", "corvelin-cli");
-  app.set_version_flag("--version", "corvelin-cli " + std::string(program_version));
-  app.add_option("FILE", options.file,
-                 "The file to open: audio, a project, a cue sheet or a playlist");
-  app.add_flag("--info", options.info, "Print the summary of the stream");
-  app.add_flag("--json", options.json, "Print the state as one line of JSON");
-  app.add_flag("--frames", options.frames,
-               "Print a line a frame: position, file, file offset, length, bitrate, gain");
-  app.add_option_function<std::string>(
-         "-e,--edit",
-         [&](const std::string& line) {
-           options.edits.push_back({false, line});
-         },
-         "Run one edit line; may be repeated")
-      ->type_name("LINE")
-      ->trigger_on_parse();
-  app.add_option_function<std::string>(
-         "--script",
-         [&](const std::string& path) {
-           options.edits.push_back({true, path});
-         },
-         "Run the edit lines of a file, - for standard input")
-      ->type_name("PATH")
-      ->trigger_on_parse();
-  std::vector<std::string> assignments;
-  app.add_option_function<std::string>(
-         "--set", [&](const std::string& assignment) { assignments.push_back(assignment); },
-         "Set a setting for this run; may be repeated")
-      ->type_name("KEY=VALUE")
-      ->trigger_on_parse();
-  app.add_option("--settings", options.settings_path,
-                 "Read the settings from PATH, and keep them there")
-      ->type_name("PATH");
-  app.add_option("--clipboard", options.clipboard, "Use PATH as the clipboard")->type_name("PATH");
-  bool yes = false;
-  bool no = false;
-  auto* const yes_flag = app.add_flag("--yes", yes, "Answer every question with yes");
-  app.add_flag("--no", no, "Answer every question with no")->excludes(yes_flag);
-  add_work_switches(app, options.work);
-
-  try {
-    std::vector<std::string> words = with_dashed_switches(argc, argv);
-    std::ranges::reverse(words);  // as CLI11 takes them
-    app.parse(words);
-  } catch (const CLI::ParseError& error) {
-    parsed.exit_status = app.exit(error) == 0 ? 0 : wrong_usage;
-    return parsed;
-  }
-  if (yes || no) options.answer = yes;
-
-  std::string fault = usage_fault(options);
-  for (const std::string& assignment : assignments) {
-    const std::size_t equal = assignment.find('=');
-    if (equal == std::string::npos) {
-      fault = fmt::format("--set takes KEY=VALUE, not {}", assignment);
-      break;
-    }
-    options.settings.emplace_back(assignment.substr(0, equal), assignment.substr(equal + 1));
-  }
-  if (!fault.empty()) {
-    complain(fault);
-    parsed.exit_status = wrong_usage;
-  }
-  return parsed;
+  CommandLine line;
+  const std::optional<int> exit_status = line.parse(argc, argv);
+  return {std::move(line.options), exit_status};
 }
 
 }  // namespace corvelin

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "cli/work_switches.h"
+
 namespace corvelin {
 
 /// What the program ends with.
@@ -17,19 +19,15 @@ struct EditSource {
   std::string text;  // the line, or the path of the script ("-" for standard input)
 };
 
-/// The switches that name a piece of work.
-struct WorkSwitches {
-  bool save = false;
-  bool overwrite = false;
-  bool localini = false;
-  std::optional<std::string> split;      // the folder, empty for that of the audio
-  std::vector<std::string> unavailable;  // those given that this version doesn't have
-};
-
 struct Options {
-  std::string file;  // empty: none
-  WorkSwitches work;
+  std::vector<std::string> files;    // opened as one document
+  const WorkSwitch* work = nullptr;  // at most one
+  WorkRequest request;
+  bool localini = false;
+  bool batch = false;
   std::vector<EditSource> edits;
+  bool keep_going = false;
+  std::string output;                                         // empty: none
   std::vector<std::pair<std::string, std::string>> settings;  // for this run only
   std::optional<std::string> settings_path;
   std::string clipboard;       // the clipboard's file; empty: the user's own
@@ -37,6 +35,7 @@ struct Options {
   bool info = false;
   bool json = false;
   bool frames = false;
+  void (*listing)() = nullptr;  // prints what the program knows, and is all that is done
 };
 
 /// Reads the command line. When there is nothing to run (`--help`, wrong usage), it has been told

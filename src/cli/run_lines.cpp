@@ -1,9 +1,13 @@
-// Edit lines about the run itself: settings, undo, the state.
+// Edit lines about the run itself: settings, undo, state, help.
 #include "cli/edit_line.h"
+
+#include <fmt/format.h>
 
 #include "cli/edit_lines.h"
 #include "cli/headless_host.h"
+#include "cli/listings.h"
 #include "cli/messages.h"
+#include "cli/nearest_word.h"
 #include "cli/state_json.h"
 #include "edit/undo.h"
 #include "settings/setting_table.h"
@@ -27,10 +31,25 @@ Refusal state_line(Arguments, HeadlessHost& host) {
   return no_refusal;
 }
 
+Refusal help_line(Arguments words, HeadlessHost&) {
+  if (words.empty()) {
+    print_commands();
+    return no_refusal;
+  }
+  const std::string help = help_for(words[0]);
+  if (help.empty()) {
+    return fmt::format("there is no line or command \"{}\"{}", words[0],
+                       did_you_mean(words[0], known_lines()));
+  }
+  print(help + "\n");
+  return no_refusal;
+}
+
 constexpr EditLine table[] = {
     {"set", "KEY VALUE", "sets a setting", 2, 2, false, set_line},
     {"undo", "", "takes the last step back", 0, 0, true, undo_line},
     {"state", "", "prints the state as one line of JSON", 0, 0, false, state_line},
+    {"help", "[WORD]", "lists the lines and commands, or tells of one", 0, 1, false, help_line},
 };
 
 }  // namespace

@@ -3,12 +3,17 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "cli/headless_host.h"
+#include "cli/unsaved.h"
 #include "document/open_state.h"
 #include "edit/save_audio.h"
 #include "edit/save_project.h"
+#include "model/stream_info.h"
 #include "platform/file.h"
 #include "platform/path.h"
 #include "unattended/save_unattended.h"
@@ -17,29 +22,60 @@ namespace corvelin {
 
 namespace {
 
-std::string outcome_text(SaveOutcome outcome, const std::string& path) {
-  return outcome == SaveOutcome::saved ? no_refusal : fmt::format("{} was not saved", path);
+Refusal not_saved(const std::string& path) { return fmt::format("{} was not saved", path); }
+
+// The extensions that a file of the stream's kind opens under again.
+std::vector<std::string_view> extensions_of_stream() {
+  if (stream.is_aac != 0) return {".aac"};
+  if (stream_kind.layer == 2) return {".mp2", ".mpa"};
+  return {".mp3", ".mpa"};
+}
+
+// Nothing is written under a name that the result would not open under again. Layer II in a file
+// called .mp3 is found in the wild, so the name that the audio came by is right, too.
+Refusal check_audio_path(const std::string& path) {
+  const std::vector<std::string_view> extensions = extensions_of_stream();
+  const bool fits = has_extension(path, extension_of(name_of(open_state.audio_name))) ||
+                    std::ranges::any_of(extensions, [&](std::string_view extension) {
+                      return has_extension(name_of(path), extension);
+                    });
+  if (fits) return no_refusal;
+  return fmt::format("\"{}\" is no name for this stream, which is saved as *{}", path,
+                     extensions.front());
+}
+
+Refusal save_as(const std::string& path, HeadlessHost& host, SaveOutcome (*save)()) {
+  Refusal refusal = check_audio_path(path);
+  if (!refusal.empty()) return refusal;
+  host.set_next_path(in_current_folder(path));
+  if (save() != SaveOutcome::saved) return not_saved(path);
+  remember_saved();
+  return no_refusal;
 }
 
 Refusal save_line(Arguments words, HeadlessHost& host) {
-  host.set_next_path(in_current_folder(words[0]));
-  return outcome_text(save_audio(), words[0]);
+  return save_as(words[0], host, save_audio);
 }
 
 Refusal save_selection_line(Arguments words, HeadlessHost& host) {
-  host.set_next_path(in_current_folder(words[0]));
-  return outcome_text(save_selection(), words[0]);
+  return save_as(words[0], host, save_selection);
 }
 
 Refusal save_project_line(Arguments words, HeadlessHost& host) {
-  host.set_next_path(in_current_folder(words[0]));
-  const bool is_saved = save_project(true, false) && file_facts(open_state.project_name).found;
-  return is_saved ? no_refusal : fmt::format("{} was not saved", words[0]);
+  const std::string& path = words[0];
+  if (!has_extension(path, ".cvp") && !has_extension(path, ".cue"))
+    return fmt::format("\"{}\" is neither a project (*.cvp) nor a cue sheet (*.cue)", path);
+  host.set_next_path(in_current_folder(path));
+  if (!save_project(true, false) || !file_facts(open_state.project_name).found)
+    return not_saved(path);
+  remember_saved();
+  return no_refusal;
 }
 
 Refusal split_line(Arguments words, HeadlessHost&) {
-  const bool is_saved = split_unattended(words[0]) == SaveOutcome::saved;
-  return is_saved ? no_refusal : "the split is not complete";
+  if (split_unattended(words[0]) != SaveOutcome::saved) return "the split is not complete";
+  remember_saved();
+  return no_refusal;
 }
 
 constexpr EditLine table[] = {

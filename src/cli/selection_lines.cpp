@@ -17,26 +17,27 @@ namespace corvelin {
 namespace {
 
 Refusal seek_line(Arguments words, HeadlessHost&) {
-  const auto place = parse_place(words[0]);
-  if (!place) return no_place(words[0]);
-  seek_to(*place);
+  const Place place = read_place(words[0]);
+  if (!place.refusal.empty()) return place.refusal;
+  if (place.pos == no_position) return "the cursor can't be nowhere";
+  seek_to(place.pos);
   return no_refusal;
 }
 
 Refusal select_line(Arguments words, HeadlessHost&) {
-  const auto begin = parse_position(words[0]);
-  const auto end = parse_position(words[1]);
-  if (!begin) return no_place(words[0]);
-  if (!end) return no_place(words[1]);
-  select(*begin, *end);
+  const Place begin = read_position(words[0]);
+  if (!begin.refusal.empty()) return begin.refusal;
+  const Place end = read_position(words[1]);
+  if (!end.refusal.empty()) return end.refusal;
+  select(begin.pos, end.pos);
   return no_refusal;
 }
 
 Refusal set_end_line(Arguments words, void (*set_end)(EditPosition)) {
-  const auto pos = parse_position(words[0]);
-  if (!pos) return no_place(words[0]);
+  const Place place = read_position(words[0]);
+  if (!place.refusal.empty()) return place.refusal;
   undo_push(false, ui_text(win, 22));
-  set_end(*pos);
+  set_end(place.pos);
   return no_refusal;
 }
 

@@ -5,10 +5,14 @@
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <span>
 
+#include "cli/times.h"
 #include "document/open_state.h"
 #include "edit/undo.h"
+#include "exchange/id3v1.h"
+#include "exchange/id3v2_texts.h"
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
@@ -80,16 +84,38 @@ Json files_json() {
 Json parts_json() {
   Json parts = Json::array();
   for (const Part& part : document.parts) {
-    parts.push_back({{"part_file", part.part_file},
-                     {"part_filepos", part.part_filepos},
-                     {"part_size", part.part_size},
-                     {"part_beg", part.part_beg},
-                     {"part_gainbeg", part.part_gainbeg},
-                     {"part_iscue", part.part_iscue},
-                     {"part_title", text_or_null(part.part_title)},
-                     {"part_artist", text_or_null(part.part_artist)}});
+    parts.push_back(
+        {{"part_file", part.part_file},
+         {"part_filepos", part.part_filepos},
+         {"part_size", part.part_size},
+         {"part_beg", part.part_beg},
+         {"part_gainbeg", part.part_gainbeg},
+         {"part_iscue", part.part_iscue},
+         {"part_title", text_or_null(part.part_title)},
+         {"part_artist", text_or_null(part.part_artist)},
+         {"begin_s", seconds_at(part.part_beg)},
+         {"length_s", seconds_at(part.part_beg + part.part_size) - seconds_at(part.part_beg)}});
   }
   return parts;
+}
+
+Json id3v1_json() {
+  if (!has_id3v1()) return nullptr;
+  const TagDialog tag = tag_dialog_load();
+  const auto text = [](const std::u16string& wide) { return wide_to_bytes(wide, true); };
+  return {{"title", text(tag.title)}, {"artist", text(tag.artist)},   {"album", text(tag.album)},
+          {"year", text(tag.year)},   {"comment", text(tag.comment)}, {"track", tag.track},
+          {"genre", tag.genre}};
+}
+
+Json id3v2_json() {
+  const std::optional<Id3v2Texts> tag = id3v2_texts();
+  if (!tag) return nullptr;
+  return {{"title", tag->title},
+          {"artist", tag->artist},
+          {"album", tag->album},
+          {"year", tag->year},
+          {"track", tag->track}};
 }
 
 Json undo_json() {
@@ -113,6 +139,7 @@ std::string state_as_json(const std::vector<MessageBox>& messages) {
                       {"parts", parts_json()},
                       {"current_part", document.current_part},
                       {"total_size", document.total_size},
+                      {"total_s", total_seconds()},
                       {"end_gain", document.end_gain},
                       {"cursor", selection.cursor},
                       {"sel_beg", position_or_null(selection.sel_beg)},
@@ -126,6 +153,7 @@ std::string state_as_json(const std::vector<MessageBox>& messages) {
                       {"sheet_title", text_or_null(document.sheet_title)},
                       {"sheet_artist", text_or_null(document.sheet_artist)},
                       {"document_modified", open_state.document_modified},
+                      {"tags", {{"id3v1", id3v1_json()}, {"id3v2", id3v2_json()}}},
                       {"undo", undo_json()},
                       {"messages", messages_json(messages)}};
   // Paths may hold bytes that are no UTF-8, which JSON can't.

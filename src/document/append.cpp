@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "document/file_fault.h"
 #include "document/stream_probe.h"
 #include "document/tag_bounds.h"
 #include "model/cuts.h"
@@ -118,6 +119,13 @@ std::string_view reason_of(AppendResult result, bool in_box) {
   return {};
 }
 
+// What the reason doesn't say of the file itself.
+std::string cause_of(AppendResult result, const std::string& name) {
+  if (result == AppendResult::not_opened || result == AppendResult::bad_size)
+    return reading_fault(name);
+  return result == AppendResult::no_sync ? audio_fault(name) : std::string();
+}
+
 }  // namespace
 
 AppendResult append_file(const std::string& name) {
@@ -141,9 +149,23 @@ bool append_file_reported(const std::string& name, std::vector<std::string>* lis
     host().show_message_box(
         {.caption = std::string(ui_text(msg, 8)),
          .text = fmt::format("{}: {}\n\n{}", ui_text(msg, 48), reason, name_of(name)),
+         .cause = cause_of(result, name),
          .icon = BoxIcon::warning});
   }
   return false;
+}
+
+bool can_append_files(std::span<const std::string> names) {
+  const std::size_t files_before = document.files.size();
+  const PartIndex parts_before = part_count();
+  const auto vbr_before = stream.vbr;
+  bool all_fit = true;
+  for (const std::string& name : names) all_fit = append_file_reported(name, nullptr) && all_fit;
+  while (part_count() > parts_before) remove_part(parts_before);
+  recompute_total();
+  while (document.files.size() > files_before) remove_last_source_file();
+  stream.vbr = vbr_before;
+  return all_fit;
 }
 
 std::size_t append_files(std::span<const std::string> names) {

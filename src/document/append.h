@@ -30,6 +30,10 @@ AppendResult append_file(const std::string& name);
 /// Returns whether it went well.
 bool append_file_reported(const std::string& name, std::vector<std::string>* list);
 
+/// Whether all of these files fit, one behind the other. Those that don't are told, each in a box.
+/// The document stays as it was.
+bool can_append_files(std::span<const std::string> names);
+
 /// Appends files in their order until one fails, which is told in a box. Returns how many were
 /// appended.
 std::size_t append_files(std::span<const std::string> names);

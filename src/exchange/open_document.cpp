@@ -6,6 +6,7 @@
 #include <string>
 
 #include "document/close_all.h"
+#include "document/file_fault.h"
 #include "document/open_audio_file.h"
 #include "document/open_state.h"
 #include "exchange/cue_sheet.h"
@@ -37,6 +38,20 @@ bool open_description(bool (*read)()) {
   return true;
 }
 
+// Of a description it is told first whether it can be read at all, then whether its audio can.
+std::string cause_of(OpenFailure failure) {
+  const std::string& audio = open_state.audio_name;
+  const std::string& description = open_state.project_name;
+  if (description.empty()) {
+    if (failure == OpenFailure::unreadable) return audio_fault(audio);
+    return reading_fault(audio);
+  }
+  std::string fault = reading_fault(description);
+  if (!fault.empty()) return fault;
+  const bool names_audio = !audio.empty() && audio != description;
+  return names_audio ? reading_fault(audio) : "It names no audio.";
+}
+
 }  // namespace
 
 void report_open_failure(OpenFailure failure) {
@@ -45,8 +60,10 @@ void report_open_failure(OpenFailure failure) {
     text += fmt::format("{}: {}\n\n", ui_text(msg, 12), open_state.project_name);
   text += fmt::format("{}: {}\n", ui_text(msg, 11), open_state.audio_name);
   if (failure == OpenFailure::unsupported_type) text += fmt::format("\n\n{}", ui_text(msg, 18));
-  host().show_message_box(
-      {.caption = std::string(ui_text(msg, 10)), .text = text, .icon = BoxIcon::warning});
+  host().show_message_box({.caption = std::string(ui_text(msg, 10)),
+                           .text = text,
+                           .cause = cause_of(failure),
+                           .icon = BoxIcon::warning});
   remove_recent(open_state.project_name);
   remove_recent(open_state.audio_name);
   open_state.audio_name.clear();

@@ -44,6 +44,7 @@ struct Part {
   std::uint32_t part_iscue = 0;   // 1: a cue (a track starts here), 0: a plain cut
   std::u16string part_title;      // empty: none
   std::u16string part_artist;
+  bool operator==(const Part&) const = default;
 };
 
 struct SourceFile {

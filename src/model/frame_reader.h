@@ -18,6 +18,7 @@ struct HeaderRewrite {
   std::uint32_t rewrite_copyright = 0;  // 0 or 1 each
   std::uint32_t rewrite_original = 0;
   std::uint32_t rewrite_private = 0;
+  bool operator==(const HeaderRewrite&) const = default;
 };
 
 extern HeaderRewrite header_rewrite;

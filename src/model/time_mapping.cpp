@@ -43,16 +43,6 @@ double take_hours_and_minutes(std::string_view& time) {
   return hours * seconds_per_hour + minutes * seconds_per_minute;
 }
 
-bool is_digits(std::string_view text) {
-  return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
-}
-
-bool is_decimal(std::string_view text) {
-  const std::size_t point = text.find('.');
-  if (point == std::string_view::npos) return is_digits(text);
-  return is_digits(text.substr(0, point)) && is_digits(text.substr(point + 1));
-}
-
 }  // namespace
 
 std::uint32_t to_time_scale(EditPosition pos) {
@@ -113,24 +103,6 @@ std::uint32_t parse_time(std::string_view& text, char terminator) {
     text.remove_prefix(end + 1);
   }
   return time_to_position(seconds);
-}
-
-std::optional<double> whole_time(std::string_view text) {
-  if (text.ends_with('s')) {
-    text.remove_suffix(1);
-    return is_decimal(text) ? std::optional(leading_decimal(text)) : std::nullopt;
-  }
-  const std::size_t minute_mark = text.find('\'');
-  if (minute_mark == std::string_view::npos) return std::nullopt;
-  const std::string_view front = text.substr(0, minute_mark);
-  const std::size_t hour_mark = front.find(':');
-  const bool has_hours = hour_mark != std::string_view::npos;
-  const bool is_time = (!has_hours || is_digits(front.substr(0, hour_mark))) &&
-                       is_digits(has_hours ? front.substr(hour_mark + 1) : front) &&
-                       is_decimal(text.substr(minute_mark + 1));
-  if (!is_time) return std::nullopt;
-  const double seconds = take_hours_and_minutes(text);
-  return seconds + leading_decimal(text);
 }
 
 }  // namespace corvelin

@@ -11,7 +11,6 @@
 #pragma once
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -51,9 +50,5 @@ std::uint32_t time_to_position(double seconds);
 /// as a label does, is no part of the time. What is no number counts as 0.
 /// Without the terminator the seconds don't count, and stay in `text`.
 std::uint32_t parse_time(std::string_view& text, char terminator);
-
-/// The seconds of a text that is a time as a whole: 65.5s, 1'05.50 or 1:02'05.50. Nothing for any
-/// other text.
-std::optional<double> whole_time(std::string_view text);
 
 }  // namespace corvelin

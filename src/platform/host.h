@@ -20,7 +20,8 @@ enum class BoxAnswer { ok, yes, no, cancel };
 
 struct MessageBox {
   std::string caption;
-  std::string text;  // lines parted by "\n"
+  std::string text;   // lines parted by "\n"
+  std::string cause;  // what the system or a file says of a failure, for a line below the text
   BoxIcon icon = BoxIcon::none;
   BoxButtons buttons = BoxButtons::ok;
   BoxAnswer default_answer = BoxAnswer::ok;

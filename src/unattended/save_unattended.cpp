@@ -3,6 +3,8 @@
 
 #include <fmt/format.h>
 
+#include <system_error>
+
 #include "document/open_state.h"
 #include "exchange/split_save.h"
 #include "model/document.h"
@@ -10,6 +12,7 @@
 #include "platform/host.h"
 #include "platform/long_run.h"
 #include "platform/path.h"
+#include "text/boxes.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -41,6 +44,10 @@ SaveOutcome split_unattended(const std::string& folder) {
   std::string& target = open_state.split_dest_folder;
   target =
       folder.empty() ? std::string(folder_of(open_state.audio_name)) : in_current_folder(folder);
+  if (const std::error_code error = create_folders(target)) {
+    show_error(error.message() + "\n" + target);
+    return SaveOutcome::failed;
+  }
   if (!target.ends_with('/')) target += '/';
   SplitRun run(target, 1);
   drive(run);

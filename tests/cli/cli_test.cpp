@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
+#include "support/core_test.h"
 #include "support/mp3_builder.h"
 #include "support/test_folder.h"
 
@@ -89,9 +90,10 @@ TEST_F(Cli, SavesEverySampleWithoutLoss) {
 
 TEST_F(Cli, EditLinesActInOrder) {
   folder.file("a.mp3", Mp3Builder{}.shape({.has_crc = true}).frames(100).bytes());
-  folder.file("lines",
-              "# selects and saves\nselect 1 3000   # frames 1 and 8\n\nseek 5000\nstate\n"
-              "save_selection \"my part.mp3\"\nset volume 10\n");
+  folder.file(
+      "lines",
+      "\xEF\xBB\xBF# selects and saves\nselect 1b 3000b   # frames 1 and 8\n\nseek 5000b\nstate\n"
+      "save_selection \"my part.mp3\"\nset volume 10\n");
   const Result result = cli("a.mp3 --script lines -e 'header_bits 1 0 1' -e 'save all.mp3' --json");
   ASSERT_EQ(result.status, 0) << result.err;
   const std::size_t line_end = result.out.find('\n');
@@ -105,58 +107,101 @@ TEST_F(Cli, EditLinesActInOrder) {
   EXPECT_EQ(read_file(folder.path("all.mp3")), Mp3Builder{}.shape(changed).frames(100).bytes());
 }
 
-TEST_F(Cli, RefusalsAreToldAndExitWithOne) {
+// What the program answers to its arguments: its status, and a part of what it says.
+TEST_F(Cli, SaysWhatItDidNotDo) {
   folder.file("a.mp3", Mp3Builder{}.frames(50).zeros(20).frames(50).bytes());
+  folder.file("b.mp3", Mp3Builder{}.shape({.sample_rate = 48000}).frames(50).bytes());
+  folder.file("a.aac", Mp3Builder{}.adts(50, 200).bytes());
   folder.file("exists.mp3", "old");
   folder.file("empty.mp3", "");
   folder.file("text.mp3", std::string(5000, 'x'));
+  folder.file("wave.mp3", "RIFF----WAVEfmt " + std::string(5000, '\0'));
+  folder.file("adts.mp3", Mp3Builder{}.adts(50, 200).bytes());
+  folder.file("none.cvp", "[corvlproject]\r\nfile=absent.mp3\r\n");
+  folder.file("long", std::string(2 << 20, 'x') + "\nstate\n");
   ::mkfifo(folder.path("pipe.mp3").c_str(), 0666);
   const auto names = folder.names();
-  const auto expect_refused = [&](const std::string& words, const std::string& told = "") {
-    const Result result = cli(words);
-    EXPECT_EQ(result.status, 1) << words;
-    EXPECT_EQ(result.out, "") << words;
-    EXPECT_NE(result.err, "") << words;
-    EXPECT_NE(result.err.find(told), std::string::npos) << result.err;
+  const struct {
+    const char* arguments;
+    int status;
+    const char* told;
+    const char* printed = "";
+  } runs[] = {
+      {"absent.mp3", 1, "\nNo such file or directory\ncorvelin-cli: absent.mp3 was not opened"},
+      {"empty.mp3", 1, "\nThe file is empty.\n"},
+      {"text.mp3", 1, "\nThere are no frames of MPEG audio"},
+      {"wave.mp3", 1, "\nThis is a WAV file;"},
+      {"adts.mp3", 1, "a name ending in .aac opens"},
+      {"pipe.mp3", 1, "\nThis is no regular file.\n"},
+      {"none.cvp", 1, "\nNo such file or directory\n"},
+      {". --info", 1, "\nIs a directory\n"},
+      {"noextension", 1, "Unsupported file type.\nNo such file"},
+      {"x.mp4", 1, "not available yet"},
+      {"a.mp3 b.mp3 -e state", 1, "b.mp3 was not joined"},
+      {"a.mp3 a.aac", 1, "MP3 / AAC"},
+      // The first refusal ends the run, and no switch is run; with --keep-going only the latter.
+      {"a.mp3 -e nonsense -e 'save x.mp3' /save", 1, "/save was not run"},
+      {"a.mp3 -e nonsense -o x.mp3", 1, "nonsense"},
+      {"a.mp3 --keep-going -e nonsense -e 'help undo' /save", 1, "/save was not run", "undo "},
+      {"a.mp3 -e 'append a.mp3 b.mp3'", 1, "nothing was appended"},
+      {"a.mp3 --script absent", 1, "absent: No such file or directory"},
+      {"a.mp3 --script .", 1, ".: Is a directory"},
+      {"a.mp3 --script long", 1, "long:1: the line is too long"},
+      {"a.mp3 --keep-going --script long", 1, "long:1", "{\"stream\""},
+      {"a.mp3 -e crop", 1, "No selection or selection too short."},
+      {"a.mp3 -e 'select 1b 2b 3b'", 1, "select POS POS"},
+      {"a.mp3 -e 'set volume 101'", 1, "101"},
+      {"a.mp3 -e 'header_bits 1 2 0'", 1, "neither 0 nor 1"},
+      {"a.mp3 -e 'open \"x'", 1, "a quote is left open"},
+      {"a.mp3 -e batch_dialog", 1, "not available yet"},
+      {"a.mp3 -e 'save_reencoded x.mp3'", 1, "not available yet"},
+      {"a.mp3 /normalize", 1, "/normalize is not available yet"},
+      {"--batch . --do save", 1, "--batch is not available yet"},
+      // Nothing is written over unasked, whatever the settings say of warnings.
+      {"a.mp3 -e 'save exists.mp3'", 1, "exists; it is replaced with --yes"},
+      {"a.mp3 -o a.mp3 --set warn_existing=0 --set warn=0", 1, "a.mp3 exists"},
+      {"a.mp3 -e 'save absent/x.mp3'", 1, "No such file or directory"},
+      // A command that would ask for a file takes no name that was meant for another.
+      {"a.mp3 -e 'save_selection x.mp3' -e save_complete --keep-going", 1,
+       "Create audio file: There is nobody here to choose a file.\n"},
+      {"a.mp3 -e 'cut 0 1b'", 0, "nothing saved the edited document"},
+      {"a.mp3 -e 'cut 0 1b' -e undo", 0, ""},
+      {"a.mp3 --set nothing=1", 2, "there is no setting \"nothing\""},
+      {"a.mp3 --ifno", 2, "did you mean --info?"},
+      {"--commands", 0, "", "cut POS POS [POS POS …]"},
+      {"--keys", 0, "", "split_pattern"},
+      {"--pattern", 0, "", "%N  = Track"},
+      {"a.mp3 --frames > /dev/full", 1, "standard output: write error"},
+      {"a.mp3 -e nonsense 2> /dev/full", 1, ""},
   };
-  for (const char* const line : {"nonsense",
-                                 "1021",
-                                 "999",
-                                 "crop",
-                                 "seek",
-                                 "seek x",
-                                 "seek -5",
-                                 "part 1",
-                                 "part x",
-                                 "save exists.mp3",
-                                 "save absent/x.mp3",
-                                 "save_selection x.mp3",
-                                 "save a.mp3",
-                                 "set volume 101",
-                                 "set nothing 1",
-                                 "open absent.mp3",
-                                 "header_bits 1 2 0",
-                                 "select 1 2 3",
-                                 "open \\\"x",
-                                 "seek 99999999999"})
-    expect_refused("a.mp3 -e \"" + std::string(line) + "\"");
-  expect_refused("a.mp3 /save -e nonsense");  // nothing is saved after a refusal
-  for (const char* const work : {"/normalize", "/autocrop", "/autocue", "/pausesplit out", "/rec",
-                                 "-e 'save_reencoded x.mp3'"})
-    expect_refused("a.mp3 " + std::string(work), "not available yet");
-  // A command that would ask for a file takes no name that was meant for another.
-  expect_refused("a.mp3 -e 'save_selection x.mp3' -e save_complete",
-                 "Create audio file: There is nobody here to choose a file.\n");
-  for (const char* const name :
-       {"empty.mp3", "text.mp3", "pipe.mp3", ".", "absent.mp3", "noextension", "x.mp4"})
-    expect_refused(std::string(name) + " --info");
+  for (const auto& run : runs) {
+    SCOPED_TRACE(run.arguments);
+    const Result result = cli(run.arguments);
+    EXPECT_EQ(result.status, run.status);
+    EXPECT_NE(result.err.find(run.told), std::string::npos) << result.err;
+    EXPECT_EQ(result.err.empty(), *run.told == '\0') << result.err;
+    EXPECT_NE(result.out.find(run.printed), std::string::npos) << result.out;
+    EXPECT_EQ(result.out.empty(), *run.printed == '\0') << result.out;
+  }
   EXPECT_EQ(read_text(folder.path("exists.mp3")), "old");
   EXPECT_EQ(folder.names(), names);
-  EXPECT_EQ(cli("a.mp3 --set nothing=1").status, 2);
-  const Result saved = cli("a.mp3 -e 'save exists.mp3' --yes");
+  const Result saved = cli("a.mp3 -o exists.mp3 --yes");
   EXPECT_EQ(saved.status, 0);
   EXPECT_EQ(saved.err, "Frames: 100    Re-syncs: 1\n");  // bytes that were left out are told
   EXPECT_EQ(cli("a.mp3 -e 'save a.mp3' --yes").status, 0);
+}
+
+TEST_F(Cli, SwitchesWriteBesideTheFileAndIntoFoldersThatTheyMake) {
+  folder.file("a.mp3", Mp3Builder{}.frames(20).bytes());
+  folder.file("b.mp3", Mp3Builder{}.shape({.copyright = true}).frames(20).bytes());
+  EXPECT_EQ(cli("a.mp3 b.mp3 -e 'cue 417b B' /save").status, 0);
+  EXPECT_EQ(read_file(folder.path("a.mp3.mp3")).size(), 40U * length);
+  EXPECT_EQ(cli("a.mp3 -e 'cut 0 417b' --save").status, 1);  // it stands there already
+  EXPECT_EQ(read_file(folder.path("a.mp3.mp3")).size(), 40U * length);
+  EXPECT_EQ(cli("a.mp3 -e 'cut 0 417b' --save --yes").status, 0);
+  EXPECT_EQ(read_file(folder.path("a.mp3.mp3")).size(), 19U * length);
+  EXPECT_EQ(cli("a.mp3 b.mp3 --set split_pattern=%N --split made/here").status, 0);
+  EXPECT_EQ(read_file(folder.path("made/here/02.mp3")), read_file(folder.path("b.mp3")));
 }
 
 TEST_F(Cli, FullDiskIsToldAndTheSourceStands) {
@@ -167,7 +212,6 @@ TEST_F(Cli, FullDiskIsToldAndTheSourceStands) {
   EXPECT_EQ(result.status, 1);
   EXPECT_NE(result.err.find("Error: File too large"), std::string::npos) << result.err;
   EXPECT_EQ(read_file(folder.path("a.mp3")), bytes);
-  EXPECT_EQ(shell(std::string(CORVELIN_CLI) + " a.mp3 --frames > /dev/full").status, 1);
 }
 
 // A project, its audio and a cue sheet, by way of the program and read by another.
@@ -195,16 +239,16 @@ TEST_F(Cli, CommandsByNumberAndNameAndAClipboardBetweenProcesses) {
   folder.file("a.mp3", Mp3Builder{}.frames(100).bytes());
   folder.file("b.mp3", Mp3Builder{}.shape({.copyright = true}).frames(50).bytes());
   const Result cut =
-      cli("a.mp3 -e 'select 4170 8340' -e 152 -e 'seek 4170' -e edit_restore -e crop -e 'save "
+      cli("a.mp3 -e 'select 4170b 8340b' -e 152 -e 'seek 4170b' -e edit_restore -e crop -e 'save "
           "cut.mp3' --json");
   ASSERT_EQ(cut.status, 0) << cut.err;
   EXPECT_EQ(read_file(folder.path("cut.mp3")), Mp3Builder{}.frames(10).bytes());
   EXPECT_EQ(Json::parse(cut.out)["undo"], Json({"Crop", "Edit", "Cut/Cue", "Selection"}));
 
   const std::string clipboard = " --clipboard " + folder.path("clip");
-  ASSERT_EQ(cli("b.mp3 -e 'select 0 834' -e copy" + clipboard).status, 0);
+  ASSERT_EQ(cli("b.mp3 -e 'select 0 834b' -e copy" + clipboard).status, 0);
   const Result pasted =
-      cli("a.mp3 -e 'seek 417' -e paste -e 'append b.mp3' -e 'save joined.mp3'" + clipboard);
+      cli("a.mp3 -e 'seek 417b' -e paste -e 'append b.mp3' -e 'save joined.mp3'" + clipboard);
   ASSERT_EQ(pasted.status, 0) << pasted.err;
   const FrameShape other = {.copyright = true};
   EXPECT_EQ(read_file(folder.path("joined.mp3")), Mp3Builder{}

@@ -17,18 +17,24 @@ TEST(Options, SwitchesHaveTwoFormsAndOtherWordsWithASlashArePaths) {
   for (const char* const form : {"/save", "--save"}) {
     const ParsedOptions parsed = parse({"/home/save/a.mp3", form, "/overwrite"});
     ASSERT_FALSE(parsed.exit_status);
-    EXPECT_EQ(parsed.options.file, "/home/save/a.mp3");
-    EXPECT_TRUE(parsed.options.work.save && parsed.options.work.overwrite);
+    EXPECT_EQ(parsed.options.files, std::vector<std::string>{"/home/save/a.mp3"});
+    EXPECT_EQ(parsed.options.work->name, "save");
+    EXPECT_TRUE(parsed.options.request.overwrite);
   }
-  EXPECT_EQ(parse({"/Save", "--info"}).options.file, "/Save");
-  EXPECT_EQ(parse({"--info", "--", "/save"}).options.file, "/save");
+  EXPECT_EQ(parse({"/Save", "--info"}).options.files[0], "/Save");
+  EXPECT_EQ(parse({"--info", "--", "/save"}).options.files[0], "/save");
+  // The word behind a switch that takes a folder is one, unless it is a switch itself.
+  EXPECT_EQ(parse({"a.mp3", "/split", "/tmp/save"}).options.request.folder, "/tmp/save");
+  const Options options = parse({"a.mp3", "/split", "/localini"}).options;
+  EXPECT_EQ(options.request.folder, "");
+  EXPECT_TRUE(options.localini);
 }
 
 TEST(Options, WhatMayBeRepeatedKeepsItsOrder) {
   const Options options = parse({"--set", "volume=1", "a.mp3", "--set", "ffmpeg=a=b", "-e", "one",
-                                 "--script", "two", "--edit", "-e"})
+                                 "--script", "two", "b.mp3", "--edit", "-e"})
                               .options;
-  EXPECT_EQ(options.file, "a.mp3");
+  EXPECT_EQ(options.files, (std::vector<std::string>{"a.mp3", "b.mp3"}));
   EXPECT_EQ(options.settings.back(), (std::pair<std::string, std::string>("ffmpeg", "a=b")));
   std::string edits;
   for (const auto& edit : options.edits) edits += edit.text + (edit.is_script ? " (script) " : " ");
@@ -38,10 +44,14 @@ TEST(Options, WhatMayBeRepeatedKeepsItsOrder) {
 TEST(Options, WrongUsageIsTold) {
   const std::vector<const char*> wrong[] = {{},
                                             {"--info"},
-                                            {"a.mp3", "b.mp3"},
+                                            {"/save"},
                                             {"a.mp3", "--unknown"},
                                             {"a.mp3", "--yes", "--no"},
-                                            {"a.mp3", "--set", "volume"}};
+                                            {"a.mp3", "--set", "volume"},
+                                            {"a.mp3", "/overwrite"},
+                                            {"a.mp3", "/split", "/overwrite"},
+                                            {"a.mp3", "/save", "--split", "x"},
+                                            {"a.mp3", "--settings", "x", "/localini"}};
   for (const auto& words : wrong) EXPECT_EQ(parse(words).exit_status, 2);
   EXPECT_EQ(parse({"--help"}).exit_status, 0);
   EXPECT_EQ(parse({"--version"}).exit_status, 0);

@@ -104,8 +104,7 @@ TEST_F(SplitSaveTest, NeverReplacesAnything) {
 }
 
 TEST_F(SplitSaveTest, UnattendedItTakesTheFolderGivenOrItsOwn) {
-  EXPECT_EQ(split_unattended(folder.path("absent")), SaveOutcome::failed);
-  EXPECT_EQ(open_state.split_dest_folder, folder.path("absent/"));
+  EXPECT_EQ(split_unattended(folder.path("a.mp3/below_a_file")), SaveOutcome::failed);
   EXPECT_EQ(pieces(), "");
   open_state.document_modified = true;
   EXPECT_EQ(split_unattended(""), SaveOutcome::saved);

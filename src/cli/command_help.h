@@ -1,0 +1,11 @@
+// A line of help for each command of the table, for somebody who types its name.
+#pragma once
+
+#include <string_view>
+
+namespace corvelin {
+
+/// Empty for a name that no command has.
+std::string_view command_help(std::string_view name);
+
+}  // namespace corvelin

@@ -1,0 +1,32 @@
+// The switches that name a piece of work for the document that the command line opens: one row and
+// one function each.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "edit/save_audio.h"
+
+namespace corvelin {
+
+class HeadlessHost;
+
+/// What is given with the switch.
+struct WorkRequest {
+  std::string folder;      // empty: that of the audio
+  bool overwrite = false;  // the source is replaced
+};
+
+struct WorkSwitch {
+  std::string_view name;  // of /save and --save
+  std::string_view help;
+  bool takes_folder;
+  bool saves;           // one file, which may be the source with /overwrite
+  bool needs_document;  // FILE, or one that a line opens
+  SaveOutcome (*run)(const WorkRequest& request, HeadlessHost& host);  // null: still to come
+};
+
+std::span<const WorkSwitch> work_switches();
+
+}  // namespace corvelin

@@ -1,0 +1,16 @@
+// Why a file doesn't open, in words for the user: what the system says, or what the file is by its
+// first bytes.
+#pragma once
+
+#include <string>
+
+namespace corvelin {
+
+/// What keeps anybody from reading the file: it isn't there, is a folder, is empty, … Empty when
+/// nothing does.
+std::string reading_fault(const std::string& path);
+
+/// What keeps a file that was not opened from being audio of ours. Never empty.
+std::string audio_fault(const std::string& path);
+
+}  // namespace corvelin

@@ -1,0 +1,89 @@
+// Cuts and cues by places.
+#include "edit/typed_edits.h"
+
+#include <algorithm>
+
+#include "document/open_state.h"
+#include "edit/cut_commands.h"
+#include "edit/undo.h"
+#include "model/cuts.h"
+#include "model/selection.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+bool is_border(EditPosition pos) {
+  return pos >= document.total_size || document.parts[part_at(pos)].part_beg == pos;
+}
+
+// Whether the table takes all borders that the cuts may need, at their ends and, where the level
+// has to come back, a frame behind them. What the cuts take out of the table doesn't count.
+bool has_room_for_cuts(std::span<const Range> ranges) {
+  std::size_t borders = 0;
+  for (const Range& range : ranges) {
+    borders += is_border(range.begin) ? 0 : 1;
+    borders += is_border(range.end) ? 0 : 1;
+  }
+  return document.parts.size() + borders < most_parts;
+}
+
+bool is_whole_stream(std::span<const Range> ranges) {
+  return ranges.size() == 1 && ranges[0].begin == 0 && ranges[0].end >= document.total_size;
+}
+
+}  // namespace
+
+std::vector<Range> merged(std::vector<Range> ranges) {
+  std::ranges::sort(ranges, {}, &Range::begin);
+  std::vector<Range> apart;
+  for (const Range& range : ranges) {
+    if (!apart.empty() && range.begin <= apart.back().end) {
+      apart.back().end = std::max(apart.back().end, range.end);
+    } else {
+      apart.push_back(range);
+    }
+  }
+  return apart;
+}
+
+std::vector<Range> outside_of(std::span<const Range> ranges) {
+  std::vector<Range> rest;
+  EditPosition begin = 0;
+  for (const Range& range : ranges) {
+    if (begin < range.begin) rest.push_back({begin, range.begin});
+    begin = range.end;
+  }
+  if (begin < document.total_size) rest.push_back({begin, document.total_size});
+  return rest;
+}
+
+CutResult cut_ranges(std::span<const Range> ranges, std::string_view label) {
+  if (is_whole_stream(ranges)) return CutResult::nothing_left;
+  if (!has_room_for_cuts(ranges)) return CutResult::no_room;
+  undo_push(true, label);
+  for (std::size_t i = ranges.size(); i-- > 0;) {  // the last first, so that the others still hold
+    clear_selection();
+    set_sel_begin(ranges[i].begin);
+    set_sel_end(ranges[i].end);
+    cut_or_cue(true);
+  }
+  return CutResult::done;
+}
+
+bool set_cue_at(EditPosition pos, const std::optional<std::u16string>& title,
+                const std::optional<std::u16string>& artist) {
+  if (!is_border(pos) && document.parts.size() >= most_parts) return false;
+  undo_push(true, ui_text(win, 5));
+  const PartIndex index = split_at(pos);
+  Part& part = document.parts[index];
+  part.part_iscue = 1;
+  if (title) part.part_title = *title;
+  if (artist) part.part_artist = *artist;
+  document.current_part = part_at(selection.cursor);
+  open_state.document_modified = true;
+  return true;
+}
+
+}  // namespace corvelin
