@@ -1,7 +1,7 @@
 // Reading of scripts.
 #include "cli/script.h"
 
-#include "platform/file.h"
+#include "platform/system_calls.h"
 #include "platform/text.h"
 
 namespace corvelin {

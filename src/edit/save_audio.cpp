@@ -16,6 +16,7 @@
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
+#include "text/boxes.h"
 #include "text/ui_text.h"
 
 namespace corvelin {

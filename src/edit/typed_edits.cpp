@@ -67,8 +67,10 @@ CutResult cut_ranges(std::span<const Range> ranges, std::string_view label) {
     clear_selection();
     set_sel_begin(ranges[i].begin);
     set_sel_end(ranges[i].end);
-    cut_or_cue(true);
+    cut_or_cue();
   }
+  document.current_part = part_at(selection.cursor);
+  open_state.document_modified = true;
   return CutResult::done;
 }
 
