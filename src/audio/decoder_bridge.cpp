@@ -143,7 +143,8 @@ std::size_t decode_by_mpglib(std::span<const std::uint8_t> input, std::span<std:
     total += done;
   }
   if (result == Mpglib::decode_error) {
-    selection.cursor = frame_at(selection.cursor);
+    if (const EditPosition frame = frame_at(selection.cursor); frame != no_position)
+      selection.cursor = frame;
     mpglib.init_mp3(mpglib_state, decoder_session.pcm_format.channels);
   }
   return total;

@@ -19,9 +19,33 @@ FrameFeed feed;
 
 std::span<std::uint8_t> input_block() { return std::span(frame_block).first(frame_block_limit); }
 
+// What plays follows an edit at once, so nothing is read ahead.
+Frames frames_to_play(std::uint32_t most) {
+  const FramesRead read = read_frames_at_edit_cursor(input_block(), playback.end_limit, most);
+  return {.bytes = input_block().first(read.size), .count = read.frames};
+}
+
+// The decoder is behind by what it makes of the last frames, so it is reset with the next ones.
 void go_to(EditPosition pos) {
   selection.cursor = pos;
   document.current_part = part_at(pos);
+  decoder_session.is_settled = false;
+}
+
+// The second leg of a prelisten of the cut.
+void jump_over_selection() {
+  playback.has_jumped = true;
+  if (!has_selection()) return;
+  go_to(selection.sel_end);
+  const std::uint64_t end = std::uint64_t{selection.sel_end} + prelisten_bytes();
+  playback.end_limit = static_cast<EditPosition>(std::min<std::uint64_t>(end, document.total_size));
+}
+
+// The selection may have been changed meanwhile.
+void loop_back() {
+  if (!has_selected_range()) return;
+  if (selection.cursor >= selection.sel_end) go_to(selection.sel_beg);
+  playback.end_limit = selection.sel_end;
 }
 
 // How many frames the block holds whose samples have room in `out`.
@@ -31,6 +55,7 @@ std::uint32_t frames_in_room(std::span<const std::uint8_t> out) {
 
 // Decodes what lies in front of the cursor and throws it away.
 void settle_decoder(std::span<std::uint8_t> out) {
+  decoder_reset();
   decoder_session.is_settled = true;
   FrameCursor reader = frame_cursor_at(settling_place(selection.cursor));
   while (reader.pos < selection.cursor) {
@@ -47,24 +72,18 @@ void settle_decoder(std::span<std::uint8_t> out) {
 std::size_t fill_from_stream(std::span<std::uint8_t> out, std::uint32_t frames,
                              std::uint32_t* frame_counter) {
   if (!decoder_session.decoder_ready) return 0;
-  if (!decoder_session.is_settled) settle_decoder(out);
   frames = std::min(frames, frames_in_room(out));
   Frames input;
   // A read ends at a part's border and at bad data, and a jump takes a round of its own.
   constexpr int most_rounds = 3;
   for (int round = 0; round < most_rounds && input.count == 0; ++round) {
     if (selection.cursor < playback.end_limit) {
-      input = feed.take(frames, playback.end_limit);
-    } else if (playback.prelisten_mode == prelisten_as_cut) {
-      go_to(selection.sel_end);
-      const std::uint64_t end = std::uint64_t{selection.sel_end} + prelisten_bytes();
-      playback.end_limit =
-          static_cast<EditPosition>(std::min<std::uint64_t>(end, document.total_size));
+      if (!decoder_session.is_settled) settle_decoder(out);
+      input = playback.is_playing ? frames_to_play(frames) : feed.take(frames, playback.end_limit);
+    } else if (playback.prelisten_mode == prelisten_as_cut && !playback.has_jumped) {
+      jump_over_selection();
     }
-    if (playback.prelisten_mode == loop_selection) {
-      if (selection.cursor >= selection.sel_end) go_to(selection.sel_beg);
-      playback.end_limit = selection.sel_end;
-    }
+    if (playback.prelisten_mode == loop_selection) loop_back();
   }
   if (frame_counter != nullptr) *frame_counter += input.count;
   return decode_frames(input.bytes, out);

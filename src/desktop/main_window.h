@@ -31,6 +31,7 @@ class MainWindow : public QMainWindow {
   void rebuild_part_list();
   void rebuild_recent_menu();
   void update_menu_state(std::uint8_t mask);
+  void show_pressed_buttons();
 
   /// Asked when the user closes the window: whether it may go.
   std::function<bool()> may_close;
@@ -55,7 +56,6 @@ class MainWindow : public QMainWindow {
   void lay_out();
   void show_status();
   void show_button_states();
-  void show_pressed_buttons();
   void show_undo_label();
   bool turn_wheel(const QWheelEvent& event);
   [[nodiscard]] WindowSpace space() const;

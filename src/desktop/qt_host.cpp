@@ -9,6 +9,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPushButton>
+#include <QTimer>
 #include <algorithm>
 
 #include "desktop/dialog_kit.h"
@@ -226,6 +227,15 @@ ClipboardContent QtHost::get_clipboard_text(std::string& text) {
   if (!data->hasText()) return ClipboardContent::no_text;
   text = as_utf8(data->text());
   return ClipboardContent::text;
+}
+
+void QtHost::show_transport() {
+  sound_events_->follow_playback();
+  window_.show_pressed_buttons();
+}
+
+void QtHost::call_later(std::chrono::milliseconds pause, const std::function<void()>& operation) {
+  QTimer::singleShot(pause, &window_, operation);
 }
 
 }  // namespace corvelin

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "desktop/main_window.h"
+#include "desktop/sound_events.h"
 #include "platform/host.h"
 
 namespace corvelin {
@@ -10,7 +11,7 @@ namespace corvelin {
 class QtHost : public Host {
  public:
   /// The window outlives the host.
-  explicit QtHost(MainWindow& window) : window_(window) {}
+  explicit QtHost(MainWindow& window) : window_(window), sound_events_(new SoundEvents(window)) {}
 
   BoxAnswer show_message_box(const MessageBox& box) override;
   bool show_note(const MessageBox& note) override;
@@ -27,9 +28,12 @@ class QtHost : public Host {
   void rebuild_part_list() override { window_.rebuild_part_list(); }
   void rebuild_recent_menu() override { window_.rebuild_recent_menu(); }
   void update_menu_state(std::uint8_t mask) override { window_.update_menu_state(mask); }
+  void show_transport() override;
+  void call_later(std::chrono::milliseconds pause, const std::function<void()>& operation) override;
 
  private:
   MainWindow& window_;
+  SoundEvents* sound_events_;  // the window's
 };
 
 }  // namespace corvelin

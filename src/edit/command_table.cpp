@@ -6,6 +6,7 @@
 
 #include "audio/level_meter.h"
 #include "audio/playback.h"
+#include "audio/recorder.h"
 #include "edit/auto_crop.h"
 #include "edit/auto_cue_dialog.h"
 #include "edit/clipboard.h"
@@ -28,6 +29,7 @@
 #include "edit/setting_commands.h"
 #include "edit/split_dialog.h"
 #include "edit/text_encoding.h"
+#include "edit/transport.h"
 #include "edit/trim_commands.h"
 #include "edit/undo.h"
 #include "model/selection.h"
@@ -69,6 +71,11 @@ template <typename Record>
 Outcome show() {
   Record dialog;
   return show_dialog(dialog) ? Result::done : Result::refused;
+}
+
+template <PrelistenMode Mode>
+Outcome prelisten() {
+  return request_prelisten(Mode);
 }
 
 constexpr auto later = nullptr;
@@ -117,15 +124,15 @@ constexpr Command table[] = {
     {120, "zoom_in", {ttp, 8}, "I, Shift+Up", moving | repeats, run<zoom_in>},
     {121, "zoom_out", {ttp, 9}, "O, Shift+Down", moving | repeats, run<zoom_out>},
     {122, "go_to_track_end", {ttp, 27}, "End", moving, run<go_to_track_end>},
-    {126, "prelisten_to_begin", {ttp, 15}, "F5", prelistening, later},
-    {127, "prelisten_from_begin", {ttp, 16}, "F6", prelistening, later},
-    {128, "prelisten_to_end", {ttp, 17}, "F7", on_document, later},
-    {129, "prelisten_from_end", {ttp, 18}, "F8", on_document, later},
-    {131, "prelisten_as_cut", {ttp, 19}, "F9", prelistening, later},
+    {126, "prelisten_to_begin", {ttp, 15}, "F5", prelistening, prelisten<prelisten_to_begin>},
+    {127, "prelisten_from_begin", {ttp, 16}, "F6", prelistening, prelisten<prelisten_from_begin>},
+    {128, "prelisten_to_end", {ttp, 17}, "F7", on_document, prelisten<prelisten_to_end>},
+    {129, "prelisten_from_end", {ttp, 18}, "F8", on_document, prelisten<prelisten_from_end>},
+    {131, "prelisten_as_cut", {ttp, 19}, "F9", prelistening, prelisten<prelisten_as_cut>},
     {133, "rewind", {ttp, 20}, "Home", moving, run<rewind>},
-    {134, "play", {ttp, 22}, "P", live_with_transport, later},
-    {135, "stop", {ttp, 21}, "S", live_with_transport, later},
-    {136, "play_or_stop", unnamed, "Space", 0, later},
+    {134, "play", {ttp, 22}, "P", live_with_transport, run<play>},
+    {135, "stop", {ttp, 21}, "S", live_with_transport, run<stop>},
+    {136, "play_or_stop", unnamed, "Space", 0, run<play_or_stop>},
     {137, "initialize_recording", {ttp, 23}, "R", while_silent | while_unarmed | reopens, later},
     {138, "margin_button", {ttp, 24}, "", refreshes_places, run<margin_reset>},
     {152, "cut_or_cue", {win, 5}, "Del, C", editing | recuts | modifies | follows_cursor | names_parts, run<cut_or_cue>, need_selection},
@@ -191,7 +198,7 @@ constexpr Command table[] = {
     {1042, "auto_cue_dialog", {men, 42}, "Ctrl+Shift+A", on_document | relists | refreshes_places, run<auto_cue_dialog>},
     {1043, "recording_speed_dialog", {men, 44}, "", while_silent | while_unarmed | live_when_stopped, later},
     {1044, "load_cue_sheet_over_audio", {men, 45}, "", editing | recuts | follows_cursor | refreshes_all | by_dialog, run<load_cue_sheet_over_audio>},
-    {1045, "loop_play", {men, 49}, "F4", prelistening, later},
+    {1045, "loop_play", {men, 49}, "F4", prelistening, prelisten<loop_selection>},
     {1046, "auto_crop", {men, 36}, "Ctrl+Shift+C", editing | while_stopped | recuts | modifies_by_cuts | follows_cursor, run<auto_crop>},
     {1047, "two_stage_fade", {men, 46}, "Ctrl+Shift+F", on_document | live_with_levels | relists | refreshes_places, run<two_stage_fade>},
     {1048, "set_cue_flags", {men, 38}, "", editing, run<set_cue_flags>, nullptr, cue_flags_label},
@@ -229,7 +236,7 @@ constexpr Command table[] = {
 // clang-format on
 
 bool counts_now(const Command& command) {
-  return !command.has(on_writing) || playback.is_recording_writing;
+  return !command.has(on_writing) || recorder.rec_writing;
 }
 
 }  // namespace

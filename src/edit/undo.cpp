@@ -6,6 +6,7 @@
 
 #include "document/open_state.h"
 #include "edit/places.h"
+#include "edit/transport.h"
 #include "exchange/project_file.h"
 #include "model/selection.h"
 #include "platform/host.h"
@@ -36,6 +37,7 @@ std::string undo_label(std::string_view menu_text) {
 
 // The stack outlives the document for as long as it takes to read it back.
 bool restore(const std::string& snapshot) {
+  stop_playing();
   close_document();
   if (!parse_project(snapshot)) {
     if (document.parts.empty()) close_document();

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "audio/playback.h"
 #include "document/close_all.h"
 #include "document/file_fault.h"
 #include "document/open_audio_file.h"
@@ -69,7 +70,10 @@ void report_open_failure(OpenFailure failure) {
   open_state.audio_name.clear();
 }
 
-bool open_document() {
+namespace {
+
+// By the extension of the name.
+bool open_by_kind() {
   const std::string name = open_state.audio_name;
   open_state.project_name.clear();
   if (extension_of(name).empty()) {
@@ -92,6 +96,14 @@ bool open_document() {
   }
   if (!is_open) report_open_failure(OpenFailure::unreadable);
   return is_open;
+}
+
+}  // namespace
+
+bool open_document() {
+  if (!open_by_kind()) return false;
+  device_keepalive(true);
+  return true;
 }
 
 bool open_in_place(const std::string& path) {

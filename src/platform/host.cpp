@@ -44,6 +44,10 @@ void Host::refresh_view(Refresh) {}
 
 void Host::update_menu_state(std::uint8_t) {}
 
+void Host::call_later(std::chrono::milliseconds, const std::function<void()>& operation) {
+  operation();
+}
+
 Host& host() { return *installed; }
 
 void install_host(Host* host) { installed = host == nullptr ? &nobody : host; }

@@ -3,7 +3,9 @@
 // looks like, and whether there is a person to read it, is the host's business.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -123,6 +125,12 @@ class Host {
   virtual void rebuild_recent_menu() {}  // the recent files in the File menu
   virtual void update_menu_state(std::uint8_t mask);
   virtual void lay_out() {}  // a setting that the window's layout goes by
+
+  /// The buttons of play and record may look different now.
+  virtual void show_transport() {}
+
+  /// Calls `operation` once, from the event loop, when `pause` is over; at once without such a loop.
+  virtual void call_later(std::chrono::milliseconds pause, const std::function<void()>& operation);
 
   /// A setting was changed that takes a new start to hold in full.
   virtual void offer_restart() {}

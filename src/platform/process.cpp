@@ -2,9 +2,11 @@
 #include "platform/process.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 
 #include "platform/file.h"
@@ -52,6 +54,17 @@ std::error_code start_program(const std::vector<std::string>& words) {
   int reason = 0;
   const ssize_t got = ::read(reading.get(), &reason, sizeof reason);
   return got == sizeof reason ? std::error_code(reason, std::system_category()) : std::error_code{};
+}
+
+void set_high_priority(bool on) {
+  static const int usual = ::getpriority(PRIO_PROCESS, 0);
+  constexpr int high = -10;
+  rlimit limit = {};
+  ::getrlimit(RLIMIT_NICE, &limit);
+  const int permitted = 20 - static_cast<int>(std::min<rlim_t>(limit.rlim_cur, 40));
+  const int wanted = on ? std::min(usual, high) : usual;
+  if (::setpriority(PRIO_PROCESS, 0, wanted) != 0)
+    ::setpriority(PRIO_PROCESS, 0, std::max(wanted, permitted));
 }
 
 std::error_code open_in_viewer(const std::string& path) {

@@ -1,5 +1,5 @@
-// Starting of other programs. They live on by themselves: nobody waits for them, and they end
-// neither with this program nor by its terminal.
+// This program beside others: its priority, and the starting of others. They live on by themselves:
+// nobody waits for them, and they end neither with this program nor by its terminal.
 #pragma once
 
 #include <string>
@@ -11,6 +11,9 @@ namespace corvelin {
 /// Starts the program `words[0]`, looked up on the user's path, with the other words as its
 /// arguments. An error when it can't be started; how it fares then is not told.
 std::error_code start_program(const std::vector<std::string>& words);
+
+/// Lets this program go before others, as far as the user may do that, or no longer.
+void set_high_priority(bool on);
 
 /// Opens a file with the program that the user has for its kind.
 std::error_code open_in_viewer(const std::string& path);

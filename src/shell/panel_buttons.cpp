@@ -2,6 +2,7 @@
 #include "shell/panel_buttons.h"
 
 #include "audio/playback.h"
+#include "audio/recorder.h"
 #include "shell/window_layout.h"
 #include "text/ui_text.h"
 
@@ -30,18 +31,21 @@ CommandId command_of(PrelistenMode mode) {
   return 0;
 }
 
+// A play that is about to start counts already.
+bool is_on() { return playback.is_playing || playback.is_requested; }
+
 }  // namespace
 
 bool is_button_pressed(CommandId id) {
   if (id == 137) return playback.is_recording_armed;
-  if (id == 134 && playback.is_recording_writing) return true;
-  if (!playback.is_playing) return false;
+  if (id == 134 && recorder.rec_writing) return true;
+  if (!is_on()) return false;
   const bool is_pair = playback.prelisten_mode == loop_selection && has_text_buttons(panel_form());
   if (is_pair) return id == 127 || id == 128;
   return id == command_of(playback.prelisten_mode);
 }
 
-bool has_fast_labels() { return playback.is_playing && playback.prelisten_mode == plain_play; }
+bool has_fast_labels() { return is_on() && playback.prelisten_mode == plain_play; }
 
 std::string_view panel_label(CommandId id, bool has_fast_labels) {
   switch (id) {

@@ -4,12 +4,15 @@
 #include <fmt/format.h>
 
 #include "audio/decoder_bridge.h"
+#include "audio/playback.h"
 #include "document/close_all.h"
 #include "document/open_state.h"
+#include "edit/transport.h"
 #include "edit/undo.h"
 #include "exchange/id3v1.h"
 #include "exchange/open_document.h"
 #include "platform/path.h"
+#include "platform/process.h"
 #include "platform/system.h"
 #include "platform/text.h"
 #include "settings/setting_table.h"
@@ -21,9 +24,22 @@
 
 namespace corvelin {
 
+namespace {
+
+void fall_silent() {
+  stop_playing();
+  device_keepalive(false);
+}
+
+void apply_priority() { set_high_priority(settings.high_pri != 0); }
+
+}  // namespace
+
 void connect_levels() {
+  close_hooks.before = {fall_silent};
   close_hooks.behind = {undo_clear};
-  setting_listeners = {{"save_id3v1", keep_id3v1_as_set}};
+  setting_listeners = {
+      {"save_id3v1", keep_id3v1_as_set}, {"volume", apply_volume}, {"high_pri", apply_priority}};
 }
 
 bool start_up(const std::optional<std::string>& settings_path) {
@@ -31,6 +47,7 @@ bool start_up(const std::optional<std::string>& settings_path) {
   reset_state(ResetLevel::start);
   const std::error_code error = settings_path ? read_settings(*settings_path) : std::error_code{};
   complete_settings();
+  if (settings.high_pri != 0) apply_priority();
   if (!error) return true;
   settings_storage = SettingsStorage::removed;
   show_error(fmt::format("{}\n{}", *settings_path, error.message()));
@@ -51,6 +68,7 @@ bool open_file(const std::string& path) {
 }
 
 void shut_down() {
+  if (settings.high_pri != 0) set_high_priority(false);
   close_all();
   decoder_unload_all();
   ui_text_free();

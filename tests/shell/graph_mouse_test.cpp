@@ -113,6 +113,7 @@ TEST_F(GraphMouseTest, WhatHasNoLevelAndWhatPlaysIsLeftAlone) {
   ASSERT_TRUE(open("a.mp3", frames(20)));
   make("0-8* 8-20* @10");
   playback.is_playing = true;
+  playback.played_pos = selection.cursor;
   gesture("l12,90 -");
   playback = {};
   EXPECT_EQ(state(), "0-8* 8-20* =12-12 @10 ^");  // the current part is the one that is heard

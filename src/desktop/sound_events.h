@@ -1,0 +1,24 @@
+// What sound needs of a desktop: events of the devices out of the event loop, the volume of the
+// slider from the start, and Escape, which ends a play.
+#pragma once
+
+#include <QObject>
+
+class QShortcut;
+class QWidget;
+
+namespace corvelin {
+
+class SoundEvents : public QObject {
+ public:
+  /// Belongs to the window.
+  explicit SoundEvents(QWidget& window);
+
+  /// What plays has changed.
+  void follow_playback();
+
+ private:
+  QShortcut* escape_;
+};
+
+}  // namespace corvelin
