@@ -1,58 +1,176 @@
 // The order of a run with a window.
 #include "desktop/desktop_run.h"
 
-#include <QApplication>
-#include <QScreen>
-#include <QTimer>
+#include <fmt/format.h>
 
+#include <QApplication>
+#include <QDialog>
+#include <QScreen>
+#include <QSessionManager>
+#include <QTimer>
+#include <cstdio>
+#include <cstdlib>
+
+#include "desktop/accessibility.h"
+#include "desktop/command_line.h"
+#include "desktop/end_signals.h"
 #include "desktop/look.h"
 #include "desktop/main_window.h"
 #include "desktop/qt_host.h"
+#include "desktop/qt_text.h"
 #include "desktop/style.h"
+#include "document/open_state.h"
 #include "edit/save_project.h"
+#include "platform/program.h"
 #include "platform/system.h"
 #include "settings/settings.h"
+#include "settings/settings_file.h"
+#include "settings/settings_storage.h"
 #include "shell/start_up.h"
+#include "text/boxes.h"
+#include "text/ui_text.h"
+#include "unattended/save_unattended.h"
 
 namespace corvelin {
 
-int run_desktop(int argc, char** argv) {
-  QApplication application(argc, argv);
-  QApplication::setApplicationName(QStringLiteral("Corvelin"));
+namespace {
+
+void measure_display() {
   const QScreen* const screen = QGuiApplication::primaryScreen();
-  if (screen != nullptr) {
-    display.scale =
-        static_cast<float>(screen->logicalDotsPerInch() / 96 * screen->devicePixelRatio());
-    const QSize size = screen->size() * screen->devicePixelRatio();
-    display.width = size.width();
-    display.height = size.height();
+  if (screen == nullptr) return;
+  const double ratio = screen->devicePixelRatio();
+  const QSize size = screen->size() * ratio;
+  display = {.scale = static_cast<float>(screen->logicalDotsPerInch() / 96 * ratio),
+             .width = size.width(),
+             .height = size.height()};
+}
+
+class DesktopRun {
+ public:
+  explicit DesktopRun(CommandLine line)
+      : line_(std::move(line)), window_(look_of_settings()), host_(window_) {
+    install_host(&host_);
+    window_.may_close = [] { return confirm_discard_changes(); };
+    watch_end_signals(window_, [this] { end_by_signal(); });
+    QObject::connect(qApp, &QGuiApplication::commitDataRequest, &window_,
+                     [this](QSessionManager& session) { end_of_session(session); });
   }
-  std::optional<std::string> settings_path;
-  std::string file;
-  for (int i = 1; i < argc; ++i) {
-    if (std::string(argv[i]) == "--settings")
-      settings_path = argv[++i];
-    else
-      file = argv[i];
+  ~DesktopRun() { install_host(nullptr); }
+  DesktopRun(const DesktopRun&) = delete;
+  DesktopRun& operator=(const DesktopRun&) = delete;
+
+  int run() {
+    window_.restore_geometry();
+    window_.show();
+    QTimer::singleShot(0, &window_, [this] { begin(); });
+    const int status = QApplication::exec();
+    shut_down();
+    store();
+    return end_signal() != 0 ? 128 + end_signal() : status;
   }
-  start_up(settings_path);
-  load_language();
-  QApplication::setStyle(new Style);
-  const Look look = look_of_settings();
-  QApplication::setPalette(dialog_palette(look));
+
+ private:
+  void begin() {
+    const bool is_open = !line_.file.empty() && open_file(line_.file);
+    host_.rebuild_part_list();
+    host_.rebuild_recent_menu();
+    host_.update_menu_state(all_states);
+    host_.refresh_view(is_open ? Refresh::all : Refresh::no_document);
+    if (line_.records) show_refusal("/rec is not available yet.");
+    if (is_open && line_.work != Work::none) work();
+  }
+
+  // The pieces of work that run without a question, and the end of the program.
+  void work() {
+    batch_active = true;
+    switch (line_.work) {
+      case Work::save:
+        save_unattended(line_.overwrite);
+        break;
+      case Work::split:
+        split_unattended(line_.folder);
+        break;
+      default:
+        batch_active = false;
+        return show_refusal("This switch is not available yet.");
+    }
+    open_state.document_modified = false;
+    request_close();
+  }
+
+  // Whoever ends the program may not wait for an answer, so what is to be kept is kept at once.
+  void end_by_signal() {
+    store();
+    for (QWidget* dialog = QApplication::activeModalWidget(); dialog != nullptr;
+         dialog = QApplication::activeModalWidget()) {
+      auto* const window = qobject_cast<QDialog*>(dialog);
+      if (window == nullptr) break;
+      window->reject();
+      if (QApplication::activeModalWidget() == dialog) break;
+    }
+    request_close();
+  }
+
+  void end_of_session(QSessionManager& session) {
+    store();
+    if (!open_state.document_modified || !session.allowsInteraction()) return;
+    const bool may_end = !is_busy() && confirm_discard_changes();
+    session.release();
+    if (!may_end) session.cancel();
+  }
+
+  void store() {
+    window_.keep_geometry();
+    const std::error_code error =
+        line_.settings_path ? write_settings(*line_.settings_path) : store_settings();
+    if (error) fmt::print(stderr, "corvelin: the settings were not written: {}\n", error.message());
+  }
+
+  CommandLine line_;
+  MainWindow window_;
+  QtHost host_;
+};
+
+bool has_display() {
+  for (const char* const name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+    if (const char* const value = std::getenv(name); value != nullptr && *value != '\0')
+      return true;
+  return false;
+}
+
+}  // namespace
+
+int run_desktop(int argc, char** argv) {
+  const std::vector<std::string> words(argv + 1, argv + argc);
+  if (std::ranges::find(words, "--help") != words.end()) {
+    fmt::print("{}", command_line_help());
+    return 0;
+  }
+  if (std::ranges::find(words, "--version") != words.end()) {
+    fmt::print("{} {}\n", program_name, program_version);
+    return 0;
+  }
+  if (!has_display()) {
+    fmt::print(stderr, "corvelin: there is no display; corvelin-cli works without one\n");
+    return 1;
+  }
+  QApplication application(argc, argv);
+  QApplication::setApplicationName(as_qstring(program_name));
   QApplication::setWindowIcon(program_icon());
-  MainWindow window(look);
-  QtHost host(window);
-  install_host(&host);
-  window.restore_geometry();
-  window.show();
-  if (!file.empty()) open_file(file);
-  window.refresh(Refresh::all);
-  window.update_menu_state(all_states);
-  const int status = QApplication::exec();
-  install_host(nullptr);
-  shut_down();
-  return status;
+  measure_display();
+  const CommandLine line = parse_command_line(words);
+  if (line.settings_path && !may_hold_settings(*line.settings_path)) {
+    fmt::print(stderr, "corvelin: {} is no settings file\n", *line.settings_path);
+    return 1;
+  }
+  start_up(line.settings_path ? *line.settings_path : choose_settings_file(line.localini));
+  load_language();
+  if (as_qstring(ui_text(men, 0)).isRightToLeft())
+    QApplication::setLayoutDirection(Qt::RightToLeft);
+  QApplication::setStyle(new Style);
+  QApplication::setPalette(dialog_palette(look_of_settings()));
+  install_accessibility();
+  return DesktopRun(line).run();
 }
 
 }  // namespace corvelin

@@ -15,6 +15,7 @@
 #include <cmath>
 #include <utility>
 
+#include "desktop/accessibility.h"
 #include "desktop/keys.h"
 #include "desktop/menus.h"
 #include "desktop/qt_text.h"
@@ -91,6 +92,11 @@ void MainWindow::make_controls() {
   connect(volume_, &QSlider::valueChanged,
           [](int value) { settings.volume = static_cast<std::uint16_t>(value); });
   info_bar_ = new InfoBar(client_);
+  position_field_->setAccessibleName(QStringLiteral("Position"));
+  range_field_->setAccessibleName(QStringLiteral("Selection or part"));
+  info_bar_->setAccessibleName(QStringLiteral("Stream"));
+  position_bar_->setAccessibleName(QStringLiteral("Position in the stream"));
+  volume_->setAccessibleName(QStringLiteral("Volume"));
   show_button_states();
 }
 
@@ -165,6 +171,7 @@ void MainWindow::refresh(Refresh level) {
   }
   show_pressed_buttons();
   view_->refresh();
+  announce_view(*view_);
 }
 
 void MainWindow::show_status() {

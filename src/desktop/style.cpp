@@ -93,9 +93,13 @@ void draw_push_button(const QStyleOption* option, QPainter* painter) {
 
 // A button that is nothing but its picture until the mouse, the focus or its state lifts it.
 void draw_tool_button(const QStyleOption* option, QPainter* painter) {
-  if (!has(option, QStyle::State_AutoRaise)) draw_push_button(option, painter);
   Shapes shapes(painter, option->palette);
-  const QRectF area = option->rect;
+  QRectF area = option->rect;
+  if (!has(option, QStyle::State_AutoRaise)) {
+    area.adjust(1, 0, -1, 0);  // neighbours don't touch
+    shapes.fill(area, shapes.colour(QPalette::Button));
+    shapes.border(area, shapes.colour(QPalette::Mid));
+  }
   if (has(option, QStyle::State_On)) {
     shapes.fill(area, shapes.accent_veil(0.26));
     shapes.border(area, shapes.accent_veil(0.75));

@@ -48,6 +48,21 @@ void ViewWidget::refresh() {
   update();
 }
 
+Rect ViewWidget::picture_area(Area area) const {
+  const ViewLayout& layout = view_.layout;
+  switch (area) {
+    case Area::graph:
+      return {0, 0, layout.width, layout.graph_h};
+    case Area::map:
+      return {0, layout.graph_h, layout.width, layout.height};
+    case Area::meter:
+      return {layout.meter_left, layout.meter_top,
+              layout.meter_left + layout.meter_pitch + layout.meter_bar_w,
+              layout.meter_top + layout.meter_height};
+  }
+  return {};
+}
+
 void ViewWidget::draw() {
   is_stale_ = false;
   if (image_.size() != size_) image_ = QImage(size_, QImage::Format_RGB32);

@@ -20,6 +20,10 @@ class ViewWidget : public QWidget {
   /// is.
   void refresh();
 
+  /// Where the pictures of the last drawing are, in device pixels of the widget.
+  enum class Area { graph, map, meter };
+  [[nodiscard]] Rect picture_area(Area area) const;
+
   /// The last drawing.
   [[nodiscard]] const EditorView& view() const { return view_; }
   [[nodiscard]] const QImage& image() const { return image_; }

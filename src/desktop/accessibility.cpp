@@ -1,0 +1,139 @@
+// The view and its three pictures as accessible objects.
+#include "desktop/accessibility.h"
+
+#include <QAccessible>
+#include <QAccessibleWidget>
+#include <array>
+
+#include "desktop/qt_text.h"
+#include "desktop/view_widget.h"
+#include "shell/view_description.h"
+
+namespace corvelin {
+
+namespace {
+
+using Picture = ViewWidget::Area;
+constexpr int picture_count = 3;
+
+// In English: there is no row of texts for what nobody sees.
+QString name_of(Picture picture) {
+  switch (picture) {
+    case Picture::graph:
+      return QStringLiteral("Graph");
+    case Picture::map:
+      return QStringLiteral("Overview");
+    case Picture::meter:
+      return QStringLiteral("Level meter");
+  }
+  return {};
+}
+
+QString description_of(Picture picture) {
+  const ViewDescription description = describe_view();
+  switch (picture) {
+    case Picture::graph:
+      return as_qstring(description.graph);
+    case Picture::map:
+      return as_qstring(description.overview);
+    case Picture::meter:
+      return as_qstring(description.meter);
+  }
+  return {};
+}
+
+class AccessiblePicture : public QAccessibleInterface {
+ public:
+  AccessiblePicture(ViewWidget& view, Picture picture) : view_(view), picture_(picture) {}
+
+  [[nodiscard]] bool isValid() const override { return true; }
+  [[nodiscard]] QObject* object() const override { return nullptr; }
+  [[nodiscard]] QWindow* window() const override { return view_.window()->windowHandle(); }
+  [[nodiscard]] QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+  [[nodiscard]] QAccessibleInterface* parent() const override {
+    return QAccessible::queryAccessibleInterface(&view_);
+  }
+  [[nodiscard]] QAccessibleInterface* child(int) const override { return nullptr; }
+  [[nodiscard]] int childCount() const override { return 0; }
+  int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+  [[nodiscard]] QString text(QAccessible::Text text) const override {
+    if (text == QAccessible::Name) return name_of(picture_);
+    if (text == QAccessible::Description) return description_of(picture_);
+    return {};
+  }
+  void setText(QAccessible::Text, const QString&) override {}
+  [[nodiscard]] QRect rect() const override {
+    const Rect area = view_.picture_area(picture_);
+    const double ratio = view_.devicePixelRatioF();
+    const QRectF logical(area.left / ratio, area.top / ratio, area.width() / ratio,
+                         area.height() / ratio);
+    return logical.toAlignedRect().translated(view_.mapToGlobal(QPoint(0, 0)));
+  }
+  [[nodiscard]] QAccessible::Role role() const override { return QAccessible::Graphic; }
+  [[nodiscard]] QAccessible::State state() const override {
+    QAccessible::State state;
+    state.invisible = !view_.isVisible();
+    state.readOnly = true;
+    return state;
+  }
+
+ private:
+  ViewWidget& view_;
+  Picture picture_;
+};
+
+class AccessibleView : public QAccessibleWidget {
+ public:
+  explicit AccessibleView(ViewWidget& view)
+      : QAccessibleWidget(&view, QAccessible::Grouping, QStringLiteral("Corvelin")) {
+    for (int i = 0; i < picture_count; ++i)
+      pictures_[static_cast<std::size_t>(i)] = QAccessible::registerAccessibleInterface(
+          new AccessiblePicture(view, static_cast<Picture>(i)));
+  }
+  ~AccessibleView() override {
+    for (const QAccessible::Id id : pictures_) QAccessible::deleteAccessibleInterface(id);
+  }
+  AccessibleView(const AccessibleView&) = delete;
+  AccessibleView& operator=(const AccessibleView&) = delete;
+
+  [[nodiscard]] int childCount() const override { return picture_count; }
+  [[nodiscard]] QAccessibleInterface* child(int index) const override {
+    if (index < 0 || index >= picture_count) return nullptr;
+    return QAccessible::accessibleInterface(pictures_[static_cast<std::size_t>(index)]);
+  }
+  int indexOfChild(const QAccessibleInterface* picture) const override {
+    for (int i = 0; i < picture_count; ++i)
+      if (child(i) == picture) return i;
+    return -1;
+  }
+  // The meter lies over the graph.
+  [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override {
+    for (int i = picture_count - 1; i >= 0; --i)
+      if (child(i)->rect().contains(x, y)) return child(i);
+    return nullptr;
+  }
+
+ private:
+  std::array<QAccessible::Id, picture_count> pictures_ = {};
+};
+
+QAccessibleInterface* make_interface(const QString&, QObject* object) {
+  auto* const view = dynamic_cast<ViewWidget*>(object);
+  return view == nullptr ? nullptr : new AccessibleView(*view);
+}
+
+}  // namespace
+
+void install_accessibility() { QAccessible::installFactory(make_interface); }
+
+void announce_view(ViewWidget& view) {
+  if (!QAccessible::isActive()) return;
+  QAccessibleInterface* const all = QAccessible::queryAccessibleInterface(&view);
+  if (all == nullptr) return;
+  for (int i = 0; i < all->childCount(); ++i) {
+    QAccessibleEvent event(all->child(i), QAccessible::DescriptionChanged);
+    QAccessible::updateAccessibility(&event);
+  }
+}
+
+}  // namespace corvelin

@@ -1,0 +1,15 @@
+// What screen readers are told of the view, which is one widget to the toolkit and three pictures
+// to the user: graph, overview and level meter.
+#pragma once
+
+namespace corvelin {
+
+class ViewWidget;
+
+/// To be called once, before the first window.
+void install_accessibility();
+
+/// The descriptions of the pictures may have changed.
+void announce_view(ViewWidget& view);
+
+}  // namespace corvelin
