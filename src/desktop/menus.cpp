@@ -1,6 +1,8 @@
 // Menus out of the tree.
 #include "desktop/menus.h"
 
+#include <QAction>
+#include <QActionGroup>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -11,14 +13,87 @@
 
 namespace corvelin {
 
-Menus::Menus(QMenuBar& bar, const Look& look) : bar_(bar) {
-  bar.setPalette(menu_palette(look));
-  for (int m = 0; m < 6; ++m) bar.addMenu(as_qstring(ui_text(men, static_cast<unsigned>(m))));
+Menus::Menus(QMenuBar& bar, const Look& look) : palette_(menu_palette(look)) {
+  bar.setPalette(palette_);
+  for (const Menu* const menu : menu_bar()) {
+    QMenu* const made = add_menu(&bar, *menu);
+    bar.addMenu(made);
+    if (menu == &file_menu) file_menu_ = made;
+    if (menu == &list_menu) list_menu_ = made;
+  }
+  rebuild_part_list();
+  rebuild_recent_menu();
+  show_states();
+  show_marks();
 }
 
-void Menus::rebuild_part_list() {}
-void Menus::rebuild_recent_menu() {}
-void Menus::show_states() {}
-void Menus::show_marks() {}
+QMenu* Menus::add_menu(QWidget* parent, const Menu& menu) {
+  auto* const made = new QMenu(as_qstring(ui_text(men, menu.title)), parent);
+  made->setObjectName(QStringLiteral("menu_%1").arg(menu.title));
+  made->setPalette(palette_);
+  QActionGroup* radio_marks = nullptr;
+  for (const MenuRow& row : menu.rows) {
+    if (row.menu != nullptr) {
+      made->addMenu(add_menu(made, *row.menu));
+    } else if (row.command == 0) {
+      made->addSeparator();
+    } else if (has_entry(row)) {
+      const Command& command = *command_of(row.command);
+      QAction* const action = add_entry(*made, command.id, as_qstring(text_of(command)));
+      actions_[command.id] = action;
+      if (command.mark.bits == 0) continue;
+      action->setCheckable(true);
+      if (!command.mark.is_radio) continue;
+      if (radio_marks == nullptr) radio_marks = new QActionGroup(made);
+      radio_marks->addAction(action);
+    }
+  }
+  return made;
+}
+
+// The text after a tab names the key; the keys themselves are the window's.
+QAction* Menus::add_entry(QMenu& menu, CommandId id, const QString& text) {
+  QAction* const action = menu.addAction(text);
+  action->setObjectName(QStringLiteral("command_%1").arg(id));
+  QObject::connect(action, &QAction::triggered, action, [this, id] {
+    dispatch_command(id);
+    show_marks();  // the toolkit has moved the mark, whatever became of the command
+  });
+  return action;
+}
+
+void Menus::rebuild_part_list() {
+  list_menu_->clear();
+  CommandId id = first_part_command;
+  for (const std::string& text : part_list()) {
+    // A name may hold the sign that underlines a letter.
+    add_entry(*list_menu_, id++, as_qstring(text).replace(u'&', QStringLiteral("&&")));
+  }
+  list_menu_->setEnabled(!list_menu_->isEmpty());
+}
+
+void Menus::rebuild_recent_menu() {
+  for (QAction* const action : recent_) delete action;
+  recent_.clear();
+  const std::vector<MenuEntry> entries = recent_entries();
+  if (entries.empty()) return;
+  recent_.push_back(file_menu_->addSeparator());
+  for (const MenuEntry& entry : entries) {
+    QString name = as_qstring(entry.text).mid(1);  // behind the number's own sign
+    recent_.push_back(add_entry(*file_menu_, entry.id,
+                                u'&' + name.replace(u'&', QStringLiteral("&&"))));
+  }
+}
+
+void Menus::show_states() {
+  for (const auto& [id, action] : actions_) action->setEnabled(is_command_enabled(id));
+  const auto undo = actions_.find(1022);
+  if (undo != actions_.end()) undo->second->setText(as_qstring(undo_menu_text()));
+}
+
+void Menus::show_marks() {
+  for (const auto& [id, action] : actions_)
+    if (action->isCheckable()) action->setChecked(is_checked(*command_of(id)));
+}
 
 }  // namespace corvelin

@@ -1,14 +1,17 @@
 // The menu bar: the core's menu tree as Qt's menus, their marks and grey entries.
 #pragma once
 
+#include <QPalette>
 #include <map>
+#include <vector>
 
 #include "desktop/look.h"
-#include "edit/commands.h"
+#include "shell/menu_tree.h"
 
 class QAction;
 class QMenu;
 class QMenuBar;
+class QWidget;
 
 namespace corvelin {
 
@@ -18,14 +21,18 @@ class Menus {
 
   void rebuild_part_list();
   void rebuild_recent_menu();
-  void show_states();  // grey or live
+  void show_states();  // grey or live, and what Undo would take back
   void show_marks();   // check and radio marks
 
  private:
-  QMenuBar& bar_;
-  std::map<CommandId, QAction*> actions_;
-  QMenu* list_menu_ = nullptr;
+  QMenu* add_menu(QWidget* parent, const Menu& menu);
+  QAction* add_entry(QMenu& menu, CommandId id, const QString& text);
+
+  QPalette palette_;
+  std::map<CommandId, QAction*> actions_;  // of the table's commands
+  std::vector<QAction*> recent_;           // with the line in front of them
   QMenu* file_menu_ = nullptr;
+  QMenu* list_menu_ = nullptr;
 };
 
 }  // namespace corvelin
