@@ -6,7 +6,9 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QPushButton>
+#include <QSlider>
 
 #include "desktop/qt_text.h"
 
@@ -45,6 +47,33 @@ QLineEdit* new_line(const QString& text, int most_characters) {
   line->setText(text);
   line->setCursorPosition(0);
   return line;
+}
+
+QProgressBar* new_progress_bar(const QString& accessible_name) {
+  auto* const bar = new QProgressBar;
+  bar->setObjectName(QStringLiteral("progress_bar"));
+  bar->setAccessibleName(accessible_name);
+  bar->setRange(0, 100);
+  bar->setTextVisible(false);
+  return bar;
+}
+
+QSlider* new_slider(Qt::Orientation orientation, int lowest, int highest, int value,
+                    const char* name) {
+  auto* const slider = new QSlider(orientation);
+  slider->setObjectName(QString::fromLatin1(name));
+  slider->setRange(lowest, highest);
+  slider->setPageStep(4);
+  slider->setValue(value);
+  return slider;
+}
+
+// The question stands behind the label.
+QPushButton* new_defaults_button() {
+  auto* const button = new QPushButton(label(dlg, 5).section(u'\n', 0, 0));
+  button->setObjectName(QStringLiteral("defaults"));
+  button->setAutoDefault(false);
+  return button;
 }
 
 QDialogButtonBox* ok_and_cancel(QPushButton** ok) {

@@ -13,7 +13,9 @@ class QCheckBox;
 class QDialogButtonBox;
 class QGridLayout;
 class QLineEdit;
+class QProgressBar;
 class QPushButton;
+class QSlider;
 
 namespace corvelin {
 
@@ -31,6 +33,15 @@ void add_field(QGridLayout& grid, const QString& text, QWidget* field, const cha
 
 QCheckBox* new_box(const QString& text, bool is_checked, const char* name);
 QLineEdit* new_line(const QString& text, int most_characters);
+
+QProgressBar* new_progress_bar(const QString& accessible_name);
+
+/// A slider, and the way to hand its value on. Its accessible name is that of the label beside it.
+QSlider* new_slider(Qt::Orientation orientation, int lowest, int highest, int value,
+                    const char* name);
+
+/// The button that sets the fields of a dialog to their defaults, which its record asks about.
+QPushButton* new_defaults_button();
 
 /// OK and Cancel. OK is the default.
 QDialogButtonBox* ok_and_cancel(QPushButton** ok = nullptr);

@@ -3,8 +3,12 @@
 // True when `accept` took the fields and all that it started went well.
 #pragma once
 
+#include "edit/auto_cue_dialog.h"
 #include "edit/file_info_dialog.h"
+#include "edit/level_dialog.h"
 #include "edit/names_dialog.h"
+#include "edit/normalize_dialog.h"
+#include "edit/pause_dialog.h"
 #include "edit/split_dialog.h"
 
 class QWidget;
@@ -14,5 +18,9 @@ namespace corvelin {
 bool show_window(NamesDialog& dialog, QWidget* parent);
 bool show_window(FileInfoDialog& dialog, QWidget* parent);
 bool show_window(SplitDialog& dialog, QWidget* parent);
+bool show_window(LevelDialog& dialog, QWidget* parent);
+bool show_window(NormalizeDialog& dialog, QWidget* parent);
+bool show_window(PauseDialog& dialog, QWidget* parent);
+bool show_window(AutoCueDialog& dialog, QWidget* parent);
 
 }  // namespace corvelin

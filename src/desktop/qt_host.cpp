@@ -194,9 +194,18 @@ std::vector<std::string> QtHost::ask_for_existing_files(const FileDialog& dialog
 bool QtHost::show(Dialog& dialog) {
   const Busy busy;
   QWidget* const parent = parent_of_next_window(window_);
-  if (auto* const names = dynamic_cast<NamesDialog*>(&dialog)) return show_window(*names, parent);
-  if (auto* const info = dynamic_cast<FileInfoDialog*>(&dialog)) return show_window(*info, parent);
-  if (auto* const split = dynamic_cast<SplitDialog*>(&dialog)) return show_window(*split, parent);
+  std::optional<bool> result;
+  const auto try_as = [&]<typename Record>(Record* record) {
+    if (record != nullptr) result = show_window(*record, parent);
+  };
+  try_as(dynamic_cast<NamesDialog*>(&dialog));
+  try_as(dynamic_cast<FileInfoDialog*>(&dialog));
+  try_as(dynamic_cast<SplitDialog*>(&dialog));
+  try_as(dynamic_cast<LevelDialog*>(&dialog));
+  try_as(dynamic_cast<NormalizeDialog*>(&dialog));
+  try_as(dynamic_cast<PauseDialog*>(&dialog));
+  try_as(dynamic_cast<AutoCueDialog*>(&dialog));
+  if (result) return *result;
   dialog.cancel();
   show_refusal("This command is not available yet.");
   return false;

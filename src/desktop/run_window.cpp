@@ -18,15 +18,11 @@ namespace corvelin {
 RunWindow::RunWindow(LongRun& run, QWidget* parent)
     : DialogWindow(QStringLiteral("run_window"), label(msg, 2), parent),
       run_(run),
-      bar_(new QProgressBar),
+      bar_(new_progress_bar(windowTitle())),
       progress_(new QLabel),
       log_(new QPlainTextEdit),
       closes_(new_box(label(dlg, 7), settings.nokeep_savewin != 0, "nokeep_savewin")),
       button_(new QPushButton(label(dlg, 1))) {
-  bar_->setObjectName(QStringLiteral("progress_bar"));
-  bar_->setRange(0, 100);
-  bar_->setTextVisible(false);
-  bar_->setAccessibleName(windowTitle());
   progress_->setObjectName(QStringLiteral("progress"));
   progress_->setTextFormat(Qt::PlainText);
   log_->setObjectName(QStringLiteral("log"));

@@ -32,9 +32,6 @@ QLabel* new_words(const QString& text) {
   return words;
 }
 
-// The question of a "Defaults" row stands behind its label.
-QString first_line(const QString& text) { return text.section(u'\n', 0, 0); }
-
 class SplitWindow : public DialogWindow {
  public:
   SplitWindow(SplitDialog& dialog, QWidget* parent)
@@ -128,11 +125,7 @@ class SplitWindow : public DialogWindow {
     auto* const row = new QHBoxLayout;
     auto* const cues = new QLabel(as_qstring(dialog_.cues_text));
     cues->setObjectName(QStringLiteral("cues"));
-    bar_ = new QProgressBar;
-    bar_->setObjectName(QStringLiteral("progress_bar"));
-    bar_->setAccessibleName(windowTitle());
-    bar_->setRange(0, 100);
-    bar_->setTextVisible(false);
+    bar_ = new_progress_bar(windowTitle());
     status_ = new QLabel;
     status_->setObjectName(QStringLiteral("status"));
     status_->setMinimumWidth(status_->fontMetrics().averageCharWidth() * 16);
@@ -144,9 +137,7 @@ class SplitWindow : public DialogWindow {
 
   QDialogButtonBox* buttons() {
     QDialogButtonBox* const box = ok_and_cancel(&ok_);
-    auto* const defaults = new QPushButton(first_line(label(dlg, 5)));
-    defaults->setObjectName(QStringLiteral("defaults"));
-    defaults->setAutoDefault(false);
+    QPushButton* const defaults = new_defaults_button();
     box->addButton(defaults, QDialogButtonBox::ResetRole);
     connect(defaults, &QPushButton::clicked, this, [this] {
       take_fields();
