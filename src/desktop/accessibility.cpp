@@ -7,7 +7,7 @@
 
 #include "desktop/qt_text.h"
 #include "desktop/view_widget.h"
-#include "shell/view_description.h"
+#include "shell/status_display.h"
 
 namespace corvelin {
 
@@ -30,16 +30,7 @@ QString name_of(Picture picture) {
 }
 
 QString description_of(Picture picture) {
-  const ViewDescription description = describe_view();
-  switch (picture) {
-    case Picture::graph:
-      return as_qstring(description.graph);
-    case Picture::map:
-      return as_qstring(description.overview);
-    case Picture::meter:
-      return as_qstring(description.meter);
-  }
-  return {};
+  return as_qstring(picture == Picture::meter ? meter_in_words() : view_in_words());
 }
 
 class AccessiblePicture : public QAccessibleInterface {

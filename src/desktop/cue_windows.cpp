@@ -56,12 +56,12 @@ class PauseWindow : public DialogWindow {
     level_ = add_slider(*grid, label(dlg, 53), &Settings::silence_level, 1, 100, "silence_level");
     duration_ =
         add_slider(*grid, label(dlg, 54), &Settings::silence_duration, 1, 30, "silence_duration");
-    offset_ = add_slider(*grid, label(dlg, 59), &Settings::silence_offset, 0, 100, "silence_offset");
+    offset_ =
+        add_slider(*grid, label(dlg, 59), &Settings::silence_offset, 0, 100, "silence_offset");
     skip_ = new QSpinBox;
     skip_->setRange(0, 65535);
-    connect(skip_, &QSpinBox::valueChanged, this, [](int seconds) {
-      settings.silence_skip = static_cast<std::uint16_t>(seconds);
-    });
+    connect(skip_, &QSpinBox::valueChanged, this,
+            [](int seconds) { settings.silence_skip = static_cast<std::uint16_t>(seconds); });
     add_field(*grid, label(dlg, 58), skip_, "silence_skip");
     cut_ = new_box(label(dlg, 61), false, "silence_cut");
     connect(cut_, &QCheckBox::toggled, this,
@@ -73,8 +73,7 @@ class PauseWindow : public DialogWindow {
 
   QSlider* add_slider(QGridLayout& grid, const QString& text, std::uint16_t Settings::*setting,
                       int lowest, int highest, const char* name) {
-    QSlider* const slider =
-        new_slider(Qt::Horizontal, lowest, highest, settings.*setting, name);
+    QSlider* const slider = new_slider(Qt::Horizontal, lowest, highest, settings.*setting, name);
     connect(slider, &QSlider::valueChanged, this, [this, setting](int value) {
       settings.*setting = static_cast<std::uint16_t>(value);
       show_texts();

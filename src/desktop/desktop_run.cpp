@@ -159,11 +159,12 @@ int run_desktop(int argc, char** argv) {
   QApplication::setWindowIcon(program_icon());
   measure_display();
   const CommandLine line = parse_command_line(words);
-  if (line.settings_path && !may_hold_settings(*line.settings_path)) {
-    fmt::print(stderr, "corvelin: {} is no settings file\n", *line.settings_path);
+  const bool is_read =
+      start_up(line.settings_path ? *line.settings_path : choose_settings_file(line.localini));
+  if (line.settings_path && !is_read) {
+    fmt::print(stderr, "corvelin: {} can't be read as a settings file\n", *line.settings_path);
     return 1;
   }
-  start_up(line.settings_path ? *line.settings_path : choose_settings_file(line.localini));
   load_language();
   if (as_qstring(ui_text(men, 0)).isRightToLeft())
     QApplication::setLayoutDirection(Qt::RightToLeft);

@@ -10,6 +10,7 @@
 #include "edit/normalize_dialog.h"
 #include "edit/pause_dialog.h"
 #include "edit/split_dialog.h"
+#include "edit/window_commands.h"
 
 class QWidget;
 
@@ -22,5 +23,6 @@ bool show_window(LevelDialog& dialog, QWidget* parent);
 bool show_window(NormalizeDialog& dialog, QWidget* parent);
 bool show_window(PauseDialog& dialog, QWidget* parent);
 bool show_window(AutoCueDialog& dialog, QWidget* parent);
+bool show_window(AboutDialog& dialog, QWidget* parent);
 
 }  // namespace corvelin

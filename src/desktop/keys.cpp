@@ -47,7 +47,7 @@ void make_shortcuts(QWidget* window) {
   for (const Command& command : command_table()) {
     for (const QKeySequence& keys : key_sequences(command.keys)) {
       auto* const shortcut = new QShortcut(keys, window);
-      shortcut->setAutoRepeat(false);
+      shortcut->setAutoRepeat(command.has(rule::repeats));
       const CommandId id = command.id;
       QObject::connect(shortcut, &QShortcut::activated, window, [id] { dispatch_command(id); });
     }

@@ -85,7 +85,8 @@ class LevelWindow : public DialogWindow {
       ++column;
     }
     lock_ = new_box(label(dlg, 46), dialog_.locks_sliders, "locks_sliders");
-    connect(lock_, &QCheckBox::toggled, this, [this](bool is_set) { dialog_.locks_sliders = is_set; });
+    connect(lock_, &QCheckBox::toggled, this,
+            [this](bool is_set) { dialog_.locks_sliders = is_set; });
     grid->addWidget(lock_, 2, 0, 1, 2, Qt::AlignHCenter);
     return grid;
   }

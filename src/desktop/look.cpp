@@ -37,35 +37,6 @@ QColor legible(const QColor& wanted, const QColor& other, const QColor& ground) 
 constexpr QColor dark_accent(0x00, 0x79, 0xA2);
 constexpr QColor bright_accent(0x5C, 0xC3, 0xEA);
 
-QPalette palette_on(const QColor& ground, const QColor& text) {
-  const bool is_dark = is_dark_colour(ground);
-  const QColor white = Qt::white;
-  const QColor grey = mixed(text, ground, 0.5);
-  QPalette palette;
-  palette.setColor(QPalette::Window, ground);
-  palette.setColor(QPalette::Base, is_dark ? mixed(ground, white, 0.06) : white);
-  palette.setColor(QPalette::AlternateBase, mixed(ground, text, 0.04));
-  palette.setColor(QPalette::Button, is_dark ? mixed(ground, white, 0.12) : white);
-  palette.setColor(QPalette::ToolTipBase, is_dark ? mixed(ground, white, 0.14) : white);
-  palette.setColor(QPalette::Light, mixed(ground, white, is_dark ? 0.2 : 0.9));
-  palette.setColor(QPalette::Midlight, mixed(ground, text, 0.1));
-  palette.setColor(QPalette::Mid, mixed(ground, text, 0.28));
-  palette.setColor(QPalette::Dark, mixed(ground, Qt::black, 0.4));
-  palette.setColor(QPalette::Shadow, mixed(ground, Qt::black, 0.7));
-  palette.setColor(QPalette::Highlight, dark_accent);
-  palette.setColor(QPalette::HighlightedText, white);
-  palette.setColor(QPalette::Link, is_dark ? bright_accent : dark_accent);
-  palette.setColor(QPalette::PlaceholderText, grey);
-  for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
-                                         QPalette::ToolTipText, QPalette::BrightText}) {
-    palette.setColor(role, text);
-    palette.setColor(QPalette::Disabled, role, grey);
-  }
-  palette.setColor(QPalette::Disabled, QPalette::Highlight, mixed(ground, text, 0.2));
-  palette.setColor(QPalette::Disabled, QPalette::HighlightedText, grey);
-  return palette;
-}
-
 }  // namespace
 
 QColor mixed(const QColor& under, const QColor& over, double share) {
@@ -96,6 +67,35 @@ Look look_of_settings() {
           .text = is_bright ? legible(bright_text, dark_text, ground)
                             : legible(dark_text, bright_text, ground),
           .accent = is_dark_ground ? bright_accent : dark_accent};
+}
+
+QPalette palette_on(const QColor& ground, const QColor& text) {
+  const bool is_dark = is_dark_colour(ground);
+  const QColor white = Qt::white;
+  const QColor grey = mixed(text, ground, 0.5);
+  QPalette palette;
+  palette.setColor(QPalette::Window, ground);
+  palette.setColor(QPalette::Base, is_dark ? mixed(ground, white, 0.06) : white);
+  palette.setColor(QPalette::AlternateBase, mixed(ground, text, 0.04));
+  palette.setColor(QPalette::Button, is_dark ? mixed(ground, white, 0.12) : white);
+  palette.setColor(QPalette::ToolTipBase, is_dark ? mixed(ground, white, 0.14) : white);
+  palette.setColor(QPalette::Light, mixed(ground, white, is_dark ? 0.2 : 0.9));
+  palette.setColor(QPalette::Midlight, mixed(ground, text, 0.1));
+  palette.setColor(QPalette::Mid, mixed(ground, text, 0.28));
+  palette.setColor(QPalette::Dark, mixed(ground, Qt::black, 0.4));
+  palette.setColor(QPalette::Shadow, mixed(ground, Qt::black, 0.7));
+  palette.setColor(QPalette::Highlight, dark_accent);
+  palette.setColor(QPalette::HighlightedText, white);
+  palette.setColor(QPalette::Link, is_dark ? bright_accent : dark_accent);
+  palette.setColor(QPalette::PlaceholderText, grey);
+  for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText,
+                                         QPalette::ToolTipText, QPalette::BrightText}) {
+    palette.setColor(role, text);
+    palette.setColor(QPalette::Disabled, role, grey);
+  }
+  palette.setColor(QPalette::Disabled, QPalette::Highlight, mixed(ground, text, 0.2));
+  palette.setColor(QPalette::Disabled, QPalette::HighlightedText, grey);
+  return palette;
 }
 
 QPalette dialog_palette(const Look& look) {

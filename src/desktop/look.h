@@ -25,8 +25,9 @@ QColor from_setting(std::uint32_t colour);
 
 Look look_of_settings();
 
-/// The palettes of dialogs, of the main window and of its menus. The role `Link` is the accent,
-/// `Mid` the colour of borders.
+/// The palettes of what stands on a ground, of dialogs, of the main window and of its menus. The
+/// role `Link` is the accent, `Mid` the colour of borders.
+QPalette palette_on(const QColor& ground, const QColor& text);
 QPalette dialog_palette(const Look& look);
 QPalette window_palette(const Look& look);
 QPalette menu_palette(const Look& look);

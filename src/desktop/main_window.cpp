@@ -232,6 +232,10 @@ void MainWindow::update_menu_state(std::uint8_t mask) {
   if ((mask & undo_states) != 0) show_undo_label();
 }
 
+void MainWindow::enter_field(StatusField field) {
+  (field == StatusField::position ? position_field_ : range_field_)->enter();
+}
+
 void MainWindow::restore_geometry() {
   const QRect desktop = screen()->virtualGeometry();
   const double scale = screen()->devicePixelRatio();

@@ -32,6 +32,8 @@ class MainWindow : public QMainWindow {
   void rebuild_recent_menu();
   void update_menu_state(std::uint8_t mask);
   void show_pressed_buttons();
+  void lay_out();
+  void enter_field(StatusField field);
 
   /// Asked when the user closes the window: whether it may go.
   std::function<bool()> may_close;
@@ -53,7 +55,6 @@ class MainWindow : public QMainWindow {
  private:
   void make_controls();
   void make_buttons(const std::vector<PlacedButton>& places);
-  void lay_out();
   void show_status();
   void show_button_states();
   void show_undo_label();

@@ -80,8 +80,8 @@ void Menus::rebuild_recent_menu() {
   recent_.push_back(file_menu_->addSeparator());
   for (const MenuEntry& entry : entries) {
     QString name = as_qstring(entry.text).mid(1);  // behind the number's own sign
-    recent_.push_back(add_entry(*file_menu_, entry.id,
-                                u'&' + name.replace(u'&', QStringLiteral("&&"))));
+    recent_.push_back(
+        add_entry(*file_menu_, entry.id, u'&' + name.replace(u'&', QStringLiteral("&&"))));
   }
 }
 

@@ -12,6 +12,7 @@
 #include <QTimer>
 #include <algorithm>
 
+#include "desktop/debug_window.h"
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
@@ -205,6 +206,7 @@ bool QtHost::show(Dialog& dialog) {
   try_as(dynamic_cast<NormalizeDialog*>(&dialog));
   try_as(dynamic_cast<PauseDialog*>(&dialog));
   try_as(dynamic_cast<AutoCueDialog*>(&dialog));
+  try_as(dynamic_cast<AboutDialog*>(&dialog));
   if (result) return *result;
   dialog.cancel();
   show_refusal("This command is not available yet.");
@@ -214,6 +216,14 @@ bool QtHost::show(Dialog& dialog) {
 void QtHost::drive(LongRun& run) { RunWindow(run, parent_of_next_window(window_)).exec(); }
 
 void QtHost::close() { window_.close(); }
+
+void QtHost::enter_field(StatusField field) { window_.enter_field(field); }
+
+void QtHost::show_debug_window() {
+  if (debug_window_ == nullptr) debug_window_ = new DebugWindow(&window_);
+  debug_window_->show();
+  debug_window_->raise();
+}
 
 bool QtHost::set_clipboard_text(std::string_view text) {
   QClipboard* const clipboard = QApplication::clipboard();

@@ -2,6 +2,9 @@
 // and the clipboard of the desktop.
 #pragma once
 
+#include <QPointer>
+
+#include "desktop/debug_window.h"
 #include "desktop/main_window.h"
 #include "desktop/sound_events.h"
 #include "platform/host.h"
@@ -30,10 +33,14 @@ class QtHost : public Host {
   void update_menu_state(std::uint8_t mask) override { window_.update_menu_state(mask); }
   void show_transport() override;
   void call_later(std::chrono::milliseconds pause, const std::function<void()>& operation) override;
+  void lay_out() override { window_.lay_out(); }
+  void enter_field(StatusField field) override;
+  void show_debug_window() override;
 
  private:
   MainWindow& window_;
   SoundEvents* sound_events_;  // the window's
+  QPointer<DebugWindow> debug_window_;
 };
 
 }  // namespace corvelin

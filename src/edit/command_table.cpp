@@ -32,6 +32,7 @@
 #include "edit/transport.h"
 #include "edit/trim_commands.h"
 #include "edit/undo.h"
+#include "edit/window_commands.h"
 #include "model/selection.h"
 
 namespace corvelin {
@@ -144,8 +145,8 @@ constexpr Command table[] = {
     {163, "margin_reset", {ttp, 26}, "Backspace", live_with_transport | refreshes_places, run<margin_reset>},
     {167, "frame_back", unnamed, "Shift+Left", moving | while_silent | repeats, run<frame_back>},
     {168, "frame_forward", unnamed, "Shift+Right", moving | while_silent | repeats, run<frame_forward>},
-    {200, "focus_now_field", unnamed, "Ctrl+P", on_document, later},
-    {201, "focus_selection_field", unnamed, "Ctrl+L", on_document, later},
+    {200, "focus_now_field", unnamed, "Ctrl+P", on_document, run<focus_now_field>},
+    {201, "focus_selection_field", unnamed, "Ctrl+L", on_document, run<focus_selection_field>},
     {202, "part_level_up", unnamed, "Ctrl+Up", on_document | modifies | relists | refreshes_places | repeats, run<part_level_up>},
     {203, "part_level_down", unnamed, "Ctrl+Down", on_document | modifies | relists | refreshes_places | repeats, run<part_level_down>},
     {204, "toggle_cue", unnamed, "Ctrl+Q", on_document | modifies | relists | refreshes_places, run<toggle_cue>},
@@ -162,7 +163,7 @@ constexpr Command table[] = {
     {215, "volume_down", {ttp, 25}, "Alt+Down, ,", repeats, run<volume_down>},
     {216, "select_to_start", unnamed, "Ctrl+Home", selecting, run<select_to_start>, nullptr, selection_label},
     {217, "select_to_end", unnamed, "Ctrl+End", selecting, run<select_to_end>, nullptr, selection_label},
-    {230, "debug_window", unnamed, "Ctrl+Shift+Alt+D", 0, later},
+    {230, "debug_window", unnamed, "Ctrl+Shift+Alt+D", 0, run<debug_window>},
     {901, "configure_encoder", unnamed, "F12", 0, later},
     {1010, "open_by_dialog", {men, 10}, "Ctrl+O", opening | live_when_stopped, run<open_by_dialog>},
     {1011, "close", {men, 11}, "Ctrl+F4", opening | on_document, run<close>},
@@ -220,7 +221,7 @@ constexpr Command table[] = {
     toggle_keep_date<keep_date_on_new>(1064, "toggle_keep_date_on_new", {men, 37}),
     toggle<&Settings::big_total>(1065, "toggle_big_total", {men, 62}),
     {1066, "cues_at_selection_ends", {men, 40}, "Ctrl+Shift+E", editing | modifies, run<cues_at_selection_ends>, need_two_ends},
-    {1070, "new_window", {men, 68}, "", 0, later},
+    {1070, "new_window", {men, 68}, "", 0, run<new_window>},
     {1071, "batch_dialog", {men, 69}, "Ctrl+B", live_when_stopped | reopens, later},
     {1072, "check_resyncs", {men, 29}, "", editing | while_stopped | modifies_by_cuts | follows_cursor, run<check_resyncs>},
     {1073, "save_reencoded", {men, 14}, "", saving, later},
@@ -228,9 +229,9 @@ constexpr Command table[] = {
     encoding(text_is_ansi_command, "text_is_ansi", run<text_is_ansi>, 0),
     encoding(text_is_utf8_command, "text_is_utf8", run<text_is_utf8>, 1),
     {1077, "level_activated_recording", {cfg, 73}, "Shift+R", while_silent | while_unarmed | live_when_stopped | reopens, later},
-    {1080, "manual", {men, 64}, "F1", 0, later},
-    {1081, "faq", {men, 65}, "", 0, later},
-    {1082, "about", {men, 66}, "", 0, later},
+    {1080, "manual", {men, 64}, "F1", 0, run<manual>},
+    {1081, "faq", {men, 65}, "", 0, run<faq>},
+    {1082, "about", {men, 66}, "", 0, show<AboutDialog>},
 };
 
 // clang-format on

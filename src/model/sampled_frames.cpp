@@ -47,9 +47,10 @@ std::size_t find_header(std::span<const std::uint8_t> block, const StreamKind& k
 
 void SampledFrames::begin(const StreamKind& kind) {
   if (kind.version != kind_.version || kind.sample_rate != kind_.sample_rate ||
-      kind.layer != kind_.layer)
+      kind.layer != kind_.layer || gain_bit_ != graph_gain_bit)
     forget();
   kind_ = kind;
+  gain_bit_ = graph_gain_bit;
   files_.resize(document.files.size());
   checked_.assign(document.files.size(), false);
   block_size_ = 0;

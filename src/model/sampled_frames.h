@@ -45,6 +45,7 @@ class SampledFrames {
   std::span<const std::uint8_t> block_at(std::uint16_t file, std::uint64_t offset);
 
   StreamKind kind_;
+  std::uint16_t gain_bit_ = 0;
   std::vector<FileFacts> files_;     // as they were when their frames were read
   std::vector<bool> checked_;        // of these, in this sampling
   std::vector<SampledFrame> known_;  // ordered by file and `searched_from`

@@ -77,6 +77,9 @@ enum MenuStates : std::uint8_t {
   all_states = 255,
 };
 
+/// The fields in which times can be typed.
+enum class StatusField : std::uint8_t { position, range };
+
 /// What each host can do. What one leaves out is answered as if nobody were there: a box by its
 /// default, a question for a name by a cancel; a run is stepped in a plain loop.
 class Host {
@@ -134,6 +137,12 @@ class Host {
 
   /// A setting was changed that takes a new start to hold in full.
   virtual void offer_restart() {}
+
+  /// Puts the input into a field of the status.
+  virtual void enter_field(StatusField) {}
+
+  /// Opens the window of `debug_report`, unless it is open.
+  virtual void show_debug_window() {}
 };
 
 /// The host that is installed, or one that is nobody.

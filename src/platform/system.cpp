@@ -10,6 +10,7 @@
 #include <system_error>
 
 #include "platform/file.h"
+#include "platform/path.h"
 #include "platform/system_calls.h"
 #include "platform/text.h"
 
@@ -79,6 +80,14 @@ std::string program_path() {
   std::error_code error;
   const std::filesystem::path path = std::filesystem::read_symlink("/proc/self/exe", error);
   return error ? std::string{} : path.string();
+}
+
+std::string program_file(std::string_view name) {
+  const std::string folder(folder_of(program_path()));
+  const std::string beside = folder + std::string(name);
+  if (file_facts(beside).found) return beside;
+  const std::string installed = folder + "../share/corvelin/" + std::string(name);
+  return file_facts(installed).found ? installed : beside;
 }
 
 }  // namespace corvelin

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 namespace corvelin {
 
@@ -30,5 +31,9 @@ std::string runtime_folder();
 
 /// The path of the running program.
 std::string program_path();
+
+/// The path of a file that comes with the program: beside it, or where an installation puts such
+/// files.
+std::string program_file(std::string_view name);
 
 }  // namespace corvelin

@@ -10,7 +10,6 @@
 #include "document/open_state.h"
 #include "edit/commands.h"
 #include "edit/save_project.h"
-#include "edit/undo.h"
 #include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/selection.h"
@@ -31,34 +30,30 @@ BoxAnswer ask_whether_to_append() {
                                   .default_answer = BoxAnswer::yes});
 }
 
-void append_dropped(std::span<const std::string> names) {
-  undo_push(true, ui_text(msg, 1));
-  if (append_files(names) != 0) open_state.document_modified = true;
+Outcome append_dropped(std::span<const std::string> names) {
+  const bool is_appended = append_files(names) != 0;
   clear_selection();
   seek_to(document.total_size);
-  name_parts_from_files();
-  host().rebuild_part_list();
-  host().refresh_view(Refresh::places);
+  return is_appended ? Result::done : Result::refused;
 }
 
-void open_dropped(std::span<const std::string> names) {
-  if (!confirm_discard_changes()) return;
+// Another document may be open then.
+constexpr Command open_change = {0,      "drop", {msg, 1}, "", rule::names_parts | rule::reopens,
+                                 nullptr};
+
+Outcome open_dropped(std::span<const std::string> names) {
+  if (!confirm_discard_changes()) return Result::refused;
   close_all();
   reset_state(ResetLevel::new_stream);
   open_state.audio_name = names.front();
   if (!open_document()) {
     close_all();
-    host().rebuild_part_list();
-    host().update_menu_state(all_states);
-    return host().refresh_view(Refresh::no_document);
+    return Result::refused;
   }
   if (append_files(names.subspan(1)) != 0) open_state.document_modified = true;
   clear_selection();
   seek_to(0);
-  name_parts_from_files();
-  host().rebuild_part_list();
-  host().update_menu_state(all_states);
-  host().refresh_view(Refresh::all);
+  return Result::done;
 }
 
 }  // namespace
@@ -70,9 +65,12 @@ void drop_files(std::span<const std::string> names, bool in_graph) {
   if (in_graph && document.total_size != 0) {
     const BoxAnswer answer = ask_whether_to_append();
     if (answer == BoxAnswer::cancel) return;
-    if (answer == BoxAnswer::yes) return append_dropped(names);
+    if (answer == BoxAnswer::yes) {
+      carry_out(append_change, [names] { return append_dropped(names); });
+      return;
+    }
   }
-  open_dropped(names);
+  carry_out(open_change, [names] { return open_dropped(names); });
 }
 
 void scroll_to(int position) {

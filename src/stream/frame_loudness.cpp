@@ -42,7 +42,9 @@ void skip_common_window(std::span<const std::uint8_t> frame, std::size_t& bit_po
 
 FrameLoudness layer3_gains(std::span<const std::uint8_t> frame, const FrameInfo& info) {
   FrameLoudness loudness;
-  for (const std::uint16_t position : gain_positions(info)) {
+  GainPositions positions = gain_positions(info);
+  if (graph_gain_bit != 0) positions[0] = graph_gain_bit;
+  for (const std::uint16_t position : positions) {
     std::size_t bit_pos = position;
     if (position != 0)
       loudness.values[loudness.count++] = static_cast<std::uint8_t>(
@@ -67,6 +69,8 @@ std::uint8_t as_height(double height) {
 }
 
 }  // namespace
+
+std::uint16_t graph_gain_bit = 0;
 
 std::uint16_t read_bits(std::span<const std::uint8_t> data, std::size_t& bit_pos, unsigned count) {
   const std::size_t at = bit_pos / 8;

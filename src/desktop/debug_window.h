@@ -1,0 +1,21 @@
+// The debug window: the model in numbers, and the bit that the graph goes by. It stays open beside
+// the main window.
+#pragma once
+
+#include "desktop/dialog_kit.h"
+
+class QPlainTextEdit;
+
+namespace corvelin {
+
+class DebugWindow : public DialogWindow {
+ public:
+  explicit DebugWindow(QWidget* parent);
+
+ private:
+  void show_report();
+
+  QPlainTextEdit* report_;
+};
+
+}  // namespace corvelin

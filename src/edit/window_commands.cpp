@@ -1,0 +1,69 @@
+// Help and windows.
+#include "edit/window_commands.h"
+
+#include <fmt/format.h>
+
+#include <string_view>
+
+#include "platform/file.h"
+#include "platform/process.h"
+#include "platform/program.h"
+#include "platform/system.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+namespace {
+
+MessageBox error_box(std::string text) {
+  return {.caption = std::string(ui_text(msg, 6)), .text = std::move(text), .icon = BoxIcon::error};
+}
+
+Outcome open_page(std::string_view name) {
+  const std::string path = program_file(name);
+  if (!file_facts(path).found) return {Result::refused, error_box(path)};
+  if (const std::error_code error = open_in_viewer(path))
+    return {Result::refused, error_box(fmt::format("xdg-open: {}\n\n{}", error.message(), path))};
+  return Result::done;
+}
+
+// Who made the translation that is shown, if there is one.
+std::string translation_credits() {
+  if (!has_ui_text(dlg, translation_language)) return {};
+  std::string text = fmt::format("\n\n{} translation*", ui_text(dlg, translation_language));
+  if (has_ui_text(dlg, translation_composer))
+    text += fmt::format(" by {}", ui_text(dlg, translation_composer));
+  if (has_ui_text(dlg, translation_version))
+    text += fmt::format(" for version {}", ui_text(dlg, translation_version));
+  return text + "\n\n* The English texts are the binding ones.";
+}
+
+std::string text_of_file(std::string_view name) {
+  constexpr std::size_t largest_text = 256 * 1024;  // bytes
+  std::string text;
+  read_whole_file(program_file(name), largest_text, text);
+  return text;
+}
+
+}  // namespace
+
+void focus_now_field() { host().enter_field(StatusField::position); }
+void focus_selection_field() { host().enter_field(StatusField::range); }
+void debug_window() { host().show_debug_window(); }
+
+Outcome new_window() {
+  if (const std::error_code error = start_program({program_path()}))
+    return {Result::refused, error_box(error.message())};
+  return Result::done;
+}
+
+Outcome manual() { return open_page("Manual.htm"); }
+Outcome faq() { return open_page("FAQ.htm"); }
+
+void AboutDialog::begin() {
+  text =
+      fmt::format("Version {}\n{}{}\n\n{}\n\n{}", program_version, program_notice,
+                  translation_credits(), text_of_file("Version.txt"), text_of_file("License.txt"));
+}
+
+}  // namespace corvelin
