@@ -21,6 +21,7 @@
 #include "edit/navigation.h"
 #include "edit/normalize_dialog.h"
 #include "edit/pause_dialog.h"
+#include "edit/record_commands.h"
 #include "edit/requirements.h"
 #include "edit/resync_check.h"
 #include "edit/save_audio.h"
@@ -134,11 +135,11 @@ constexpr Command table[] = {
     {134, "play", {ttp, 22}, "P", live_with_transport, run<play>},
     {135, "stop", {ttp, 21}, "S", live_with_transport, run<stop>},
     {136, "play_or_stop", unnamed, "Space", 0, run<play_or_stop>},
-    {137, "initialize_recording", {ttp, 23}, "R", while_silent | while_unarmed | reopens, later},
+    {137, "initialize_recording", {ttp, 23}, "R", while_silent | while_unarmed, run<initialize_recording>},
     {138, "margin_button", {ttp, 24}, "", refreshes_places, run<margin_reset>},
     {152, "cut_or_cue", {win, 5}, "Del, C", editing | recuts | modifies | follows_cursor | names_parts, run<cut_or_cue>, need_selection},
     {153, "edit_restore", {win, 7}, "E", editing | recuts | modifies | names_parts, run<edit_restore>},
-    {154, "set_recording_cue", {win, 8}, "", on_writing | live_with_transport, later},
+    {154, "set_recording_cue", {win, 8}, "", on_writing | live_with_transport, run<add_recording_cue>},
     {154, "set_begin", {win, 8}, "B", selecting | live_with_transport, run<set_begin>},
     {155, "set_end", {win, 9}, "N", selecting, run<set_end>},
     {160, "begin_selection_for_field", unnamed, "", moving, run<begin_selection_for_field>},
@@ -228,7 +229,7 @@ constexpr Command table[] = {
     {1074, "mute_cut", {men, 47}, "Ctrl+Shift+M", editing | modifies | live_with_levels, run<mute_cut>, need_mutable_cut},
     encoding(text_is_ansi_command, "text_is_ansi", run<text_is_ansi>, 0),
     encoding(text_is_utf8_command, "text_is_utf8", run<text_is_utf8>, 1),
-    {1077, "level_activated_recording", {cfg, 73}, "Shift+R", while_silent | while_unarmed | live_when_stopped | reopens, later},
+    {1077, "level_activated_recording", {cfg, 73}, "Shift+R", while_silent | while_unarmed | live_when_stopped, run<level_activated_recording>},
     {1080, "manual", {men, 64}, "F1", 0, run<manual>},
     {1081, "faq", {men, 65}, "", 0, run<faq>},
     {1082, "about", {men, 66}, "", 0, show<AboutDialog>},
@@ -236,9 +237,7 @@ constexpr Command table[] = {
 
 // clang-format on
 
-bool counts_now(const Command& command) {
-  return !command.has(on_writing) || recorder.rec_writing;
-}
+bool counts_now(const Command& command) { return !command.has(on_writing) || recorder.rec_writing; }
 
 }  // namespace
 

@@ -59,6 +59,7 @@ bool arm(bool by_level) {
   const bool is_armed = record_arm({.buffer_done = take_buffer, .lost = lose_device});
   host().rebuild_part_list();
   host().update_menu_state(all_states);
+  host().show_transport();
   host().refresh_view(is_armed ? Refresh::recording_state : Refresh::no_document);
   return is_armed;
 }
@@ -112,11 +113,13 @@ bool start_recording() {
   if (!error) {
     open_state.audio_name = recorder.rec_file_name;
     host().update_menu_state(all_states);
+    host().show_transport();
     host().refresh_view(Refresh::recording_state);
     return true;
   }
   record_stop();
   host().update_menu_state(all_states);
+  host().show_transport();
   host().refresh_view(Refresh::no_document);
   show_write_failure(error);
   return false;
@@ -126,6 +129,7 @@ void stop_recording() {
   const bool was_writing = recorder.rec_writing;
   const RecordingEnd end = record_stop();
   host().update_menu_state(all_states);
+  host().show_transport();
   if (was_writing && end.has_file) open_recording();
   if (!was_writing || !end.has_file) host().refresh_view(Refresh::no_document);
   tell_end(end);
@@ -146,6 +150,7 @@ bool open_recording() {
   }
   host().rebuild_part_list();
   host().update_menu_state(all_states);
+  host().show_transport();
   host().refresh_view(is_open ? Refresh::all : Refresh::no_document);
   return is_open;
 }

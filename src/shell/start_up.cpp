@@ -5,6 +5,7 @@
 
 #include "audio/decoder_bridge.h"
 #include "audio/playback.h"
+#include "audio/recorder.h"
 #include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/transport.h"
@@ -69,6 +70,7 @@ bool open_file(const std::string& path) {
 
 void shut_down() {
   if (settings.high_pri != 0) set_high_priority(false);
+  record_stop();  // what was recorded is in its file, whole
   close_all();
   decoder_unload_all();
   ui_text_free();
