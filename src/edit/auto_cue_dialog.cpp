@@ -8,8 +8,7 @@
 #include <optional>
 #include <string_view>
 
-#include "document/open_state.h"
-#include "edit/undo.h"
+#include "edit/commands.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
@@ -19,7 +18,6 @@
 #include "platform/text.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
-#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -60,6 +58,29 @@ bool set_cue(EditPosition frame, std::int16_t gain, bool has_name) {
   return true;
 }
 
+int set_cues(const AutoCues& cues) {
+  const double bytes_a_second = double{stream.avg_bitrate} * 0.125;
+  const double step = cues.interval * bytes_a_second;
+  const double shortest_rest = (cues.interval + cues.last_length) * bytes_a_second;
+  if (!(step >= 1)) return 0;
+  const bool has_range = has_selected_range();
+  const std::uint32_t begin = has_range ? to_time_scale(selection.sel_beg) : 0;
+  const std::uint32_t end = has_range ? to_time_scale(selection.sel_end) : document.total_size;
+  const std::int16_t gain = document.parts[part_at(begin)].part_gainbeg;
+
+  int count = 0;
+  for (double scaled = begin; scaled < end; scaled += step) {
+    const std::uint32_t place = whole_part(scaled);
+    if (place == 0) continue;  // the stream's start is a track start already
+    const EditPosition pos = from_time_scale(place);
+    const EditPosition frame = std::min(scan_forward(part_at(pos), pos), document.total_size);
+    if (!set_cue(frame, gain, cues.creates_names)) break;
+    ++count;
+    if (document.total_size - frame < shortest_rest) break;  // the next part would be too short
+  }
+  return count;
+}
+
 }  // namespace
 
 void AutoCueDialog::begin() {
@@ -85,29 +106,12 @@ bool AutoCueDialog::accept() {
 }
 
 int set_auto_cues(const AutoCues& cues) {
-  const double bytes_a_second = double{stream.avg_bitrate} * 0.125;
-  const double step = cues.interval * bytes_a_second;
-  const double shortest_rest = (cues.interval + cues.last_length) * bytes_a_second;
-  if (!(step >= 1)) return 0;
-  undo_push(true, ui_text(men, 42));
-  const bool has_range = has_selected_range();
-  const std::uint32_t begin = has_range ? to_time_scale(selection.sel_beg) : 0;
-  const std::uint32_t end = has_range ? to_time_scale(selection.sel_end) : document.total_size;
-  const std::int16_t gain = document.parts[part_at(begin)].part_gainbeg;
-
   int count = 0;
-  for (double scaled = begin; scaled < end; scaled += step) {
-    const std::uint32_t place = whole_part(scaled);
-    if (place == 0) continue;  // the stream's start is a track start already
-    const EditPosition pos = from_time_scale(place);
-    const EditPosition frame = std::min(scan_forward(part_at(pos), pos), document.total_size);
-    if (!set_cue(frame, gain, cues.creates_names)) break;
-    ++count;
-    open_state.document_modified = true;
-    if (document.total_size - frame < shortest_rest) break;  // the next part would be too short
-  }
-  selection.sel_beg = selection.sel_end = no_position;
-  document.current_part = part_at(selection.cursor);
+  carry_out(*command_of(auto_cue_command), [&] {
+    count = set_cues(cues);
+    selection.sel_beg = selection.sel_end = no_position;
+    return count > 0 ? Result::done : Result::nothing;
+  });
   return count;
 }
 

@@ -61,7 +61,10 @@ struct CheckMark {
 
 // Commands that another module names.
 constexpr CommandId names_command = 1028;
+constexpr CommandId level_command = 1021;
+constexpr CommandId normalize_command = 1025;
 constexpr CommandId file_info_command = 1027;
+constexpr CommandId auto_cue_command = 1042;
 constexpr CommandId load_cue_sheet_command = 1044;
 constexpr CommandId text_is_ansi_command = 1075;
 constexpr CommandId text_is_utf8_command = 1076;

@@ -10,13 +10,11 @@
 #include "edit/level_point.h"
 #include "edit/places.h"
 #include "edit/requirements.h"
-#include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "settings/settings.h"
-#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -53,42 +51,33 @@ void make_stage(EditPosition pos, Stages stages, std::uint32_t length, int chang
   if (made < part_count()) add_gain(gain_of(made), change / -3);
 }
 
-bool fade_out(std::string_view label, Stages stages) {
-  if (part_at(selection.sel_beg) + 1 != part_count()) return false;
-  undo_push(true, label);
+// A fade goes to the end of the stream from behind its middle, and from its start up to there.
+bool fades_out() { return selection.sel_beg * std::uint64_t{2} > document.total_size; }
+bool fades_in() { return selection.sel_end * std::uint64_t{2} < document.total_size; }
+
+void fade_out(Stages stages) {
   const PartIndex behind = delete_range(selection.sel_beg, selection.sel_beg);
   gain_of(behind) = document.end_gain;
   document.end_gain = bottom_gain();
   const std::uint32_t length = document.total_size - selection.sel_beg;
   const auto two_thirds = static_cast<std::uint32_t>(std::uint64_t{length} * 2 / 3);
   make_stage(selection.sel_beg + two_thirds, stages, length, gain_of(behind) - document.end_gain);
-  return true;
 }
 
-bool fade_in(std::string_view label, Stages stages) {
-  if (part_at(selection.sel_end) != 0) return false;
-  undo_push(true, label);
+void fade_in(Stages stages) {
   const PartIndex behind = delete_range(selection.sel_end, selection.sel_end);
   gain_of(behind) = gain_of(0);
   gain_of(0) = bottom_gain();
   make_stage(selection.sel_end / 3, stages, selection.sel_end, gain_of(behind) - gain_of(0));
-  return true;
 }
 
-bool fade(std::string_view label, Stages stages) {
-  const std::size_t new_parts = stages == Stages::one ? 1 : 2;
-  if (!require_level_control() || !require_room_for_parts(new_parts)) return false;
-  ensure_selection(selection.cursor);
-  const EditPosition begin = selection.sel_beg;
-  const EditPosition end = selection.sel_end;
-  if (end == 0 || begin == document.total_size) return false;
-  const std::uint64_t total = document.total_size;
-  if (begin * std::uint64_t{2} > total && !fade_out(label, stages)) return false;
-  if (end * std::uint64_t{2} < total && !fade_in(label, stages)) return false;
-  open_state.document_modified = true;
-  document.current_part = part_at(selection.cursor);
+void fade(Stages stages) {
+  if (fades_out()) {
+    fade_out(stages);
+  } else if (fades_in()) {
+    fade_in(stages);
+  }
   clear_selection();
-  return true;
 }
 
 // The part that begins with the second frame of the selection: over the first one the level slides.
@@ -119,8 +108,18 @@ std::string gain_text(int gain) { return fmt::format("{:+2.1f} dB", gain * 15 / 
 void part_level_up() { level_step(1); }
 void part_level_down() { level_step(-1); }
 
-bool simple_fade() { return fade(ui_text(men, 19), Stages::one); }
-bool two_stage_fade() { return fade(ui_text(men, 46), Stages::two); }
+Outcome need_fade() {
+  constexpr std::size_t new_parts = 2;
+  if (Outcome level = need_level_control(); level.result != Result::done) return level;
+  ensure_selection(selection.cursor);
+  if (selection.sel_end == 0 || selection.sel_beg == document.total_size) return Result::nothing;
+  if (fades_out() && part_at(selection.sel_beg) + 1 != part_count()) return Result::nothing;
+  if (fades_in() && part_at(selection.sel_end) != 0) return Result::nothing;
+  return need_room_for_parts(new_parts);
+}
+
+void simple_fade() { fade(Stages::one); }
+void two_stage_fade() { fade(Stages::two); }
 
 void shift_selection_level(int change) {
   const PartIndex first = selection.sel_beg == 0 ? PartIndex{0} : begin_edge();

@@ -1,11 +1,12 @@
 // The commands that change levels: gains at part borders, between which the level slides. Nothing
 // is decoded; the gains are written into the frames as these pass. Where they need a border they
-// make one, and with too many parts for that they do nothing and tell so.
+// make one, and with too many parts for that they are refused.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
+#include "edit/outcome.h"
 #include "model/document.h"
 
 namespace corvelin {
@@ -25,13 +26,16 @@ std::string gain_text(int gain);
 void part_level_up();
 void part_level_down();
 
+/// In front of a fade: without a selection it selects the cursor. There is nothing to do at the
+/// ends of the stream, and where other parts lie between the selection and its end.
+Outcome need_fade();
+
 /// Fades out from the selection's begin to the end of the stream, or in from the start to the
-/// selection's end, by the half in which it lies; without a selection at the cursor. Nothing is
-/// done where other parts lie between.
-bool simple_fade();
+/// selection's end, by the half in which it lies. Clears the selection.
+void simple_fade();
 
 /// The same with a border that lets two thirds of the change happen in the last third of the way.
-bool two_stage_fade();
+void two_stage_fade();
 
 /// Adds steps to all gains of the selection, with one-frame edges where it doesn't reach an end of
 /// the stream. The selection stays, between its edges.

@@ -5,11 +5,10 @@
 
 #include <algorithm>
 
-#include "document/open_state.h"
+#include "edit/commands.h"
 #include "edit/level_commands.h"
 #include "edit/places.h"
 #include "edit/requirements.h"
-#include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
@@ -110,21 +109,22 @@ std::string LevelDialog::to_text() {
   return fmt::format("{} {}", ui_text(dlg, 42), gain_text(selection.sel_gain_end));
 }
 
-bool LevelDialog::accept() {
-  constexpr std::size_t new_parts = 4;
-  if (!has_selected_range() || !require_room_for_parts(new_parts)) return false;
-  undo_push(true, ui_text(men, 21));
+Outcome LevelDialog::write() {
   const std::int16_t level_around = document.parts[part_at(selection.sel_beg)].part_gainbeg;
   set_begin(level_around);
   set_end(level_around);
   clear_selection();
-  document.current_part = part_at(selection.cursor);
-  open_state.document_modified = true;
-  return true;
+  return Result::done;
+}
+
+bool LevelDialog::accept() {
+  constexpr std::size_t new_parts = 4;
+  if (!has_selected_range() || !require(need_room_for_parts(new_parts))) return false;
+  return carry_out(*command_of(level_command), write) == Result::done;
 }
 
 bool level_dialog() {
-  if (!require_selected_range() || !require_level_control()) return false;
+  if (!require(need_range()) || !require(need_level_control())) return false;
   if (part_at(selection.sel_beg) != part_at(selection.sel_end)) {
     show_invalid_range();
     return false;

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "edit/outcome.h"
 #include "platform/host.h"
 
 namespace corvelin {
@@ -39,6 +40,9 @@ struct LevelDialog : Dialog {
   /// selection is long enough for that. False, and nothing done, for a selection without length and
   /// with too many parts.
   bool accept() override;
+
+ private:
+  static Outcome write();
 };
 
 /// The dialog, for a selection inside one part.

@@ -9,9 +9,9 @@
 #include "audio/decoder_bridge.h"
 #include "audio/peak_seek.h"
 #include "document/open_state.h"
+#include "edit/commands.h"
 #include "edit/level_commands.h"
 #include "edit/requirements.h"
-#include "edit/undo.h"
 #include "model/selection.h"
 #include "platform/numbers.h"
 #include "text/boxes.h"
@@ -30,10 +30,11 @@ int batch_offset() { return batch_active ? batch_level - batch_level_unchanged :
 
 void select_whole_stream() {
   if (has_selected_range()) return;
-  undo_push(false, ui_text(win, 22));
-  selection.sel_beg = 0;
-  selection.sel_end = document.total_size;
-  host().refresh_view(Refresh::places);
+  carry_out(selection_change, [] {
+    selection.sel_beg = 0;
+    selection.sel_end = document.total_size;
+    return Result::done;
+  });
 }
 
 }  // namespace
@@ -106,12 +107,12 @@ bool NormalizeDialog::accept() {
     show_refusal("There is nothing but digital silence: no level was changed.");
     return false;
   }
-  if (!require_room_for_parts(new_parts)) return false;
-  undo_push(true, ui_text(men, 26));
-  shift_selection_level(norm_change);
-  document.current_part = part_at(selection.cursor);
-  open_state.document_modified = true;
-  return true;
+  if (!require(need_room_for_parts(new_parts))) return false;
+  const auto shift = [this] {
+    shift_selection_level(norm_change);
+    return Result::done;
+  };
+  return carry_out(*command_of(normalize_command), shift) == Result::done;
 }
 
 bool NormalizeDialog::close_unattended() {
@@ -121,7 +122,7 @@ bool NormalizeDialog::close_unattended() {
 }
 
 bool normalize_dialog() {
-  if (!require_level_control()) return false;
+  if (!require(need_level_control())) return false;
   select_whole_stream();
   NormalizeDialog dialog;
   dialog.begin();

@@ -7,7 +7,6 @@
 #include "model/stream_info.h"
 #include "platform/host.h"
 #include "settings/settings.h"
-#include "text/boxes.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -34,28 +33,19 @@ Outcome need_undo_step() {
   return Result::nothing;
 }
 
-bool require_selected_range() {
-  if (has_selected_range()) return true;
-  show_refusal(ui_text(msg, 20));
-  return false;
+Outcome need_level_control() {
+  if (stream_kind.layer == 2) return refuse(ui_text(msg, 22));
+  return stream.is_aac != 0 ? refuse(ui_text(win, 35)) : Result::done;
 }
 
-bool require_level_control() {
-  if (stream_kind.layer == 2) {
-    show_refusal(ui_text(msg, 22));
-    return false;
-  }
-  if (stream.is_aac != 0) {
-    show_refusal(ui_text(win, 35));
-    return false;
-  }
-  return true;
+Outcome need_room_for_parts(std::size_t count) {
+  if (document.parts.size() + count <= most_parts) return Result::done;
+  return refuse(ui_text(msg, 16));
 }
 
-bool require_room_for_parts(std::size_t count) {
-  if (document.parts.size() + count <= most_parts) return true;
-  show_invalid_range();
-  return false;
+bool require(const Outcome& need) {
+  if (need.box) host().show_message_box(*need.box);
+  return need.result == Result::done;
 }
 
 }  // namespace corvelin

@@ -20,13 +20,13 @@ Outcome need_mutable_cut();
 /// Nothing is done without a step to take back, but for a beep.
 Outcome need_undo_step();
 
-/// Whether a selection with a length is there. It is told when not, as by the next ones.
-bool require_selected_range();
+/// Refused where the stream's level can't be changed inside its frames: in Layer II and AAC.
+Outcome need_level_control();
 
-/// Whether the stream's level can be changed inside its frames, which Layer II and AAC don't allow.
-bool require_level_control();
+/// Refused where the part table doesn't take so many parts more.
+Outcome need_room_for_parts(std::size_t count);
 
-/// Whether the part table takes so many parts more.
-bool require_room_for_parts(std::size_t count);
+/// Whether a need is met. If not, the user is told why. For what is not a check in the table.
+bool require(const Outcome& need);
 
 }  // namespace corvelin

@@ -30,7 +30,7 @@ bool run_unattended(PauseDialog& dialog) {
 bool run_unattended(AutoCueDialog& dialog) { return dialog.accept() && dialog.cues_set > 0; }
 
 bool normalize_whole_stream() {
-  if (!require_level_control()) return false;
+  if (!require(need_level_control())) return false;
   select_whole_stream();
   batch_level = batch_level_unchanged;
   NormalizeDialog dialog;

@@ -43,15 +43,15 @@ TEST_F(Levels, FadeToAndFromTheBottom) {
   for (const Row& row : table) {
     SCOPED_TRACE(row.before);
     begin_with(row.before);
-    simple_fade();
+    dispatch_command(1019);
     EXPECT_EQ(levels(), row.simple);
     begin_with(row.before);
-    two_stage_fade();
+    dispatch_command(1047);
     EXPECT_EQ(levels(), row.two_stage);
   }
   settings.lowest_gain = 10;  // 6 steps, and two of them in the last third
   begin_with("0-20 @11");
-  two_stage_fade();
+  dispatch_command(1047);
   EXPECT_EQ(levels(), "0-11 11-17 17-20g-2|-6");
 }
 
