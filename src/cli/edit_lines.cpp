@@ -72,8 +72,8 @@ Refusal run_words(const std::vector<std::string>& words, HeadlessHost& host) {
 
 std::span<const std::span<const EditLine>> line_tables() {
   static const std::span<const EditLine> tables[] = {
-      document_lines(), cut_lines(), selection_lines(), name_lines(),
-      save_lines(),     run_lines(), later_lines()};
+      document_lines(), cut_lines(),  selection_lines(), name_lines(),
+      level_lines(),    save_lines(), run_lines(),       later_lines()};
   return tables;
 }
 
@@ -107,6 +107,7 @@ Refusal set_refusal(SetResult result, std::string_view key, std::string_view val
 Refusal run_edit_words(const std::vector<std::string>& words, HeadlessHost& host) {
   Refusal refusal = run_words(words, host);
   host.set_next_path(std::nullopt);  // a line that was refused before it asked
+  host.set_next_dialog(nullptr);
   return refusal;
 }
 

@@ -10,6 +10,7 @@
 #include "edit/split_dialog.h"
 #include "platform/file.h"
 #include "platform/text.h"
+#include "unattended/dialog_runs.h"
 
 namespace corvelin {
 
@@ -80,14 +81,23 @@ std::optional<std::string> HeadlessHost::ask_for_existing_file(const FileDialog&
   return take_next_path(dialog);
 }
 
-// A split needs no answer: it runs with the settings as they stand. Texts to fill in are a matter
-// for the lines that name them.
+// Dialogs with buttons alone need no answer: they run with the settings as they stand. Texts to
+// fill in are a matter for the lines that name them.
 bool HeadlessHost::show(Dialog& dialog) {
+  if (const auto fill_in = std::exchange(next_dialog_, nullptr)) return fill_in(dialog);
+  if (auto* const normalize = dynamic_cast<NormalizeDialog*>(&dialog))
+    return run_unattended(*normalize);
+  if (auto* const pause = dynamic_cast<PauseDialog*>(&dialog)) return run_unattended(*pause);
+  if (auto* const auto_cue = dynamic_cast<AutoCueDialog*>(&dialog)) {
+    if (run_unattended(*auto_cue)) return true;
+    tell("No cue was set.");
+    return false;
+  }
   auto* const split = dynamic_cast<SplitDialog*>(&dialog);
   if (split == nullptr) {
     tell(
-        "There is nobody here to fill in a dialog; see the lines \"names\", \"tag\" and "
-        "\"header_bits\".");
+        "There is nobody here to fill in a dialog; see the lines \"names\", \"tag\", "
+        "\"header_bits\" and \"level\".");
     return false;
   }
   if (!split->accept()) return false;

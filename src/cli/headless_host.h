@@ -2,6 +2,7 @@
 // command line, and runs are stepped in a plain loop.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,6 +27,9 @@ class HeadlessHost : public Host {
   /// The answer to the next question for a file name; nothing takes it back.
   void set_next_path(std::optional<std::string> path) { next_path_ = std::move(path); }
 
+  /// What the next dialog is filled in with and whether it is closed by OK; null takes it back.
+  void set_next_dialog(std::function<bool(Dialog&)> fill_in) { next_dialog_ = std::move(fill_in); }
+
   /// Whether a file may be written under this name: where none stands, or with `--yes`. Tells that
   /// it may not.
   [[nodiscard]] bool may_write(const std::string& path) const;
@@ -38,6 +42,7 @@ class HeadlessHost : public Host {
  private:
   std::optional<BoxAnswer> fixed_answer_;
   std::optional<std::string> next_path_;
+  std::function<bool(Dialog&)> next_dialog_;
   std::vector<MessageBox> messages_;
   bool wants_close_ = false;
 

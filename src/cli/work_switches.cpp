@@ -3,6 +3,8 @@
 
 #include "cli/headless_host.h"
 #include "document/open_state.h"
+#include "edit/auto_crop.h"
+#include "unattended/dialog_runs.h"
 #include "unattended/save_unattended.h"
 
 namespace corvelin {
@@ -13,16 +15,37 @@ SaveOutcome save(const WorkRequest& request, HeadlessHost&) {
   return save_unattended(request.overwrite);
 }
 
+SaveOutcome normalize(const WorkRequest& request, HeadlessHost&) {
+  return normalize_whole_stream() ? save_unattended(request.overwrite) : SaveOutcome::not_started;
+}
+
+SaveOutcome crop(const WorkRequest& request, HeadlessHost&) {
+  if (!auto_crop()) return SaveOutcome::not_started;
+  return save_unattended(request.overwrite);
+}
+
 SaveOutcome split(const WorkRequest& request, HeadlessHost&) {
-  return split_unattended(request.folder);
+  const SaveOutcome outcome = split_unattended(request.folder);
+  if (outcome == SaveOutcome::saved) open_state.document_modified = false;
+  return outcome;
+}
+
+SaveOutcome split_by_clock(const WorkRequest& request, HeadlessHost& host) {
+  return cue_by_clock() ? split(request, host) : SaveOutcome::not_started;
+}
+
+SaveOutcome split_at_pauses(const WorkRequest& request, HeadlessHost& host) {
+  return cue_pauses_of_whole_stream() ? split(request, host) : SaveOutcome::not_started;
 }
 
 constexpr WorkSwitch table[] = {
     {"save", "Save beside the file: song.mp3 gives song.mp3.mp3", false, true, true, save},
-    {"normalize", "Not available yet", false, true, true, nullptr},
-    {"autocrop", "Not available yet", false, true, true, nullptr},
-    {"autocue", "Not available yet", true, false, true, nullptr},
-    {"pausesplit", "Not available yet", true, false, true, nullptr},
+    {"normalize", "Bring the level to full scale, and save", false, true, true, normalize},
+    {"autocrop", "Cut the silence off both ends, and save", false, true, true, crop},
+    {"autocue", "Split by the clock, into FOLDER or beside the audio", true, false, true,
+     split_by_clock},
+    {"pausesplit", "Split at the pauses, into FOLDER or beside the audio", true, false, true,
+     split_at_pauses},
     {"split", "Save a file a track, in FOLDER or beside the audio", true, false, true, split},
     {"rec", "Not available yet", false, false, false, nullptr},
 };

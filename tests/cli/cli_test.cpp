@@ -155,7 +155,7 @@ TEST_F(Cli, SaysWhatItDidNotDo) {
       {"a.mp3 -e 'open \"x'", 1, "a quote is left open"},
       {"a.mp3 -e batch_dialog", 1, "not available yet"},
       {"a.mp3 -e 'save_reencoded x.mp3'", 1, "not available yet"},
-      {"a.mp3 /normalize", 1, "/normalize is not available yet"},
+      {"a.mp3 /normalize", 1, "digital silence"},
       {"--batch . --do save", 1, "--batch is not available yet"},
       // Nothing is written over unasked, whatever the settings say of warnings.
       {"a.mp3 -e 'save exists.mp3'", 1, "exists; it is replaced with --yes"},
@@ -202,6 +202,45 @@ TEST_F(Cli, SwitchesWriteBesideTheFileAndIntoFoldersThatTheyMake) {
   EXPECT_EQ(read_file(folder.path("a.mp3.mp3")).size(), 19U * length);
   EXPECT_EQ(cli("a.mp3 b.mp3 --set split_pattern=%N --split made/here").status, 0);
   EXPECT_EQ(read_file(folder.path("made/here/02.mp3")), read_file(folder.path("b.mp3")));
+}
+
+TEST_F(Cli, LevelsAreSetByLines) {
+  folder.file("a.mp3", Mp3Builder{}.frames(20).bytes());
+  const Result result =
+      cli("a.mp3 -e 'select 2085b 6255b' -e 'level -4 +8' -e 'normalize 2' --json");
+  ASSERT_EQ(result.status, 0) << result.err;
+  std::string gains;
+  const Json state = Json::parse(result.out);
+  for (const Json& part : state["parts"]) gains += part["part_gainbeg"].dump() + ' ';
+  EXPECT_EQ(gains + state["end_gain"].dump(), "2 2 -2 10 2 2");
+}
+
+// What the program measures, told by another decoder.
+TEST_F(Cli, SwitchesMeasureAndSave) {
+  sample("crc.mp3");
+  sample("vbr.mp3");
+  ASSERT_EQ(cli("crc.mp3 --normalize").status, 0);
+  const std::string decode = "mpg123 -q --no-gapless -s crc.mp3.mp3";
+  const std::string samples = shell(decode).out;
+  int peak = 0;
+  for (std::size_t i = 0; i + 1 < samples.size(); i += 2) {
+    const int low = static_cast<unsigned char>(samples[i]);
+    peak = std::max(peak, std::abs(static_cast<signed char>(samples[i + 1]) * 256 + low));
+  }
+  EXPECT_NEAR(peak, 17804 * 1.6818, 3);  // by three steps of 1.50515 dB
+  EXPECT_EQ(shell("mp3val crc.mp3.mp3 | grep 'CRC error'").out, "");
+
+  const Result again = cli("crc.mp3.mp3 --normalize");
+  EXPECT_EQ(again.status, 1);
+  EXPECT_EQ(again.err, "The peak fills the range already.\n");
+  EXPECT_EQ(cli("vbr.mp3 --set silence_skip=0 --set split_pattern=%N --pausesplit parts").status,
+            0);
+  EXPECT_EQ(shell("ls parts").out, "01.mp3\n02.mp3\n03.mp3\n04.mp3\n05.mp3\n");
+  EXPECT_EQ(
+      cli("crc.mp3 --set autocue=5 --set autocue_last=0 --set split_pattern=%N --autocue cues")
+          .status,
+      0);
+  EXPECT_EQ(shell("ls cues").out, "01.mp3\n02.mp3\n03.mp3\n");
 }
 
 TEST_F(Cli, FullDiskIsToldAndTheSourceStands) {
