@@ -55,7 +55,7 @@ bool open_acm(EncoderUse use, std::uint16_t channels, std::uint32_t sample_rate)
                       settings.enc_acm_highquality != 0);
   if (result == AcmResult::ok) return true;
   return refuse_with_instruction(use != EncoderUse::reencode ? "Could not open ACM encoder"
-                                                           : ui_text(msg, 6));
+                                                             : ui_text(msg, 6));
 }
 
 bool open_lame(EncoderUse use, std::uint32_t sample_rate) {

@@ -168,7 +168,8 @@ void apply_lame_preset(std::size_t index) {
   settings.enc_lam_bitrate_max = static_cast<std::uint16_t>(field(line, bitrate_max_column));
   settings.enc_lam_quality = static_cast<std::uint32_t>(field(line, quality_column));
   // CBR, which is -1, stands in the line as a number of 8 bits.
-  settings.enc_lam_vbr_method = static_cast<std::int8_t>(field(line, method_column));
+  const auto method = static_cast<std::uint8_t>(field(line, method_column));
+  settings.enc_lam_vbr_method = method == 0xFF ? lame_method_cbr : method;
   settings.enc_lam_vbr_quality = static_cast<std::uint8_t>(field(line, vbr_quality_column));
   choose_lame_abr_bitrate(field(line, abr_bitrate_column));
   correct_lame_settings();

@@ -34,7 +34,7 @@ struct Playback {
   bool is_playing = false;        // the output device is open
   bool playback_running = false;  // and its buffers have been filled
   bool is_recording_armed = false;
-  std::uint8_t fast_play_level = 0;   // 0 normal speed, 4 the fastest; holds from the next fill on
+  std::uint8_t fast_play_level = 0;  // 0 normal speed, 4 the fastest; holds from the next fill on
   PrelistenMode prelisten_mode = plain_play;
   bool has_jumped = false;        // over the selection, in a prelisten of the cut
   bool stops_at_buffer = false;   // when the next buffer comes back

@@ -176,7 +176,7 @@ RecordStep record_write_block(std::span<const std::uint8_t> pcm) {
 // sound that set it off is kept.
 RecordStep record_by_level(std::span<const std::uint8_t> pcm) {
   const auto threshold = static_cast<std::uint8_t>(settings.rec_threshold & 0xFF);
-  const std::int64_t pause = (settings.rec_threshold >> 8) * 1000;  // milliseconds
+  const std::int64_t pause = std::int64_t{1000} * (settings.rec_threshold >> 8);  // milliseconds
   const std::int64_t now = input_time();
   if (level_meter.meter_overall > threshold) recorder.rec_active_until = now + pause;
   if (recorder.rec_active_until < now) {
@@ -203,7 +203,7 @@ RecordStep record_by_level(std::span<const std::uint8_t> pcm) {
 }
 
 void remember(std::span<const std::uint8_t> pcm) {
-  std::ranges::rotate(recorder.rec_prev, recorder.rec_prev.end() - 1);
+  std::rotate(recorder.rec_prev.begin(), recorder.rec_prev.end() - 1, recorder.rec_prev.end());
   recorder.rec_prev.front().assign(pcm.begin(), pcm.end());
 }
 

@@ -27,7 +27,7 @@ struct RecordingCue {
 };
 
 struct Recorder {
-  bool rec_writing = false;        // the file is open
+  bool rec_writing = false;  // the file is open
   OutputFile rec_file;
   std::string rec_file_name;
   std::vector<WaveHeader> rec_buffers;
@@ -35,9 +35,9 @@ struct Recorder {
   unsigned channels = 2;
   std::uint32_t sample_rate = 44100;
 
-  std::uint64_t rec_file_bytes = 0;   // in the file, for an append with those that were there
+  std::uint64_t rec_file_bytes = 0;       // in the file, for an append with those that were there
   std::vector<std::uint8_t> rec_pending;  // encoded, and not written yet
-  std::int64_t rec_pcm_clock = 0;     // bytes of input of this take / 100
+  std::int64_t rec_pcm_clock = 0;         // bytes of input of this take / 100
   bool rec_by_pcm = false;  // time goes by that clock: a variable bit rate's file doesn't tell it
   double rec_rate = 0;      // a second of recorded time in the unit of `recorded_length`, times 8
   std::int64_t rec_limit = 0;      // the time limit in that unit
@@ -46,13 +46,13 @@ struct Recorder {
   float rec_speed = 0;        // the stretch of a record played at the wrong speed; 0 for none
   bool rec_level_on = false;  // this one is activated by level
   bool rec_active = false;    // and a sound is being written
-  std::int64_t rec_active_until = -1;  // milliseconds of `input_time`
+  std::int64_t rec_active_until = -1;                 // milliseconds of `input_time`
   std::array<std::vector<std::uint8_t>, 3> rec_prev;  // the last three buffers, the newest first
-  std::uint64_t input_bytes = 0;  // that the device delivered
+  std::uint64_t input_bytes = 0;                      // that the device delivered
 
-  std::vector<RecordingCue> rec_cues;     // at most `most_recording_cues`
-  std::int64_t rec_last_time_cue = -1;    // milliseconds of `input_time`; -1 for none yet
-  std::size_t rec_backlog = 0;  // full buffers that wait
+  std::vector<RecordingCue> rec_cues;       // at most `most_recording_cues`
+  std::int64_t rec_last_time_cue = -1;      // milliseconds of `input_time`; -1 for none yet
+  std::size_t rec_backlog = 0;              // full buffers that wait
   std::vector<std::string> finished_files;  // that the recording went on from
 };
 
@@ -95,9 +95,9 @@ bool record_add_cue();
 
 /// What the end of a recording came to.
 struct RecordingEnd {
-  std::error_code error;       // of the file
-  double lost_seconds = 0;     // of sound that came too fast for the system
-  bool has_file = false;       // there is something to open
+  std::error_code error;    // of the file
+  double lost_seconds = 0;  // of sound that came too fast for the system
+  bool has_file = false;    // there is something to open
 };
 
 /// Ends everything: what the device still has goes to the file, with the encoder's last frames and,

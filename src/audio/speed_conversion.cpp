@@ -25,7 +25,7 @@ void stretch(std::span<const std::int16_t> samples, float speed, unsigned channe
   out.assign(total, 0);
   float pos = 0;
   for (std::size_t at = 0; at + channels <= total; at += channels) {
-    std::size_t base = static_cast<std::size_t>(pos);
+    auto base = static_cast<std::size_t>(pos);
     base -= base % channels;
     if (base > last_base) base = last_base;
     // A place between two samples is measured in steps, so beyond a factor of 1 the line through

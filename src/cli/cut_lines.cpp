@@ -90,7 +90,7 @@ constexpr EditLine table[] = {
     {"cut", "POS POS [POS POS …]", "cuts out the ranges", 2, any_count, true, cut_line},
     {"keep", "POS POS [POS POS …]", "keeps the ranges and cuts out the rest", 2, any_count, true,
      keep_line},
-    {"cue", "POS [\"TITLE\" [\"ARTIST\"]]", "sets a cue: a track begins there", 1, 3, true,
+    {"cue", R"(POS ["TITLE" ["ARTIST"]])", "sets a cue: a track begins there", 1, 3, true,
      cue_line},
 };
 

@@ -39,7 +39,7 @@ std::string translation_credits() {
 }
 
 std::string text_of_file(std::string_view name) {
-  constexpr std::size_t largest_text = 256 * 1024;  // bytes
+  constexpr std::size_t largest_text = std::size_t{256} * 1024;  // bytes
   std::string text;
   read_whole_file(program_file(name), largest_text, text);
   return text;

@@ -26,7 +26,7 @@ constexpr int pieces_per_slice = 4;  // of up to two megabytes
 
 }  // namespace
 
-SaveRun::SaveRun(std::string name, EditRange range, std::optional<std::uint16_t> replaced)
+SaveRun::SaveRun(const std::string& name, EditRange range, std::optional<std::uint16_t> replaced)
     : name_(in_current_folder(name)), range_(range), replaced_(replaced) {}
 
 bool SaveRun::begin() {

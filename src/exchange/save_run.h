@@ -20,7 +20,8 @@ class SaveRun : public LongRun {
  public:
   /// `name` is the file to end up with. With `replaced` it is that source file of the document,
   /// whose place the finished file takes.
-  SaveRun(std::string name, EditRange range, std::optional<std::uint16_t> replaced = std::nullopt);
+  SaveRun(const std::string& name, EditRange range,
+          std::optional<std::uint16_t> replaced = std::nullopt);
 
   /// Creates the target. False when that fails, when a source could not be read in full since it
   /// was opened, and when the source to be replaced isn't the file any more that was opened; the

@@ -24,8 +24,7 @@ bool FrameWalk::next(std::uint32_t most_blocks) {
 bool FrameWalk::find(std::uint32_t most_blocks, std::uint32_t& offset, FrameInfo& frame) {
   for (; offset < end_ && most_blocks > 0; --most_blocks) {
     const auto block = window_.bytes_at(file_, offset, search_read_size);
-    const std::size_t usable =
-        std::min<std::size_t>({block.size(), search_block_size, end_ - offset});
+    const auto usable = std::min<std::size_t>({block.size(), search_block_size, end_ - offset});
     const auto found = find_frame_in_block(block, usable, frame_.sample_rate);
     if (found) {
       offset += found->pos;

@@ -132,7 +132,8 @@ class Host {
   /// The buttons of play and record may look different now.
   virtual void show_transport() {}
 
-  /// Calls `operation` once, from the event loop, when `pause` is over; at once without such a loop.
+  /// Calls `operation` once, from the event loop, when `pause` is over; at once without such a
+  /// loop.
   virtual void call_later(std::chrono::milliseconds pause, const std::function<void()>& operation);
 
   /// A setting was changed that takes a new start to hold in full.

@@ -90,7 +90,10 @@ void say_nothing(const char*, va_list) {}
 
 // LAME's own scale: 0 takes the most care and time, 9 the least.
 int quality_of(std::uint32_t preset) {
-  constexpr int normal = 5, low = 9, high = 2, very_high = 0;
+  constexpr int normal = 5;
+  constexpr int low = 9;
+  constexpr int high = 2;
+  constexpr int very_high = 0;
   switch (preset) {
     case 1:
       return low;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
+#include <utility>
 
 #include "platform/file.h"
 #include "platform/text.h"
@@ -92,9 +93,10 @@ std::string behind_links(const std::string& path) {
   std::string place = path;
   std::error_code error;
   for (int i = 0; i < longest_chain && std::filesystem::is_symlink(place, error); ++i) {
-    const std::string link = std::filesystem::read_symlink(place, error).string();
+    std::string link = std::filesystem::read_symlink(place, error).string();
     if (error) return path;
-    place = link.starts_with('/') ? link : std::string(folder_of(place)) + link;
+    if (!link.starts_with('/')) link.insert(0, folder_of(place));
+    place = std::move(link);
   }
   return place;
 }

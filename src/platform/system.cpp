@@ -84,10 +84,11 @@ std::string program_path() {
 
 std::string program_file(std::string_view name) {
   const std::string folder(folder_of(program_path()));
-  const std::string beside = folder + std::string(name);
+  std::string beside = folder + std::string(name);
   if (file_facts(beside).found) return beside;
-  const std::string installed = folder + "../share/corvelin/" + std::string(name);
-  return file_facts(installed).found ? installed : beside;
+  std::string installed = folder + "../share/corvelin/" + std::string(name);
+  if (file_facts(installed).found) return installed;
+  return beside;
 }
 
 }  // namespace corvelin

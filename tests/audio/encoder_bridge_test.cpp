@@ -9,9 +9,9 @@
 #include "audio/encoder_settings.h"
 #include "audio/speed_conversion.h"
 #include "model/frame_locator.h"
+#include "model/stream_info.h"
 #include "platform/dynamic_library.h"
 #include "settings/settings.h"
-#include "model/stream_info.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {

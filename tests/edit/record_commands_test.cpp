@@ -118,8 +118,8 @@ TEST_F(RecordCommands, EndsAtTheLimitOrGoesOnInANewFile) {
   ASSERT_TRUE(start_recording());
   hear(130);
   stop_recording();
-  EXPECT_EQ(folder.names(), (std::vector<std::string>{"part (2).mp3", "part (3).mp3", "part.mp3",
-                                                      "take.mp3"}));
+  EXPECT_EQ(folder.names(),
+            (std::vector<std::string>{"part (2).mp3", "part (3).mp3", "part.mp3", "take.mp3"}));
   const double whole =
       seconds_of("part.mp3") + seconds_of("part (2).mp3") + seconds_of("part (3).mp3");
   EXPECT_NEAR(whole, 130.05, 0.06);  // not a sample is missing in between

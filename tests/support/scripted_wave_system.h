@@ -45,9 +45,9 @@ class ScriptedWaveSystem : public WaveSystem {
   /// It brings these bytes, in periods of at most 4096.
   void record(std::span<const std::uint8_t> bytes) {
     while (!bytes.empty()) {
-      std::vector<std::uint8_t> period(bytes.begin(),
-                                       bytes.begin() + static_cast<std::ptrdiff_t>(
-                                                           std::min<std::size_t>(4096, bytes.size())));
+      std::vector<std::uint8_t> period(
+          bytes.begin(),
+          bytes.begin() + static_cast<std::ptrdiff_t>(std::min<std::size_t>(4096, bytes.size())));
       bytes = bytes.subspan(period.size());
       stream_->transfer(period);
     }
