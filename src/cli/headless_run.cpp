@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <string>
 #include <system_error>
 
@@ -14,6 +15,7 @@
 #include "cli/reports.h"
 #include "cli/script.h"
 #include "cli/state_json.h"
+#include "cli/times.h"
 #include "cli/unsaved.h"
 #include "document/open_state.h"
 #include "edit/save_audio.h"
@@ -73,6 +75,8 @@ class HeadlessRun {
     if (!run_settings_.apply(options_)) return wrong_usage;
     load_language();
     clipboard_file = options_.clipboard;
+    uses_display_scale = std::ranges::any_of(
+        options_.settings, [](const auto& setting) { return setting.first == "use_toc"; });
     work();
     shut_down();
     store();

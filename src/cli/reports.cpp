@@ -5,20 +5,25 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <iterator>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
 #include "cli/messages.h"
+#include "cli/times.h"
 #include "document/open_state.h"
 #include "edit/file_info_dialog.h"
 #include "exchange/id3v1.h"
+#include "exchange/id3v2_copy.h"
+#include "exchange/id3v2_texts.h"
 #include "model/document.h"
 #include "model/fade.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/time_mapping.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "stream/frame_gain.h"
@@ -27,41 +32,75 @@ namespace corvelin {
 
 namespace {
 
-std::string id3v1_text() {
-  if (!has_id3v1()) return "No";
-  return open_state.keep_id3v1 ? "Yes" : "Yes (not keeping)";
+// Lines of a label and a value, which stand in columns.
+class Summary {
+ public:
+  void line(std::string_view label, std::string_view value) {
+    fmt::format_to(std::back_inserter(text_), "{:23}{}\n", label, value);
+  }
+  void text_line(std::string_view label, std::string_view value) {
+    if (!value.empty()) line(fmt::format("  {}:", label), value);
+  }
+  void add(std::string_view text) { text_ += text; }
+  std::string take() { return printable(std::move(text_)); }
+
+ private:
+  std::string text_;
+};
+
+void add_id3v1(Summary& summary) {
+  summary.line("ID3v1 tag:", !has_id3v1()            ? "No"
+                             : open_state.keep_id3v1 ? "Yes"
+                                                     : "Yes (not keeping)");
+  if (!has_id3v1()) return;
+  const TagDialog tag = tag_dialog_load();
+  const auto add = [&](std::string_view label, const std::u16string& text) {
+    summary.text_line(label, wide_to_bytes(text, true));
+  };
+  add("title", tag.title);
+  add("artist", tag.artist);
+  add("album", tag.album);
+  add("year", tag.year);
+  add("comment", tag.comment);
+  summary.text_line("track", tag.track == 0 ? "" : std::to_string(tag.track));
+  summary.text_line("genre", tag.genre);
 }
 
-std::string format_text(const FrameInfo& frame) {
+void add_id3v2(Summary& summary) {
+  const std::optional<Id3v2Texts> tag = id3v2_texts();
+  if (!tag) return;
+  summary.line("ID3v2 tag:", keeps_id3v2(false) ? "Yes" : "Yes (not keeping)");
+  summary.text_line("title", tag->title);
+  summary.text_line("artist", tag->artist);
+  summary.text_line("album", tag->album);
+  summary.text_line("year", tag->year);
+  summary.text_line("track", tag->track);
+}
+
+std::string kind_text() {
   constexpr std::array<std::string_view, 5> modes = {"-", "stereo", "joint stereo", "dual channel",
                                                      "mono"};
-  const std::string_view channels = modes[std::min<std::size_t>(frame.channel_mode, 4)];
-  std::string kind;
-  if (stream.is_aac != 0) {
-    kind = fmt::format("ADTS AAC (MPEG-{})", frame.version);
-  } else {
-    const std::string_view version = frame.version == 3 ? "2.5" : frame.version == 2 ? "2" : "1";
-    kind = fmt::format("MPEG {} Layer {}", version, frame.layer == 3 ? "III" : "II");
-  }
-  return fmt::format("{}, {} Hz, {}, CRC: {}", kind, frame.sample_rate, channels,
-                     frame.has_crc != 0 ? "yes" : "no");
-}
-
-// The time from one place in the edited stream to another.
-std::string time_text(EditPosition pos, EditPosition from) {
-  return format_time(to_time_scale(pos) - to_time_scale(from), double{stream.avg_bitrate});
+  const std::string_view channels = modes[std::min<std::size_t>(stream_kind.channel_mode, 4)];
+  const std::string_view version = stream_kind.version == 3   ? "2.5"
+                                   : stream_kind.version == 2 ? "2"
+                                                              : "1";
+  const std::string kind =
+      stream.is_aac != 0
+          ? fmt::format("ADTS AAC (MPEG-{})", stream_kind.version)
+          : fmt::format("MPEG {} Layer {}", version, stream_kind.layer == 3 ? "III" : "II");
+  return fmt::format("{}, {} Hz, {}, CRC: {}", kind, stream_kind.sample_rate, channels,
+                     stream_kind.has_crc ? "yes" : "no");
 }
 
 std::string place_text(EditPosition pos) {
-  return fmt::format("{} ({})", group_thousands(pos), time_text(pos, 0));
+  return fmt::format("{} ({})", group_thousands(pos), time_text(seconds_at(pos)));
 }
 
-std::string part_line(std::size_t index) {
+std::string part_line(std::size_t index, double begin, double end) {
   const Part& part = document.parts[index];
   std::string line =
       fmt::format("  {:3}  {}  {}  {}  position {}  size {}  file {}  offset {}", index,
-                  part.part_iscue != 0 ? "cue" : "cut", time_text(part.part_beg, 0),
-                  time_text(part_end(static_cast<PartIndex>(index)), part.part_beg),
+                  part.part_iscue != 0 ? "cue" : "cut", time_text(begin), time_text(end - begin),
                   group_thousands(part.part_beg), group_thousands(part.part_size), part.part_file,
                   group_thousands(part.part_filepos));
   if (part.part_gainbeg != 0) line += fmt::format("  gain {:+.1f} dB", part.part_gainbeg * 1.5);
@@ -70,30 +109,37 @@ std::string part_line(std::size_t index) {
   return line + "\n";
 }
 
+void add_parts(Summary& summary) {
+  summary.line("Parts:", fmt::format("{} (number, kind, start, length)", document.parts.size()));
+  double begin = 0;
+  for (std::size_t i = 0; i < document.parts.size(); ++i) {
+    const double end = seconds_at(part_end(static_cast<PartIndex>(i)));
+    summary.add(part_line(i, begin, end));
+    begin = end;
+  }
+}
+
 }  // namespace
 
 std::string stream_summary() {
-  std::string text;
-  const auto line = [&text](std::string_view label, std::string_view value) {
-    fmt::format_to(std::back_inserter(text), "{:23}{}\n", label, value);
-  };
-  line("File:", document.files[0].file_name);
+  Summary summary;
+  summary.line("File:", document.files[0].file_name);
   for (const InfoLine& info : file_info_lines(selection.cursor))
-    line(info.label, info.value.empty() ? "-" : info.value);
-  line("ID3v1 tag:", id3v1_text());
-  line("Stream:", format_text(stream.current_frame));
-  line("Total time:", time_text(document.total_size, 0));
-  line("Source files:", std::to_string(document.files.size()));
+    summary.line(info.label, info.value.empty() ? "-" : info.value);
+  add_id3v2(summary);
+  add_id3v1(summary);
+  summary.line("Stream:", kind_text());
+  summary.line("Total time:", time_text(total_seconds()));
+  summary.line("Source files:", std::to_string(document.files.size()));
   for (std::size_t i = 1; i < document.files.size(); ++i)
-    line(fmt::format("  file {}:", i), document.files[i].file_name);
-  line("Cursor:", place_text(selection.cursor));
+    summary.line(fmt::format("  file {}:", i), document.files[i].file_name);
+  summary.line("Cursor:", place_text(selection.cursor));
   if (has_selection()) {
-    line("Selection:",
-         fmt::format("{} - {}", place_text(selection.sel_beg), place_text(selection.sel_end)));
+    summary.line("Selection:", fmt::format("{} - {}", place_text(selection.sel_beg),
+                                           place_text(selection.sel_end)));
   }
-  line("Parts:", fmt::format("{} (number, kind, start, length)", document.parts.size()));
-  for (std::size_t i = 0; i < document.parts.size(); ++i) text += part_line(i);
-  return printable(std::move(text));
+  add_parts(summary);
+  return summary.take();
 }
 
 void print_frames() {

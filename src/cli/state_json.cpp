@@ -83,18 +83,20 @@ Json files_json() {
 
 Json parts_json() {
   Json parts = Json::array();
+  double begin = 0;
   for (const Part& part : document.parts) {
-    parts.push_back(
-        {{"part_file", part.part_file},
-         {"part_filepos", part.part_filepos},
-         {"part_size", part.part_size},
-         {"part_beg", part.part_beg},
-         {"part_gainbeg", part.part_gainbeg},
-         {"part_iscue", part.part_iscue},
-         {"part_title", text_or_null(part.part_title)},
-         {"part_artist", text_or_null(part.part_artist)},
-         {"begin_s", seconds_at(part.part_beg)},
-         {"length_s", seconds_at(part.part_beg + part.part_size) - seconds_at(part.part_beg)}});
+    const double end = seconds_at(part.part_beg + part.part_size);
+    parts.push_back({{"part_file", part.part_file},
+                     {"part_filepos", part.part_filepos},
+                     {"part_size", part.part_size},
+                     {"part_beg", part.part_beg},
+                     {"part_gainbeg", part.part_gainbeg},
+                     {"part_iscue", part.part_iscue},
+                     {"part_title", text_or_null(part.part_title)},
+                     {"part_artist", text_or_null(part.part_artist)},
+                     {"begin_s", begin},
+                     {"length_s", end - begin}});
+    begin = end;
   }
   return parts;
 }

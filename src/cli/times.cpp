@@ -1,30 +1,51 @@
-// Times by the average rate.
+// The choice between the two kinds of time.
 #include "cli/times.h"
 
-#include <algorithm>
+#include <fmt/format.h>
 
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+
+#include "model/exact_time.h"
 #include "model/stream_info.h"
 #include "model/time_mapping.h"
 
 namespace corvelin {
 
-double seconds_at(EditPosition pos) {
+namespace {
+
+double scaled_seconds(EditPosition pos) {
   return stream.avg_bitrate > 0 ? to_time_scale(pos) * 8.0 / double{stream.avg_bitrate} : 0;
+}
+
+}  // namespace
+
+bool uses_display_scale = false;
+
+double seconds_at(EditPosition pos) {
+  return uses_display_scale ? scaled_seconds(pos) : exact_seconds(pos);
 }
 
 double total_seconds() { return seconds_at(document.total_size); }
 
 std::optional<EditPosition> place_at(double seconds) {
-  constexpr double rounding = 0.005;  // of a time that is shown with two decimals
+  constexpr double rounding = 0.0005;        // of a time in milliseconds
+  constexpr double coarse_rounding = 0.005;  // of one with two decimals, as the desktop shows it
   const double total = total_seconds();
-  if (seconds < -rounding || seconds > total + rounding) return std::nullopt;
+  if (seconds < -coarse_rounding || seconds > total + coarse_rounding) return std::nullopt;
   if (seconds >= total) return document.total_size;
+  if (!uses_display_scale) return exact_place(seconds - rounding);
   return std::min(from_time_scale(time_to_position(seconds)), document.total_size);
 }
 
 std::string time_text(double seconds) {
-  // format_time takes a place and a rate; milliseconds at 8000 bits a second are one byte each.
-  return format_time(static_cast<std::uint32_t>(std::clamp(seconds * 1000, 0.0, 4e9)), 8000);
+  constexpr double longest = 1e9;
+  const auto ms = static_cast<std::uint64_t>(std::lround(std::clamp(seconds, 0.0, longest) * 1000));
+  const std::uint64_t minutes = ms / 60000;
+  const std::string front = minutes < 60 ? fmt::format("{}", minutes)
+                                         : fmt::format("{}:{:02}", minutes / 60, minutes % 60);
+  return fmt::format("{}'{:02}.{:03}", front, ms / 1000 % 60, ms % 1000);
 }
 
 }  // namespace corvelin

@@ -1,4 +1,5 @@
-// Times of the edited stream, as this program reads and tells them.
+// Times of the edited stream, as this program reads and tells them: exact, from a count of the
+// frames in front of a place, or by the scale of the desktop's display.
 #pragma once
 
 #include <optional>
@@ -8,17 +9,20 @@
 
 namespace corvelin {
 
+/// Whether the display's scale is what the user asked for.
+extern bool uses_display_scale;
+
 /// The seconds of the edited stream in front of a place.
 double seconds_at(EditPosition pos);
 
 double total_seconds();
 
-/// The place at a time; nothing for one in front of the stream or behind its end. A time that was
-/// shown rounded still finds the end.
+/// The place at a time: that of the first frame that begins then or later, or at most half a
+/// millisecond earlier, so that a time that was told leads back to its frame. Nothing for a time in
+/// front of the stream or behind its end.
 std::optional<EditPosition> place_at(double seconds);
 
-/// A time as the desktop writes it: 1'05.50 or 1:02'05.50, with milliseconds by the setting
-/// `show_milisec`.
+/// A time as minutes and seconds (1'05.507), from one hour on with hours (1:02'05.507).
 std::string time_text(double seconds);
 
 }  // namespace corvelin
