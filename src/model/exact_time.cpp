@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "model/frame_walk.h"
+
 namespace corvelin {
 
 namespace {

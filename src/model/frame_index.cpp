@@ -18,12 +18,8 @@ constexpr std::uint32_t frames_a_place = 128;
 constexpr std::uint32_t longest_unindexed_gap = search_block_size;
 constexpr std::uint32_t blocks_searched = 1;
 
-std::uint64_t ticks_of(const FrameInfo& frame) {
-  return samples_per_frame(frame) * (ticks_per_second / frame.sample_rate);
-}
-
 void count(IndexPlace& place, const FrameWalk& walk) {
-  place.ticks += ticks_of(walk.frame());
+  place.ticks += walk.ticks();
   place.offset = walk.behind();
   ++place.frames;
 }

@@ -11,13 +11,9 @@
 
 namespace corvelin {
 
-/// Time is counted in parts of a second of which every frame, at any sample rate, takes a whole
-/// number.
-constexpr std::uint64_t ticks_per_second = 28'224'000;
-
 /// A frame's start in a source file and what lies in front of it there.
 struct IndexPlace {
-  std::uint64_t ticks = 0;   // that its frames take
+  std::uint64_t ticks = 0;   // that its frames take, in parts of a second (`ticks_per_second`)
   std::uint32_t offset = 0;  // in the file, bytes
   std::uint32_t frames = 0;
 };

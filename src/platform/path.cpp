@@ -13,9 +13,22 @@ namespace corvelin {
 
 namespace {
 
+// Whether a path begins at the root and has no step that leads nowhere or back.
+bool is_clean(std::string_view path) {
+  if (!path.starts_with('/')) return false;
+  for (std::size_t at = 1; at < path.size();) {
+    const std::size_t end = std::min(path.find('/', at), path.size());
+    const std::string_view step = path.substr(at, end - at);
+    if (step.empty() || step == "." || step == "..") return false;
+    at = end + 1;
+  }
+  return true;
+}
+
 // The path from the root on, with single separators and without "." and ".."; the folder "" is the
 // current one, with its "/". Links stay, but for one that ".." leads out of.
 std::string from_root(const std::string& path) {
+  if (is_clean(path)) return path;  // most are, and of many it would take a while
   namespace fs = std::filesystem;
   std::error_code error;
   const fs::path whole = fs::current_path(error) / path;

@@ -20,9 +20,13 @@ constexpr std::uint32_t sample_rates_mpeg[4][4] = {
 constexpr std::array<std::uint32_t, 13> sample_rates_adts = {
     96000, 88200, 64000, 48000, 44100, 32000, 24000, 22050, 16000, 12000, 11025, 8000, 7350};
 
-// Lengths of unpadded frames by version, Layer III or not, bitrate index and sample rate index, 0
-// for none. A save decodes a million headers and more, and divisions would be half of that.
-using LengthTable = std::array<std::array<std::array<std::array<std::uint16_t, 4>, 16>, 2>, 4>;
+constexpr std::uint32_t shortest_frame = 24;  // bytes, MPEG
+
+// Lengths of unpadded frames by version, Layer III or not, sample rate index and bitrate index, 0
+// for none and for one that is not accepted. A save decodes a million headers and more, and
+// divisions would be half of that.
+using BitrateLengths = std::array<std::uint16_t, 16>;
+using LengthTable = std::array<std::array<std::array<BitrateLengths, 4>, 2>, 4>;
 
 constexpr const std::array<std::uint16_t, 16>& bitrates_of(std::uint8_t version, bool is_layer3) {
   if (version != 1) return bitrates_mpeg2;
@@ -42,9 +46,12 @@ constexpr LengthTable make_length_table() {
     for (const bool is_layer3 : {false, true}) {
       for (std::size_t bitrate = 1; bitrate < 15; ++bitrate) {
         for (std::size_t rate = 0; rate < 3; ++rate) {
-          table[version][is_layer3][bitrate][rate] = static_cast<std::uint16_t>(
+          const std::uint32_t length =
               mpeg_frame_length(bitrates_of(version, is_layer3)[bitrate],
-                                sample_rates_mpeg[version][rate], version, is_layer3));
+                                sample_rates_mpeg[version][rate], version, is_layer3);
+          const bool is_accepted = length >= shortest_frame && length < frame_unit;
+          table[version][is_layer3][rate][bitrate] =
+              static_cast<std::uint16_t>(is_accepted ? length : 0);
         }
       }
     }
@@ -54,14 +61,14 @@ constexpr LengthTable make_length_table() {
 
 constexpr LengthTable frame_lengths = make_length_table();
 
-constexpr std::uint32_t shortest_frame = 24;      // bytes, MPEG
 constexpr std::uint16_t highest_adts_rate = 500;  // kilobits per second
 
 // By the version bits (4-3) of the second header byte. 01 is reserved.
 constexpr std::array<std::uint8_t, 4> versions = {3, 0, 2, 1};
 
-bool decode_mpeg_header(FrameInfo& info) {
-  const auto bytes = info.header_bytes;
+using HeaderBytes = std::array<std::uint8_t, header_size>;
+
+bool decode_mpeg_header(FrameInfo& info, const HeaderBytes& bytes) {
   info = {};
   if (bytes[0] != 0xFF || (bytes[1] & 0xE0) != 0xE0) return false;
 
@@ -72,12 +79,11 @@ bool decode_mpeg_header(FrameInfo& info) {
   const std::size_t bitrate_index = bytes[2] >> 4;
   const std::size_t rate_index = bytes[2] >> 2 & 3;
   const std::uint8_t padding = bytes[2] >> 1 & 1;
-  const std::uint32_t unpadded = frame_lengths[version][is_layer3][bitrate_index][rate_index];
-  const std::uint32_t length = unpadded + padding;
-  if (unpadded == 0 || length < shortest_frame || length > frame_unit) return false;
+  const std::uint32_t unpadded = frame_lengths[version][is_layer3][rate_index][bitrate_index];
+  if (unpadded == 0) return false;
 
   info.header_bytes = bytes;
-  info.frame_length = static_cast<std::uint16_t>(length);
+  info.frame_length = static_cast<std::uint16_t>(unpadded + padding);
   info.bitrate = bitrates_of(version, is_layer3)[bitrate_index];
   info.sample_rate = sample_rates_mpeg[version][rate_index];
   info.channel_mode = static_cast<std::uint8_t>((bytes[3] >> 6) + 1);
@@ -91,8 +97,7 @@ bool decode_mpeg_header(FrameInfo& info) {
   return true;
 }
 
-bool decode_adts_header(FrameInfo& info) {
-  const auto bytes = info.header_bytes;
+bool decode_adts_header(FrameInfo& info, const HeaderBytes& bytes) {
   info = {.header_bytes = bytes};
   info.version = (bytes[1] & 8) != 0 ? 2 : 4;
   info.has_crc = (bytes[1] & 1) == 0 ? 1 : 0;
@@ -112,14 +117,27 @@ bool decode_adts_header(FrameInfo& info) {
 }  // namespace
 
 bool decode_frame_header(FrameInfo& info, FrameFormat format) {
-  return format == FrameFormat::adts ? decode_adts_header(info) : decode_mpeg_header(info);
+  const HeaderBytes bytes = info.header_bytes;
+  return format == FrameFormat::adts ? decode_adts_header(info, bytes)
+                                     : decode_mpeg_header(info, bytes);
 }
 
 bool decode_frame_header(FrameInfo& info, std::span<const std::uint8_t> bytes, FrameFormat format) {
-  const std::size_t count = std::min(bytes.size(), header_size);
-  info.header_bytes = {};
-  std::copy_n(bytes.begin(), count, info.header_bytes.begin());
-  return decode_frame_header(info, format);
+  HeaderBytes header = {};
+  if (bytes.size() >= header_size) {  // a copy of known size is a matter of two registers
+    std::copy_n(bytes.begin(), header_size, header.begin());
+  } else {
+    std::ranges::copy(bytes, header.begin());
+  }
+  return format == FrameFormat::adts ? decode_adts_header(info, header)
+                                     : decode_mpeg_header(info, header);
+}
+
+SimilarFrames::SimilarFrames(const FrameInfo& frame) {
+  if (frame.layer == 0) return;  // an ADTS header tells its length itself
+  second_byte_ = frame.header_bytes[1] | 1U;
+  rate_index_ = frame.header_bytes[2] >> 2 & 3U;
+  lengths_ = frame_lengths[frame.version][frame.layer == 3][rate_index_];
 }
 
 std::size_t vbr_header_offset(const FrameInfo& info) {

@@ -48,6 +48,28 @@ bool decode_frame_header(FrameInfo& info, FrameFormat format);
 /// The same, with the first bytes of `bytes` (what is missing counts as zero) in `header_bytes`.
 bool decode_frame_header(FrameInfo& info, std::span<const std::uint8_t> bytes, FrameFormat format);
 
+/// The frames that differ from one only in bitrate, padding and what lies behind: nearly all that
+/// follow it in its stream. For these a walk need not decode each header.
+class SimilarFrames {
+ public:
+  SimilarFrames() = default;
+  explicit SimilarFrames(const FrameInfo& frame);
+
+  /// The length of the similar frame that `bytes` begin with; 0 if it is another one, or none.
+  [[nodiscard]] std::uint32_t length_of(std::span<const std::uint8_t> bytes) const {
+    if (bytes.size() < header_size || bytes[0] != 0xFF || (bytes[1] | 1U) != second_byte_ ||
+        (bytes[2] >> 2 & 3U) != rate_index_)
+      return 0;
+    const std::uint32_t unpadded = lengths_[bytes[2] >> 4];
+    return unpadded == 0 ? 0 : unpadded + (bytes[2] >> 1 & 1U);
+  }
+
+ private:
+  unsigned second_byte_ = 0;  // with the CRC flag set; 0 stands for no frame at all
+  unsigned rate_index_ = 0;
+  std::array<std::uint16_t, 16> lengths_ = {};  // by bitrate index
+};
+
 /// Whether a byte 255 and a byte with its top three bits set, the mark of a frame, stand at `at`.
 inline bool has_sync(std::span<const std::uint8_t> bytes, std::size_t at) {
   return at + 1 < bytes.size() && bytes[at] == 0xFF && (bytes[at + 1] & 0xE0) == 0xE0;
