@@ -12,14 +12,21 @@ namespace corvelin {
 
 CloseHooks close_hooks;
 
-void close_all() {
+void stop_users_of_document() {
   for (void (*const stop)() : close_hooks.before) stop();
+}
+
+void close_all() {
+  stop_users_of_document();
   close_document();
   selection = {};
+  open_state.project_name.clear();
+  open_state.document_modified = false;
   for (void (*const forget)() : close_hooks.behind) forget();
 }
 
 void reset_state(ResetLevel level) {
+  if (level == ResetLevel::start) close_all();
   frame_block.fill(0);
   selection = {};
   stream = {};
@@ -32,11 +39,11 @@ void reset_state(ResetLevel level) {
   open_state.audio_name.clear();
   if (level == ResetLevel::no_name) return;
 
-  document = {};
   open_state = {};
   header_rewrite = {};
   batch_active = false;
   settings = default_settings();
+  for (void (*const reset)() : close_hooks.at_start) reset();
 }
 
 }  // namespace corvelin

@@ -5,16 +5,20 @@
 
 namespace corvelin {
 
-/// Closes the document and all that lives with it.
+/// Closes the document and all that lives with it, the name of its project too.
 void close_all();
 
-/// The modules above that are told of a close.
+/// What the modules above do when a document closes.
 struct CloseHooks {
-  std::vector<void (*)()> before;  // those that read the document: they stop
-  std::vector<void (*)()> behind;  // those that hold something of it: they let it go
+  std::vector<void (*)()> before;    // those that read it stop
+  std::vector<void (*)()> behind;    // those that hold something of it let it go
+  std::vector<void (*)()> at_start;  // at a new start: those with a state of their own forget it
 };
 
 extern CloseHooks close_hooks;
+
+/// Stops those that read the document, as `close_all` does first.
+void stop_users_of_document();
 
 /// How far `reset_state` goes, each level with the ones before it.
 enum class ResetLevel {

@@ -241,6 +241,7 @@ bool counts_now(const Command& command) { return !command.has(on_writing) || rec
 
 }  // namespace
 
+const Command open_change = {0, "open", unnamed, "", opening, nullptr};
 const Command append_change = {0,      "append", {msg, 1}, "", editing | modifies | names_parts,
                                nullptr};
 const Command selection_change = {0, "select", selection_label, "", selecting, nullptr};

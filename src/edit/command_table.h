@@ -99,6 +99,7 @@ std::optional<CommandId> find_command(std::string_view name);
 std::string_view text_of(const Command& command);
 
 // Changes that no command makes, and what is done around them.
+extern const Command open_change;       // files were opened by name
 extern const Command append_change;     // files were appended by name
 extern const Command selection_change;  // the selection was set by mouse or by its place
 extern const Command level_change;      // a level was dragged

@@ -16,8 +16,6 @@ namespace corvelin {
 
 namespace {
 
-constexpr Command recent_command = {
-    0, "open_recent", unnamed, "", rule::while_stopped | rule::reopens, nullptr};
 constexpr Command part_command = {
     0, "go_to_part", unnamed, "", rule::on_document | rule::refreshes_places, nullptr};
 
@@ -87,7 +85,7 @@ DispatchResult dispatch(const Command& command, const std::function<Outcome()>& 
 }
 
 DispatchResult open_recent_entry(std::size_t index) {
-  return dispatch(recent_command, [index] {
+  return dispatch(open_change, [index] {
     if (index >= settings.file_recent.size()) return Result::nothing;
     return open_recent(index) ? Result::done : Result::refused;
   });

@@ -5,6 +5,8 @@
 #include <system_error>
 #include <vector>
 
+#include "audio/playback.h"
+#include "document/append.h"
 #include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/commands.h"
@@ -12,6 +14,8 @@
 #include "edit/save_project.h"
 #include "exchange/cue_sheet.h"
 #include "exchange/open_document.h"
+#include "model/document.h"
+#include "model/selection.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/process.h"
@@ -36,6 +40,24 @@ bool open_recent(std::size_t index) {
                 [](const std::string& name) { return static_cast<bool>(InputFile().open(name)); });
   host().rebuild_recent_menu();
   return false;
+}
+
+std::size_t open_files(std::span<const std::string> names) {
+  if (!open_in_place(names.front())) return 0;
+  const std::size_t appended = append_files(names.subspan(1));
+  name_parts_from_files();
+  return 1 + appended;
+}
+
+std::size_t append_in_one_step(std::span<const std::string> names) {
+  std::size_t count = 0;
+  carry_out(append_change, [&] {
+    count = append_files(names);
+    clear_selection();
+    seek_to(document.total_size);
+    return count != 0 ? Result::done : Result::refused;
+  });
+  return count;
 }
 
 bool load_cue_sheet_over_audio() {

@@ -3,16 +3,12 @@
 
 #include <fmt/format.h>
 
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "document/append.h"
-#include "document/close_all.h"
 #include "document/open_state.h"
-#include "exchange/open_document.h"
-#include "model/document.h"
+#include "edit/document_commands.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
@@ -68,15 +64,7 @@ bool open_file_dialog() {
                              .icon = BoxIcon::warning});
     return false;
   }
-  close_all();
-  open_state.audio_name = names.front();
-  if (!open_document()) {
-    close_all();
-    return false;
-  }
-  append_files(std::span(names).subspan(1));
-  name_parts_from_files();
-  return true;
+  return open_files(names) != 0;
 }
 
 }  // namespace corvelin

@@ -9,6 +9,7 @@
 #include "edit/save_audio.h"
 #include "exchange/cue_sheet.h"
 #include "exchange/project_file.h"
+#include "model/document.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "settings/note.h"
@@ -79,7 +80,8 @@ bool save_project_or_sheet() { return save_project(false, false); }
 bool save_project_as() { return save_project(true, false); }
 
 bool confirm_discard_changes() {
-  if ((settings.warn & warn_of_unsaved_changes) == 0 || !open_state.document_modified) return true;
+  const bool may_be_lost = open_state.document_modified && !document.parts.empty();
+  if (!may_be_lost || (settings.warn & warn_of_unsaved_changes) == 0) return true;
   const BoxAnswer answer = host().show_message_box({.caption = "Corvelin",
                                                     .text = std::string(ui_text(msg, 19)),
                                                     .icon = BoxIcon::question,

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/places.h"
-#include "edit/transport.h"
 #include "exchange/project_file.h"
 #include "model/selection.h"
 #include "platform/host.h"
@@ -35,14 +35,9 @@ std::string undo_label(std::string_view menu_text) {
   return wide_to_bytes(label, true);
 }
 
-// The stack outlives the document for as long as it takes to read it back.
 bool restore(const std::string& snapshot) {
-  stop_playing();
-  close_document();
-  if (!parse_project(snapshot)) {
-    if (document.parts.empty()) close_document();
-    return false;
-  }
+  stop_users_of_document();
+  if (!restore_project(snapshot)) return false;
   name_parts_from_files();
   open_state.document_modified = true;
   return true;

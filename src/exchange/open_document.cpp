@@ -31,12 +31,16 @@ bool open_audio() {
 
 // A description that names no audio makes no document, however well it reads.
 bool open_description(bool (*read)()) {
-  open_state.project_name = open_state.audio_name;
+  const std::string name = open_state.audio_name;
   close_all();
   reset_state(ResetLevel::no_name);
-  if (!read() || document.parts.empty()) return false;
-  add_recent(open_state.project_name);
-  return true;
+  open_state.project_name = name;
+  if (read() && !document.parts.empty()) {
+    add_recent(name);
+    return true;
+  }
+  open_state.project_name = name;  // for the message
+  return false;
 }
 
 // Of a description it is told first whether it can be read at all, then whether its audio can.

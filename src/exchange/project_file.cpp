@@ -105,8 +105,12 @@ class ProjectReader {
  public:
   explicit ProjectReader(std::string_view text) : text_(text) {}
 
+  /// For a text that was made of the same document: its sources are open already, and nothing that
+  /// it had in memory is cut.
+  ProjectReader(std::string_view text, std::vector<SourceFile>& open_sources)
+      : text_(text), open_sources_(&open_sources) {}
+
   bool read() {
-    reset_state(ResetLevel::no_name);
     bool is_sound = true;
     for (std::string_view line; is_sound && take_line(text_, line);)
       is_sound = read_line(line.substr(0, line.find('\r')));
@@ -146,12 +150,14 @@ class ProjectReader {
   }
 
   bool take_name(std::u16string& field, std::string_view value) const {
-    field = cut_to_units(bytes_to_wide(value, utf8_ != 0), longest_name);
+    field = bytes_to_wide(value, utf8_ != 0);
+    if (open_sources_ == nullptr) field = cut_to_units(field, longest_name);
     return true;
   }
 
   bool read_file(std::string_view value) {
     const std::string path = decode_path(value);
+    if (open_sources_ != nullptr) return take_open_source(path);
     if (count_units(path) > longest_path) return false;
     const std::string name = path_from_outside(path, folder_of(open_state.project_name));
     return document.files.empty() ? open_first(name) : add_file(name);
@@ -175,6 +181,20 @@ class ProjectReader {
     if (*index < known) return true;
     document.files[*index].first_audio = file_beg_;
     document.files[*index].audio_end = file_end_;
+    return true;
+  }
+
+  // An open source keeps all that is known of it. One that was closed meanwhile is opened again.
+  bool take_open_source(const std::string& name) {
+    const auto open = std::ranges::find(*open_sources_, name, &SourceFile::file_name);
+    if (open == open_sources_->end()) return add_file(name);
+    SourceFile source = std::move(*open);
+    open->file_name = name;  // a failure puts it back by its name
+    const bool has_same_bounds = source.first_audio == file_beg_ && source.audio_end == file_end_;
+    if (!has_same_bounds) source.index = {};
+    source.first_audio = file_beg_;
+    source.audio_end = file_end_;
+    document.files.push_back(std::move(source));
     return true;
   }
 
@@ -211,6 +231,7 @@ class ProjectReader {
   }
 
   std::string_view text_;
+  std::vector<SourceFile>* open_sources_ = nullptr;
   int utf8_ = 0;  // the flag as it stands in the text
   std::uint32_t file_beg_ = 0;
   std::uint32_t file_end_ = 0;
@@ -264,7 +285,26 @@ bool is_project_text(std::string_view head) {
 
 std::string project_text(const std::string& folder) { return ProjectWriter(folder).write(); }
 
-bool parse_project(std::string_view text) { return ProjectReader(text).read(); }
+bool parse_project(std::string_view text) {
+  reset_state(ResetLevel::no_name);
+  return ProjectReader(text).read();
+}
+
+bool restore_project(std::string_view text) {
+  Document before = std::exchange(document, {});
+  const Selection selection_before = std::exchange(selection, {});
+  const std::uint8_t vbr_before = stream.vbr;
+  if (ProjectReader(text, before.files).read()) return true;
+  for (SourceFile& source : document.files) {
+    const auto place = std::ranges::find(before.files, source.file_name, &SourceFile::file_name);
+    if (place != before.files.end()) *place = std::move(source);
+  }
+  document = std::move(before);
+  selection = selection_before;
+  stream.vbr = vbr_before;
+  ++document_revision;
+  return false;
+}
 
 std::error_code write_project(const std::string& name) {
   const std::string whole_name = in_current_folder(name);

@@ -31,7 +31,7 @@ std::string from_root(const std::string& path) {
   if (is_clean(path)) return path;  // most are, and of many it would take a while
   namespace fs = std::filesystem;
   std::error_code error;
-  const fs::path whole = fs::current_path(error) / path;
+  const fs::path whole = path.starts_with('/') ? fs::path(path) : fs::current_path(error) / path;
   if (error && !whole.is_absolute()) return path;
   fs::path clean = "/";
   for (const fs::path& step : whole.relative_path()) {

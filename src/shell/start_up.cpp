@@ -4,14 +4,17 @@
 #include <fmt/format.h>
 
 #include "audio/decoder_bridge.h"
+#include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "audio/recorder.h"
 #include "document/close_all.h"
-#include "document/open_state.h"
+#include "edit/auto_crop.h"
+#include "edit/normalize_dialog.h"
 #include "edit/transport.h"
 #include "edit/undo.h"
 #include "exchange/id3v1.h"
 #include "exchange/open_document.h"
+#include "platform/host.h"
 #include "platform/path.h"
 #include "platform/process.h"
 #include "platform/system.h"
@@ -32,6 +35,16 @@ void fall_silent() {
   device_keepalive(false);
 }
 
+void reset_audio() {
+  playback = {};
+  level_meter = {};
+}
+
+void reset_batch() {
+  batch_bottom = 0;
+  batch_level = batch_level_unchanged;
+}
+
 void apply_priority() { set_high_priority(settings.high_pri != 0); }
 
 }  // namespace
@@ -39,8 +52,11 @@ void apply_priority() { set_high_priority(settings.high_pri != 0); }
 void connect_levels() {
   close_hooks.before = {fall_silent};
   close_hooks.behind = {undo_clear};
-  setting_listeners = {
-      {"save_id3v1", keep_id3v1_as_set}, {"volume", apply_volume}, {"high_pri", apply_priority}};
+  close_hooks.at_start = {reset_audio, reset_batch};
+  setting_listeners = {{"save_id3v1", keep_id3v1_as_set},
+                       {"volume", apply_volume},
+                       {"high_pri", apply_priority},
+                       {"use_toc", [] { host().rebuild_part_list(); }}};  // its times change
 }
 
 bool start_up(const std::optional<std::string>& settings_path) {
@@ -60,13 +76,7 @@ void load_language() {
   if (!ui_text_load(folder, wide_to_bytes(settings.language, true))) settings.language.clear();
 }
 
-bool open_file(const std::string& path) {
-  close_all();
-  open_state.audio_name = in_current_folder(path);
-  if (open_document()) return true;
-  close_all();
-  return false;
-}
+bool open_file(const std::string& path) { return open_in_place(path); }
 
 void shut_down() {
   if (settings.high_pri != 0) set_high_priority(false);

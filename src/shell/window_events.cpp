@@ -5,12 +5,10 @@
 #include <cstdint>
 
 #include "audio/playback.h"
-#include "document/append.h"
-#include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/commands.h"
+#include "edit/document_commands.h"
 #include "edit/save_project.h"
-#include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/time_mapping.h"
@@ -30,30 +28,16 @@ BoxAnswer ask_whether_to_append() {
                                   .default_answer = BoxAnswer::yes});
 }
 
-Outcome append_dropped(std::span<const std::string> names) {
-  const bool is_appended = append_files(names) != 0;
-  clear_selection();
-  seek_to(document.total_size);
-  return is_appended ? Result::done : Result::refused;
-}
-
-// Another document may be open then.
-constexpr Command open_change = {0,      "drop", {msg, 1}, "", rule::names_parts | rule::reopens,
-                                 nullptr};
-
-Outcome open_dropped(std::span<const std::string> names) {
-  if (!confirm_discard_changes()) return Result::refused;
-  close_all();
-  reset_state(ResetLevel::new_stream);
-  open_state.audio_name = names.front();
-  if (!open_document()) {
-    close_all();
-    return Result::refused;
-  }
-  if (append_files(names.subspan(1)) != 0) open_state.document_modified = true;
-  clear_selection();
-  seek_to(0);
-  return Result::done;
+void open_dropped(std::span<const std::string> names) {
+  if (!confirm_discard_changes()) return;
+  carry_out(open_change, [names] {
+    const std::size_t count = open_files(names);
+    if (count == 0) return Result::refused;
+    open_state.document_modified = count > 1;
+    clear_selection();
+    seek_to(0);
+    return Result::done;
+  });
 }
 
 }  // namespace
@@ -66,7 +50,7 @@ void drop_files(std::span<const std::string> names, bool in_graph) {
     const BoxAnswer answer = ask_whether_to_append();
     if (answer == BoxAnswer::cancel) return;
     if (answer == BoxAnswer::yes) {
-      carry_out(append_change, [names] { return append_dropped(names); });
+      append_in_one_step(names);
       return;
     }
   }

@@ -188,6 +188,7 @@ TEST_F(Clipboard, RefusesWhatDoesNotBelongHere) {
     put(c.text);
     EXPECT_FALSE(run("paste"));
     EXPECT_EQ(take_box(), "Clipboard error: " + c.told);
+    EXPECT_EQ(open_state.document_modified, c.added != 0);
     EXPECT_EQ(document.files.size(), 1U);
     EXPECT_EQ(document.total_size, (100 + c.added) * length);
     ASSERT_TRUE(undo_pop());

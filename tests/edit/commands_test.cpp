@@ -62,6 +62,77 @@ TEST_F(Commands, ChecksStandInFront) {
   EXPECT_EQ(file_count(), 0);
 }
 
+TEST_F(Commands, WhatIsShownIsUpToDateBehindEachBox) {
+  struct {
+    const char* before;
+    const char* command;
+    const char* calls;
+  } const rows[] = {{"0-50 =5-8", "cut_or_cue", "menus1 parts view2 "},
+                    {"10-15 0-8 =3-8", "remove_edit_points", "menus1 parts view2 box "},
+                    {"0-50", "check_resyncs", "menus1 parts view2 box "},
+                    {"0-50", "crop", "box "},
+                    {"0-50", "select_all", "menus1 view2 "},
+                    {"0-50", "toggle_big_timer", "view3 "},
+                    {"0-50", "toggle_use_toc", "parts view3 "},
+                    {"0-50", "close", "menus1 parts menus255 view0 "}};
+  for (const auto& row : rows) {
+    ASSERT_TRUE(open("a.mp3", frames(50)));
+    make(row.before);
+    host.calls.clear();
+    run(row.command);
+    EXPECT_EQ(host.calls, row.calls) << row.command;
+  }
+}
+
+TEST_F(Commands, NothingBeginsAndNothingClosesInsideACommand) {
+  ASSERT_TRUE(open("a.mp3", frames(50)));
+  document.parts[0].part_title = u"T";
+  host.while_answering = [this] {
+    EXPECT_EQ(dispatch_command(1024), DispatchResult::busy);
+    request_close();
+    EXPECT_FALSE(host.close_requested);
+  };
+  dispatch_command(1075);
+  EXPECT_EQ(host.boxes.size(), 1U);
+  EXPECT_TRUE(host.close_requested);
+  EXPECT_FALSE(has_selection());
+}
+
+TEST_F(Commands, ARecordingChangesWhatSomeMean) {
+  playback.is_recording_armed = true;
+  for (const CommandId id : std::initializer_list<CommandId>{137, 1043, 1077})
+    EXPECT_EQ(dispatch_command(id), DispatchResult::not_now) << id;
+  EXPECT_EQ(dispatch_command(154), DispatchResult::no_document);
+  playback.is_recording_writing = true;
+  EXPECT_EQ(command_of(154)->name, "set_recording_cue");
+}
+
+TEST_F(Commands, MarksShowTheirSettings) {
+  const auto marks = [] {
+    std::string ids;
+    for (const Command& command : command_table())
+      if (is_checked(command)) ids += std::to_string(command.id) + " ";
+    return ids;
+  };
+  EXPECT_EQ(marks(), "212 213 1051 1053 1055 1059 1060 1076 ");
+  settings.keep_date = keep_date_on_new;
+  settings.char_enc = 0;
+  settings.use_toc = 2;  // as a file may say
+  run("toggle_margin");
+  EXPECT_EQ(marks(), "212 213 1051 1053 1058 1059 1060 1064 1075 ");
+}
+
+TEST_F(Commands, NothingIsAskedWithoutADocument) {
+  ASSERT_TRUE(open("a.mp3", frames(50)));
+  open_state.project_name = folder.path("p.cvp");
+  open_state.document_modified = true;
+  close_all();
+  EXPECT_EQ(open_state.project_name, "");
+  open_state.document_modified = true;
+  run("open_by_dialog");
+  EXPECT_TRUE(host.boxes.empty());
+}
+
 TEST_F(Commands, ARefusalIsTheOutcome) {
   clipboard_file = folder.path("absent");
   ASSERT_TRUE(open("a.mp3", frames(50)));

@@ -152,6 +152,11 @@ TEST_F(EditCommands, FullTableRefusesACutWhole) {
   EXPECT_EQ(document.parts.back().part_size, 5 * length);
   EXPECT_EQ(take_box(), "");
   ASSERT_TRUE(undo_pop());
+  add_part(0, 0, 0, length);
+  run("crop");
+  EXPECT_EQ(take_box(), "Not possible: Selection range seems to be invalid.");
+  remove_part(0);
+  recompute_total();
   selection.sel_end = size;
   run("cut_or_cue");
   EXPECT_EQ(document.total_size, size - 5 * length);
@@ -234,7 +239,10 @@ TEST_F(EditCommands, ReSyncsAreMarkedBehindTheFrameFoundAgain) {
     ASSERT_TRUE(open("j.mp3", bytes));
     selection.sel_beg = range.begin;
     selection.sel_end = range.end;
+    document.current_part = 0;
+    selection.cursor = document.total_size;
     run("check_resyncs");
+    EXPECT_EQ(document.current_part, part_count() - 1);
     std::string marks;
     for (const Part& part : document.parts)
       if (!part.part_title.empty())

@@ -82,15 +82,15 @@ TEST_F(SelectionCommands, FieldsTakeWhatWasChangedInThem) {
     const char* text;
     const char* places;
   } const rows[] = {
-      {apply_now_field, "Total 0'26.12 Now 0'10.00 (0.0%)", " =100-200 @383"},
+      {apply_now_field, " Total: 0'26.12   Now: 0'10.00   (0%)", " =100-200 @383"},
       // The time as it was.
       {apply_now_field, "Total 0'26.12 Now 0'10.00 (50.0%)", " =100-200 @500"},
       {apply_now_field, "Now 9'00 (50%)", " =100-200 @1000"},
       {apply_now_field, "Now", " =100-200 @1000"},
       {apply_now_field, "0'10.00 (1%)", " =100-200 @1000"},
       {apply_now_field, "Total 0'26.12 Now 0'26.12 (1", " =100-200 @1000"},
-      {apply_selection_field, "Selection 0'02.61 - 0'05.22 (0'02.61)", " =100-200 @1000"},
-      {apply_selection_field, "Selection 0'02.61 - 0'10.00 (0'02.61)", " =100-383 @1000"},
+      {apply_selection_field, " Selection: 0'02.61 - 0'05.22 (0'02.61)", " =100-200 @1000"},
+      {apply_selection_field, " Selection: 0'02.61 - 0'10.00 (0'02.61)", " =100-383 @1000"},
       // A length wins over an end, and the end, set last, pulls the begin along.
       {apply_selection_field, "Selection 0'02.61 - 0'10.00 (0'05.22)", " =100-300 @1000"},
       {apply_selection_field, "Selection 0'10.00 - 0'05.22 (0'05.22)", " =200-200 @1000"},

@@ -2,6 +2,7 @@
 #include "edit/undo.h"
 
 #include "model/cuts.h"
+#include "model/stream_info.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 
@@ -54,18 +55,47 @@ TEST_F(Undo, LabelsAreShortAndPlain) {
   EXPECT_EQ(undo_menu_text(), "&Undo\tCtrl+Z");
 }
 
-TEST_F(Undo, DoesNotMindAMovedProjectButASourceThatIsGone) {
+// The sources stay open, so that it doesn't matter what became of their names.
+TEST_F(Undo, KeepsWhatAFileWouldNotTell) {
+  document.parts[0].part_title = std::u16string(400, u'x');
   open_state.project_name = folder.path("p.cvp");
   undo_push(true, "1");
-  undo_push(true, "2");
   open_state.project_name = "/elsewhere/p.cvp";
-  EXPECT_TRUE(undo_pop());
-  EXPECT_EQ(document.files[0].file_name, folder.path("a.mp3"));
   std::filesystem::remove(folder.path("a.mp3"));
+  stream.id3v1[3] = 'T';
+  open_state.save_name = "/elsewhere/saved.mp3";
+  delete_range(0, length);
+  EXPECT_TRUE(undo_pop());
+  EXPECT_EQ(document.parts[0].part_title.size(), 400U);
+  EXPECT_EQ(document.total_size, 20 * length);
+  EXPECT_EQ(stream.id3v1[3], 'T');
+  EXPECT_EQ(open_state.save_name, "/elsewhere/saved.mp3");
+  EXPECT_TRUE(open_state.document_modified);
+}
+
+TEST_F(Undo, LosesNothingWhenASourceCanNotBeOpenedAgain) {
+  undo_push(false, "before");
+  const std::string b = folder.file("b.mp3", frames(20));
+  document.files[*add_source_file(b)].audio_end = 20 * length;
+  add_part(20 * length, 1, 0, 5 * length);
+  undo_push(true, "with b");
+  remove_part(1);
+  recompute_total();
+  remove_last_source_file();
+  std::filesystem::remove(b);
+  select(2, 5);
   EXPECT_FALSE(undo_pop());
-  EXPECT_EQ(part_count() + file_count(), 0);
-  EXPECT_FALSE(open_state.document_modified);
-  EXPECT_TRUE(undo_stack.empty());
+  EXPECT_EQ(state(), "0-20* =2-5 ^");
+  EXPECT_EQ(file_count(), 1);
+  EXPECT_TRUE(undo_pop());
+}
+
+TEST_F(Undo, AnEndThatComesBackMeansWhatItMeant) {
+  make("0-20 =5-8");
+  run("move_end_left move_end_left move_end_left");
+  EXPECT_EQ(selection.sel_iscue, 1U);
+  run("undo");
+  EXPECT_EQ(selection.sel_iscue, 0U);
 }
 
 }  // namespace

@@ -38,12 +38,14 @@ class ScriptedHost : public Host {
   bool hides_notes = false;  // the user doesn't want to see a note again
   int beeps = 0;
   bool close_requested = false;
+  std::string calls;  // the boxes and refreshes in their order: "parts view2 box "
   std::vector<Refresh> refreshes;
   int layouts = 0;
   int restarts_offered = 0;
 
   BoxAnswer show_message_box(const MessageBox& box) override {
     boxes.push_back(box);
+    calls += "box ";
     if (while_answering) while_answering();
     return take(answers).value_or(box.default_answer);
   }
@@ -70,7 +72,15 @@ class ScriptedHost : public Host {
     return edit_dialog && edit_dialog(dialog) && dialog.accept();
   }
   void close() override { close_requested = true; }
-  void refresh_view(Refresh level) override { refreshes.push_back(level); }
+  void refresh_view(Refresh level) override {
+    refreshes.push_back(level);
+    calls += "view" + std::to_string(static_cast<int>(level)) + " ";
+  }
+  void rebuild_part_list() override { calls += "parts "; }
+  void rebuild_recent_menu() override { calls += "recent "; }
+  void update_menu_state(std::uint8_t mask) override {
+    calls += "menus" + std::to_string(mask) + " ";
+  }
   void lay_out() override { ++layouts; }
   void offer_restart() override { ++restarts_offered; }
 

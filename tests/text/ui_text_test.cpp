@@ -8,6 +8,7 @@
 
 #include "support/test_folder.h"
 #include "text/language_file.h"
+#include "text/language_list.h"
 
 namespace corvelin::test {
 namespace {
@@ -107,6 +108,29 @@ TEST_F(UiText, FindsTheLanguageFileBesideTheProgram) {
   for (const char* const language : {"Folder", "Pipe", "Missing"})
     EXPECT_FALSE(ui_text_load(program_folder, language)) << language;
   EXPECT_EQ(ui_text(msg, 2), "Create audio file");
+}
+
+TEST_F(UiText, ListsTheLanguagesThatAreUtf8) {
+  const TestFolder folder;
+  std::filesystem::create_directories(folder.path("Languages"));
+  folder.file("Languages/lanGerman.ini", "x\r\nUTF-8=1\r\nNative: Deutsch\r\n");
+  folder.file("Languages/lanDutch.ini", "\xEF\xBB\xBFx\r\n");
+  folder.file("Languages/lanAnsi.ini", "x\r\nmsg001=x\r\n");
+  folder.file("Languages/lanLate.ini", std::string(500, 'x') + "UTF-8=1\r\n");
+  std::string entries;
+  for (const Language& language : language_list(folder.path("")))
+    entries += language.entry() + "=" + language_of_entry(language.entry()) + "\n";
+  EXPECT_EQ(entries,
+            "English (default, no language file)=\nDutch=Dutch\nGerman  /  Deutsch=German\n");
+  const std::pair<const char*, const char*> locales[] = {{"de_AT.UTF-8", "German"},
+                                                         {"zh_CN", "ChineseSimp"},
+                                                         {"zh_TW.UTF-8", "ChineseTrad"},
+                                                         {"sr@latin", "Serbian"},
+                                                         {"en_GB.UTF-8", ""},
+                                                         {"C", ""},
+                                                         {"csb_PL", ""},
+                                                         {"pt", "PortugueseBr"}};
+  for (const auto& [locale, name] : locales) EXPECT_EQ(language_of_locale(locale), name) << locale;
 }
 
 TEST_F(UiText, PutsMenuTextsInPlainWords) {
