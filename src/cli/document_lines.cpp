@@ -16,7 +16,7 @@ namespace {
 
 Refusal open_line(Arguments words, HeadlessHost&) {
   tell_unsaved_edits();
-  return open_files(words);
+  return open_paths(words);
 }
 
 Refusal append_line(Arguments words, HeadlessHost&) { return append_to_document(words); }

@@ -113,7 +113,7 @@ class HeadlessRun {
 
   void open() {
     if (options_.files.empty()) return;
-    const Refusal refusal = open_files(options_.files);
+    const Refusal refusal = open_paths(options_.files);
     if (!refusal.empty()) fail(refusal);
   }
 

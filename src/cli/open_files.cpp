@@ -32,7 +32,7 @@ bool is_mp4(const std::string& path) {
 
 }  // namespace
 
-Refusal open_files(std::span<const std::string> paths) {
+Refusal open_paths(std::span<const std::string> paths) {
   if (is_mp4(paths[0])) return "MP4 files are not available yet";
   if (!open_file(paths[0])) return fmt::format("{} was not opened", paths[0]);
   const std::vector<std::string> others = whole_paths(paths.subspan(1));

@@ -9,7 +9,7 @@
 namespace corvelin {
 
 /// Opens the first file in the place of the document and joins the others to it.
-Refusal open_files(std::span<const std::string> paths);
+Refusal open_paths(std::span<const std::string> paths);
 
 /// Joins files to the end of the document, as one step: all of them or, when one doesn't fit, none.
 Refusal append_to_document(std::span<const std::string> paths);

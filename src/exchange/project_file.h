@@ -23,8 +23,9 @@ std::string project_text(const std::string& folder = {});
 /// far as it was built.
 bool parse_project(std::string_view text);
 
-/// Takes the open document back to what it was when `project_text` made this text of it. Its sources
-/// stay open and what is known of the stream stays, so that this costs no more than the text.
+/// Takes the open document back to what it was when `project_text` made this text of it. Its
+/// sources stay open and what is known of the stream stays, so that this costs no more than the
+/// text.
 ///
 /// False when a source that was closed meanwhile can't be opened again: the document then is as it
 /// was before the call.

@@ -54,7 +54,7 @@ void drop_files(std::span<const std::string> names, bool in_graph) {
       return;
     }
   }
-  carry_out(open_change, [names] { return open_dropped(names); });
+  open_dropped(names);
 }
 
 void scroll_to(int position) {

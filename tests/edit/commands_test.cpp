@@ -1,6 +1,7 @@
 // The command table and its dispatcher.
 #include "edit/commands.h"
 #include "audio/playback.h"
+#include "audio/recorder.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -103,8 +104,9 @@ TEST_F(Commands, ARecordingChangesWhatSomeMean) {
   for (const CommandId id : std::initializer_list<CommandId>{137, 1043, 1077})
     EXPECT_EQ(dispatch_command(id), DispatchResult::not_now) << id;
   EXPECT_EQ(dispatch_command(154), DispatchResult::no_document);
-  playback.is_recording_writing = true;
+  recorder.rec_writing = true;
   EXPECT_EQ(command_of(154)->name, "set_recording_cue");
+  recorder.rec_writing = false;
 }
 
 TEST_F(Commands, MarksShowTheirSettings) {
