@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "audio/decoder_bridge.h"
+#include "audio/decoder_run.h"
 #include "audio/fill_step.h"
 #include "audio/playback.h"
 #include "model/document.h"
@@ -21,14 +22,10 @@ std::vector<std::int16_t> samples;  // the room of the measuring under way
 }  // namespace
 
 bool peak_seek_open(std::uint32_t frames_per_step) {
-  constexpr std::uint32_t frame_room = 5200;  // bytes of samples that a frame may take
   peak_seek_close();
-  playback.prelisten_mode = plain_play;
-  playback.end_limit = has_selected_range() ? selection.sel_end : document.total_size;
-  decoder_session.pcm_buffer_bytes = frames_per_step * frame_room;
-  if (!decoder_open()) return false;
+  const EditPosition end = has_selected_range() ? selection.sel_end : document.total_size;
+  if (!open_private_session(frames_per_step, end)) return false;
   samples.resize(decoder_session.pcm_buffer_bytes / sizeof(std::int16_t));
-  playback.saved_cursor = selection.cursor;
   return true;
 }
 
@@ -42,9 +39,7 @@ std::uint16_t peak_seek_read(std::uint32_t frames) {
 void peak_seek_close() {
   if (samples.empty()) return;
   samples = {};
-  decoder_close();
-  playback.prelisten_mode = plain_play;
-  selection.cursor = playback.saved_cursor;
+  close_decoder_run();
 }
 
 std::uint16_t highest_magnitude(std::span<const std::int16_t> values) {

@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "audio/decoder_bridge.h"
+#include "audio/decoder_run.h"
 #include "audio/fill_step.h"
 #include "audio/playback.h"
 #include "audio/stretch_peaks.h"
@@ -179,6 +180,22 @@ TEST_F(PeakSeek, TwoDecodersFindThePeakOfOne) {
     EXPECT_EQ(stretch.pos(), selection.cursor);
   }
   EXPECT_EQ(stretch.frames(), 11U * 830);
+}
+
+TEST_F(PeakSeek, ARunDecodesTheWholeStream) {
+  ASSERT_TRUE(open_sample("speech.aac"));
+  seek_to(document.total_size / 2);
+  const EditPosition cursor = selection.cursor;
+  auto block = open_decoder_run(100);
+  ASSERT_TRUE(block);
+  std::uint32_t frames = 0;
+  std::size_t size = 0;
+  while (selection.cursor < document.total_size) size += decode_block(*block, 100, frames);
+  EXPECT_EQ(frames, 875U);
+  EXPECT_EQ(size, 874U * 1024 * 4);  // the first frame of AAC gives nothing
+  close_decoder_run();
+  EXPECT_GT(selection.cursor, cursor);  // by the frame that opened the decoder
+  EXPECT_EQ(decode_block(*block, 100, frames), 0U);
 }
 
 TEST_F(PeakSeek, TellsWhatToInstall) {
