@@ -3,6 +3,7 @@
 
 #include <QKeyEvent>
 #include <QRegularExpression>
+#include <utility>
 
 #include "audio/playback.h"
 #include "desktop/qt_text.h"
@@ -23,11 +24,12 @@ bool is_return(const QKeyEvent& event) {
 
 }  // namespace
 
-CommandButton::CommandButton(CommandId id, QWidget* parent) : QToolButton(parent), id_(id) {
+CommandButton::CommandButton(CommandId id, RunCommand run, QWidget* parent)
+    : QToolButton(parent), id_(id) {
   setObjectName(QStringLiteral("command_%1").arg(id));
   setAutoRaise(true);
   setFocusPolicy(Qt::TabFocus);
-  connect(this, &QToolButton::clicked, [id] { dispatch_command(id); });
+  connect(this, &QToolButton::clicked, [id, run = std::move(run)] { run(id); });
 }
 
 void CommandButton::keyPressEvent(QKeyEvent* event) {
@@ -38,7 +40,8 @@ void CommandButton::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-TimeField::TimeField(Meaning meaning, QWidget* parent) : QLineEdit(parent), meaning_(meaning) {
+TimeField::TimeField(Meaning meaning, RunCommand run, QWidget* parent)
+    : QLineEdit(parent), meaning_(meaning), run_(std::move(run)) {
   setObjectName(meaning == Meaning::position ? QStringLiteral("position_field")
                                              : QStringLiteral("range_field"));
 }
@@ -106,7 +109,7 @@ void TimeField::apply() {
 void TimeField::leave() { window()->setFocus(Qt::OtherFocusReason); }
 
 void TimeField::focusInEvent(QFocusEvent* event) {
-  if (meaning_ == Meaning::range) dispatch_command(160);
+  if (meaning_ == Meaning::range) run_(160);
   QLineEdit::focusInEvent(event);
   if (event->reason() != Qt::MouseFocusReason && event->reason() != Qt::PopupFocusReason)
     select_time();
@@ -131,7 +134,8 @@ bool InfoBar::event(QEvent* event) {
   return false;
 }
 
-PositionBar::PositionBar(QWidget* parent) : QScrollBar(Qt::Horizontal, parent) {
+PositionBar::PositionBar(RunCommand run, QWidget* parent)
+    : QScrollBar(Qt::Horizontal, parent), run_(std::move(run)) {
   setObjectName(QStringLiteral("position_bar"));
   setRange(0, scroll_end);
   setPageStep(scroll_page);
@@ -150,16 +154,16 @@ void PositionBar::act(int action) {
   if (is_busy()) return;
   switch (action) {
     case SliderSingleStepSub:
-      dispatch_command(167);
+      run_(167);
       break;
     case SliderSingleStepAdd:
-      dispatch_command(168);
+      run_(168);
       break;
     case SliderPageStepSub:
-      dispatch_command(112);
+      run_(112);
       break;
     case SliderPageStepAdd:
-      dispatch_command(115);
+      run_(115);
       break;
     case SliderMove:
       scroll_to(thumb);

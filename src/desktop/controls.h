@@ -6,15 +6,19 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QToolButton>
+#include <functional>
 
 #include "edit/commands.h"
 
 namespace corvelin {
 
+/// What a control does with its command. Tests look who asks for which.
+using RunCommand = std::function<void(CommandId)>;
+
 /// A button that runs a command. It can be reached by Tab and pressed by Return.
 class CommandButton : public QToolButton {
  public:
-  CommandButton(CommandId id, QWidget* parent);
+  CommandButton(CommandId id, RunCommand run, QWidget* parent);
 
   [[nodiscard]] CommandId id() const { return id_; }
 
@@ -31,7 +35,7 @@ class TimeField : public QLineEdit {
  public:
   enum class Meaning { position, range };
 
-  TimeField(Meaning meaning, QWidget* parent);
+  TimeField(Meaning meaning, RunCommand run, QWidget* parent);
 
   /// What the status says. A text that is being typed stays.
   void show_status(const QString& text);
@@ -51,6 +55,7 @@ class TimeField : public QLineEdit {
   void select_time();
 
   Meaning meaning_;
+  RunCommand run_;
   QString status_;
 };
 
@@ -66,12 +71,14 @@ class InfoBar : public QLineEdit {
 /// The place in the stream, 0 to 1000.
 class PositionBar : public QScrollBar {
  public:
-  explicit PositionBar(QWidget* parent);
+  PositionBar(RunCommand run, QWidget* parent);
 
   void show_position(int position);
 
  private:
   void act(int action);
+
+  RunCommand run_;
 };
 
 }  // namespace corvelin

@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 
 #include "desktop/qt_text.h"
-#include "edit/debug_report.h"
+#include "shell/debug_text.h"
 
 namespace corvelin {
 
@@ -45,6 +45,6 @@ DebugWindow::DebugWindow(QWidget* parent)
   show_report();
 }
 
-void DebugWindow::show_report() { report_->setPlainText(as_qstring(debug_report()).remove(u'\r')); }
+void DebugWindow::show_report() { report_->setPlainText(as_qstring(debug_text())); }
 
 }  // namespace corvelin

@@ -1,5 +1,5 @@
-// The debug window: the model in numbers, and the bit that the graph goes by. It stays open beside
-// the main window.
+// The debug window: the inner state in numbers, and the bit that the graph goes by. It stays open
+// beside the main window.
 #pragma once
 
 #include "desktop/dialog_kit.h"

@@ -43,13 +43,13 @@ std::vector<QKeySequence> key_sequences(std::string_view keys) {
 
 // A menu entry that is grey keeps its key, which runs into the checks of the command. So the keys
 // are not those of the entries.
-void make_shortcuts(QWidget* window) {
+void make_shortcuts(QWidget* window, const RunCommand& run) {
   for (const Command& command : command_table()) {
     for (const QKeySequence& keys : key_sequences(command.keys)) {
       auto* const shortcut = new QShortcut(keys, window);
       shortcut->setAutoRepeat(command.has(rule::repeats));
       const CommandId id = command.id;
-      QObject::connect(shortcut, &QShortcut::activated, window, [id] { dispatch_command(id); });
+      QObject::connect(shortcut, &QShortcut::activated, window, [run, id] { run(id); });
     }
   }
 }

@@ -6,11 +6,11 @@
 #include <string_view>
 #include <vector>
 
-class QWidget;
+#include "desktop/controls.h"
 
 namespace corvelin {
 
-void make_shortcuts(QWidget* window);
+void make_shortcuts(QWidget* window, const RunCommand& run);
 
 /// What the user presses for keys as the table names them: "Ctrl+5, Alt+Left".
 std::vector<QKeySequence> key_sequences(std::string_view keys);

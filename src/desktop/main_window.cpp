@@ -48,7 +48,8 @@ std::vector<std::string> dropped_paths(const QMimeData& data) {
 
 }  // namespace
 
-MainWindow::MainWindow(const Look& look) : look_(look), client_(new QWidget) {
+MainWindow::MainWindow(const Look& look, RunCommand run)
+    : look_(look), run_(std::move(run)), client_(new QWidget) {
   setObjectName(QStringLiteral("main_window"));
   setWindowTitle(QStringLiteral("Corvelin"));
   setAcceptDrops(true);
@@ -60,8 +61,8 @@ MainWindow::MainWindow(const Look& look) : look_(look), client_(new QWidget) {
   client_->installEventFilter(this);
   qApp->installEventFilter(this);  // the wheel is the window's, whatever it is turned over
   make_controls();
-  menus_ = std::make_unique<Menus>(*menuBar(), look);
-  make_shortcuts(this);
+  menus_ = std::make_unique<Menus>(*menuBar(), look, run_);
+  make_shortcuts(this, run_);
   setFocusProxy(view_);
 }
 
@@ -71,9 +72,9 @@ void MainWindow::make_controls() {
   const WindowLayout layout = window_layout(space());
   make_buttons(layout.toolbar_buttons);
   view_ = new ViewWidget(client_);
-  position_bar_ = new PositionBar(client_);
-  position_field_ = new TimeField(TimeField::Meaning::position, client_);
-  range_field_ = new TimeField(TimeField::Meaning::range, client_);
+  position_bar_ = new PositionBar(run_, client_);
+  position_field_ = new TimeField(TimeField::Meaning::position, run_, client_);
+  range_field_ = new TimeField(TimeField::Meaning::range, run_, client_);
   make_buttons(layout.panel_buttons);
   if (has_text_buttons(panel_form())) {
     make_buttons({{.id = margin_command, .area = layout.margin}});
@@ -104,7 +105,7 @@ void MainWindow::make_buttons(const std::vector<PlacedButton>& places) {
   const bool is_toolbar = buttons_.empty();
   const PanelForm form = panel_form();
   for (const PlacedButton& place : places) {
-    auto* const button = new CommandButton(place.id, client_);
+    auto* const button = new CommandButton(place.id, run_, client_);
     if (!is_toolbar && has_text_buttons(form)) {
       button->setText(panel_text(place.id));
     } else {
@@ -282,7 +283,7 @@ bool MainWindow::turn_wheel(const QWheelEvent& event) {
   const bool ctrl = event.modifiers().testFlag(Qt::ControlModifier);
   constexpr int step = QWheelEvent::DefaultDeltasPerStep;
   for (; std::abs(wheel_turned_) >= step; wheel_turned_ -= wheel_turned_ > 0 ? step : -step)
-    dispatch_command(wheel_command(wheel_turned_ > 0, shift, ctrl));
+    run_(wheel_command(wheel_turned_ > 0, shift, ctrl));
   return true;
 }
 

@@ -23,7 +23,7 @@ class Menus;
 
 class MainWindow : public QMainWindow {
  public:
-  explicit MainWindow(const Look& look);
+  explicit MainWindow(const Look& look, RunCommand run = dispatch_command);
   ~MainWindow() override;
 
   // What the host is told to bring up to date.
@@ -65,6 +65,7 @@ class MainWindow : public QMainWindow {
   [[nodiscard]] QString panel_text(CommandId id) const;
 
   Look look_;
+  RunCommand run_;
   StatusDisplay status_;
   QWidget* client_;  // the window's inside, below the menu bar
   ViewWidget* view_;

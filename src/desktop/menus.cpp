@@ -5,6 +5,7 @@
 #include <QActionGroup>
 #include <QMenu>
 #include <QMenuBar>
+#include <utility>
 
 #include "desktop/qt_text.h"
 #include "edit/menu_state.h"
@@ -13,7 +14,8 @@
 
 namespace corvelin {
 
-Menus::Menus(QMenuBar& bar, const Look& look) : palette_(menu_palette(look)) {
+Menus::Menus(QMenuBar& bar, const Look& look, RunCommand run)
+    : palette_(menu_palette(look)), run_(std::move(run)) {
   bar.setPalette(palette_);
   for (const Menu* const menu : menu_bar()) {
     QMenu* const made = add_menu(&bar, *menu);
@@ -56,7 +58,7 @@ QAction* Menus::add_entry(QMenu& menu, CommandId id, const QString& text) {
   QAction* const action = menu.addAction(text);
   action->setObjectName(QStringLiteral("command_%1").arg(id));
   QObject::connect(action, &QAction::triggered, action, [this, id] {
-    dispatch_command(id);
+    run_(id);
     show_marks();  // the toolkit has moved the mark, whatever became of the command
   });
   return action;

@@ -5,6 +5,7 @@
 #include <map>
 #include <vector>
 
+#include "desktop/controls.h"
 #include "desktop/look.h"
 #include "shell/menu_tree.h"
 
@@ -17,7 +18,7 @@ namespace corvelin {
 
 class Menus {
  public:
-  Menus(QMenuBar& bar, const Look& look);
+  Menus(QMenuBar& bar, const Look& look, RunCommand run);
 
   void rebuild_part_list();
   void rebuild_recent_menu();
@@ -29,6 +30,7 @@ class Menus {
   QAction* add_entry(QMenu& menu, CommandId id, const QString& text);
 
   QPalette palette_;
+  RunCommand run_;
   std::map<CommandId, QAction*> actions_;  // of the table's commands
   std::vector<QAction*> recent_;           // with the line in front of them
   QMenu* file_menu_ = nullptr;

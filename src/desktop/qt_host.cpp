@@ -217,7 +217,11 @@ void QtHost::drive(LongRun& run) { RunWindow(run, parent_of_next_window(window_)
 
 void QtHost::close() { window_.close(); }
 
-void QtHost::enter_field(StatusField field) { window_.enter_field(field); }
+// What the field asks for when the input comes to it is a command of its own, behind this one.
+void QtHost::enter_field(StatusField field) {
+  QMetaObject::invokeMethod(
+      &window_, [this, field] { window_.enter_field(field); }, Qt::QueuedConnection);
+}
 
 void QtHost::show_debug_window() {
   if (debug_window_ == nullptr) debug_window_ = new DebugWindow(&window_);

@@ -142,7 +142,7 @@ class Host {
   /// Puts the input into a field of the status.
   virtual void enter_field(StatusField) {}
 
-  /// Opens the window of `debug_report`, unless it is open.
+  /// Opens the window of the inner state, unless it is open.
   virtual void show_debug_window() {}
 };
 

@@ -3,18 +3,23 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "platform/host.h"
 #include "platform/system.h"
 #include "stream/frame_gain.h"
+#include "stream/frame_loudness.h"
 
 namespace corvelin {
 
 namespace {
 
-// The bit of a frame's first `global_gain`.
+// The bit of a frame's first `global_gain`, or the one that is looked at in its place.
 int first_gain_bit() {
+  if (graph_gain_bit != 0) return graph_gain_bit;
   const FrameInfo frame = {.channel_mode = stream_kind.channel_mode,
                            .version = stream_kind.version,
                            .layer = stream_kind.layer,
@@ -38,6 +43,11 @@ std::string debug_text() {
     text += line;
   }
   return text + end;
+}
+
+void set_gain_bit(std::uint16_t bit) {
+  graph_gain_bit = std::min(bit, last_gain_bit);
+  host().refresh_view(Refresh::all);
 }
 
 }  // namespace corvelin

@@ -1,6 +1,7 @@
 // The inner state of a document, for those who look for a fault in the program.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace corvelin {
@@ -8,5 +9,10 @@ namespace corvelin {
 /// Sizes, places and parts as they are held. At most 1000 bytes: the table of a document with many
 /// parts is cut.
 std::string debug_text();
+
+/// Where in a frame the graph takes its height from, in bits, in the place of the first
+/// `global_gain`: 0 for that itself. The view is drawn anew.
+void set_gain_bit(std::uint16_t bit);
+constexpr std::uint16_t last_gain_bit = 300;
 
 }  // namespace corvelin

@@ -1,0 +1,325 @@
+// The main window with real events, without a screen.
+#include "desktop/main_window.h"
+
+#include <QAccessible>
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSlider>
+#include <QTest>
+#include <QTimer>
+#include <QtEvents>
+#include <algorithm>
+#include <set>
+
+#include "desktop/accessibility.h"
+#include "desktop/keys.h"
+#include "desktop/qt_host.h"
+#include "desktop/qt_text.h"
+#include "desktop/style.h"
+#include "edit/undo.h"
+#include "platform/file.h"
+#include "settings/settings.h"
+#include "shell/window_layout.h"
+#include "support/core_test.h"
+
+namespace corvelin::test {
+
+namespace {
+
+// Files are named and boxes answered by the test; all else is the window's.
+class TestHost : public QtHost {
+ public:
+  using QtHost::QtHost;
+
+  BoxAnswer show_message_box(const MessageBox& box) override {
+    boxes.push_back(box);
+    return answer.value_or(box.default_answer);
+  }
+  std::optional<std::string> ask_for_new_file(const FileDialog&) override { return new_file; }
+
+  std::vector<MessageBox> boxes;
+  std::optional<BoxAnswer> answer;
+  std::optional<std::string> new_file;
+};
+
+class MainWindowTest : public CoreTest {
+ protected:
+  void SetUp() override { settings.msg_hide = 0xFFFF; }
+  void TearDown() override { install_host(&host); }
+
+  // A window whose commands are only written down.
+  void show_recording_window() {
+    show_window([this](CommandId id) { asked.push_back(id); });
+  }
+
+  void show_window(RunCommand run = dispatch_command) {
+    window = std::make_unique<MainWindow>(look_of_settings(), std::move(run));
+    window_host = std::make_unique<TestHost>(*window);
+    install_host(window_host.get());
+    window->resize(1150, 560);
+    window->show();
+    activate();
+    window->refresh(Refresh::all);
+    window->update_menu_state(all_states);
+    QApplication::processEvents();  // the first drawing
+  }
+
+  // Without a window manager a window that got over a box is not active by itself.
+  void activate() const {
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    window->setFocus();
+  }
+
+  void press(const QKeySequence& keys) const {
+    QTest::keyClick(QApplication::focusWidget(), keys[0].key(), keys[0].keyboardModifiers());
+  }
+  void press(const char* keys) const { press(QKeySequence(QString::fromLatin1(keys))); }
+
+  template <typename Widget>
+  Widget* find(const char* name) const {
+    auto* const widget = window->findChild<Widget*>(QString::fromLatin1(name));
+    EXPECT_NE(widget, nullptr) << name;
+    return widget;
+  }
+
+  void open_frames(int count) {
+    ASSERT_TRUE(open("a.mp3", frames(count)));
+    show_window();
+  }
+
+  // In the column of a frame, while the cursor is at the stream's start and a frame has one column.
+  [[nodiscard]] QPoint point_of_frame(int frame) const {
+    constexpr int y = 100;
+    return {window->view().width() / 2 + 1 + frame, y};
+  }
+
+  std::unique_ptr<MainWindow> window;
+  std::unique_ptr<TestHost> window_host;
+  std::vector<CommandId> asked;
+};
+
+using Ids = std::vector<CommandId>;
+
+}  // namespace
+
+TEST_F(MainWindowTest, EachKeyOfTheTableReachesItsCommandAndNoOther) {
+  show_recording_window();
+  std::set<std::string> seen;
+  for (const Command& command : command_table()) {
+    for (const QKeySequence& keys : key_sequences(command.keys)) {
+      ASSERT_EQ(keys.count(), 1) << command.keys;
+      EXPECT_TRUE(seen.insert(as_utf8(keys.toString())).second) << as_utf8(keys.toString());
+      press(keys);
+      EXPECT_EQ(asked, Ids{command.id}) << as_utf8(keys.toString());
+      asked.clear();
+    }
+  }
+  EXPECT_GT(seen.size(), 80U);
+}
+
+TEST_F(MainWindowTest, KeysAreTheWindowsWhereverTheFocusIsButInItsTimeFields) {
+  ASSERT_TRUE(open("a.mp3", frames(20)));
+  show_recording_window();
+  for (const char* const name : {"command_1012", "position_bar", "volume", "info_bar", "view"}) {
+    find<QWidget>(name)->setFocus();
+    for (const char* const key : {"Space", "Left", "C", "Ctrl+C", "Home"}) press(key);
+    EXPECT_EQ(asked, (Ids{136, 113, 152, 1032, 133})) << name;
+    asked.clear();
+  }
+  for (const char* const name : {"position_field", "range_field"}) {
+    auto* const field = find<QLineEdit>(name);
+    field->setFocus();
+    asked.clear();  // the range has one of its own for that
+    field->selectAll();
+    for (const char* const key : {"1", "C", "Left", "Del", "F5", "Ctrl+S"}) press(key);
+    EXPECT_EQ(asked, Ids{}) << name;
+    EXPECT_EQ(as_utf8(field->text()), "1");
+    press("Esc");
+    EXPECT_FALSE(field->hasFocus());
+  }
+}
+
+TEST_F(MainWindowTest, EachMenuEntryAndButtonReachesItsCommandAndNoOther) {
+  for (const std::uint16_t layout : {std::uint16_t{1}, std::uint16_t{16}}) {
+    settings.layout = layout;
+    ASSERT_TRUE(open("a.mp3", frames(20)));
+    show_recording_window();
+    std::size_t entries = 0;
+    for (const Command& command : command_table()) {
+      const QString name = QStringLiteral("command_%1").arg(command.id);
+      for (QAction* const action : window->findChildren<QAction*>(name)) {
+        action->trigger();
+        EXPECT_EQ(asked, action->isEnabled() ? Ids{command.id} : Ids{});
+        EXPECT_FALSE(action->text().isEmpty());
+        asked.clear();
+        ++entries;
+      }
+      for (CommandButton* const button : window->findChildren<CommandButton*>(name)) {
+        button->setEnabled(true);
+        QTest::mouseClick(button, Qt::LeftButton);
+        EXPECT_EQ(asked, Ids{command.id}) << layout;
+        EXPECT_FALSE(button->hasFocus());
+        EXPECT_NE(button->icon().isNull(), button->text().isEmpty()) << command.id;
+        asked.clear();
+      }
+    }
+    EXPECT_EQ(entries, layout < 16 ? 60U : 61U);
+  }
+}
+
+TEST_F(MainWindowTest, TheWheelIsACommandOverAllButTheTimeFields) {
+  show_recording_window();
+  const auto turn = [this](QWidget* over, int delta, Qt::KeyboardModifiers held) {
+    const QPointF at = over->rect().center();
+    QWheelEvent event(at, over->mapToGlobal(at), {}, {0, delta}, Qt::NoButton, held,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(over, &event);
+  };
+  turn(&window->view(), 120, Qt::NoModifier);
+  turn(&window->view(), -240, Qt::ShiftModifier);
+  turn(find<QWidget>("volume"), 60, Qt::ControlModifier);  // a step in two halves
+  turn(find<QWidget>("volume"), 60, Qt::ControlModifier);
+  turn(find<QWidget>("range_field"), 120, Qt::NoModifier);
+  EXPECT_EQ(asked, (Ids{113, 115, 115, 120}));
+}
+
+TEST_F(MainWindowTest, EditsByMouseAndKeysAndSaves) {
+  open_frames(400);
+  QWidget* const view = &window->view();
+  QTest::mousePress(view, Qt::LeftButton, {}, point_of_frame(100));
+  QTest::mouseMove(view, point_of_frame(150));
+  QTest::mouseRelease(view, Qt::LeftButton, {}, point_of_frame(150));
+  EXPECT_EQ(selection.sel_beg, 100 * length);
+  EXPECT_EQ(selection.sel_end, 150 * length);
+
+  press("Del");
+  ASSERT_EQ(document.parts.size(), 2U);
+  EXPECT_EQ(document.total_size, 350 * length);
+  QApplication::processEvents();
+
+  // The handle of the second part is drawn up to the top: the highest level.
+  ASSERT_GE(window->view().view().handles.size(), 2U);
+  const Rect handle = window->view().view().handles[1];
+  const QPoint grip((handle.left + handle.right) / 2, (handle.top + handle.bottom) / 2);
+  QTest::mouseMove(view, grip);
+  EXPECT_EQ(view->cursor().shape(), Qt::PointingHandCursor);
+  QTest::mousePress(view, Qt::LeftButton, {}, grip);
+  QTest::mouseMove(view, {grip.x(), 0});
+  QTest::mouseRelease(view, Qt::LeftButton, {}, {grip.x(), 0});
+  EXPECT_EQ(document.parts[1].part_gainbeg, 32);
+
+  press("Ctrl+Z");
+  EXPECT_EQ(document.parts[1].part_gainbeg, 0);
+  EXPECT_TRUE(find<QLineEdit>("range_field")->text().contains(QStringLiteral("2")));
+
+  window_host->new_file = folder.path("b.mp3");
+  press("Ctrl+W");
+  EXPECT_EQ(file_facts(folder.path("b.mp3")).size, 350 * length);
+  EXPECT_TRUE(window_host->boxes.empty());
+}
+
+TEST_F(MainWindowTest, ASaveThatIsCancelledLeavesTheDocumentOpen) {
+  open_frames(100'000);
+  window_host->new_file = folder.path("b.mp3");
+  QTimer::singleShot(0, [] {
+    auto* const run = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(run, nullptr);
+    QTest::mouseClick(run->findChild<QPushButton*>(QStringLiteral("cancel")), Qt::LeftButton);
+  });
+  press("Ctrl+W");
+  EXPECT_LT(file_facts(folder.path("b.mp3")).size, 100'000 * length);
+  EXPECT_EQ(document.total_size, 100'000 * length);
+  EXPECT_FALSE(is_busy());
+}
+
+TEST_F(MainWindowTest, ADropOnTheGraphAppendsAndOneBesideItOpens) {
+  open_frames(40);
+  const std::string other = folder.file("other song.mp3", frames(30));
+  const auto drop = [&](const QPoint& at) {
+    QMimeData files;
+    files.setUrls({QUrl::fromLocalFile(as_qstring(other))});
+    const QPoint place = window->view().mapTo(window.get(), at);
+    QDragEnterEvent enter(place, Qt::CopyAction, &files, Qt::LeftButton, {});
+    QApplication::sendEvent(window.get(), &enter);
+    QDropEvent event(place, Qt::CopyAction, &files, Qt::LeftButton, {});
+    QApplication::sendEvent(window.get(), &event);
+    QApplication::processEvents();
+  };
+  window_host->answer = BoxAnswer::yes;
+  drop({20, 20});
+  EXPECT_EQ(document.total_size, 70 * length);
+  EXPECT_EQ(selection.cursor, 70 * length);
+
+  window_host->answer = BoxAnswer::no;  // to the question about unsaved changes
+  drop({20, window->view().height() + 20});
+  EXPECT_EQ(document.total_size, 30 * length);
+}
+
+TEST_F(MainWindowTest, TypedTimesMoveTheCursorAndTheSelection) {
+  open_frames(400);
+  press("Ctrl+P");
+  QApplication::processEvents();
+  auto* const position = find<QLineEdit>("position_field");
+  EXPECT_EQ(as_utf8(position->selectedText()), "0'00.00");
+  QTest::keyClicks(position, QStringLiteral("0'02.61"));
+  press("Return");
+  EXPECT_EQ(selection.cursor, 100 * length);
+  EXPECT_FALSE(position->hasFocus());
+
+  press("Ctrl+L");  // makes a selection to be edited
+  QApplication::processEvents();
+  auto* const range = find<QLineEdit>("range_field");
+  EXPECT_EQ(selection.sel_beg, 100 * length);
+  QTest::keyClicks(range, QStringLiteral("0'01.31"));
+  press("Tab");
+  EXPECT_EQ(selection.sel_beg, 51 * length);
+}
+
+TEST_F(MainWindowTest, SurvivesAnySizeAndASourceThatIsGone) {
+  open_frames(400);
+  remove_file(folder.path("a.mp3"));
+  for (const QSize& size : {QSize(1, 1), QSize(8000, 300), QSize(1150, 560)}) {
+    window->resize(size);
+    press("Right");
+    QApplication::processEvents();
+  }
+  EXPECT_EQ(window->view().image().size(), window->view().size());
+}
+
+TEST_F(MainWindowTest, EverythingThatTakesTheFocusIsCalledSomething) {
+  open_frames(40);
+  for (const QWidget* const widget : window->findChildren<QWidget*>()) {
+    if (widget->focusPolicy() == Qt::NoFocus || !widget->isVisible()) continue;
+    QAccessibleInterface* const accessible =
+        QAccessible::queryAccessibleInterface(const_cast<QWidget*>(widget));
+    ASSERT_NE(accessible, nullptr);
+    EXPECT_FALSE(accessible->text(QAccessible::Name).isEmpty()) << as_utf8(widget->objectName());
+  }
+  const QAccessibleInterface* const view = QAccessible::queryAccessibleInterface(&window->view());
+  std::vector<std::string> names;
+  for (int i = 0; i < view->childCount(); ++i) {
+    EXPECT_EQ(view->child(i)->role(), QAccessible::Graphic);
+    EXPECT_FALSE(view->child(i)->text(QAccessible::Description).isEmpty());
+    names.push_back(as_utf8(view->child(i)->text(QAccessible::Name)));
+  }
+  EXPECT_EQ(names, (std::vector<std::string>{"Graph", "Overview", "Level meter"}));
+}
+
+}  // namespace corvelin::test
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  qputenv("QT_SCALE_FACTOR", "1");
+  QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+  QApplication application(argc, argv);
+  QApplication::setStyle(new corvelin::Style);
+  corvelin::install_accessibility();
+  ::testing::InitGoogleTest(&argc, argv);
+  return RUN_ALL_TESTS();
+}
