@@ -178,7 +178,7 @@ class HeadlessRun {
     if (host_.wants_close()) return;
     if (work.needs_document && document.parts.empty()) return fail("no document is open");
     batch_active = true;
-    if (work.run(options_.request, host_) != SaveOutcome::saved) {
+    if (work.run(options_.request) != SaveOutcome::saved) {
       status_ = failed;
     } else {
       remember_saved();

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "cli/work_switches.h"
+#include "unattended/work_switches.h"
 
 namespace corvelin {
 

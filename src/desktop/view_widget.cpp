@@ -118,11 +118,7 @@ void ViewWidget::mouseMoveEvent(QMouseEvent* event) {
 
 void ViewWidget::mouseReleaseEvent(QMouseEvent* event) {
   if (is_busy() || !is_our_button(*event)) return;
-  const bool was_level = mouse_.level_drag != 0;
-  const bool was_split = mouse_.split_drag != 0;
-  const bool asks_for_refresh = release_mouse(mouse_);
-  if (was_level || was_split) host().rebuild_part_list();
-  if (asks_for_refresh) host().refresh_view(Refresh::places);
+  if (release_mouse(mouse_)) host().refresh_view(Refresh::places);
 }
 
 }  // namespace corvelin

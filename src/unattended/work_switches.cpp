@@ -1,7 +1,6 @@
 // The table of work switches, and the work.
-#include "cli/work_switches.h"
+#include "unattended/work_switches.h"
 
-#include "cli/headless_host.h"
 #include "document/open_state.h"
 #include "edit/auto_crop.h"
 #include "unattended/dialog_runs.h"
@@ -11,31 +10,31 @@ namespace corvelin {
 
 namespace {
 
-SaveOutcome save(const WorkRequest& request, HeadlessHost&) {
+SaveOutcome save(const WorkRequest& request) {
   return save_unattended(request.overwrite);
 }
 
-SaveOutcome normalize(const WorkRequest& request, HeadlessHost&) {
+SaveOutcome normalize(const WorkRequest& request) {
   return normalize_whole_stream() ? save_unattended(request.overwrite) : SaveOutcome::not_started;
 }
 
-SaveOutcome crop(const WorkRequest& request, HeadlessHost&) {
+SaveOutcome crop(const WorkRequest& request) {
   if (!auto_crop()) return SaveOutcome::not_started;
   return save_unattended(request.overwrite);
 }
 
-SaveOutcome split(const WorkRequest& request, HeadlessHost&) {
+SaveOutcome split(const WorkRequest& request) {
   const SaveOutcome outcome = split_unattended(request.folder);
   if (outcome == SaveOutcome::saved) open_state.document_modified = false;
   return outcome;
 }
 
-SaveOutcome split_by_clock(const WorkRequest& request, HeadlessHost& host) {
-  return cue_by_clock() ? split(request, host) : SaveOutcome::not_started;
+SaveOutcome split_by_clock(const WorkRequest& request) {
+  return cue_by_clock() ? split(request) : SaveOutcome::not_started;
 }
 
-SaveOutcome split_at_pauses(const WorkRequest& request, HeadlessHost& host) {
-  return cue_pauses_of_whole_stream() ? split(request, host) : SaveOutcome::not_started;
+SaveOutcome split_at_pauses(const WorkRequest& request) {
+  return cue_pauses_of_whole_stream() ? split(request) : SaveOutcome::not_started;
 }
 
 constexpr WorkSwitch table[] = {

@@ -1,5 +1,5 @@
-// The switches that name a piece of work for the document that the command line opens: one row and
-// one function each.
+// The switches of the command line that name a piece of work for the document that it opens: one
+// row and one function each. Both programs have them.
 #pragma once
 
 #include <span>
@@ -9,8 +9,6 @@
 #include "edit/save_audio.h"
 
 namespace corvelin {
-
-class HeadlessHost;
 
 /// What is given with the switch.
 struct WorkRequest {
@@ -24,7 +22,7 @@ struct WorkSwitch {
   bool takes_folder;
   bool saves;           // one file, which may be the source with /overwrite
   bool needs_document;  // FILE, or one that a line opens
-  SaveOutcome (*run)(const WorkRequest& request, HeadlessHost& host);  // null: still to come
+  SaveOutcome (*run)(const WorkRequest& request);  // null: still to come
 };
 
 std::span<const WorkSwitch> work_switches();
