@@ -9,6 +9,7 @@
 #include "cli/messages.h"
 #include "edit/split_dialog.h"
 #include "platform/file.h"
+#include "platform/interruption.h"
 #include "platform/text.h"
 #include "unattended/dialog_runs.h"
 
@@ -109,11 +110,12 @@ void HeadlessHost::drive(LongRun& run) {
   {
     ProgressLine line;
     int shown = -1;
-    while (run.step()) {
+    while (interruption() == 0 && run.step()) {
       const int percent = run.percent_done();
       if (std::exchange(shown, percent) != percent)
         line.show(fmt::format("{:3}%  {}", percent, run.progress_text()));
     }
+    if (interruption() != 0) run.cancel();
     line.show(fmt::format("{:3}%  {}", run.percent_done(), run.progress_text()));
   }
   const std::string report = run.report();

@@ -21,6 +21,7 @@
 #include "edit/save_audio.h"
 #include "model/document.h"
 #include "platform/clipboard.h"
+#include "platform/interruption.h"
 #include "settings/setting_table.h"
 #include "settings/settings_file.h"
 #include "settings/settings_storage.h"
@@ -81,7 +82,7 @@ class HeadlessRun {
     shut_down();
     store();
     if (!flush_output()) fail("standard output: write error");
-    return status_;
+    return interruption() == 0 ? status_ : status_of_signals + interruption();
   }
 
  private:
@@ -107,7 +108,8 @@ class HeadlessRun {
     open();
     run_edits();
     report();
-    if (options_.work != nullptr) run_work(*options_.work);
+    if (options_.work != nullptr && interruption() == 0) run_work(*options_.work);
+    fail_at_bad_source();
     if (status_ == succeeded) tell_unsaved_edits();
   }
 
@@ -115,10 +117,12 @@ class HeadlessRun {
     if (options_.files.empty()) return;
     const Refusal refusal = open_paths(options_.files);
     if (!refusal.empty()) fail(refusal);
+    fail_at_bad_source();
   }
 
   [[nodiscard]] bool goes_on() const {
-    return !host_.wants_close() && (status_ == succeeded || options_.keep_going);
+    const bool may_go_on = status_ == succeeded || options_.keep_going;
+    return may_go_on && !host_.wants_close() && interruption() == 0;
   }
 
   void run_edits() {
@@ -131,7 +135,7 @@ class HeadlessRun {
         run_line(source.text, source.text);
       }
     }
-    if (status_ == succeeded && !options_.output.empty() && !host_.wants_close()) run_output();
+    if (status_ == succeeded && !options_.output.empty() && goes_on()) run_output();
   }
 
   void run_script(const std::string& path) {
@@ -150,12 +154,22 @@ class HeadlessRun {
         run_line(line, place);
       }
     }
-    if (script.error()) fail(fmt::format("{}: {}", name, script.error().message()));
+    if (script.error() && interruption() == 0)
+      fail(fmt::format("{}: {}", name, script.error().message()));
   }
 
   void run_line(const std::string& line, const std::string& place) {
     const Refusal refusal = run_edit_line(line, host_);
     if (!refusal.empty()) fail(fmt::format("{}: {}", place, refusal));
+    fail_at_bad_source();
+  }
+
+  // A source that can't be read in full is not what it seems, though nothing was refused.
+  void fail_at_bad_source() {
+    std::string fault = read_fault();
+    std::ranges::replace(fault, '\n', ':');
+    if (!fault.empty() && fault != told_fault_) fail(fault);
+    told_fault_ = fault;
   }
 
   void run_output() {
@@ -199,6 +213,7 @@ class HeadlessRun {
   HeadlessHost host_;
   RunSettings run_settings_;
   int status_ = succeeded;
+  std::string told_fault_;  // of a source
 };
 
 }  // namespace

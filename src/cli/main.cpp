@@ -2,8 +2,12 @@
 #include <csignal>
 
 #include "cli/headless_run.h"
+#include "platform/interruption.h"
+#include "platform/standard_descriptors.h"
 
 int main(int argc, char** argv) {
+  corvelin::fill_standard_descriptors();
+  corvelin::catch_interruptions();
   // A file that hits a size limit is a failed write with a message, not the end of the process.
   std::signal(SIGXFSZ, SIG_IGN);
   return corvelin::run_headless(argc, argv);

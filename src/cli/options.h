@@ -11,7 +11,7 @@
 namespace corvelin {
 
 /// What the program ends with.
-enum ExitStatus : int { succeeded = 0, failed = 1, wrong_usage = 2 };
+enum ExitStatus : int { succeeded = 0, failed = 1, wrong_usage = 2, status_of_signals = 128 };
 
 /// One `--edit` or `--script`, in the order of the command line.
 struct EditSource {

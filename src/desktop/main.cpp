@@ -2,8 +2,10 @@
 #include <csignal>
 
 #include "desktop/desktop_run.h"
+#include "platform/standard_descriptors.h"
 
 int main(int argc, char** argv) {
+  corvelin::fill_standard_descriptors();
   // A file that hits a size limit is a failed write with a message, not the end of the process.
   std::signal(SIGXFSZ, SIG_IGN);
   return corvelin::run_desktop(argc, argv);
