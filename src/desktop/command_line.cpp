@@ -69,8 +69,7 @@ Switches that work on FILE without asking; the program ends behind them:
 )";
   for (const WorkSwitch& work : work_switches()) {
     if (work.run == nullptr) continue;
-    const std::string word =
-        fmt::format("/{}{}", work.name, work.takes_folder ? " [FOLDER]" : "");
+    const std::string word = fmt::format("/{}{}", work.name, work.takes_folder ? " [FOLDER]" : "");
     text += fmt::format("  {:<20}  {}\n", word, work.help);
   }
   return text + R"(  /overwrite            replace FILE instead of saving beside it

@@ -10,6 +10,8 @@
 #include <QTimer>
 #include <cstdio>
 #include <cstdlib>
+#include <utility>
+#include <vector>
 
 #include "desktop/accessibility.h"
 #include "desktop/command_line.h"
@@ -27,9 +29,7 @@
 #include "settings/settings_file.h"
 #include "settings/settings_storage.h"
 #include "shell/start_up.h"
-#include "text/boxes.h"
 #include "text/ui_text.h"
-#include "unattended/save_unattended.h"
 
 namespace corvelin {
 
@@ -45,10 +45,25 @@ void measure_display() {
              .height = size.height()};
 }
 
+// Keeps the boxes of the time before there is a window.
+class EarlyHost : public Host {
+ public:
+  BoxAnswer show_message_box(const MessageBox& box) override {
+    boxes.push_back(box);
+    return box.default_answer;
+  }
+
+  std::vector<MessageBox> boxes;
+};
+
 class DesktopRun {
  public:
-  explicit DesktopRun(CommandLine line)
-      : line_(std::move(line)), window_(look_of_settings()), host_(window_) {
+  /// `boxes` are those that nobody could show yet.
+  DesktopRun(CommandLine line, std::vector<MessageBox> boxes)
+      : line_(std::move(line)),
+        boxes_(std::move(boxes)),
+        window_(look_of_settings()),
+        host_(window_) {
     install_host(&host_);
     window_.may_close = [] { return confirm_discard_changes(); };
     watch_end_signals(window_, [this] { end_by_signal(); });
@@ -71,29 +86,19 @@ class DesktopRun {
 
  private:
   void begin() {
+    for (const MessageBox& box : boxes_) host_.show_message_box(box);
     const bool is_open = !line_.file.empty() && open_file(line_.file);
     host_.rebuild_part_list();
     host_.rebuild_recent_menu();
     host_.update_menu_state(all_states);
     host_.refresh_view(is_open ? Refresh::all : Refresh::no_document);
-    if (line_.records) show_refusal("/rec is not available yet.");
-    if (is_open && line_.work != Work::none) work();
+    if (is_open && line_.work != nullptr) work();
   }
 
-  // The pieces of work that run without a question, and the end of the program.
+  // The program ends whatever became of the work.
   void work() {
     batch_active = true;
-    switch (line_.work) {
-      case Work::save:
-        save_unattended(line_.overwrite);
-        break;
-      case Work::split:
-        split_unattended(line_.folder);
-        break;
-      default:
-        batch_active = false;
-        return show_refusal("This switch is not available yet.");
-    }
+    line_.work->run(line_.request);
     open_state.document_modified = false;
     request_close();
   }
@@ -121,12 +126,14 @@ class DesktopRun {
 
   void store() {
     window_.keep_geometry();
+    if (settings_storage == SettingsStorage::removed) return;
     const std::error_code error =
         line_.settings_path ? write_settings(*line_.settings_path) : store_settings();
     if (error) fmt::print(stderr, "corvelin: the settings were not written: {}\n", error.message());
   }
 
   CommandLine line_;
+  std::vector<MessageBox> boxes_;
   MainWindow window_;
   QtHost host_;
 };
@@ -159,6 +166,8 @@ int run_desktop(int argc, char** argv) {
   QApplication::setWindowIcon(program_icon());
   measure_display();
   const CommandLine line = parse_command_line(words);
+  EarlyHost early;
+  install_host(&early);
   const bool is_read =
       start_up(line.settings_path ? *line.settings_path : choose_settings_file(line.localini));
   if (line.settings_path && !is_read) {
@@ -171,7 +180,7 @@ int run_desktop(int argc, char** argv) {
   QApplication::setStyle(new Style);
   QApplication::setPalette(dialog_palette(look_of_settings()));
   install_accessibility();
-  return DesktopRun(line).run();
+  return DesktopRun(line, early.boxes).run();
 }
 
 }  // namespace corvelin

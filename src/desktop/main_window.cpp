@@ -15,6 +15,7 @@
 #include <cmath>
 #include <utility>
 
+#include "audio/playback.h"
 #include "desktop/accessibility.h"
 #include "desktop/keys.h"
 #include "desktop/menus.h"
@@ -90,8 +91,10 @@ void MainWindow::make_controls() {
   volume_->setPageStep(10);
   volume_->setFocusPolicy(Qt::TabFocus);
   volume_->setValue(settings.volume);
-  connect(volume_, &QSlider::valueChanged,
-          [](int value) { settings.volume = static_cast<std::uint16_t>(value); });
+  connect(volume_, &QSlider::valueChanged, [](int value) {
+    settings.volume = static_cast<std::uint16_t>(value);
+    apply_volume();
+  });
   info_bar_ = new InfoBar(client_);
   position_field_->setAccessibleName(QStringLiteral("Position"));
   range_field_->setAccessibleName(QStringLiteral("Selection or part"));

@@ -60,7 +60,7 @@ FrameLoudness layer2_bytes(std::span<const std::uint8_t> frame) {
   constexpr unsigned silence = 160;
   if (frame.size() < from + count) return {};
   const auto bytes = frame.subspan(from, count);
-  const unsigned mean = std::accumulate(bytes.begin(), bytes.end(), 0U) / count;
+  const unsigned mean = std::accumulate(bytes.begin(), bytes.end(), 0U) / unsigned{count};
   return {1, {static_cast<std::uint8_t>(mean < silence ? silence - mean : 0)}};
 }
 

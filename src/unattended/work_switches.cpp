@@ -10,9 +10,7 @@ namespace corvelin {
 
 namespace {
 
-SaveOutcome save(const WorkRequest& request) {
-  return save_unattended(request.overwrite);
-}
+SaveOutcome save(const WorkRequest& request) { return save_unattended(request.overwrite); }
 
 SaveOutcome normalize(const WorkRequest& request) {
   return normalize_whole_stream() ? save_unattended(request.overwrite) : SaveOutcome::not_started;
