@@ -131,7 +131,15 @@ LameEnc::~LameEnc() {
   if (stream_) beCloseStream();
 }
 LameEnc::LameEnc(LameEnc&&) noexcept = default;
-LameEnc& LameEnc::operator=(LameEnc&&) noexcept = default;
+
+// The stream goes while its library is still there.
+LameEnc& LameEnc::operator=(LameEnc&& other) noexcept {
+  if (this == &other) return *this;
+  beCloseStream();
+  stream_ = std::move(other.stream_);
+  library_ = std::move(other.library_);
+  return *this;
+}
 
 bool LameEnc::load() {
   if (library_) return true;
