@@ -7,6 +7,7 @@
 #include <cmath>
 #include <string_view>
 
+#include "audio/decoder_bridge.h"
 #include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "audio/recorder.h"
@@ -93,11 +94,6 @@ std::string tag_text(bool has_tag, std::string_view what_a_save_does, bool does_
   return fmt::format("{} / {}{}", yes_or_no(true), what_a_save_does, yes_or_no(does_it));
 }
 
-std::string_view play_decoder() {
-  if (stream.is_aac != 0) return "libfaad2";
-  return settings.use_mpglib != 0 ? "mpglib" : "ACM";
-}
-
 std::string info_text() {
   constexpr std::uint32_t smallest_id3v2 = 2;
   const FrameInfo& frame = stream.current_frame;
@@ -106,7 +102,7 @@ std::string info_text() {
       channels_text(frame),
       tag_text(stands_at(stream.id3v1, 0, "TAG"), ui_text(win, 32), settings.save_id3v1 != 0),
       tag_text(stream.id3v2_size >= smallest_id3v2, ui_text(win, 33), settings.keep_id3v2 != 0),
-      ui_text(win, 34), play_decoder());
+      ui_text(win, 34), decoder_name(chosen_decoder()));
 }
 
 std::string position_text(std::uint32_t scaled) {
