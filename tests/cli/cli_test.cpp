@@ -44,6 +44,19 @@ class Cli : public ::testing::Test {
   TestFolder logs;
 };
 
+// It waits for a line that never comes.
+TEST_F(Cli, ASignalEndsItAsACancel) {
+  ::mkfifo(folder.path("lines").c_str(), 0666);
+  for (const auto& [signal, status] : {std::pair("INT", 130), std::pair("TERM", 143)}) {
+    const Result result =
+        shell("exec 3<>lines; (exec " + std::string(CORVELIN_CLI) +
+              " --script - <lines) & echo state >&3; while ! [ -s " + logs.path("out") +
+              " ]; do sleep 0.01; done; kill -" + signal + " $!; wait $!");
+    EXPECT_EQ(result.status, status);
+    EXPECT_EQ(result.err, "");
+  }
+}
+
 TEST_F(Cli, SavesEverySampleWithoutLoss) {
   // As ffprobe -count_packets counts the frames.
   const std::pair<std::string, std::size_t> samples[] = {

@@ -7,12 +7,14 @@
 #include <unistd.h>
 
 #include <cmath>
+#include <csignal>
 #include <functional>
 #include <optional>
 
 #include "exchange/save_run.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "platform/interruption.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 
@@ -306,6 +308,21 @@ TEST_F(SaveTest, CancelLeavesWhatStoodBefore) {
   EXPECT_EQ(folder.names(),
             (std::vector<std::string>{"a.mp3", "a.mp3.~~~.mp3", "new.mp3", "old.mp3"}));
   EXPECT_FALSE(document.files.empty());
+}
+
+// What was written of a replacement goes: nobody will look for it.
+TEST_F(SaveTest, InterruptedItLeavesNoFileBesideTheSource) {
+  ASSERT_TRUE(open("a.mp3", frames(9000)));
+  SaveRun run(folder.path("a.mp3"), whole_stream(), 0);
+  ASSERT_TRUE(run.begin() && run.step());
+  EXPECT_EQ(folder.names().size(), 2U);
+  catch_interruptions();
+  ::raise(SIGTERM);
+  run.cancel();
+  EXPECT_EQ(run.report(), "");
+  EXPECT_EQ(folder.names(), std::vector<std::string>{"a.mp3"});
+  EXPECT_EQ(take_interruption(), SIGTERM);
+  EXPECT_EQ(interruption(), 0);
 }
 
 TEST_F(SaveTest, DoesNotTakeAShrunkenSourceForAWholeOne) {

@@ -3,11 +3,14 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <array>
 #include <filesystem>
 #include <functional>
 
+#include "platform/standard_descriptors.h"
 #include "support/test_folder.h"
 
 namespace corvelin::test {
@@ -79,6 +82,24 @@ TEST(File, WhatAnotherProgramWroteMeanwhileStays) {
     EXPECT_EQ(replacing.commit(), FileError::changed);
   }
   EXPECT_EQ(folder.names(), std::vector<std::string>{"x"});
+}
+
+// In a child, since the test's own output goes through them.
+TEST(File, ClosedStandardStreamsAreNoFiles) {
+  const TestFolder folder;
+  const pid_t child = ::fork();
+  if (child == 0) {
+    for (const int descriptor : {0, 1, 2}) ::close(descriptor);
+    fill_standard_descriptors();
+    OutputFile file;
+    const bool is_created = !file.create_new(folder.path("x"));
+    const bool is_lost = ::write(1, "message", 7) < 0 && ::write(2, "message", 7) < 0;
+    ::_exit(is_created && is_lost ? 0 : 1);
+  }
+  int status = -1;
+  ASSERT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(read_text(folder.path("x")), "");
 }
 
 }  // namespace
