@@ -39,7 +39,8 @@ TEST(FastPlay, ShortensAsTheIndependentProgramDoes) {
     stream_kind = {.sample_rate = row.sample_rate, .channel_mode = row.channel_mode};
     std::vector<std::size_t> sizes;
     std::uint64_t hash = 0xCBF29CE484222325;
-    for (const std::size_t size : {row.channel_mode == 4 ? 6912 : 13824, 5000, 700}) {
+    const std::size_t whole = row.channel_mode == 4 ? 6912 : 13824;
+    for (const std::size_t size : {whole, std::size_t{5000}, std::size_t{700}}) {
       std::vector<std::int16_t> samples(size);
       for (std::int16_t& sample : samples) {
         state = state * 1664525 + 1013904223;

@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <map>
 
 #include <algorithm>
 #include <cerrno>
@@ -258,10 +259,12 @@ TEST_P(SaveFaults, PiecesOfASplitAreWholeButForTheNamedOne) {
 TEST_P(SaveFaults, TextFilesStayOldOrNew) {
   settings.msg_hide = 0xFFFF;
   ASSERT_TRUE(open("a.mp3", audio_));
-  const std::pair<std::string, std::string> rows[] = {{"c.ini", "[Corvelin]\r\nold"},
-                                                      {"p.cvp", "[Corvelin project file]\r\nold"},
-                                                      {"p.cue", "TITLE old"}};
-  for (const auto& [name, old] : rows) {
+  const std::map<std::string, std::string> rows = {{"c.ini", "[Corvelin]\r\nold"},
+                                                   {"p.cvp", "[Corvelin project file]\r\nold"},
+                                                   {"p.cue", "TITLE old"}};
+  for (const auto& row : rows) {
+    const std::string& name = row.first;
+    const std::string& old = row.second;
     const bool is_settings = name == "c.ini";
     open_state.project_name = folder.path(name);
     const auto work = [&] {

@@ -122,8 +122,8 @@ TEST_F(WaveDeviceTest, AResetGivesAllBackUnplayedHoweverOften) {
     system.play(100);
     deliver();
   }
-  Samples all = counting(300);
-  EXPECT_NE(std::ranges::search(system.played, std::span(all).subspan(100)).begin(),
+  const Samples all = counting(300);
+  EXPECT_NE(std::search(system.played.begin(), system.played.end(), all.begin() + 100, all.end()),
             system.played.end());
 }
 
