@@ -8,11 +8,10 @@
 #include <vector>
 
 #include "cli/place.h"
+#include "cli/words.h"
 #include "edit/names_dialog.h"
 #include "edit/typed_edits.h"
 #include "model/document.h"
-#include "platform/text.h"
-#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -35,8 +34,8 @@ Refusal read_ranges(Arguments words, std::vector<Range>& ranges) {
   return no_refusal;
 }
 
-Refusal cut_out(const std::vector<Range>& ranges, std::string_view label) {
-  switch (cut_ranges(ranges, label)) {
+Refusal cut_out(const std::vector<Range>& ranges, const Command& change) {
+  switch (cut_ranges(ranges, change)) {
     case CutResult::nothing_left:
       return "nothing would be left";
     case CutResult::no_room:
@@ -50,7 +49,7 @@ Refusal cut_out(const std::vector<Range>& ranges, std::string_view label) {
 Refusal cut_line(Arguments words, HeadlessHost&) {
   std::vector<Range> ranges;
   Refusal refusal = read_ranges(words, ranges);
-  return refusal.empty() ? cut_out(ranges, ui_text(win, 5)) : refusal;
+  return refusal.empty() ? cut_out(ranges, cut_change) : refusal;
 }
 
 Refusal keep_line(Arguments words, HeadlessHost&) {
@@ -58,18 +57,7 @@ Refusal keep_line(Arguments words, HeadlessHost&) {
   Refusal refusal = read_ranges(words, ranges);
   if (!refusal.empty()) return refusal;
   const std::vector<Range> rest = outside_of(ranges);
-  return rest.empty() ? "that is all of the stream" : cut_out(rest, ui_text(men, 28));
-}
-
-// The names that a cue is given; none leaves those of a border that is there already.
-Refusal read_names(Arguments words, std::vector<std::optional<std::u16string>>& names) {
-  names.resize(2);
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    names[i] = bytes_to_wide(words[i], true);
-    if (names[i]->size() > NamesDialog::text_limit)
-      return fmt::format("a name has at most {} characters", NamesDialog::text_limit);
-  }
-  return no_refusal;
+  return rest.empty() ? "that is all of the stream" : cut_out(rest, keep_change);
 }
 
 Refusal cue_line(Arguments words, HeadlessHost&) {
@@ -78,10 +66,12 @@ Refusal cue_line(Arguments words, HeadlessHost&) {
   if (place.pos >= document.total_size)
     return  // "-" too
         "no track begins there";
-  std::vector<std::optional<std::u16string>> names;
-  Refusal refusal = read_names(words.subspan(1), names);
-  if (!refusal.empty()) return refusal;
-  if (!set_cue_at(place.pos, names[0], names[1]))
+  const auto name = [words](std::size_t index, std::string_view what) {
+    constexpr std::size_t limit = NamesDialog::text_limit;
+    return index < words.size() ? std::optional(name_within(limit, words[index], what))
+                                : std::nullopt;  // a border that is there keeps its own
+  };
+  if (!set_cue_at(place.pos, name(1, "the title"), name(2, "the artist")))
     return fmt::format("there is no room for a part more; the most are {}", most_parts);
   return no_refusal;
 }

@@ -36,9 +36,8 @@ struct Field {
 // A text of so many characters at most.
 Field text_field(std::string_view key, std::u16string& text, std::size_t limit) {
   return {key, [&text, key, limit](std::string_view value) {
-            text = bytes_to_wide(value, true);
-            if (text.size() <= limit) return no_refusal;
-            return fmt::format("{} has at most {} characters", key, limit);
+            text = name_within(limit, value, key);
+            return no_refusal;
           }};
 }
 
@@ -74,6 +73,20 @@ Refusal take_genre(std::string_view value, TagDialog& tag) {
   }
   tag.genre = value;
   return no_refusal;
+}
+
+// The tag holds Windows-1252 text, and beside a track number less of the comment.
+void tell_changed_texts(const TagDialog& tag) {
+  const TagDialog held = tag_dialog_load();
+  const bool is_same = held.title == tag.title && held.artist == tag.artist &&
+                       held.album == tag.album && held.year == tag.year &&
+                       held.comment == tag.comment;
+  if (is_same) return;
+  const auto text = [](const std::u16string& wide) { return wide_to_bytes(wide, true); };
+  complain(fmt::format(
+      "not all of that fits an ID3v1 tag, which now says title=\"{}\" artist=\"{}\" "
+      "album=\"{}\" year=\"{}\" comment=\"{}\"",
+      text(held.title), text(held.artist), text(held.album), text(held.year), text(held.comment)));
 }
 
 // The tag that players prefer may go on to tell something else.
@@ -112,6 +125,7 @@ Refusal tag_line(Arguments words, HeadlessHost&) {
   if (!refusal.empty()) return refusal;
   tag_dialog_apply(tag);
   open_state.document_modified = true;
+  tell_changed_texts(tag);
   tell_other_texts(tag);
   return no_refusal;
 }

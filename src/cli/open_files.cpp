@@ -8,13 +8,9 @@
 
 #include "cli/unsaved.h"
 #include "document/append.h"
-#include "document/open_state.h"
-#include "edit/undo.h"
-#include "model/document.h"
-#include "model/selection.h"
+#include "edit/document_commands.h"
+#include "exchange/open_document.h"
 #include "platform/path.h"
-#include "shell/start_up.h"
-#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -30,29 +26,26 @@ bool is_mp4(const std::string& path) {
   return has_extension(path, ".mp4") || has_extension(path, ".m4a");
 }
 
+// Returns how many of the files make the document.
+std::size_t open_all(std::span<const std::string> names) {
+  if (names.size() > 1) return open_files(names);
+  return open_in_place(names[0]) ? 1 : 0;
+}
+
 }  // namespace
 
 Refusal open_paths(std::span<const std::string> paths) {
   if (is_mp4(paths[0])) return "MP4 files are not available yet";
-  if (!open_file(paths[0])) return fmt::format("{} was not opened", paths[0]);
-  const std::vector<std::string> others = whole_paths(paths.subspan(1));
-  const std::size_t joined = append_files(others);
-  if (joined > 0) name_parts_from_files();
+  const std::size_t opened = open_all(whole_paths(paths));
   remember_saved();
-  if (joined == others.size()) return no_refusal;
-  return fmt::format("{} was not joined", paths[joined + 1]);
+  if (opened == paths.size()) return no_refusal;
+  return fmt::format("{} was not {}", paths[opened], opened == 0 ? "opened" : "joined");
 }
 
 Refusal append_to_document(std::span<const std::string> paths) {
   const std::vector<std::string> names = whole_paths(paths);
-  if (!can_append_files(names)) return "nothing was appended";
-  undo_push(true, ui_text(msg, 1));
-  append_files(names);
-  clear_selection();
-  selection.cursor = document.total_size;
-  document.current_part = part_at(selection.cursor);
-  if (names.size() > 1) open_state.document_modified = true;
-  name_parts_from_files();
+  if (!can_append_files(names) || append_in_one_step(names) != names.size())
+    return "nothing was appended";
   return no_refusal;
 }
 

@@ -1,6 +1,13 @@
 // Splitting of edit lines.
 #include "cli/words.h"
 
+#include <fmt/format.h>
+
+#include <utility>
+
+#include "cli/messages.h"
+#include "platform/text.h"
+
 namespace corvelin {
 
 namespace {
@@ -35,6 +42,12 @@ std::optional<std::vector<std::string>> split_words(std::string_view line) {
   if (in_quotes) return std::nullopt;
   if (in_word) words.push_back(std::move(word));
   return words;
+}
+
+std::u16string name_within(std::size_t limit, std::string_view word, std::string_view what) {
+  std::u16string name = bytes_to_wide(word, true);
+  if (name.size() > limit) complain(fmt::format("{} is cut to {} characters", what, limit));
+  return cut_to_units(std::move(name), limit);
 }
 
 }  // namespace corvelin

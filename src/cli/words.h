@@ -3,6 +3,7 @@
 #pragma once
 
 #include <charconv>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -13,6 +14,10 @@ namespace corvelin {
 
 /// The words of a line; nothing when a quote is left open.
 std::optional<std::vector<std::string>> split_words(std::string_view line);
+
+/// A name of at most `limit` characters. That a longer one is cut is told, of "title" or whatever
+/// it is.
+std::u16string name_within(std::size_t limit, std::string_view word, std::string_view what);
 
 /// A word that is a whole number which the type can hold.
 template <typename Number>

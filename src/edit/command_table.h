@@ -101,6 +101,9 @@ std::string_view text_of(const Command& command);
 // Changes that no command makes, and what is done around them.
 extern const Command open_change;       // files were opened by name
 extern const Command append_change;     // files were appended by name
+extern const Command cut_change;        // ranges were cut out by their places
+extern const Command keep_change;       // the same for what lies outside of them
+extern const Command cue_change;        // a cue was set at its place
 extern const Command selection_change;  // the selection was set by mouse or by its place
 extern const Command level_change;      // a level was dragged
 extern const Command border_change;     // a border was dragged

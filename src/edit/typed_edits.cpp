@@ -3,12 +3,10 @@
 
 #include <algorithm>
 
-#include "document/open_state.h"
+#include "edit/commands.h"
 #include "edit/cut_commands.h"
-#include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/selection.h"
-#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -59,32 +57,31 @@ std::vector<Range> outside_of(std::span<const Range> ranges) {
   return rest;
 }
 
-CutResult cut_ranges(std::span<const Range> ranges, std::string_view label) {
+CutResult cut_ranges(std::span<const Range> ranges, const Command& change) {
   if (is_whole_stream(ranges)) return CutResult::nothing_left;
   if (!has_room_for_cuts(ranges)) return CutResult::no_room;
-  undo_push(true, label);
-  for (std::size_t i = ranges.size(); i-- > 0;) {  // the last first, so that the others still hold
-    clear_selection();
-    set_sel_begin(ranges[i].begin);
-    set_sel_end(ranges[i].end);
-    cut_or_cue();
-  }
-  document.current_part = part_at(selection.cursor);
-  open_state.document_modified = true;
+  carry_out(change, [ranges] {
+    for (std::size_t i = ranges.size(); i-- > 0;) {  // the last first: the others still hold then
+      clear_selection();
+      set_sel_begin(ranges[i].begin);
+      set_sel_end(ranges[i].end);
+      cut_or_cue();
+    }
+    return Result::done;
+  });
   return CutResult::done;
 }
 
 bool set_cue_at(EditPosition pos, const std::optional<std::u16string>& title,
                 const std::optional<std::u16string>& artist) {
   if (!is_border(pos) && document.parts.size() >= most_parts) return false;
-  undo_push(true, ui_text(win, 5));
-  const PartIndex index = split_at(pos);
-  Part& part = document.parts[index];
-  part.part_iscue = 1;
-  if (title) part.part_title = *title;
-  if (artist) part.part_artist = *artist;
-  document.current_part = part_at(selection.cursor);
-  open_state.document_modified = true;
+  carry_out(cue_change, [&] {
+    Part& part = document.parts[split_at(pos)];
+    part.part_iscue = 1;
+    if (title) part.part_title = *title;
+    if (artist) part.part_artist = *artist;
+    return Result::done;
+  });
   return true;
 }
 

@@ -5,9 +5,9 @@
 #include <optional>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
+#include "edit/command_table.h"
 #include "model/document.h"
 
 namespace corvelin {
@@ -26,8 +26,8 @@ std::vector<Range> outside_of(std::span<const Range> ranges);
 enum class CutResult { done, nothing_left, no_room };
 
 /// Cuts out ranges that are in order and apart, each as Cut/Cue does, and clears the selection. All
-/// or none. `label` is that of the undo step.
-CutResult cut_ranges(std::span<const Range> ranges, std::string_view label);
+/// or none. `change` is `cut_change` or `keep_change`.
+CutResult cut_ranges(std::span<const Range> ranges, const Command& change);
 
 /// Makes a cue at `pos`, in front of the end, or one of the border that is there, and gives it the
 /// names that there are. False when the table of parts has no room.
