@@ -87,7 +87,7 @@ AppendResult append_source(std::uint16_t index) {
   file.audio_end = end;
 
   const EditPosition place = document.total_size;
-  if (delete_range(place, place) == no_part) return AppendResult::table_full;
+  if (make_border(place) == no_part) return AppendResult::table_full;
   const PartIndex part = add_part(place, index, begin, end - begin);
   if (part == no_part) return AppendResult::table_full;
   document.parts[part].part_iscue = 1;

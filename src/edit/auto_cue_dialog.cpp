@@ -48,7 +48,7 @@ std::optional<std::uint16_t> read_seconds(std::string_view text) {
 bool set_cue(EditPosition frame, std::int16_t gain, bool has_name) {
   selection.sel_title.clear();
   selection.sel_artist.clear();
-  const PartIndex made = delete_range(frame, frame);
+  const PartIndex made = make_border(frame);
   if (made >= part_count()) return false;
   document.parts[made].part_iscue = 1;
   document.parts[made].part_gainbeg = gain;

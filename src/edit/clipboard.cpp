@@ -200,7 +200,7 @@ class Paste {
   }
 
   bool add_as_part(std::uint16_t file, const PastedRange& range) {
-    delete_range(place_, place_);
+    make_border(place_);
     const PartIndex index = add_part(place_, file, range.file_pos, range.size);
     if (index == no_part) return false;
     Part& part = document.parts[index];

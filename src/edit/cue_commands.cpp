@@ -14,7 +14,7 @@ namespace {
 // Makes a border with the flag and returns its part; `no_part` at the stream's end and without
 // room.
 PartIndex make_cue(EditPosition pos) {
-  const PartIndex made = delete_range(pos, pos);
+  const PartIndex made = make_border(pos);
   if (made >= part_count()) return no_part;
   document.parts[made].part_iscue = 1;
   return made;

@@ -27,7 +27,7 @@ PartIndex finish_border(PartIndex made, std::int16_t tail_gain) {
 
   const EditPosition frame = next_frame_in(made, part.part_beg);
   if (frame > part_end(made)) return made;
-  const PartIndex behind = delete_range(frame, frame);
+  const PartIndex behind = make_border(frame);
   if (behind >= part_count()) return made;
   document.parts[behind].part_gainbeg = tail_gain;
   return behind;

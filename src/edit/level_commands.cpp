@@ -47,7 +47,7 @@ void make_stage(EditPosition pos, Stages stages, std::uint32_t length, int chang
   if (stages == Stages::one || length < shortest * stream.avg_frame_size) return;
   const EditPosition frame = locate_frame(part_at(pos), pos);
   if (frame == no_position) return;
-  const PartIndex made = delete_range(frame, frame);
+  const PartIndex made = make_border(frame);
   if (made < part_count()) add_gain(gain_of(made), change / -3);
 }
 
@@ -86,7 +86,7 @@ PartIndex begin_edge() {
   const EditPosition second = next_frame_in(first, selection.sel_beg);
   if (second >= selection.sel_end) return first;  // also when there is none
   selection.sel_beg = second;
-  return delete_range(second, second);
+  return make_border(second);
 }
 
 // The part that begins with the last frame of the selection.

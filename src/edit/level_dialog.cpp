@@ -37,19 +37,19 @@ bool is_part_start(EditPosition pos) { return document.parts[part_at(pos)].part_
 bool has_room_for_an_edge() { return selection.sel_end - selection.sel_beg > frame_unit; }
 
 // Makes `pos` the begin of a part with this level.
-PartIndex make_border(EditPosition pos, std::int16_t gain) {
-  const PartIndex made = delete_range(pos, pos);
+PartIndex make_level_border(EditPosition pos, std::int16_t gain) {
+  const PartIndex made = make_border(pos);
   document.parts[made].part_gainbeg = gain;
   return made;
 }
 
 void set_begin(std::int16_t level_around) {
   if (!is_part_start(selection.sel_beg)) {
-    const PartIndex first = make_border(selection.sel_beg, level_around);
+    const PartIndex first = make_level_border(selection.sel_beg, level_around);
     const EditPosition second = next_frame_in(first, selection.sel_beg);
     if (has_room_for_an_edge() && second < selection.sel_end) selection.sel_beg = second;
   }
-  make_border(selection.sel_beg, selection.sel_gain);
+  make_level_border(selection.sel_beg, selection.sel_gain);
 }
 
 void set_end(std::int16_t level_around) {
@@ -58,11 +58,11 @@ void set_end(std::int16_t level_around) {
     return;
   }
   if (!is_part_start(selection.sel_end)) {
-    make_border(selection.sel_end, level_around);
+    make_level_border(selection.sel_end, level_around);
     if (!has_room_for_an_edge()) return;
     set_sel_end(frame_before(selection.sel_end));
   }
-  make_border(selection.sel_end, selection.sel_gain_end);
+  make_level_border(selection.sel_end, selection.sel_gain_end);
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ namespace {
 std::string part_entry(PartIndex index) {
   constexpr std::size_t longest_title = 50;  // characters
   const Part& part = document.parts[index];
-  const std::string time = format_time(to_time_scale(part.part_beg), double{stream.avg_bitrate});
+  const std::string time = shown_time(part.part_beg);
   std::string text = fmt::format("{:02}  ({}) ", index + 1, time.substr(0, time.rfind('.')));
   if (part.part_iscue != 0) text += fmt::format(" {}", ui_text(men, 53));
   if (has_gap(index)) text += fmt::format(" {}", ui_text(men, 51));

@@ -28,7 +28,7 @@ bool mark_resync(const FrameCursor& cursor, EditPosition end, int number) {
   const EditPosition frame =
       find_frame_forward(part_at(behind), behind, cursor.frame.sample_rate).pos;
   if (frame >= end) return false;
-  const PartIndex made = delete_range(frame, frame);
+  const PartIndex made = make_border(frame);
   if (made >= part_count()) return false;
   selection.sel_title = bytes_to_wide(fmt::format("Re-sync {}", number), true);
   take_stashed_part_texts(made);

@@ -147,7 +147,7 @@ class CueSheetReader {
     if (pos >= document.total_size) return Next::end;
     selection.sel_title = title_;
     selection.sel_artist = performer_;
-    const PartIndex index = delete_range(pos, pos);
+    const PartIndex index = make_border(pos);
     if (index == no_part) return Next::fail;
     take_stashed_part_texts(index);
     document.parts[index].part_iscue = 1;

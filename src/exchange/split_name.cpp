@@ -41,7 +41,7 @@ struct Step {
 
 // With an apostrophe behind the hours too: a colon is no character for a name.
 std::string start_time(const Part& part) {
-  std::string time = format_time(to_time_scale(part.part_beg), stream.avg_bitrate);
+  std::string time = shown_time(part.part_beg);
   if (const std::size_t colon = time.find(':'); colon != std::string::npos) time[colon] = '\'';
   return time;
 }

@@ -149,6 +149,8 @@ PartIndex delete_range(EditPosition beg, EditPosition end) {
   return first;
 }
 
+PartIndex make_border(EditPosition pos) { return delete_range(pos, pos); }
+
 bool can_delete_range(EditPosition beg, EditPosition end) {
   if (is_refused(beg, end)) return false;
   const std::size_t borders = (is_border(beg) ? 0u : 1u) + (beg < end && !is_border(end) ? 1u : 0u);

@@ -16,11 +16,15 @@ namespace corvelin {
 PartIndex split_at(EditPosition pos);
 
 /// Takes the range out and returns the part that follows the cut, which is `part_count()` at the
-/// stream's end. With `beg` equal to `end` it only makes a border.
+/// stream's end.
 ///
 /// `no_part` when the range is the whole stream, which never gets empty by a cut, and when the
 /// table is full. With room for one of two new borders the first one stays and nothing is cut.
 PartIndex delete_range(EditPosition beg, EditPosition end);
+
+/// Makes `pos` a border by the rules of a cut that takes nothing out: as `split_at`, but `no_part`
+/// whenever the table is full, even at a border that is there.
+PartIndex make_border(EditPosition pos);
 
 /// Whether `delete_range` would do all of its work, with room for each border that it needs.
 bool can_delete_range(EditPosition beg, EditPosition end);

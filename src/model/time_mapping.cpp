@@ -87,6 +87,10 @@ std::string format_time(std::uint32_t pos, double rate, SecondsForm form) {
   return text;
 }
 
+std::string shown_time(EditPosition pos) {
+  return format_time(to_time_scale(pos), double{stream.avg_bitrate});
+}
+
 std::uint32_t time_to_position(double seconds) {
   return as_position(stream.avg_bitrate * 0.125 * seconds);
 }

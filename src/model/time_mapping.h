@@ -4,8 +4,8 @@
 // view in both directions and the text form of a time, read and written.
 //
 // A place on the time scale is a byte count too: the place that a stream of constant rate would
-// have at the same time. What is shown is `format_time(to_time_scale(pos), stream.avg_bitrate)`,
-// and lengths are differences of scaled places. A time that was typed goes the way back,
+// have at the same time. What is shown is `shown_time(pos)`, and lengths are differences of scaled
+// places. A time that was typed goes the way back,
 // `from_time_scale(time_to_position(seconds))`, and then through the frame locator, which takes
 // care of the few bytes that the truncation here may lose.
 #pragma once
@@ -38,6 +38,9 @@ enum class SecondsForm {
 /// Seconds are rounded and nothing is carried, so that the last hundredth before a minute reads
 /// 0'60.00.
 std::string format_time(std::uint32_t pos, double rate, SecondsForm form = SecondsForm::display);
+
+/// The time of a place in the edited stream as it is shown.
+std::string shown_time(EditPosition pos);
 
 /// The number of bytes that `seconds` take at the average rate of the stream: 0 for a negative
 /// time, `highest_position` for one beyond all bounds.
