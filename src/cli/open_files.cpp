@@ -8,6 +8,7 @@
 
 #include "cli/unsaved.h"
 #include "document/append.h"
+#include "document/file_kind.h"
 #include "edit/document_commands.h"
 #include "exchange/open_document.h"
 #include "platform/path.h"
@@ -22,10 +23,6 @@ std::vector<std::string> whole_paths(std::span<const std::string> paths) {
   return names;
 }
 
-bool is_mp4(const std::string& path) {
-  return has_extension(path, ".mp4") || has_extension(path, ".m4a");
-}
-
 // Returns how many of the files make the document.
 std::size_t open_all(std::span<const std::string> names) {
   if (names.size() > 1) return open_files(names);
@@ -35,7 +32,7 @@ std::size_t open_all(std::span<const std::string> names) {
 }  // namespace
 
 Refusal open_paths(std::span<const std::string> paths) {
-  if (is_mp4(paths[0])) return "MP4 files are not available yet";
+  if (file_kind(paths[0]) == FileKind::mp4) return "MP4 files are not available yet";
   const std::size_t opened = open_all(whole_paths(paths));
   remember_saved();
   if (opened == paths.size()) return no_refusal;

@@ -10,6 +10,7 @@
 
 #include "cli/headless_host.h"
 #include "cli/unsaved.h"
+#include "document/file_kind.h"
 #include "document/open_state.h"
 #include "edit/save_audio.h"
 #include "edit/save_project.h"
@@ -63,7 +64,7 @@ Refusal save_selection_line(Arguments words, HeadlessHost& host) {
 
 Refusal save_project_line(Arguments words, HeadlessHost& host) {
   const std::string& path = words[0];
-  if (!has_extension(path, ".cvp") && !has_extension(path, ".cue"))
+  if (file_kind(path) != FileKind::project && file_kind(path) != FileKind::cue_sheet)
     return fmt::format("\"{}\" is neither a project (*.cvp) nor a cue sheet (*.cue)", path);
   host.set_next_path(in_current_folder(path));
   if (!save_project(true, false) || !file_facts(open_state.project_name).found)

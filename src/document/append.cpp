@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "document/file_fault.h"
+#include "document/file_kind.h"
 #include "document/stream_probe.h"
 #include "document/tag_bounds.h"
 #include "model/cuts.h"
@@ -130,7 +131,7 @@ std::string cause_of(AppendResult result, const std::string& name) {
 
 AppendResult append_file(const std::string& name) {
   if (extension_of(name).empty()) return AppendResult::bad_name;
-  if (has_extension(name, ".aac") != (stream.is_aac != 0)) return AppendResult::other_format;
+  if ((file_kind(name) == FileKind::aac) != (stream.is_aac != 0)) return AppendResult::other_format;
   const auto index = add_source_file(name);
   if (!index) return AppendResult::not_opened;
   const AppendResult result = append_source(*index);

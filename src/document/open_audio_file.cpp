@@ -1,6 +1,7 @@
 // Opening of one audio file.
 #include "document/open_audio_file.h"
 
+#include "document/file_kind.h"
 #include "document/open_state.h"
 #include "document/stream_probe.h"
 #include "document/tag_bounds.h"
@@ -80,7 +81,7 @@ bool open_added_file(SourceFile& file) {
 bool open_audio_file() {
   const std::string& name = open_state.audio_name;
   if (name.empty() || document.files.size() > 1 || extension_of(name).empty()) return false;
-  stream.is_aac = has_extension(name, ".aac") ? 1 : 0;
+  stream.is_aac = file_kind(name) == FileKind::aac ? 1 : 0;
   const auto index = add_source_file(name);
   if (!index) return false;
   if (open_added_file(document.files[*index])) return true;

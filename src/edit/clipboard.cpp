@@ -15,6 +15,7 @@
 #include <string>
 #include <string_view>
 
+#include "document/file_kind.h"
 #include "edit/cut_commands.h"
 #include "model/cuts.h"
 #include "model/document.h"
@@ -166,7 +167,8 @@ class Paste {
 
   PasteResult add(const PastedRange& range) {
     if (extension_of(range.path).empty()) return PasteResult::failed;
-    if (has_extension(range.path, ".aac") != (stream.is_aac != 0)) return PasteResult::other_format;
+    if ((file_kind(range.path) == FileKind::aac) != (stream.is_aac != 0))
+      return PasteResult::other_format;
     const auto index = add_source_file(path_from_outside(range.path, ""));
     if (!index || !take_bounds(document.files[*index], range)) return PasteResult::failed;
 

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "document/file_kind.h"
 #include "document/open_state.h"
 #include "edit/save_audio.h"
 #include "exchange/cue_sheet.h"
@@ -52,8 +53,8 @@ bool write_project_file(const std::string& name) {
 
 // False, and why where that has not been shown, after a failure.
 bool write_by_extension(const std::string& name, std::string& reason) {
-  if (has_extension(name, ".cue")) return write_sheet(name, reason);
-  if (has_extension(name, ".cvp")) return write_project_file(name);
+  if (file_kind(name) == FileKind::cue_sheet) return write_sheet(name, reason);
+  if (file_kind(name) == FileKind::project) return write_project_file(name);
   reason = fmt::format("{}\nThe name must end in .cvp or .cue.", name);
   return false;
 }
@@ -65,7 +66,7 @@ bool save_project(bool force_dialog, bool as_cue) {
   std::string& name = open_state.project_name;
   const bool is_new = name.empty();
   if (is_new) name = with_extension(proposed_save_name(), as_cue ? ".cue" : ".cvp");
-  if ((is_new || force_dialog) && !ask_save_path(as_cue, has_extension(name, ".cue"))) {
+  if ((is_new || force_dialog) && !ask_save_path(as_cue, file_kind(name) == FileKind::cue_sheet)) {
     if (is_new) name.clear();
     return false;
   }

@@ -8,6 +8,7 @@
 #include "audio/playback.h"
 #include "document/close_all.h"
 #include "document/file_fault.h"
+#include "document/file_kind.h"
 #include "document/open_audio_file.h"
 #include "document/open_state.h"
 #include "exchange/cue_sheet.h"
@@ -76,7 +77,6 @@ void report_open_failure(OpenFailure failure) {
 
 namespace {
 
-// By the extension of the name.
 bool open_by_kind() {
   const std::string name = open_state.audio_name;
   open_state.project_name.clear();
@@ -85,18 +85,24 @@ bool open_by_kind() {
     return false;
   }
   reset_state(ResetLevel::new_stream);
-  if (has_extension(name, ".mp4") || has_extension(name, ".m4a")) return false;
-  if (has_extension(name, ".m3u") || has_extension(name, ".m3u8")) return read_playlist();
-
-  const bool is_audio = has_extension(name, ".mp3") || has_extension(name, ".mp2") ||
-                        has_extension(name, ".mpa") || has_extension(name, ".aac");
   bool is_open = false;
-  if (is_audio) {
-    is_open = open_audio();
-  } else if (has_extension(name, ".cue")) {
-    is_open = open_description([] { return load_cue_sheet(false); });
-  } else if (has_extension(name, ".cvp")) {
-    is_open = open_description(read_project);
+  switch (file_kind(name)) {
+    case FileKind::mp4:
+      return false;
+    case FileKind::playlist:
+      return read_playlist();
+    case FileKind::mpeg_audio:
+    case FileKind::aac:
+      is_open = open_audio();
+      break;
+    case FileKind::cue_sheet:
+      is_open = open_description([] { return load_cue_sheet(false); });
+      break;
+    case FileKind::project:
+      is_open = open_description(read_project);
+      break;
+    case FileKind::other:
+      break;
   }
   if (!is_open) report_open_failure(OpenFailure::unreadable);
   return is_open;
