@@ -6,7 +6,7 @@ build = cmake --build --preset release
 .PHONY: help demo test run bench format clean
 
 help:
-	@echo 'make demo    build, then save and inspect copies of the sample audio'
+	@echo 'make demo    build, then edit and split the sample audio'
 	@echo 'make test    build and run the tests'
 	@echo 'make run     the desktop program'
 	@echo 'make bench   build and run the benchmarks'

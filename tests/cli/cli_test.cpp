@@ -36,8 +36,9 @@ class Cli : public ::testing::Test {
   }
 
   // A copy of a sample of the repository.
-  void sample(const std::string& name) {
-    std::filesystem::copy(std::string(CORVELIN_SAMPLES) + "/" + name, folder.path(name));
+  void sample(const std::string& name) { sample(name, name); }
+  void sample(const std::string& name, const std::string& copy) {
+    std::filesystem::copy(std::string(CORVELIN_SAMPLES) + "/" + name, folder.path(copy));
   }
 
   TestFolder folder;
@@ -264,6 +265,44 @@ TEST_F(Cli, FullDiskIsToldAndTheSourceStands) {
   EXPECT_EQ(result.status, 1);
   EXPECT_NE(result.err.find("Error: File too large"), std::string::npos) << result.err;
   EXPECT_EQ(read_file(folder.path("a.mp3")), bytes);
+}
+
+// Each recipe of the README as it stands there, one after the other in one folder.
+TEST_F(Cli, TheRecipesOfTheReadmeWork) {
+  const FrameShape low = {.version = 25, .bitrate = 8, .sample_rate = 8000};  // 72 ms a frame
+  folder.file("talk.mp3", Mp3Builder{}.shape(low).frames(45 * 60 * 14).bytes());
+  for (const char* const name : {"one.mp3", "two.mp3", "three.mp3", "episodes/a b.mp3"}) {
+    std::filesystem::create_directory(folder.path("episodes"));
+    folder.file(name, Mp3Builder{}.shape(low).frames(1000).bytes());
+  }
+  for (const char* const name : {"cbr128.mp3", "song.mp3", "record-side.mp3"})
+    sample("cbr128.mp3", name);
+  sample("cbr128.cue", "album.cue");
+  const std::string path =
+      "PATH=" + std::filesystem::path(CORVELIN_CLI).parent_path().string() + ":$PATH";
+
+  std::istringstream readme(read_text(CORVELIN_README));
+  std::string recipe;
+  int count = 0;
+  bool is_inside = false;
+  for (std::string line; std::getline(readme, line);) {
+    if (line.starts_with('#')) is_inside = line == "### Recipes";
+    if (is_inside && line.starts_with("    ")) {
+      recipe += line.substr(4) + "\n";
+    } else if (!recipe.empty()) {
+      SCOPED_TRACE(recipe);
+      folder.file("recipe", "set -e\n" + recipe);
+      const Result result = shell(path + " bash recipe");
+      EXPECT_EQ(result.status, 0);
+      EXPECT_EQ(result.err, "");
+      recipe.clear();
+      ++count;
+    }
+  }
+  EXPECT_GE(count, 12);
+  EXPECT_TRUE(std::filesystem::exists(folder.path("done/a b.mp3")));
+  EXPECT_TRUE(std::filesystem::exists(folder.path("tracks/06 Das Ende.mp3")));
+  EXPECT_NE(read_text(folder.path("talk.cue")).find("INDEX 01 22:05:"), std::string::npos);
 }
 
 // A project, its audio and a cue sheet, by way of the program and read by another.
