@@ -8,6 +8,8 @@
 #include <QScreen>
 #include <QSessionManager>
 #include <QTimer>
+#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <utility>
@@ -96,7 +98,7 @@ class DesktopRun {
   }
 
   // The program ends whatever became of the work.
-  void work() {
+  void work() const {
     batch_active = true;
     line_.work->run(line_.request);
     open_state.document_modified = false;
@@ -139,10 +141,11 @@ class DesktopRun {
 };
 
 bool has_display() {
-  for (const char* const name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
-    if (const char* const value = std::getenv(name); value != nullptr && *value != '\0')
-      return true;
-  return false;
+  constexpr std::array names = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+  return std::ranges::any_of(names, [](const char* name) {
+    const char* const value = std::getenv(name);
+    return value != nullptr && *value != '\0';
+  });
 }
 
 }  // namespace

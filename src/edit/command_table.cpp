@@ -247,8 +247,7 @@ const Command append_change = {0,      "append", {msg, 1}, "", editing | modifie
 constexpr std::uint32_t cutting = editing | recuts | modifies | follows_cursor | names_parts;
 const Command cut_change = {0, "cut", {win, 5}, "", cutting, nullptr};
 const Command keep_change = {0, "keep", {men, 28}, "", cutting, nullptr};
-const Command cue_change = {0,      "cue", {win, 5}, "", editing | modifies | follows_cursor,
-                            nullptr};
+const Command cue_change = {0, "cue", {win, 5}, "", editing | modifies | follows_cursor, nullptr};
 const Command selection_change = {0, "select", selection_label, "", selecting, nullptr};
 const Command level_change = {0, "level", {men, 52}, "", editing | modifies, nullptr};
 const Command border_change = {0, "border", {men, 47}, "", editing | modifies, nullptr};
