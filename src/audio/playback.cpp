@@ -20,7 +20,6 @@
 #include "platform/numbers.h"
 #include "platform/wave_device.h"
 #include "settings/settings.h"
-#include "text/boxes.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -178,14 +177,16 @@ void buffer_returned(WaveHeader& header) {
 }
 
 void tell_no_device(const std::string& reason) {
-  const std::string text(ui_text(msg, 31));
-  show_error(reason.empty() ? text : text + "\n\n" + reason);
+  host().show_message_box({.caption = std::string(ui_text(msg, 6)),
+                           .text = std::string(ui_text(msg, 31)),
+                           .cause = reason,
+                           .icon = BoxIcon::error});
 }
 
 void device_lost() {
   end_playback(PlayEnd::lost);
   host().refresh_view(Refresh::playing);
-  tell_no_device({});
+  tell_no_device("the device is gone");
 }
 
 bool make_buffers() {

@@ -11,6 +11,7 @@
 #include "cli/edit_line.h"
 #include "cli/listings.h"
 #include "cli/nearest_word.h"
+#include "cli/play_lines.h"
 #include "cli/words.h"
 #include "edit/commands.h"
 #include "model/document.h"
@@ -53,7 +54,7 @@ Refusal run_command(const std::string& name, std::size_t argument_count) {
     case DispatchResult::done:
       break;
   }
-  return no_refusal;
+  return wait_for_play();  // nobody could stop it later
 }
 
 Refusal run_words(const std::vector<std::string>& words, HeadlessHost& host) {
@@ -72,8 +73,8 @@ Refusal run_words(const std::vector<std::string>& words, HeadlessHost& host) {
 
 std::span<const std::span<const EditLine>> line_tables() {
   static const std::span<const EditLine> tables[] = {
-      document_lines(), cut_lines(),  selection_lines(), name_lines(),
-      level_lines(),    save_lines(), run_lines(),       later_lines()};
+      document_lines(), cut_lines(),  selection_lines(), name_lines(), level_lines(),
+      save_lines(),     play_lines(), run_lines(),       later_lines()};
   return tables;
 }
 

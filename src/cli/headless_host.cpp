@@ -2,11 +2,11 @@
 #include "cli/headless_host.h"
 
 #include <fmt/format.h>
-#include <unistd.h>
 
 #include <utility>
 
 #include "cli/messages.h"
+#include "cli/progress_line.h"
 #include "edit/split_dialog.h"
 #include "platform/file.h"
 #include "platform/interruption.h"
@@ -16,23 +16,6 @@
 namespace corvelin {
 
 namespace {
-
-// One line that is written again and again, only for a person who watches.
-class ProgressLine {
- public:
-  void show(const std::string& text) {
-    if (!is_watched_) return;
-    write_message("\r" + text + "\033[K");
-    is_shown_ = true;
-  }
-  ~ProgressLine() {
-    if (is_shown_) write_message("\n");
-  }
-
- private:
-  bool is_watched_ = ::isatty(STDERR_FILENO) != 0;
-  bool is_shown_ = false;
-};
 
 std::string with_plain_line_ends(std::string text) {
   std::erase(text, '\r');

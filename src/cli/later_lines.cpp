@@ -7,7 +7,6 @@ namespace {
 
 constexpr EditLine table[] = {
     {"save_reencoded", "PATH", "saves the stream encoded anew", 1, 1, true, nullptr},
-    {"play", "[MODE] [SPEED]", "plays from the cursor", 0, 2, true, nullptr},
 };
 
 }  // namespace

@@ -73,7 +73,7 @@ void fill(QMessageBox& window, const MessageBox& box) {
   window.setWindowTitle(as_qstring(box.caption));
   window.setIcon(icon_of(box.icon));
   window.setTextFormat(Qt::PlainText);  // names of files are in it
-  window.setText(as_qstring(box.text));
+  window.setText(as_qstring(box.cause.empty() ? box.text : box.text + "\n\n" + box.cause));
 }
 
 // What closing a box by Esc means: the answer that does least. A plain Yes or No has none.

@@ -2,6 +2,7 @@
 #include "platform/sdl_wave_system.h"
 
 #include <SDL.h>
+#include <sys/prctl.h>
 
 #include <algorithm>
 #include <mutex>
@@ -101,7 +102,7 @@ Workshop& workshop() {
 // The time that a device has to answer.
 constexpr std::chrono::seconds patience(2);
 
-// About 20 ms and a power of two. Closing takes as long as two periods.
+// About 20 ms and a power of two, as closing takes as long as two periods.
 std::uint16_t period_of(const WaveFormat& format) {
   std::uint16_t samples = 1024;
   while (samples > 128 && samples * 42u > format.samples_per_sec) samples /= 2;
@@ -142,6 +143,7 @@ SDL_AudioDeviceID open_device(WaveDirection direction, std::uint32_t number,
   Sdl& sdl = workshop().sdl;
   reason = sdl.start();
   if (!reason.empty()) return 0;
+  ::prctl(PR_SET_TIMERSLACK, 1);  // nanoseconds; of the device's thread, which is to be on time
   const char* name = nullptr;
   if (number != 0) {
     const int count = sdl.GetNumAudioDevices(is_capture(direction));
@@ -152,12 +154,14 @@ SDL_AudioDeviceID open_device(WaveDirection direction, std::uint32_t number,
     name = sdl.GetAudioDeviceName(static_cast<int>(number - 1), is_capture(direction));
   }
   // A file stands in for the device there, and takes bytes as fast as they come.
-  if (std::string_view(sdl.GetCurrentAudioDriver()) == "disk") stream.wait_in_transfer();
+  const bool is_file = std::string_view(sdl.GetCurrentAudioDriver()) == "disk";
+  if (is_file) stream.wait_in_transfer();
   SDL_AudioSpec spec = {};
   spec.freq = static_cast<int>(format.samples_per_sec);
   spec.format = AUDIO_S16SYS;
   spec.channels = static_cast<Uint8>(format.channels);
   spec.samples = period_of(format);
+  if (is_file) spec.samples *= 4;  // each costs a switch of threads
   spec.callback = transfer;
   spec.userdata = &stream;
   const SDL_AudioDeviceID device =

@@ -30,13 +30,16 @@ std::vector<std::string> wave_device_names(WaveDirection direction) {
 
 int wave_event_descriptor() { return wave_wake_descriptor(); }
 
-// The device is looked for anew at each step, as a handler may close any of them.
-void deliver_wave_events(WaveClock::time_point now) {
+// As long as events are due the descriptor stays readable, so that each of them gets its turn
+// beside whatever else waits for the main thread.
+bool deliver_wave_events(WaveClock::time_point now) {
+  const std::vector<WaveDevice*> devices = open_devices;  // a handler may close any of them
+  for (WaveDevice* const device : devices) device->look(now);
+  if (std::ranges::any_of(devices, [](WaveDevice* device) { return device->deliver_one(); }))
+    return true;
   forget_wake();
-  for (WaveDevice* const device : open_devices) device->look(now);
-  const auto has_delivered = [](WaveDevice* device) { return device->deliver_one(); };
-  // What is still due gets its turn after whatever else waits for the main thread.
-  if (std::ranges::any_of(std::vector(open_devices), has_delivered)) wake_main_thread();
+  for (WaveDevice* const device : devices) device->arm();
+  return false;
 }
 
 std::string WaveDevice::open_driver(WaveDirection direction, std::uint32_t device,
@@ -81,13 +84,16 @@ bool WaveDevice::deliver_one() {
     events.buffer_done(*header);
     return true;
   }
-  if (is_lost_) {
-    if (std::exchange(is_loss_told_, true)) return false;
-    events.lost();
-    return true;
-  }
+  if (!is_lost_ || std::exchange(is_loss_told_, true)) return false;
+  events.lost();
+  return true;
+}
+
+// To be woken by the next event, which may have come meanwhile.
+void WaveDevice::arm() {
+  if (is_lost_) return;
   stream_->wake_at(wake_place());
-  return stream_->moved() >= wake_place();  // it came there meanwhile
+  if (stream_->moved() >= wake_place()) wake_main_thread();
 }
 
 std::string WaveOutput::open(std::uint32_t device, const WaveFormat& format, std::size_t queue_size,
@@ -102,7 +108,7 @@ void WaveOutput::write(WaveHeader& header) {
   header.was_played = false;
   lent_.push_back({.header = &header});
   pass_on();
-  if (lent_.size() == 1) stream_->wake_at(wake_place());
+  if (lent_.size() == 1) arm();
 }
 
 void WaveOutput::pass_on() {
@@ -156,7 +162,7 @@ std::string WaveInput::open(std::uint32_t device, const WaveFormat& format, std:
 
 void WaveInput::add(WaveHeader& header) {
   lent_.push_back(&header);
-  if (lent_.size() == 1) wake_main_thread();
+  if (lent_.size() == 1) arm();
 }
 
 std::size_t WaveInput::recorded() const {

@@ -86,10 +86,11 @@ class WaveDevice {
   std::string open_driver(WaveDirection direction, std::uint32_t device, const WaveFormat& format,
                           const std::shared_ptr<WaveStream>& stream, WaveEvents events);
   void look(WaveClock::time_point now);
+  void arm();
   [[nodiscard]] std::uint64_t moved() const { return moved_; }
 
  private:
-  friend void deliver_wave_events(WaveClock::time_point now);
+  friend bool deliver_wave_events(WaveClock::time_point now);
 
   bool deliver_one();
 
@@ -184,7 +185,7 @@ std::vector<std::string> wave_device_names(WaveDirection direction);
 int wave_event_descriptor();
 constexpr std::chrono::milliseconds wave_look_interval(250);
 
-/// Delivers one event, if one is due; the descriptor stays readable while there are more.
-void deliver_wave_events(WaveClock::time_point now = WaveClock::now());
+/// Delivers one event. False when none was due.
+bool deliver_wave_events(WaveClock::time_point now = WaveClock::now());
 
 }  // namespace corvelin

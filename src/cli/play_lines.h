@@ -1,0 +1,12 @@
+// Playing without a window: the program waits until all was heard.
+#pragma once
+
+#include "cli/edit_line.h"
+
+namespace corvelin {
+
+/// Waits for the end of what a line or a command has set to play, if it has; Ctrl+C stops it. Tells
+/// why it was not heard to its end, other than by the user.
+Refusal wait_for_play();
+
+}  // namespace corvelin
