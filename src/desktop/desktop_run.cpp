@@ -24,6 +24,7 @@
 #include "desktop/qt_text.h"
 #include "desktop/style.h"
 #include "document/open_state.h"
+#include "edit/commands.h"
 #include "edit/save_project.h"
 #include "platform/program.h"
 #include "platform/system.h"
@@ -94,7 +95,12 @@ class DesktopRun {
     host_.rebuild_recent_menu();
     host_.update_menu_state(all_states);
     host_.refresh_view(is_open ? Refresh::all : Refresh::no_document);
-    if (is_open && line_.work != nullptr) work();
+    if (is_open && line_.work != nullptr) return work();
+    // The program is new here, or is another version than the last time.
+    constexpr std::chrono::milliseconds pause(1000);
+    constexpr CommandId about = 1082;
+    if (as_utf8(as_qstring(settings.version)) != program_version)
+      host_.call_later(pause, [] { dispatch_command(about); });
   }
 
   // The program ends whatever became of the work.

@@ -101,6 +101,7 @@ class FileInfoWindow : public DialogWindow {
     modify_ = new_box(label(dlg, 34), dialog_.rewrite_header, "rewrite_header");
     connect(modify_, &QCheckBox::toggled, this, [this] { show_states(); });
     grid->addWidget(modify_, 0, 0);
+    grid->addWidget(new QLabel(label(win, 21)), 0, 1);
     copyright_ =
         new_box(QStringLiteral("Copyright"), dialog_.rewrite_copyright, "rewrite_copyright");
     original_ = new_box(QStringLiteral("Original"), dialog_.rewrite_original, "rewrite_original");

@@ -4,7 +4,6 @@
 
 #include <QColor>
 #include <QIcon>
-#include <QSize>
 #include <cstdint>
 
 namespace corvelin {
@@ -15,9 +14,6 @@ struct IconColours {
   QColor accent;  // what is selected
 };
 
-/// The size of a picture in logical pixels.
-QSize icon_size(bool is_large);
-
 /// Pictures for what two buttons do while fast play runs.
 constexpr std::uint16_t slower_icon = 1;
 constexpr std::uint16_t faster_icon = 2;
@@ -27,5 +23,9 @@ QIcon command_icon(std::uint16_t id, const IconColours& colours);
 
 /// The program's own picture.
 QIcon program_icon();
+
+/// What a box is about.
+enum class BoxPicture { information, warning, error, question };
+QIcon box_icon(BoxPicture picture);
 
 }  // namespace corvelin

@@ -65,6 +65,7 @@ MainWindow::MainWindow(const Look& look, RunCommand run)
   menus_ = std::make_unique<Menus>(*menuBar(), look, run_);
   make_shortcuts(this, run_);
   setFocusProxy(view_);
+  view_->setFocus();
 }
 
 MainWindow::~MainWindow() = default;
@@ -84,6 +85,7 @@ void MainWindow::make_controls() {
     margin_ = new QLabel(client_);
     margin_->setObjectName(QStringLiteral("margin"));
     margin_->setAlignment(Qt::AlignCenter);
+    margin_->setAccessibleName(as_qstring(label_text(win, 14)).remove(u'&'));
   }
   volume_ = new QSlider(has_text_buttons(panel_form()) ? Qt::Vertical : Qt::Horizontal, client_);
   volume_->setObjectName(QStringLiteral("volume"));

@@ -5,6 +5,8 @@
 #include <QActionGroup>
 #include <QMenu>
 #include <QMenuBar>
+#include <QStyleOptionMenuItem>
+#include <algorithm>
 #include <utility>
 
 #include "desktop/qt_text.h"
@@ -13,6 +15,36 @@
 #include "text/ui_text.h"
 
 namespace corvelin {
+
+namespace {
+
+// A menu whose entries are called by their plain text: their keys, which the texts name behind a
+// tab, are only painted beside them. The keys themselves are the window's.
+class CommandMenu : public QMenu {
+ public:
+  using QMenu::QMenu;
+
+  static void set_text(QAction& action, const QString& text) {
+    action.setText(text.section(u'\t', 0, 0));
+    action.setProperty(key_property, text.section(u'\t', 1));
+  }
+
+ protected:
+  void initStyleOption(QStyleOptionMenuItem* option, const QAction* action) const override {
+    QMenu::initStyleOption(option, action);
+    const QString key = key_of(*action);
+    if (!key.isEmpty()) option->text += u'\t' + key;
+    for (const QAction* const other : actions())
+      option->reservedShortcutWidth = std::max(
+          option->reservedShortcutWidth, option->fontMetrics.horizontalAdvance(key_of(*other)));
+  }
+
+ private:
+  static constexpr const char* key_property = "key";
+  static QString key_of(const QAction& action) { return action.property(key_property).toString(); }
+};
+
+}  // namespace
 
 Menus::Menus(QMenuBar& bar, const Look& look, RunCommand run)
     : palette_(menu_palette(look)), run_(std::move(run)) {
@@ -30,7 +62,8 @@ Menus::Menus(QMenuBar& bar, const Look& look, RunCommand run)
 }
 
 QMenu* Menus::add_menu(QWidget* parent, const Menu& menu) {
-  auto* const made = new QMenu(as_qstring(ui_text(men, menu.title)), parent);
+  auto* const made = new CommandMenu(as_qstring(ui_text(men, menu.title)), parent);
+  made->setAccessibleName(made->title().remove(u'&'));
   made->setObjectName(QStringLiteral("menu_%1").arg(menu.title));
   made->setPalette(palette_);
   QActionGroup* radio_marks = nullptr;
@@ -53,9 +86,9 @@ QMenu* Menus::add_menu(QWidget* parent, const Menu& menu) {
   return made;
 }
 
-// The text after a tab names the key; the keys themselves are the window's.
 QAction* Menus::add_entry(QMenu& menu, CommandId id, const QString& text) {
-  QAction* const action = menu.addAction(text);
+  QAction* const action = menu.addAction(QString());
+  CommandMenu::set_text(*action, text);
   action->setObjectName(QStringLiteral("command_%1").arg(id));
   QObject::connect(action, &QAction::triggered, action, [this, id] {
     run_(id);
@@ -90,7 +123,7 @@ void Menus::rebuild_recent_menu() {
 void Menus::show_states() {
   for (const auto& [id, action] : actions_) action->setEnabled(is_command_enabled(id));
   const auto undo = actions_.find(1022);
-  if (undo != actions_.end()) undo->second->setText(as_qstring(undo_menu_text()));
+  if (undo != actions_.end()) CommandMenu::set_text(*undo->second, as_qstring(undo_menu_text()));
 }
 
 void Menus::show_marks() {

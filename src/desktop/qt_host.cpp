@@ -11,13 +11,17 @@
 #include <QPushButton>
 #include <QTimer>
 #include <algorithm>
+#include <utility>
 
 #include "desktop/debug_window.h"
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
 #include "desktop/run_window.h"
+#include "document/open_state.h"
+#include "model/document.h"
 #include "platform/path.h"
+#include "settings/note.h"
 #include "text/boxes.h"
 #include "text/ui_text.h"
 
@@ -216,6 +220,21 @@ bool QtHost::show(Dialog& dialog) {
 void QtHost::drive(LongRun& run) { RunWindow(run, parent_of_next_window(window_)).exec(); }
 
 void QtHost::close() { window_.close(); }
+
+void QtHost::refresh_view(Refresh level) {
+  window_.refresh(level);
+  if (level != Refresh::all || document.files.empty() || batch_active) return;
+  if (std::exchange(noted_, open_state.audio_name) != open_state.audio_name) offer_graph_note();
+}
+
+// The note on what the graph is, once it can be seen.
+void QtHost::offer_graph_note() {
+  constexpr std::chrono::milliseconds pause(50);
+  call_later(pause, [this] {
+    if (is_busy()) return offer_graph_note();
+    if (!document.files.empty()) show_note_once(Note::audio_graph);
+  });
+}
 
 // What the field asks for when the input comes to it is a command of its own, behind this one.
 void QtHost::enter_field(StatusField field) {

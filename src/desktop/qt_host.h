@@ -27,7 +27,7 @@ class QtHost : public Host {
   void close() override;
   bool set_clipboard_text(std::string_view text) override;
   ClipboardContent get_clipboard_text(std::string& text) override;
-  void refresh_view(Refresh level) override { window_.refresh(level); }
+  void refresh_view(Refresh level) override;
   void rebuild_part_list() override { window_.rebuild_part_list(); }
   void rebuild_recent_menu() override { window_.rebuild_recent_menu(); }
   void update_menu_state(std::uint8_t mask) override { window_.update_menu_state(mask); }
@@ -38,7 +38,10 @@ class QtHost : public Host {
   void show_debug_window() override;
 
  private:
+  void offer_graph_note();
+
   MainWindow& window_;
+  std::string noted_;          // the document whose graph the user was told about
   SoundEvents* sound_events_;  // the window's
   QPointer<DebugWindow> debug_window_;
 };

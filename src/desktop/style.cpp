@@ -286,6 +286,8 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_ExclusiveIndicatorWidth:
     case PM_ExclusiveIndicatorHeight:
       return 15;
+    case PM_MessageBoxIconSize:
+      return 40;
     case PM_MenuBarItemSpacing:
     case PM_MenuBarVMargin:
     case PM_MenuBarHMargin:
@@ -294,6 +296,16 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option,
     default:
       return QProxyStyle::pixelMetric(metric, option, widget);
   }
+}
+
+QSize Style::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& size,
+                              const QWidget* widget) const {
+  QSize result = QProxyStyle::sizeFromContents(type, option, size, widget);
+  const auto* const item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  constexpr int gap = 20;  // in front of the keys
+  if (type == CT_MenuItem && item != nullptr && item->reservedShortcutWidth > 0)
+    result.rwidth() += item->reservedShortcutWidth + gap;
+  return result;
 }
 
 int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
@@ -307,6 +319,22 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
       return 0;
     default:
       return QProxyStyle::styleHint(hint, option, widget, data);
+  }
+}
+
+QIcon Style::standardIcon(StandardPixmap picture, const QStyleOption* option,
+                          const QWidget* widget) const {
+  switch (picture) {
+    case SP_MessageBoxInformation:
+      return box_icon(BoxPicture::information);
+    case SP_MessageBoxWarning:
+      return box_icon(BoxPicture::warning);
+    case SP_MessageBoxCritical:
+      return box_icon(BoxPicture::error);
+    case SP_MessageBoxQuestion:
+      return box_icon(BoxPicture::question);
+    default:
+      return QProxyStyle::standardIcon(picture, option, widget);
   }
 }
 

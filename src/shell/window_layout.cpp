@@ -153,9 +153,7 @@ class Layouter {
     if (form == PanelForm::symbols_1) add_field_row(rows);
     add_navigation_symbols(rows);
     add_editing_symbols(rows);
-    rows.add({.stretches = true});
-    rows.add(margin());
-    rows.add(lying_slider());
+    rows.add_group({{.stretches = true}, margin(), lying_slider()});
     rows.end_row();
     if (form == PanelForm::classic_symbols) add_field_row(rows);
     return rows.bottom();
