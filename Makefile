@@ -3,12 +3,13 @@
 configure = cmake --preset release -DCORVELIN_TESTS=$(1)
 build = cmake --build --preset release
 
-.PHONY: help demo test run bench format clean
+.PHONY: help demo test run screenshots bench format clean
 
 help:
 	@echo 'make demo    build, then edit and split the sample audio'
 	@echo 'make test    build and run the tests'
 	@echo 'make run     the desktop program'
+	@echo 'make screenshots  pictures of the window in each layout, dark and bright'
 	@echo 'make bench   build and run the benchmarks'
 	@echo 'make format  format the sources'
 	@echo 'make clean   remove everything that was built'
@@ -31,6 +32,12 @@ run:
 	$(call configure,OFF)
 	$(build) --target corvelin
 	build/release/src/desktop/corvelin
+
+screenshots:
+	scripts/install-packages build desktop screenshots
+	$(call configure,OFF)
+	$(build) --target corvelin
+	scripts/screenshots build/release/src/desktop/corvelin build/screenshots
 
 bench:
 	scripts/install-packages build bench

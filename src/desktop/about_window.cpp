@@ -8,9 +8,9 @@
 
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
-#include "desktop/icons.h"
 #include "desktop/look.h"
 #include "desktop/qt_text.h"
+#include "desktop/signs.h"
 #include "platform/program.h"
 
 namespace corvelin {

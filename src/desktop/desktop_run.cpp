@@ -22,6 +22,7 @@
 #include "desktop/main_window.h"
 #include "desktop/qt_host.h"
 #include "desktop/qt_text.h"
+#include "desktop/signs.h"
 #include "desktop/style.h"
 #include "document/open_state.h"
 #include "edit/commands.h"

@@ -21,11 +21,4 @@ constexpr std::uint16_t faster_icon = 2;
 /// The picture of a command, by its id. A null icon for one that has none.
 QIcon command_icon(std::uint16_t id, const IconColours& colours);
 
-/// The program's own picture.
-QIcon program_icon();
-
-/// What a box is about.
-enum class BoxPicture { information, warning, error, question };
-QIcon box_icon(BoxPicture picture);
-
 }  // namespace corvelin

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "desktop/look.h"
+#include "desktop/signs.h"
 
 namespace corvelin {
 

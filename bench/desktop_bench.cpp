@@ -1,0 +1,127 @@
+// Measures the window without a screen: the start to a window that shows a file of 400 MB, how long
+// an event waits at most while 2 GB are saved, and the memory of both. Needs 4.4 GB below TMPDIR.
+#include <fmt/format.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <QApplication>
+#include <QTimer>
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+#include "desktop/desktop_run.h"
+#include "desktop/view_widget.h"
+#include "model/document.h"
+#include "support/mp3_builder.h"
+
+namespace {
+
+using namespace corvelin;
+using Clock = std::chrono::steady_clock;
+
+double milliseconds_since(Clock::time_point start) {
+  return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+double peak_megabytes() {
+  rusage usage = {};
+  ::getrusage(RUSAGE_SELF, &usage);
+  return static_cast<double>(usage.ru_maxrss) / 1024;
+}
+
+void report(const char* name, double milliseconds, double limit) {
+  fmt::print("{:44} {:8.1f} ms (limit {:.0f})  {:6.1f} MB (limit 60)\n", name, milliseconds, limit,
+             peak_megabytes());
+}
+
+const Clock::time_point process_start = Clock::now();
+bool is_saving = false;
+
+// Ends the program with the first drawing of the document.
+class FirstDrawing : public QObject {
+ public:
+  using QObject::QObject;
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const bool is_view = dynamic_cast<ViewWidget*>(watched) != nullptr;
+    if (is_view && event->type() == QEvent::Paint && document.total_size != 0)
+      QTimer::singleShot(0, this, [] {
+        report("start to a shown file of 400 MB", milliseconds_since(process_start), 400);
+        QApplication::quit();
+      });
+    return false;
+  }
+};
+
+// Looks how late a timer of 2 ms is.
+class Latency : public QObject {
+ public:
+  explicit Latency(QObject* parent) : QObject(parent) {
+    connect(&timer_, &QTimer::timeout, this, [this] {
+      if (document.total_size != 0) worst_ = std::max(worst_, milliseconds_since(last_));
+      last_ = Clock::now();
+    });
+    timer_.start(2);
+  }
+  ~Latency() override { report("longest wait of an event in a save of 2 GB", worst_, 50); }
+
+ private:
+  QTimer timer_;
+  Clock::time_point last_ = Clock::now();
+  double worst_ = 0;
+};
+
+void watch() {
+  if (is_saving) {
+    new Latency(qApp);
+  } else {
+    qApp->installEventFilter(new FirstDrawing(qApp));
+  }
+}
+Q_COREAPP_STARTUP_FUNCTION(watch)
+
+void write_audio(const std::string& path, std::size_t size) {
+  test::Mp3Builder builder;
+  builder.frames(2000);
+  std::ofstream out(path, std::ios::binary);
+  for (std::size_t written = 0; written < size; written += builder.size())
+    out.write(reinterpret_cast<const char*>(builder.bytes().data()),
+              static_cast<std::streamsize>(builder.size()));
+}
+
+int run_window(const std::string& folder, const std::string& name) {
+  std::array words = {std::string("corvelin"), std::string("--settings"), folder + "/bench.ini",
+                      folder + "/" + name, std::string("/save")};
+  std::array<char*, words.size()> arguments = {};
+  std::ranges::transform(words, arguments.begin(), [](std::string& word) { return word.data(); });
+  return run_desktop(static_cast<int>(words.size()) - (is_saving ? 0 : 1), arguments.data());
+}
+
+void run_child(const char* program, const char* work, const std::string& folder) {
+  const std::string line = fmt::format("'{}' {} '{}'", program, work, folder);
+  if (std::system(line.c_str()) != 0) std::exit(1);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  if (argc == 3) {
+    is_saving = std::string(argv[1]) == "save";
+    return run_window(argv[2], is_saving ? "large.mp3" : "small.mp3");
+  }
+  const std::filesystem::path folder =
+      std::filesystem::temp_directory_path() / fmt::format("corvelin-bench-{}", ::getpid());
+  std::filesystem::create_directories(folder);
+  std::ofstream(folder / "bench.ini", std::ios::binary)
+      << "[Corvelin]\r\nutf8=1\r\nversion=2.40\r\nmsg_hide=255\r\n";
+  write_audio(folder / "small.mp3", 400'000'000);
+  write_audio(folder / "large.mp3", 2'000'000'000);
+  run_child(argv[0], "show", folder);
+  run_child(argv[0], "save", folder);
+  std::filesystem::remove_all(folder);
+}
