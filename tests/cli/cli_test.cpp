@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
@@ -393,6 +394,46 @@ TEST_F(Cli, SettingsAreReadAndKeptWithoutThoseOfTheRun) {
   EXPECT_NE(read_text(folder.path("program.ini")).find("volume=75\r\n"), std::string::npos);
   EXPECT_EQ(shell("./program a.mp3 /localini --set volume=5").status, 0);
   EXPECT_NE(read_text(folder.path("program.ini")).find("volume=75\r\n"), std::string::npos);
+}
+
+TEST_F(Cli, PlaysWhatASaveWrites) {
+  sample("cbr128.mp3");
+  std::filesystem::copy(folder.path("cbr128.mp3"), folder.path("b.mp3"));
+  const std::string disk = "SDL_AUDIODRIVER=disk SDL_DISKAUDIOFILE=played ";
+  const Result result = shell(
+      disk + "SDL_DISKAUDIODELAY=0 " + CORVELIN_CLI +
+      " cbr128.mp3 -e 'append b.mp3' -e 'cut 2s 4s 20s 40s' -e 'select 6s 9s' -e 'level -10 3'"
+      " -e 'seek 0s' -e 'save out.mp3' -e play -e state");
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(result.err, "");
+  const Json state = Json::parse(result.out);
+  EXPECT_EQ(state["cursor"], state["total_size"]);
+  const std::string decoded = shell("mpg123 -q --no-gapless -s out.mp3").out;
+  const std::string played = read_text(folder.path("played"));
+  // The driver writes silence before it is told to begin, and fills up its last period.
+  const std::size_t begin = played.find(decoded);
+  ASSERT_NE(begin, std::string::npos);
+  EXPECT_GE(played.find_first_not_of('\0'), begin);
+  EXPECT_EQ(played.find_first_not_of('\0', begin + decoded.size()), std::string::npos);
+
+  // In the time that it takes, until Ctrl+C, which ends the play alone.
+  const Result stopped = shell(
+      "rm played; export " + disk + "\n(exec " + CORVELIN_CLI +
+      " cbr128.mp3 -e play -e state) & while [ \"$(stat -c %s played || echo 0)\" -lt 100000 ]; "
+      "do sleep 0.01; done 2>/dev/null; kill -INT $!; wait $!");
+  EXPECT_EQ(stopped.status, 0) << stopped.err;
+  EXPECT_EQ(stopped.err, "");
+  const Json where = Json::parse(stopped.out);
+  EXPECT_GT(where["cursor"], 0);
+  EXPECT_LT(where["cursor"], where["total_size"]);
+
+  const Result failed = shell("SDL_AUDIODRIVER=none " + std::string(CORVELIN_CLI) +
+                              " cbr128.mp3 -e play -e 'save never.mp3'");
+  EXPECT_EQ(failed.status, 1);
+  EXPECT_TRUE(failed.err.starts_with("Error: Could not open wave/audio device\n")) << failed.err;
+  const Result wrong = cli("cbr128.mp3 -e 'play 7' --keep-going -e 'play 0 5' -e 'play 2' -e 126");
+  EXPECT_EQ(wrong.status, 1);
+  EXPECT_EQ(std::ranges::count(wrong.err, '\n'), 4);
 }
 
 }  // namespace
