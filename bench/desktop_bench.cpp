@@ -121,6 +121,7 @@ int main(int argc, char** argv) {
       << "[Corvelin]\r\nutf8=1\r\nversion=2.40\r\nmsg_hide=255\r\n";
   write_audio(folder / "small.mp3", 400'000'000);
   write_audio(folder / "large.mp3", 2'000'000'000);
+  ::sync();  // what is still to be written would have the system hold up the save
   run_child(argv[0], "show", folder);
   run_child(argv[0], "save", folder);
   std::filesystem::remove_all(folder);
