@@ -14,6 +14,7 @@
 #include <string>
 #include <vector>
 
+#include "document/append.h"
 #include "document/open_state.h"
 #include "edit/undo.h"
 #include "exchange/project_file.h"
@@ -56,6 +57,13 @@ Bytes variable_frames() {
   return builder.bytes();
 }
 
+// Each with a CRC, which a change of the level sets anew.
+Bytes protected_frames() {
+  Mp3Builder builder;
+  for (int i = 0; i < 500; ++i) builder.frame({.has_crc = true, .noisy = true});
+  return builder.bytes();
+}
+
 // A sheet for source.mp3 of `size` bytes at 128 kbit/s, its tracks all of one length.
 void write_cue_sheet(const std::string& path, std::size_t tracks, std::size_t size) {
   constexpr std::size_t bytes_per_second = 16000;
@@ -65,6 +73,18 @@ void write_cue_sheet(const std::string& path, std::size_t tracks, std::size_t si
   for (std::size_t i = 0; i < tracks; ++i)
     out << fmt::format("  TRACK {:02} AUDIO\r\n    INDEX 01 {:02}:{:02}:00\r\n", i + 1,
                        i * seconds / 60, i * seconds % 60);
+}
+
+void print_time(const char* name, double limit, const std::function<void()>& work) {
+  double best = 1e9;
+  for (int round = 0; round < rounds; ++round) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    const std::chrono::duration<double, std::milli> taken =
+        std::chrono::steady_clock::now() - start;
+    best = std::min(best, taken.count());
+  }
+  fmt::print("  {:42} {:5.2f} ms (limit {:.0f})\n", name, best, limit);
 }
 
 class Bench {
@@ -89,6 +109,14 @@ class Bench {
     write_file(source, variable_frames(), large);
     const auto variable = best_of({copy, save});
     report("Save of 400 MB with a VBR header", variable[1], variable[0], "cp", 1.6);
+
+    write_file(source, protected_frames(), large);
+    const auto save_at_a_level = [&] {
+      return fresh({CORVELIN_CLI, source, "-e", "select 0b end", "-e", "level -4 -4", "-e",
+                    "save " + path("target.mp3")});
+    };
+    const auto levels = best_of({save, save_at_a_level});
+    report("Save of 400 MB with levels and CRCs", levels[1], levels[0], "one without", 1.5);
     std::filesystem::remove(source);
     std::filesystem::remove(path("target.mp3"));
   }
@@ -116,16 +144,29 @@ class Bench {
       const Bytes unit = is_variable ? variable_frames() : constant_frames();
       write_file(path("large.mp3"), unit, large);
       write_file(path("small.mp3"), unit, small + 2'000'000);
-      const auto info = [&](const char* name) {
-        return [this, name] { return run({CORVELIN_CLI, path(name), "--info"}); };
+      const auto open = [&](const char* name) {
+        return [this, name] { return run({CORVELIN_CLI, path(name)}); };
       };
-      const auto costs = best_of({info("small.mp3"), info("large.mp3")}, 3 * rounds);
+      const auto costs = best_of({open("small.mp3"), open("large.mp3")}, 3 * rounds);
       report(is_variable ? "Opening a 400 MB VBR file" : "Opening a 400 MB CBR file", costs[1],
              costs[0], "one of 6 MB", 1.5);
-      fmt::print("{:44} {:5.1f} ms (limit 15), {:.1f} MB (limit 15)\n",
-                 "  the whole process of --info", costs[1].milliseconds, costs[1].megabytes);
+      fmt::print("{:44} {:5.1f} ms (limit 15), {:.1f} MB (limit 15)\n", "  the whole process",
+                 costs[1].milliseconds, costs[1].megabytes);
       std::filesystem::remove(path("large.mp3"));
     }
+  }
+
+  void times() {
+    const std::string source = path("source.mp3");
+    write_file(source, variable_frames(), large);
+    const auto costs = best_of({[&] {
+                                  return run({"cat", source});
+                                },
+                                [&] {
+                                  return run({CORVELIN_CLI, source, "--json"});
+                                }});
+    report("Exact times of 400 MB of VBR", costs[1], costs[0], "cat", 1.5);
+    std::filesystem::remove(source);
   }
 
   void junk() {
@@ -204,6 +245,26 @@ class Bench {
     std::filesystem::remove(source);
   }
 
+  // In this process: steps back, and a search through a file that holds no frame.
+  void steps_and_searches() {
+    using namespace corvelin;
+    constexpr std::size_t size = 100'000'000;
+    start_up(std::nullopt);
+    write_file(path("a.mp3"), variable_frames(), size);
+    open_file(path("a.mp3"));
+    const auto steps = [] {
+      for (int i = 0; i < 20; ++i) undo_push(true, "x");
+      while (!undo_stack.empty()) undo_pop();
+    };
+    fmt::print("In this process, with a VBR file of 100 MB:\n");
+    print_time("20 steps taken and taken back", 20, steps);
+    print_time("opened", 5, [this] { open_file(path("a.mp3")); });
+    write_file(path("zeros.mp3"), Bytes(1'000'000), size);
+    print_time("100 MB of zeros refused for an append", 60,
+               [this] { append_file(path("zeros.mp3")); });
+    shut_down();
+  }
+
   // In this process: what an edit of a large document costs beside the edit.
   void projects() {
     using namespace corvelin;
@@ -217,20 +278,9 @@ class Bench {
     }
     open_state.project_name = path("p.cvp");
     fmt::print("A project of {} parts:\n", document.parts.size());
-    const auto time = [](const char* name, double limit, const std::function<void()>& work) {
-      double best = 1e9;
-      for (int round = 0; round < rounds; ++round) {
-        const auto start = std::chrono::steady_clock::now();
-        work();
-        const std::chrono::duration<double, std::milli> taken =
-            std::chrono::steady_clock::now() - start;
-        best = std::min(best, taken.count());
-      }
-      fmt::print("  {:42} {:5.2f} ms (limit {:.0f})\n", name, best, limit);
-    };
-    time("written", 10, [] { write_project(open_state.project_name); });
-    time("taken as an undo step", 2, [] { undo_push(true, "x"); });
-    time("read", 10, [this] { open_file(path("p.cvp")); });
+    print_time("written", 10, [] { write_project(open_state.project_name); });
+    print_time("taken as an undo step", 2, [] { undo_push(true, "x"); });
+    print_time("read", 10, [this] { open_file(path("p.cvp")); });
     shut_down();
   }
 
@@ -253,8 +303,10 @@ int main() {
   bench.saves();
   bench.splits();
   bench.opens();
+  bench.times();
   bench.junk();
   bench.cue_sheets();
   bench.edits();
+  bench.steps_and_searches();
   bench.projects();
 }

@@ -17,6 +17,7 @@
 #include "model/frame_locator.h"
 #include "model/stream_info.h"
 #include "platform/bytes.h"
+#include "platform/file_window.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "text/ui_text.h"
@@ -43,15 +44,14 @@ bool has_equal_follower(std::span<const std::uint8_t> bytes, std::size_t at, std
 AppendResult find_fitting_frame(const InputFile& file, FoundFrame& found) {
   constexpr std::uint32_t step = search_block_size - frame_unit;
   AppendResult result = AppendResult::no_sync;
-  std::array<std::uint8_t, search_block_size> block = {};
+  FileWindow window;
   for (std::uint64_t offset = id3v2_tag_size(file);; offset += step) {
-    const std::size_t got = file.read_at(offset, block);
-    if (got <= frame_unit) return result;
-    const std::span<const std::uint8_t> bytes = std::span(block).first(got);
-    for (std::size_t i = 0; i < got - frame_unit; ++i) {
+    const auto bytes = window.bytes_at(file, offset, search_block_size);
+    if (bytes.size() <= frame_unit) return result;
+    const std::size_t end = bytes.size() - frame_unit;
+    for (std::size_t i = find_sync(bytes, 0, end); i < end; i = find_sync(bytes, i + 1, end)) {
       FrameInfo frame;
-      if (!has_sync(bytes, i) || !decode_frame_header(frame, bytes.subspan(i), frame_format()))
-        continue;
+      if (!decode_frame_header(frame, bytes.subspan(i), frame_format())) continue;
       if (!has_equal_follower(bytes, i, frame.frame_length)) continue;
       result = AppendResult::other_parameters;
       if (kind_of(frame) != stream_kind) continue;

@@ -12,18 +12,18 @@ namespace corvelin {
 
 enum class AppendResult {
   appended = 0,
-  table_full = 1,        // of the parts
-  other_parameters = 2,  // there are frames, but none that fits the stream
-  no_sync = 3,           // there are no frames
-  not_opened = 4,        // also when the table of files is full
-  bad_name = 5,
-  other_format = 6,  // MPEG to AAC or the other way round, by the name
+  table_full = 1,        // the document has all the parts that it can have
+  other_parameters = 2,  // the file has frames, but none of the stream's kind
+  no_sync = 3,           // the file has no frames
+  not_opened = 4,        // also when the document has all the files that it can have
+  bad_name = 5,          // without an extension
+  other_format = 6,      // MPEG audio for an AAC stream or the other way round, by the extension
   bad_size = 7,
-  too_large = 8,  // in all
+  too_large = 8,  // the stream would be longer than 4 GiB
 };
 
-/// Appends a file to the open document. Silent; a failure leaves the document as it was, but that
-/// with `table_full` the file stays in the table of files.
+/// Appends a file to the open document, without a message. A failure leaves the document as it was,
+/// except that the file stays in the table of files when it was `table_full` that failed.
 AppendResult append_file(const std::string& name);
 
 /// The same, and tells a failure: in a box, or as a line added to `list` when that is not null.

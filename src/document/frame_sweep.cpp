@@ -2,7 +2,6 @@
 #include "document/frame_sweep.h"
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 
 #include "model/stream_info.h"
@@ -58,17 +57,14 @@ void FrameSweep::scan(std::uint32_t from) {
     const std::size_t wanted = end - scanned_ + std::size_t{longest_frame} + follower_size;
     const auto bytes = window_.bytes_at(file_, scanned_, wanted);
     const std::size_t room = std::min<std::size_t>(bytes.size(), end - scanned_);
-    const void* const sync = room > 0 ? std::memchr(bytes.data(), 0xFF, room) : nullptr;
-    if (sync == nullptr) {
+    const std::size_t at = find_sync(bytes, 0, room);
+    if (at == room) {
       scanned_ = end;
       break;
     }
-    const auto at =
-        static_cast<std::uint32_t>(static_cast<const std::uint8_t*>(sync) - bytes.data());
-    FramePlace place = {.pos = scanned_ + at};
+    FramePlace place = {.pos = scanned_ + static_cast<std::uint32_t>(at)};
     scanned_ = place.pos + 1;
-    if (has_sync(bytes, at) &&
-        decode_frame_header(place.frame, bytes.subspan(at), frame_format()) &&
+    if (decode_frame_header(place.frame, bytes.subspan(at), frame_format()) &&
         is_followed(bytes, at, place.frame.frame_length))
       waiting_.emplace(std::uint64_t{place.pos} + place.frame.frame_length + follower_size, place);
   }

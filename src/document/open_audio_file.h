@@ -4,8 +4,8 @@
 
 namespace corvelin {
 
-/// Opens the file `open_state.audio_name`: takes the tags off its ends, makes it one part, and
-/// probes the stream. Silent; a failure leaves no document.
+/// Opens the file `open_state.audio_name`: takes the tags off its ends, probes the stream, and
+/// makes all of its audio one part. Shows no message; a failure leaves no document.
 bool open_audio_file();
 
 }  // namespace corvelin

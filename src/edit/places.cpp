@@ -38,7 +38,8 @@ EditPosition frame_before_in(PartIndex part, EditPosition pos) {
 
 std::uint32_t seek_step_to_next_frame() {
   constexpr std::uint32_t short_of_it = 5;  // bytes: the seek lands on the next frame all the same
-  const std::uint32_t length = stream.current_frame.frame_length;
+  const EditPosition cursor = selection.cursor;
+  const std::uint32_t length = find_frame(part_at(cursor), cursor).frame.frame_length;
   return length > short_of_it ? length - short_of_it : 0;
 }
 

@@ -6,23 +6,21 @@
 
 namespace corvelin {
 
-/// The frame behind the one that begins at `frame`, searched in the file of `part` also behind the
-/// part's end. Fails as `locate_frame` does.
+/// The frame that follows the one at `frame` in the file of `part`. It may lie behind the part's
+/// end, in what was cut out there. Fails as `locate_frame` does.
 EditPosition next_frame_in(PartIndex part, EditPosition frame);
 
 /// The last frame of the part that begins in front of `pos`; `no_position` if it has none there.
 EditPosition frame_before_in(PartIndex part, EditPosition pos);
 
-/// The bytes from a frame's start from where a seek lands on the next frame, by the length of the
-/// frame that was found last.
+/// How far behind the cursor a seek lands on the next frame, in bytes.
 std::uint32_t seek_step_to_next_frame();
 
 /// Whole bytes of a number of average frames.
 std::uint32_t average_frames(std::uint32_t count);
 
-/// Moves the cursor and the ends of the selection up to the next frame start, or back to the end of
-/// the stream, where an edit has left them inside a frame or behind the end. What stands on a
-/// frame start stays.
+/// Puts the cursor and the ends of the selection on frame starts after an edit that moved the
+/// frames under them: each goes up to the next one, or back to the end of the stream.
 void settle_places();
 
 }  // namespace corvelin

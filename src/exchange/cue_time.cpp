@@ -4,7 +4,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <span>
 
 #include "model/frame_locator.h"
 #include "model/stream_info.h"
@@ -35,49 +34,35 @@ float single_precision(double seconds) {
 
 // Frames per second of the stream. A frame of MPEG 2 and 2.5 counts as half a frame's samples.
 double frame_rate() {
-  const FrameInfo& frame = stream.current_frame;
-  return frame.sample_rate / 1152.0 * (frame.version != 1 ? 2 : 1);
+  return stream_kind.sample_rate / 1152.0 * (stream_kind.version != 1 ? 2 : 1);
 }
 
-// The length of the frame at the walk's place in the first source file. 0 where there is none, also
-// behind the file's audio.
-std::uint32_t frame_length_at(VbrWalk& walk) {
+void begin(VbrWalk& walk) {
   const SourceFile& file = document.files[0];
-  const std::uint64_t offset = std::uint64_t{file.first_audio} + walk.position;
-  if (offset >= file.audio_end) return 0;
-  const std::span<const std::uint8_t> header =
-      walk.window.bytes_at(file.handle, offset, header_size);
-  if (!has_sync(header, 0) || header.size() < header_size) return 0;
-  std::uint16_t& length = walk.lengths[header[1] * 256U + header[2]];
-  FrameInfo frame;
-  if (length == 0 && decode_frame_header(frame, header, frame_format()))
-    length = frame.frame_length;
-  return length;
+  walk.in_file.emplace(file.handle, file.first_audio, file.audio_end);
+  walk.goes_on_in_file = walk.in_file->next();
+  if (walk.goes_on_in_file) walk.position = walk.in_file->offset() - file.first_audio;
 }
 
-// Counts the frame at the walk's place, which is in front of the end, and moves behind it.
-//
-// Where the file has no header, the locator finds the next frame of the edited stream, and the
-// stretch up to it counts as a frame too. If that frame stands here, the walk is beyond what the
-// first file can tell (in a file that was appended, say), and goes on by the edited stream.
+// Counts the frame at the walk's place, which is in front of the end, and moves behind it. A
+// damaged stretch counts as a frame too.
 void count_frame(VbrWalk& walk) {
+  if (!walk.in_file) begin(walk);
   ++walk.frame_count;
-  std::uint32_t length = frame_length_at(walk);
-  if (length == 0) {
-    const EditPosition next = frame_at(walk.position);
-    if (next != walk.position) {
-      walk.position = next;
-      return;
-    }
-    length = stream.current_frame.frame_length;
+  if (walk.goes_on_in_file) {
+    const std::uint32_t first_audio = document.files[0].first_audio;
+    const EditPosition frame = walk.in_file->offset() - first_audio;
+    const bool is_damaged = walk.position < frame;
+    walk.position = is_damaged ? frame : walk.in_file->behind() - first_audio;
+    if (!is_damaged) walk.goes_on_in_file = walk.in_file->next();
+    return;
   }
-  walk.position += std::min(length, document.total_size - walk.position);
-}
-
-// Puts a walk that goes on onto a frame, and that frame into `stream.current_frame`.
-void align(VbrWalk& walk) {
-  if (walk.position != no_position)
-    walk.position = scan_forward(part_at(walk.position), walk.position);
+  // Beyond what the first file can tell, in a file that was appended, say.
+  const FramePlace found = find_frame_forward(part_at(walk.position), walk.position);
+  const EditPosition left = document.total_size - walk.position;
+  const bool is_here = found.pos == walk.position;
+  walk.position =
+      is_here ? walk.position + std::min<EditPosition>(found.frame.frame_length, left) : found.pos;
 }
 
 }  // namespace
@@ -93,7 +78,6 @@ std::uint32_t cue_time_to_bytes(std::string_view time) {
 }
 
 EditPosition vbr_walk_to_time(VbrWalk& walk, std::string_view time) {
-  align(walk);
   const double seconds = cue_time_to_bytes(time) * 8.0 / stream.avg_bitrate;
   const std::uint32_t target = whole_part(seconds * frame_rate());
   while (walk.frame_count < target && walk.position < document.total_size) count_frame(walk);
@@ -101,9 +85,8 @@ EditPosition vbr_walk_to_time(VbrWalk& walk, std::string_view time) {
 }
 
 double vbr_walk_to_position(VbrWalk& walk, EditPosition target) {
-  align(walk);
-  const double rate = frame_rate();
   while (walk.position < std::min(target, document.total_size)) count_frame(walk);
+  const double rate = frame_rate();
   return rate > 0 ? walk.frame_count / rate : 0;
 }
 

@@ -5,12 +5,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "model/document.h"
-#include "platform/file_window.h"
+#include "model/frame_walk.h"
 
 namespace corvelin {
 
@@ -18,14 +18,13 @@ namespace corvelin {
 /// forwards.
 ///
 /// It reads the first source file from its first audio frame on: the times of a sheet are times of
-/// that file, whatever has been cut since.
+/// that file, whatever has been cut since. So a place in the edited stream is taken for as many
+/// bytes of that file.
 struct VbrWalk {
-  std::uint32_t frame_count = 0;  // frames in front of `position`
-  EditPosition position = 0;      // `no_position` once no frame was found any more
-  FileWindow window;
-  /// Lengths of frames by the second and third byte of the header, which alone decide about them; 0
-  /// for a header that was not met yet. A file has millions of frames and few kinds.
-  std::vector<std::uint16_t> lengths = std::vector<std::uint16_t>(0x10000);
+  std::uint32_t frame_count = 0;     // frames in front of `position`
+  EditPosition position = 0;         // `no_position` once no frame was found any more
+  std::optional<FrameWalk> in_file;  // one frame ahead
+  bool goes_on_in_file = false;      // there is such a frame
 };
 
 /// Whether the open stream needs the walk.

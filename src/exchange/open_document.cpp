@@ -112,7 +112,7 @@ bool open_by_kind() {
 
 bool open_document() {
   if (!open_by_kind()) return false;
-  device_keepalive(true);
+  if (!document.parts.empty()) device_keepalive(true);
   return true;
 }
 

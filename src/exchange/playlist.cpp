@@ -33,6 +33,7 @@ class Nesting {
   Nesting(const Nesting&) = delete;
   Nesting& operator=(const Nesting&) = delete;
 
+  [[nodiscard]] static bool is_outermost() { return depth == 1; }
   [[nodiscard]] static bool is_too_deep() { return depth > deepest_list; }
 
  private:
@@ -96,7 +97,8 @@ bool read_playlist() {
       break;
     }
   }
-  if (document.total_size == 0) return report_failure(list);
+  // An empty list in a list is passed over.
+  if (document.total_size == 0) return !Nesting::is_outermost() || report_failure(list);
 
   clear_selection();
   selection.cursor = 0;

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <optional>
 #include <span>
 
@@ -50,13 +49,10 @@ void remember(const FramePlace& place) {
 std::optional<FramePlace> find_frame_in_block(std::span<const std::uint8_t> block,
                                               std::size_t usable, std::uint32_t rate_before) {
   const auto seen = block.first(std::min<std::size_t>(block.size(), search_block_size));
-  for (std::size_t i = 0; i < usable; ++i) {
-    const void* const sync = std::memchr(block.data() + i, 0xFF, usable - i);
-    if (sync == nullptr) break;
-    i = static_cast<std::size_t>(static_cast<const std::uint8_t*>(sync) - block.data());
+  for (std::size_t i = find_sync(block, 0, usable); i < usable;
+       i = find_sync(block, i + 1, usable)) {
     FrameInfo frame;
-    if (!has_sync(block, i) || !decode_frame_header(frame, block.subspan(i), frame_format()))
-      continue;
+    if (!decode_frame_header(frame, block.subspan(i), frame_format())) continue;
     const FramePlace place = {.pos = static_cast<EditPosition>(i), .frame = frame};
     if (!is_followed(seen, i, frame.frame_length)) {
       // The last frame of a file has nothing behind it. Its length alone lets it pass, when that is

@@ -37,8 +37,8 @@ struct FramePlace {
 FramePlace find_frame(PartIndex part, EditPosition pos,
                       std::uint32_t rate_before = any_sample_rate);
 
-/// The same behind `stream.current_frame`, where it leaves the frame found. What it finds nothing
-/// it leaves as it is.
+/// The same, with `stream.current_frame` as the frame before, which becomes the frame found. A
+/// search in vain leaves it as it is.
 EditPosition locate_frame(PartIndex part, EditPosition pos);
 
 /// Start this many bytes after a frame to find the following one.
@@ -61,7 +61,7 @@ std::optional<FramePlace> find_frame_in_block(std::span<const std::uint8_t> bloc
                                               std::size_t usable,
                                               std::uint32_t rate_before = any_sample_rate);
 
-/// `find_frame` over as many bytes.
+/// `find_frame` over up to 10,000,000 bytes.
 FramePlace find_frame_forward(PartIndex part, EditPosition pos,
                               std::uint32_t rate_before = any_sample_rate);
 

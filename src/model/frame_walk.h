@@ -15,13 +15,13 @@ class FrameWalk {
  public:
   /// From the file offset `begin` up to `end`, where the audio ends.
   FrameWalk(const InputFile& file, std::uint32_t begin, std::uint32_t end)
-      : file_(file), behind_(begin), end_(end) {}
+      : file_(&file), behind_(begin), end_(end) {}
 
   /// Goes to the next frame: the one at the walk's place, or, where the file is damaged, the next
   /// true one within `most_blocks` times 10000 bytes. False when there is none, or the audio ends
   /// within it; the walk's place then stays.
   bool next(std::uint32_t most_blocks = any_distance) {
-    const std::uint32_t length = similar_.length_of(window_.bytes_at(file_, behind_, header_size));
+    const std::uint32_t length = similar_.length_of(window_.bytes_at(*file_, behind_, header_size));
     if (length == 0 || behind_ >= end_ || length > end_ - behind_) return find(most_blocks);
     length_ = length;
     behind_ += length;
@@ -38,7 +38,7 @@ class FrameWalk {
   bool find(std::uint32_t most_blocks);
   bool search(std::uint32_t most_blocks, std::uint32_t& offset, FrameInfo& frame);
 
-  const InputFile& file_;
+  const InputFile* file_;
   FileWindow window_;
   std::uint32_t behind_;
   std::uint32_t end_;

@@ -2,7 +2,6 @@
 #include "model/sampled_frames.h"
 
 #include <algorithm>
-#include <cstring>
 #include <iterator>
 #include <tuple>
 
@@ -31,13 +30,10 @@ bool is_same(const FileFacts& a, const FileFacts& b) {
 // The offset of the first header of `kind` in `block`, decoded into `info`, or the block's size.
 std::size_t find_header(std::span<const std::uint8_t> block, const StreamKind& kind,
                         FrameInfo& info) {
-  for (std::size_t at = 0; at < block.size(); ++at) {
-    const void* const found = std::memchr(block.data() + at, 0xFF, block.size() - at);
-    if (found == nullptr) break;
-    at = static_cast<std::size_t>(static_cast<const std::uint8_t*>(found) - block.data());
-    if (has_sync(block, at) && decode_frame_header(info, block.subspan(at), frame_format()) &&
-        info.frame_length != 0 && info.version == kind.version &&
-        info.sample_rate == kind.sample_rate)
+  for (std::size_t at = find_sync(block, 0, block.size()); at < block.size();
+       at = find_sync(block, at + 1, block.size())) {
+    if (decode_frame_header(info, block.subspan(at), frame_format()) && info.frame_length != 0 &&
+        info.version == kind.version && info.sample_rate == kind.sample_rate)
       return at;
   }
   return block.size();

@@ -1,6 +1,6 @@
-// The two kinds of place that all editing works on: the selection and the cursor. A selection of
-// length 0 is a cue about to be set, one with a length a cut about to be made. Cuts, playback and
-// projects read this record; the commands that move it are elsewhere.
+// The places that the user works at: the selection and the cursor. The next cut turns a selection
+// without length into a cue, and removes one with a length. Cuts, playback and projects read this
+// record; the commands that change it are elsewhere.
 #pragma once
 
 #include <cstdint>
@@ -15,12 +15,13 @@ namespace corvelin {
 struct Selection {
   EditPosition sel_beg = no_position;
   EditPosition sel_end = no_position;
-  std::int16_t sel_gain = 0;  // gain steps of a border that a restore took out
-  std::int16_t sel_gain_end = 0;
-  std::u16string sel_title;  // texts of that border
+  std::uint32_t sel_iscue = 0;  // 1: the next cut makes its border a cue
+  // Of the border that a restore took out last, so that the next cut can give it back:
+  std::uint32_t sel_cue_locked = 0;  // 1: it was a cue, and `sel_iscue` stays 1
+  std::int16_t sel_gain = 0;         // gain steps at the selection's begin
+  std::int16_t sel_gain_end = 0;     // and at its end
+  std::u16string sel_title;          // texts of the part that began there
   std::u16string sel_artist;
-  std::uint32_t sel_iscue = 0;       // the cue flag that the next cut gives to what follows it
-  std::uint32_t sel_cue_locked = 0;  // set by the restore of a cue: `sel_iscue` then stays 1
   EditPosition cursor = 0;
 };
 

@@ -19,7 +19,7 @@ enum VbrState : std::uint8_t {
   vbr_toc_usable = 4,  // bit value: and it had a seek table
 };
 
-constexpr std::uint8_t no_xing_quality = 255;
+constexpr std::uint8_t no_xing_quality = 255;  // there is no header, or it tells none
 
 /// The summary of the open stream.
 struct StreamInfo {
@@ -27,7 +27,7 @@ struct StreamInfo {
   std::uint16_t vbr_frame_size = 0;  // bytes of the VBR/Info frame that the last save wrote
   /// `toc[i]` is the place, in 1/256 of the audio size, of the point at `i` per cent of the time.
   std::array<std::uint8_t, 100> toc = {};
-  std::uint8_t xing_quality = 0;  // low byte of the header's quality, `no_xing_quality` if none
+  std::uint8_t xing_quality = no_xing_quality;  // low byte of the header's quality
   /// The 28 bytes behind a VBR/Info header that its encoder signed; the rest is zero but for the
   /// audio length that a save puts behind them.
   std::array<std::uint8_t, 40> encoder_tag = {};

@@ -55,7 +55,7 @@ std::uint32_t to_time_scale(EditPosition pos) {
   const double high = entry == stream.toc.end() ? toc_scale : *entry;
   const double low = i <= 1 ? 0 : *(entry - 1);
   const double fraction = high == low ? 0 : (x - high) / (high - low);  // -1 to 0
-  return as_position((static_cast<double>(i) + fraction) * total / 100);
+  return whole_part((static_cast<double>(i) + fraction) * total / 100);
 }
 
 EditPosition from_time_scale(std::uint32_t scaled) {

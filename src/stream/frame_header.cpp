@@ -2,6 +2,7 @@
 #include "stream/frame_header.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace corvelin {
 
@@ -131,6 +132,16 @@ bool decode_frame_header(FrameInfo& info, std::span<const std::uint8_t> bytes, F
   }
   return format == FrameFormat::adts ? decode_adts_header(info, header)
                                      : decode_mpeg_header(info, header);
+}
+
+std::size_t find_sync(std::span<const std::uint8_t> bytes, std::size_t from, std::size_t end) {
+  for (; from < end; ++from) {
+    const void* const found = std::memchr(bytes.data() + from, 0xFF, end - from);
+    if (found == nullptr) return end;
+    from = static_cast<std::size_t>(static_cast<const std::uint8_t*>(found) - bytes.data());
+    if (has_sync(bytes, from)) return from;
+  }
+  return end;
 }
 
 SimilarFrames::SimilarFrames(const FrameInfo& frame) {

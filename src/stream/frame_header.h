@@ -75,6 +75,9 @@ inline bool has_sync(std::span<const std::uint8_t> bytes, std::size_t at) {
   return at + 1 < bytes.size() && bytes[at] == 0xFF && (bytes[at + 1] & 0xE0) == 0xE0;
 }
 
+/// The first place from `from` on and in front of `end` where such a mark stands; `end` if none.
+std::size_t find_sync(std::span<const std::uint8_t> bytes, std::size_t from, std::size_t end);
+
 /// Whether the frame of `length` bytes that begins at `at` is followed by a frame of its kind. Only
 /// the CRC flag may differ.
 inline bool is_followed(std::span<const std::uint8_t> bytes, std::size_t at, std::size_t length) {

@@ -152,6 +152,7 @@ TEST_F(OpenDocument, TellsAVariableBitrateFromPadding) {
 
   ASSERT_TRUE(open("a.aac", Mp3Builder{}.adts(100, 300).adts(100, 302).bytes()));
   EXPECT_EQ(document.total_size, 100U * 602);
+  EXPECT_EQ(stream.xing_quality, 255);
   EXPECT_NEAR(stream.avg_frame_size, 301.0, 0.05);
   EXPECT_NEAR(stream.avg_bitrate, 301.0 * 44100 / 128, 20);
 }

@@ -261,6 +261,33 @@ TEST_F(CueSheet, WalkGoesOnBehindTheFirstFile) {
   EXPECT_EQ(vbr_walk_to_time(walk, "99999999:00:00"), document.total_size);
 }
 
+// The times are those of the first file: 39,610 bytes of it end in frame 94 and 43,770 in frame
+// 109, whatever the frames of the edited stream there, and whatever cues stand in front.
+TEST_F(CueSheet, TimesOfACutStreamDontDependOnOtherCues) {
+  ASSERT_TRUE(open("v.mp3", variable_audio()));
+  delete_range(50 * length, 60 * length);
+  const EditPosition cues[] = {90 * length + 10 * 208, 90 * length + 30 * 208};
+  VbrWalk walk;
+  EXPECT_NEAR(vbr_walk_to_position(walk, cues[0]), 95 / 38.28125, 1e-9);
+  EXPECT_NEAR(vbr_walk_to_position(walk, cues[1]), 110 / 38.28125, 1e-9);
+  walk = {};
+  EXPECT_NEAR(vbr_walk_to_position(walk, cues[1]), 110 / 38.28125, 1e-9);
+}
+
+// A damaged stretch of any length counts as one frame.
+TEST_F(CueSheet, WalkGoesOnBehindDamage) {
+  for (const std::uint32_t junk : {20U, 30000U}) {
+    ASSERT_TRUE(open(
+        "d.mp3", Mp3Builder{}.frames(100).zeros(junk).shape({.bitrate = 64}).frames(500).bytes()));
+    ASSERT_EQ(stream.vbr, vbr_seen);
+    VbrWalk walk;
+    EXPECT_NEAR(vbr_walk_to_position(walk, 100 * length + junk + 50 * 208), 151 / 38.28125, 1e-9);
+    walk = {};
+    EXPECT_EQ(vbr_walk_to_time(walk, "00:10:00"), 100 * length + junk + 281 * 208);  // 382.8 frames
+    EXPECT_GT(vbr_walk_to_position(walk, document.total_size), 15.6);
+  }
+}
+
 TEST_F(CueSheet, LoadsOverTheCurrentAudio) {
   ASSERT_TRUE(open("b.mp3", frames(1000)));
   make("0-100* 100-1000*");

@@ -46,6 +46,7 @@ TEST_F(Playlist, ReadsTheNamesOfItsLines) {
   std::string remarks;
   for (int i = 0; i < 100000; ++i) remarks += "#EXTINF:1,a\n";
   folder.file("inner.m3u", "1.mp3\n2.mp3\n");
+  folder.file("empty.m3u", "#EXTINF:1,a\n");
   const Case cases[] = {
       {"crlf.m3u", "#EXTINF:12,One\r\n1.mp3\r\n#EXTINF:7,Two\r\n2.mp3\r\n", {"1.mp3", "2.mp3"}},
       {"no_line_end.m3u", "1.mp3\n2.mp3", {"1.mp3"}},
@@ -59,6 +60,7 @@ TEST_F(Playlist, ReadsTheNamesOfItsLines) {
       {"ansi.m3u", "\xE4.mp3\n", {"\xC3\xA4.mp3"}},
       {"twice.m3u", "1.mp3\n1.mp3\n", {"1.mp3"}},
       {"list.m3u", "inner.m3u\nsub\\3.mp3\n", {"1.mp3", "2.mp3", "sub/3.mp3"}},
+      {"after_empty.m3u", "empty.m3u\n2.mp3\n", {"2.mp3"}},
       {"long.m3u", remarks + "1.mp3\n", {"1.mp3"}},
       {"zero.m3u", std::string("1.mp3\n2.mp3\0.mp3\n", 17), {"1.mp3"}},
       {"blank.m3u", "1.mp3\n\n2.mp3\n", {"1.mp3"}, 1},

@@ -41,6 +41,9 @@ TEST_F(TimeMapping, SeekTableBendsTheScale) {
       {384, 300},     {25441, 21997},  // 198 + 0.37890625 * 58 of 256
       {25600, 25600}, {0xFFFFFFFF, highest_position}};
   for (const auto& [scaled, pos] : scale) EXPECT_EQ(from_time_scale(scaled), pos) << scaled;
+  document.total_size = 0xFFFFFFFE;  // the end stays the end, whatever the size
+  EXPECT_EQ(to_time_scale(0xFFFFFFFE), 0xFFFFFFFEU);
+  document.total_size = 25600;
   // It needs the setting, a table and a single file.
   settings.use_toc = 0;
   EXPECT_EQ(to_time_scale(100), 100U);
