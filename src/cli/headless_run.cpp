@@ -22,6 +22,7 @@
 #include "model/document.h"
 #include "platform/clipboard.h"
 #include "platform/interruption.h"
+#include "platform/process.h"
 #include "settings/setting_table.h"
 #include "settings/settings_file.h"
 #include "settings/settings_storage.h"
@@ -36,6 +37,7 @@ class RunSettings {
  public:
   bool apply(const Options& options) {
     stored_ = settings;
+    if (settings.ffmpeg.empty() && has_program("ffmpeg")) settings.ffmpeg = "ffmpeg";
     for (const auto& [key, value] : options.settings) {
       const std::string refusal = set_refusal(set_setting(key, value), key, value);
       if (refusal.empty()) continue;

@@ -12,6 +12,7 @@
 #include "edit/document_commands.h"
 #include "exchange/open_document.h"
 #include "platform/path.h"
+#include "settings/settings.h"
 
 namespace corvelin {
 
@@ -32,7 +33,8 @@ std::size_t open_all(std::span<const std::string> names) {
 }  // namespace
 
 Refusal open_paths(std::span<const std::string> paths) {
-  if (file_kind(paths[0]) == FileKind::mp4) return "MP4 files are not available yet";
+  if (file_kind(paths[0]) == FileKind::mp4 && settings.ffmpeg.empty())
+    return fmt::format("{}: MP4 files open through ffmpeg, which is not installed", paths[0]);
   const std::size_t opened = open_all(whole_paths(paths));
   remember_saved();
   if (opened == paths.size()) return no_refusal;

@@ -12,6 +12,7 @@
 #include "document/open_audio_file.h"
 #include "document/open_state.h"
 #include "exchange/cue_sheet.h"
+#include "exchange/extract_aac.h"
 #include "exchange/playlist.h"
 #include "exchange/project_file.h"
 #include "model/document.h"
@@ -88,7 +89,9 @@ bool open_by_kind() {
   bool is_open = false;
   switch (file_kind(name)) {
     case FileKind::mp4:
-      return false;
+      if (!extract_aac()) return false;
+      is_open = open_audio();
+      break;
     case FileKind::playlist:
       return read_playlist();
     case FileKind::mpeg_audio:

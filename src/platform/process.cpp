@@ -8,8 +8,11 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdlib>
+#include <string_view>
 
 #include "platform/file.h"
+#include "platform/path.h"
 #include "platform/system_calls.h"
 
 namespace corvelin {
@@ -54,6 +57,18 @@ std::error_code start_program(const std::vector<std::string>& words) {
   int reason = 0;
   const ssize_t got = ::read(reading.get(), &reason, sizeof reason);
   return got == sizeof reason ? std::error_code(reason, std::system_category()) : std::error_code{};
+}
+
+bool has_program(const std::string& name) {
+  const char* const path = std::getenv("PATH");
+  std::string_view rest = path == nullptr ? "" : path;
+  while (!rest.empty()) {
+    const std::size_t end = std::min(rest.find(':'), rest.size());
+    const std::string file = in_folder(rest.substr(0, end), name);
+    if (::access(file.c_str(), X_OK) == 0 && file_facts(file).is_regular) return true;
+    rest.remove_prefix(std::min(end + 1, rest.size()));
+  }
+  return false;
 }
 
 void set_high_priority(bool on) {

@@ -12,6 +12,9 @@ namespace corvelin {
 /// arguments. An error when it can't be started; how it fares then is not told.
 std::error_code start_program(const std::vector<std::string>& words);
 
+/// Whether a program of this name is found on the user's path.
+bool has_program(const std::string& name);
+
 /// Lets this program go before others, as far as the user may do that, or no longer.
 void set_high_priority(bool on);
 

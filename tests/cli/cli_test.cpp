@@ -151,7 +151,7 @@ TEST_F(Cli, SaysWhatItDidNotDo) {
       {"none.cvp", 1, "\nNo such file or directory\n"},
       {". --info", 1, "\nIs a directory\n"},
       {"noextension", 1, "Unsupported file type.\nNo such file"},
-      {"x.mp4", 1, "not available yet"},
+      {"x.mp4", 1, "x.mp4"},
       {"a.mp3 b.mp3 -e state", 1, "b.mp3 was not joined"},
       {"a.mp3 a.aac", 1, "MP3 / AAC"},
       // The first refusal ends the run, and no switch is run; with --keep-going only the latter.
