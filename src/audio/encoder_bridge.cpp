@@ -28,18 +28,20 @@ WaveFormat acm_target() {
 BeConfig lame_config(EncoderUse use, std::uint32_t sample_rate) {
   const bool is_variable = settings.enc_lam_vbr_method != lame_method_cbr;
   const bool is_abr = settings.enc_lam_vbr_method == lame_method_abr;
-  return {.dwSampleRate = sample_rate,
-          .dwReSampleRate = settings.enc_lam_samplerate,
-          .nMode = settings.enc_lam_mode,
-          .dwBitrate = settings.enc_lam_bitrate,
-          .dwMaxBitrate = settings.enc_lam_bitrate_max,
-          .nPreset = settings.enc_lam_quality,
-          .bOriginal = use != EncoderUse::reencode,
-          .bWriteVBRHeader = is_variable && use != EncoderUse::record_behind,
-          .bEnableVBR = is_variable,
-          .nVBRQuality = settings.enc_lam_vbr_quality,
-          .dwVbrAbr_bps = is_abr ? settings.enc_lam_abr_bitrate * 1000U : 0,
-          .nVbrMethod = settings.enc_lam_vbr_method};
+  return {
+      .dwSampleRate = sample_rate,
+      .dwReSampleRate = settings.enc_lam_samplerate,
+      .nMode = settings.enc_lam_mode,
+      .dwBitrate = settings.enc_lam_bitrate,
+      .dwMaxBitrate = settings.enc_lam_bitrate_max,
+      .nPreset = settings.enc_lam_quality,
+      .bOriginal = use != EncoderUse::reencode,
+      .bNoRes = use == EncoderUse::record_split,
+      .bWriteVBRHeader = is_variable && (use == EncoderUse::reencode || use == EncoderUse::record),
+      .bEnableVBR = is_variable,
+      .nVBRQuality = settings.enc_lam_vbr_quality,
+      .dwVbrAbr_bps = is_abr ? settings.enc_lam_abr_bitrate * 1000U : 0,
+      .nVbrMethod = settings.enc_lam_vbr_method};
 }
 
 bool refuse_with_instruction(std::string_view caption) {
@@ -52,7 +54,8 @@ bool refuse_with_instruction(std::string_view caption) {
 bool open_acm(EncoderUse use, std::uint16_t channels, std::uint32_t sample_rate) {
   const AcmResult result =
       acm_stream_open(encoder_session.acm_encoder, pcm_16_bit(channels, sample_rate), acm_target(),
-                      settings.enc_acm_highquality != 0);
+                      {.high_quality = settings.enc_acm_highquality != 0,
+                       .separate = use == EncoderUse::record_split});
   if (result == AcmResult::ok) return true;
   return refuse_with_instruction(use != EncoderUse::reencode ? "Could not open ACM encoder"
                                                              : ui_text(msg, 6));

@@ -72,6 +72,11 @@ void set_clocks() {
   recorder.rec_remaining = recorder.rec_limit;
 }
 
+EncoderUse encoder_use() {
+  if (settings.rec_split != 0) return EncoderUse::record_split;
+  return settings.rec_appenddata != 0 ? EncoderUse::record_behind : EncoderUse::record;
+}
+
 std::size_t buffer_size() {
   if (uses_lame()) return std::size_t{encoder_session.lame_samples} * 2;
   const std::size_t size = recorder.channels == 2 ? 16384 : 8192;
@@ -120,25 +125,54 @@ std::error_code write_slice_out() {
   return recorder.rec_file.sync();
 }
 
+// The error ends the recording. Its end may find room on the disk again, and the user is told all
+// the same.
+RecordStep fail(std::error_code error) {
+  recorder.rec_error = error;
+  return RecordStep::write_failed;
+}
+
+std::string next_file_name() {
+  if (settings.rec_adddate != 0 && !recorder.is_name_given) return recording_name();
+  return recorder.finished_files.empty() ? recorder.rec_file_name
+                                         : recorder.finished_files.front().name;
+}
+
 // The encoder goes on as if nothing had happened: a frame that lies across the change is whole in
-// one of the two files.
+// one of the two files. The old one is left only when the new one is there.
 RecordStep go_on_in_new_file() {
-  if (write_slice_out() || recorder.rec_file.close()) return RecordStep::write_failed;
-  recorder.finished_files.push_back(recorder.rec_file_name);
-  recorder.rec_file_name = free_recording_name(
-      settings.rec_adddate != 0 ? recording_name() : recorder.finished_files.front());
+  if (const std::error_code error = write_slice_out()) return fail(error);
+  const std::string name = free_recording_name(next_file_name());
+  OutputFile file;
+  if (const std::error_code error = file.create_new(name)) return fail(error);
+  if (const std::error_code error = recorder.rec_file.close()) recorder.rec_error = error;
+  recorder.finished_files.push_back(
+      {std::exchange(recorder.rec_file_name, name), std::exchange(recorder.rec_cues, {})});
+  recorder.rec_file = std::move(file);
   recorder.rec_file_bytes = 0;
-  if (recorder.rec_file.create_new(recorder.rec_file_name)) return RecordStep::write_failed;
   if (recorder.rec_by_pcm) recorder.rec_pcm_clock = 0;
+  recorder.rec_remaining = recorder.rec_limit;
   return RecordStep::new_file;
 }
 
-bool is_limit_reached() {
-  if (settings.rec_time == 0) return false;
-  recorder.rec_remaining =
-      recorder.rec_limit -
-      (recorder.rec_by_pcm ? recorder.rec_pcm_clock : static_cast<std::int64_t>(recorded_length()));
-  return recorder.rec_remaining < 0;
+// The recorded time that a block will take, in the unit of `recorded_length`.
+std::int64_t length_of(std::span<const std::uint8_t> pcm) {
+  const double seconds =
+      static_cast<double>(pcm.size()) / (2.0 * recorder.channels * recorder.sample_rate);
+  const double stretched = recorder.rec_speed > 0 ? seconds * recorder.rec_speed : seconds;
+  return static_cast<std::int64_t>(stretched * recorder.rec_rate / 8);
+}
+
+// A recording ends in front of the block that would go beyond the limit. It isn't encoded, as the
+// encoder may have put the end of the frame before it in the same output.
+bool is_limit_in(std::span<const std::uint8_t> pcm) {
+  return settings.rec_time != 0 && settings.rec_split == 0 &&
+         recorder.rec_remaining < length_of(pcm);
+}
+
+void measure_remaining() {
+  if (settings.rec_time == 0) return;
+  recorder.rec_remaining = recorder.rec_limit - static_cast<std::int64_t>(recorded_length());
 }
 
 // Encodes samples to the end of `rec_pending`.
@@ -154,22 +188,29 @@ void encode(std::span<const std::uint8_t> pcm) {
   pending.resize(before + encoder_room(samples.size()));
   const std::size_t got = encode_block(samples, std::span(pending).subspan(before)).value_or(0);
   pending.resize(before + got);
-  recorder.rec_pcm_clock += static_cast<std::int64_t>(samples.size_bytes() / 100);
+  // With what the last blocks left over: else an hour would be told as a quarter of a minute less.
+  recorder.rec_pcm_rest += samples.size_bytes();
+  recorder.rec_pcm_clock += static_cast<std::int64_t>(recorder.rec_pcm_rest / 100);
+  recorder.rec_pcm_rest %= 100;
 }
 
 RecordStep record_write_block(std::span<const std::uint8_t> pcm) {
-  const std::size_t before = recorder.rec_pending.size();
+  recorder.is_limit_reached = is_limit_in(pcm);
+  if (recorder.is_limit_reached) return RecordStep::limit_reached;
   encode(pcm);
-  if (is_limit_reached()) {
-    if (settings.rec_split != 0) return go_on_in_new_file();
-    recorder.rec_pending.resize(before);
-    return RecordStep::limit_reached;
-  }
+  measure_remaining();
+  if (settings.rec_time != 0 && recorder.rec_remaining < 0) return go_on_in_new_file();
   if (recorder.rec_file_bytes + recorder.rec_pending.size() > longest_recording)
     return go_on_in_new_file();
-  if (recorder.rec_pending.size() >= write_slice && write_slice_out())
-    return RecordStep::write_failed;
-  return RecordStep::done;
+  if (recorder.rec_pending.size() < write_slice) return RecordStep::done;
+  const std::error_code error = write_slice_out();
+  return error ? fail(error) : RecordStep::done;
+}
+
+void add_cue(std::string name) {
+  recorder.rec_cues.push_back({.position = static_cast<std::uint32_t>(recorded_file_size()),
+                               .recorded_at = recorded_length(),
+                               .name = std::move(name)});
 }
 
 // Writes while it is loud and for a while after, and what came just before: so the start of the
@@ -183,22 +224,24 @@ RecordStep record_by_level(std::span<const std::uint8_t> pcm) {
     recorder.rec_active = false;
     return RecordStep::done;
   }
-  RecordStep step = RecordStep::done;
+  RecordStep result = RecordStep::done;
+  const auto write = [&result](std::span<const std::uint8_t> block) {
+    const RecordStep step = record_write_block(block);
+    if (step != RecordStep::done) result = step;
+    return step == RecordStep::done || step == RecordStep::new_file;
+  };
   if (!std::exchange(recorder.rec_active, true)) {
-    for (std::size_t i = recorder.rec_prev.size(); i-- > 0 && step == RecordStep::done;)
-      step = record_write_block(std::exchange(recorder.rec_prev.at(i), {}));
+    for (std::size_t i = recorder.rec_prev.size(); i-- > 0;)
+      if (!write(std::exchange(recorder.rec_prev.at(i), {}))) return result;
   }
-  if (step == RecordStep::done) step = record_write_block(pcm);
+  if (!write(pcm)) return result;
   const bool is_due =
       recorder.rec_last_time_cue < 0 || now > recorder.rec_last_time_cue + time_cue_distance;
-  if (step != RecordStep::done || !is_due || recorder.rec_cues.size() >= most_recording_cues)
-    return step;
+  if (!is_due || recorder.rec_cues.size() >= most_recording_cues) return result;
   recorder.rec_last_time_cue = now;
   const std::tm time = local_time();
-  recorder.rec_cues.push_back(
-      {.position = static_cast<std::uint32_t>(recorded_file_size()),
-       .name = fmt::format("{:02}-{:02}-{:02}--{:02}-{:02}", time.tm_year + 1900, time.tm_mon + 1,
-                           time.tm_mday, time.tm_hour, time.tm_min)});
+  add_cue(fmt::format("{:02}-{:02}-{:02}--{:02}-{:02}", time.tm_year + 1900, time.tm_mon + 1,
+                      time.tm_mday, time.tm_hour, time.tm_min));
   return RecordStep::cue;
 }
 
@@ -207,17 +250,21 @@ void remember(std::span<const std::uint8_t> pcm) {
   recorder.rec_prev.front().assign(pcm.begin(), pcm.end());
 }
 
-// The sound that the device has delivered and nobody fetched yet.
+// The sound that the device has delivered up to now and nobody fetched yet.
 void take_what_is_left() {
-  std::vector<std::uint8_t> block(recorder.rec_buffer_bytes);
-  while (const std::size_t size = wave_in.take_rest(block)) {
-    recorder.input_bytes += size;
-    if (!recorder.rec_level_on || recorder.rec_active) encode(std::span(block).first(size));
+  std::vector<std::uint8_t> bytes(recorder.rec_buffer_bytes * recording_buffers);
+  bytes.resize(wave_in.take_rest(bytes));
+  recorder.input_bytes += bytes.size();
+  if (recorder.rec_level_on && !recorder.rec_active) return;
+  for (std::span<const std::uint8_t> rest = bytes; !rest.empty();) {
+    const std::size_t size = std::min(rest.size(), recorder.rec_buffer_bytes);
+    encode(rest.first(size));
+    rest = rest.subspan(size);
   }
 }
 
 std::error_code finish_file() {
-  if (wave_in.is_open()) take_what_is_left();
+  if (wave_in.is_open() && !recorder.is_limit_reached) take_what_is_left();
   std::vector<std::uint8_t> tail(encoder_room(0) * 2);
   tail.resize(encode_rest(tail));
   std::error_code error = write_pending();
@@ -225,12 +272,6 @@ std::error_code finish_file() {
   if (!error) error = recorder.rec_file.sync();
   const std::error_code close_error = recorder.rec_file.close();
   return error ? error : close_error;
-}
-
-// Only a file that this take filled alone, from its first byte on, has a place for the header
-// frame.
-bool has_header_place() {
-  return recorder.finished_files.empty() && settings.rec_split == 0 && settings.rec_appenddata == 0;
 }
 
 }  // namespace
@@ -247,8 +288,8 @@ bool record_arm(WaveEvents events) {
   recorder.rec_speed = speed;
   recorder.rec_level_on = by_level;
   choose_input_format();
-  const EncoderUse use =
-      settings.rec_appenddata != 0 ? EncoderUse::record_behind : EncoderUse::record;
+  const EncoderUse use = encoder_use();
+  recorder.has_header_place = use == EncoderUse::record;
   if (!open_encoder(use, static_cast<std::uint16_t>(recorder.channels), recorder.sample_rate))
     return false;
   recorder.rec_file_name = recording_name();
@@ -303,11 +344,10 @@ RecordStep record_buffer_done(WaveHeader& header) {
 }
 
 bool record_add_cue() {
-  const auto position = static_cast<std::uint32_t>(recorded_file_size());
-  std::vector<RecordingCue>& cues = recorder.rec_cues;
+  const std::vector<RecordingCue>& cues = recorder.rec_cues;
   if (!recorder.rec_writing || cues.size() >= most_recording_cues) return false;
-  if (position <= (cues.empty() ? 0 : cues.back().position)) return false;
-  cues.push_back({.position = position});
+  if (recorded_file_size() <= (cues.empty() ? 0 : cues.back().position)) return false;
+  add_cue({});
   return true;
 }
 
@@ -315,13 +355,15 @@ RecordingEnd record_stop() {
   RecordingEnd end;
   if (recorder.rec_writing) {
     end.error = finish_file();
+    if (recorder.rec_error) end.error = recorder.rec_error;
     end.has_file = recorder.rec_file_bytes > 0;
   }
   if (wave_in.is_open() && recorder.rec_writing)
     end.lost_seconds = static_cast<double>(wave_in.lost_bytes()) /
                        (2.0 * recorder.channels * recorder.sample_rate);
   wave_in.close();
-  const bool wants_header = recorder.rec_writing && !end.error && has_header_place();
+  const bool wants_header = recorder.rec_writing && !end.error && recorder.has_header_place &&
+                            recorder.finished_files.empty();
   const std::error_code header_error =
       close_encoder(wants_header ? recorder.rec_file_name : std::string());
   if (!end.error) end.error = header_error;

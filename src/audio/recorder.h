@@ -12,6 +12,7 @@
 #include <cstdint>
 #include <deque>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include "platform/file.h"
@@ -22,14 +23,25 @@ namespace corvelin {
 constexpr std::size_t most_recording_cues = 60;
 
 struct RecordingCue {
-  std::uint32_t position = 0;  // bytes in the file
-  std::string name;            // of a cue that tells the time; empty for one of the user
+  std::uint32_t position = 0;     // bytes in the file
+  std::uint64_t recorded_at = 0;  // the recorded time, in the unit of `rec_rate`
+  std::string name;               // of a cue that tells the time; empty for one of the user
+};
+
+/// A file that is whole, while the recording goes on in the next one.
+struct FinishedRecording {
+  std::string name;
+  std::vector<RecordingCue> cues;
 };
 
 struct Recorder {
   bool rec_writing = false;  // the file is open
   OutputFile rec_file;
   std::string rec_file_name;
+  bool is_name_given = false;     // by the user for this one, so that no date is put into it
+  bool has_header_place = false;  // the encoder's first frame is one to be filled in at the end
+  std::error_code rec_error;      // that ends the recording
+  bool has_failed = false;        // it did not end as it should, which the user has been told
   std::vector<WaveHeader> rec_buffers;
   std::size_t rec_buffer_bytes = 0;
   unsigned channels = 2;
@@ -38,9 +50,11 @@ struct Recorder {
   std::uint64_t rec_file_bytes = 0;       // in the file, for an append with those that were there
   std::vector<std::uint8_t> rec_pending;  // encoded, and not written yet
   std::int64_t rec_pcm_clock = 0;         // bytes of input of this take / 100
+  std::size_t rec_pcm_rest = 0;           // bytes of input that the clock doesn't count yet
   bool rec_by_pcm = false;  // time goes by that clock: a variable bit rate's file doesn't tell it
   double rec_rate = 0;      // a second of recorded time in the unit of `recorded_length`, times 8
   std::int64_t rec_limit = 0;      // the time limit in that unit
+  bool is_limit_reached = false;   // and nothing behind it belongs to the recording
   std::int64_t rec_remaining = 0;  // what is left of it
 
   float rec_speed = 0;        // the stretch of a record played at the wrong speed; 0 for none
@@ -50,10 +64,10 @@ struct Recorder {
   std::array<std::vector<std::uint8_t>, 3> rec_prev;  // the last three buffers, the newest first
   std::uint64_t input_bytes = 0;                      // that the device delivered
 
-  std::vector<RecordingCue> rec_cues;       // at most `most_recording_cues`
-  std::int64_t rec_last_time_cue = -1;      // milliseconds of `input_time`; -1 for none yet
-  std::size_t rec_backlog = 0;              // full buffers that wait
-  std::vector<std::string> finished_files;  // that the recording went on from
+  std::vector<RecordingCue> rec_cues;   // of this file, at most `most_recording_cues`
+  std::int64_t rec_last_time_cue = -1;  // milliseconds of `input_time`; -1 for none yet
+  std::size_t rec_backlog = 0;          // full buffers that wait
+  std::vector<FinishedRecording> finished_files;
 };
 
 extern Recorder recorder;
@@ -74,8 +88,8 @@ std::string recording_name();
 /// `name`, or where something has that name, the next one that is free: a.mp3, a (2).mp3.
 std::string free_recording_name(const std::string& name);
 
-/// Opens the file `rec_file_name`: to go on at its end with `rec_appenddata`, else anew, in the
-/// place of an old one. False, with the error, when it can't.
+/// Opens the file `rec_file_name`: to go on at its end with `rec_appenddata`, else anew. An error
+/// when it can't, also because something has that name.
 std::error_code record_start_writing();
 
 /// What became of a buffer.

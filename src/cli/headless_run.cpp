@@ -12,6 +12,7 @@
 #include "cli/messages.h"
 #include "cli/open_files.h"
 #include "cli/options.h"
+#include "cli/record_run.h"
 #include "cli/reports.h"
 #include "cli/script.h"
 #include "cli/state_json.h"
@@ -105,9 +106,11 @@ class HeadlessRun {
   // What is refused ends the work: the document isn't what the user meant to go on with.
   void work() {
     if (options_.batch) return fail("--batch is not available yet");
-    if (options_.work != nullptr && options_.work->run == nullptr)
-      return fail(fmt::format("/{} is not available yet", options_.work->name));
-    open();
+    if (options_.records) {
+      record();
+    } else {
+      open();
+    }
     run_edits();
     report();
     if (options_.work != nullptr && interruption() == 0) run_work(*options_.work);
@@ -120,6 +123,13 @@ class HeadlessRun {
     const Refusal refusal = open_paths(options_.files);
     if (!refusal.empty()) fail(refusal);
     fail_at_bad_source();
+  }
+
+  // What was recorded is the document from here on, also when the recording broke off.
+  void record() {
+    if (!record_unattended(options_.files.empty() ? std::string() : options_.files.front()))
+      status_ = failed;
+    remember_saved();
   }
 
   [[nodiscard]] bool goes_on() const {

@@ -18,7 +18,7 @@ namespace corvelin {
 namespace {
 
 bool is_switch(std::string_view name) {
-  return name == "overwrite" || name == "localini" ||
+  return name == "overwrite" || name == "localini" || name == "rec" ||
          std::ranges::find(work_switches(), name, &WorkSwitch::name) != work_switches().end();
 }
 
@@ -162,6 +162,11 @@ class CommandLine {
     app_.add_flag("--overwrite", options.request.overwrite,
                   "With a switch that saves: replace the file")
         ->group(group);
+    app_.add_flag(
+            "--rec", options.records,
+            "Record into FILE, or by the settings, until rec_time, Ctrl+C or SIGTERM; SIGUSR1 "
+            "sets a cue, SIGUSR2 tells the status")
+        ->group(group);
     app_.add_flag("--localini", options.localini, "Keep the settings beside the program")
         ->group(group);
   }
@@ -186,8 +191,11 @@ class CommandLine {
     for (const std::string& word : app_.remaining())
       if (word != "--") return unknown_option(word);
     if (options.batch || options.listing != nullptr) return {};
+    if (options.records && options.work != nullptr)
+      return fmt::format("/rec and /{} exclude each other", options.work->name);
+    if (options.records && options.files.size() > 1) return "/rec takes one FILE";
     const bool needs_file = options.work == nullptr || options.work->needs_document;
-    if (needs_file && options.files.empty() && options.edits.empty())
+    if (needs_file && !options.records && options.files.empty() && options.edits.empty())
       return "FILE is missing; see --help";
     if (options.request.overwrite && (options.work == nullptr || !options.work->saves))
       return "/overwrite goes with a switch that saves: /save";

@@ -23,6 +23,7 @@ struct Options {
   std::vector<std::string> files;    // opened as one document
   const WorkSwitch* work = nullptr;  // at most one
   WorkRequest request;
+  bool records = false;  // into the one of `files`, if there is one
   bool localini = false;
   bool batch = false;
   std::vector<EditSource> edits;

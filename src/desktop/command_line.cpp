@@ -15,7 +15,7 @@ constexpr std::string_view other_switches[] = {"overwrite", "rec", "localini"};
 
 const WorkSwitch* work_of(std::string_view name) {
   const auto row = std::ranges::find(work_switches(), name, &WorkSwitch::name);
-  return row == work_switches().end() || row->run == nullptr ? nullptr : &*row;
+  return row == work_switches().end() ? nullptr : &*row;
 }
 
 // The name of a switch, or an empty one for a word that is none: a path begins with "/" too.
@@ -68,7 +68,6 @@ Opens FILE: MP3, MP2, AAC, a project (.cvp), a cue sheet (.cue) or a playlist (.
 Switches that work on FILE without asking; the program ends behind them:
 )";
   for (const WorkSwitch& work : work_switches()) {
-    if (work.run == nullptr) continue;
     const std::string word = fmt::format("/{}{}", work.name, work.takes_folder ? " [FOLDER]" : "");
     text += fmt::format("  {:<20}  {}\n", word, work.help);
   }

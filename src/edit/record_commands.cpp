@@ -4,18 +4,22 @@
 #include <fmt/format.h>
 
 #include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "audio/recorder.h"
 #include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/save_project.h"
 #include "exchange/open_document.h"
+#include "exchange/project_file.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "platform/file.h"
 #include "platform/host.h"
+#include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
@@ -24,6 +28,11 @@
 namespace corvelin {
 
 namespace {
+
+void show_recorder() {
+  host().update_menu_state(all_states);
+  host().show_transport();
+}
 
 void show_write_failure(std::error_code error) {
   show_error(fmt::format("{}\n{}\n{}", ui_text(msg, 13), recorder.rec_file_name, error.message()));
@@ -48,6 +57,7 @@ void take_buffer(WaveHeader& header) {
 
 void lose_device() {
   stop_recording();
+  recorder.has_failed = true;
   show_error("The input device is gone. What was recorded until then is kept.");
 }
 
@@ -58,23 +68,13 @@ bool arm(bool by_level) {
   recorder.rec_level_on = by_level || settings.rec_level_act != 0;
   const bool is_armed = record_arm({.buffer_done = take_buffer, .lost = lose_device});
   host().rebuild_part_list();
-  host().update_menu_state(all_states);
-  host().show_transport();
+  show_recorder();
   host().refresh_view(is_armed ? Refresh::recording_state : Refresh::no_document);
   return is_armed;
 }
 
 // A name that the settings chose may be that of an earlier recording.
-bool may_write(std::string& name) {
-  const bool goes_on = settings.rec_appenddata != 0 || settings.rec_adddate != 0;
-  if (goes_on || !is_name_taken(name)) return true;
-  if (batch_active) {
-    name = free_recording_name(name);
-    host().show_message_box({.caption = std::string(ui_text(msg, 9)),
-                             .text = fmt::format("{}: {}", ui_text(win, 29), name),
-                             .icon = BoxIcon::information});
-    return true;
-  }
+bool may_replace(const std::string& name) {
   return host().show_message_box({.caption = std::string(ui_text(msg, 7)),
                                   .text = fmt::format("{}\n\n{}", ui_text(dlg, 85), name),
                                   .icon = BoxIcon::warning,
@@ -82,18 +82,62 @@ bool may_write(std::string& name) {
                                   .default_answer = BoxAnswer::cancel}) == BoxAnswer::ok;
 }
 
-void set_cues() {
-  for (const RecordingCue& cue : recorder.rec_cues) {
+// Ends what was armed when it fails.
+bool begin_file(std::error_code error = {}) {
+  if (!error) error = record_start_writing();
+  if (error) record_stop();
+  show_recorder();
+  host().refresh_view(error ? Refresh::no_document : Refresh::recording_state);
+  if (error) {
+    show_write_failure(error);
+  } else {
+    open_state.audio_name = recorder.rec_file_name;
+  }
+  return !error;
+}
+
+// What follows the last dot and begins with a digit is a date or a number, and no kind of file.
+std::string recording_path(const std::string& path) {
+  const std::string_view extension = extension_of(path);
+  const bool is_kind = extension.size() > 1 && (extension[1] < '0' || extension[1] > '9');
+  return in_current_folder(is_kind ? with_extension(path, ".mp3") : path + ".mp3");
+}
+
+void set_cues(const std::vector<RecordingCue>& cues) {
+  for (const RecordingCue& cue : cues) {
     const EditPosition pos = frame_at(cue.position);
     const PartIndex part = pos < document.total_size ? split_at(pos) : no_part;
     if (part == no_part) continue;
     document.parts[part].part_iscue = 1;
     if (!cue.name.empty()) document.parts[part].part_title = bytes_to_wide(cue.name, true);
   }
-  open_state.document_modified = !recorder.rec_cues.empty();
+  open_state.document_modified = !cues.empty();
+}
+
+// A document of its own for the time of writing the project.
+bool keep_cues_of(const FinishedRecording& finished) {
+  close_all();
+  open_state.audio_name = finished.name;
+  if (!open_document()) return false;
+  set_cues(finished.cues);
+  return !keep_recording_project().empty();
+}
+
+void keep_cues_of_finished_files() {
+  std::size_t count = 0;
+  for (const FinishedRecording& finished : std::exchange(recorder.finished_files, {}))
+    if (!finished.cues.empty() && keep_cues_of(finished)) ++count;
+  if (count == 0) return;
+  host().show_message_box(
+      {.caption = std::string(ui_text(msg, 9)),
+       .text = fmt::format("The cues of {} earlier {} of this recording are in projects (.cvp) "
+                           "beside them.",
+                           count, count == 1 ? "file" : "files"),
+       .icon = BoxIcon::information});
 }
 
 void tell_end(const RecordingEnd& end) {
+  if (end.error) recorder.has_failed = true;
   if (end.error) show_write_failure(end.error);
   if (end.lost_seconds > 0)
     show_error(fmt::format("{:.2f} seconds of sound were lost, as the system was too busy.",
@@ -107,29 +151,31 @@ bool initialize_recording() { return arm(false); }
 bool level_activated_recording() { return arm(true); }
 
 bool start_recording() {
-  if (settings.rec_adddate != 0) recorder.rec_file_name = recording_name();
-  if (!may_write(recorder.rec_file_name)) return true;
-  const std::error_code error = record_start_writing();
-  if (!error) {
-    open_state.audio_name = recorder.rec_file_name;
-    host().update_menu_state(all_states);
-    host().show_transport();
-    host().refresh_view(Refresh::recording_state);
-    return true;
-  }
-  record_stop();
-  host().update_menu_state(all_states);
-  host().show_transport();
-  host().refresh_view(Refresh::no_document);
-  show_write_failure(error);
-  return false;
+  std::string& name = recorder.rec_file_name;
+  if (settings.rec_adddate != 0) name = free_recording_name(recording_name());
+  if (settings.rec_appenddata != 0 || !is_name_taken(name)) return begin_file();
+  if (!may_replace(name)) return true;
+  return begin_file(remove_file(name));
+}
+
+bool start_recording_unattended(const std::string& path) {
+  const std::string wanted = path.empty() ? recording_name() : recording_path(path);
+  recorder.is_name_given = !path.empty();
+  recorder.rec_file_name = settings.rec_appenddata != 0 ? wanted : free_recording_name(wanted);
+  if (!begin_file()) return false;
+  if (recorder.rec_file_name != wanted)
+    host().show_message_box({.caption = std::string(ui_text(msg, 9)),
+                             .text = fmt::format("{} exists.\nThe recording goes into {}", wanted,
+                                                 recorder.rec_file_name),
+                             .icon = BoxIcon::information});
+  return true;
 }
 
 void stop_recording() {
   const bool was_writing = recorder.rec_writing;
   const RecordingEnd end = record_stop();
-  host().update_menu_state(all_states);
-  host().show_transport();
+  show_recorder();
+  keep_cues_of_finished_files();
   if (was_writing && end.has_file) open_recording();
   if (!was_writing || !end.has_file) host().refresh_view(Refresh::no_document);
   tell_end(end);
@@ -139,18 +185,29 @@ void add_recording_cue() {
   if (record_add_cue()) host().refresh_view(Refresh::recording_state);
 }
 
+std::string keep_recording_project() {
+  const std::string name = free_recording_name(with_extension(open_state.audio_name, ".cvp"));
+  if (const std::error_code error = write_project(name)) {
+    recorder.has_failed = true;
+    show_error(fmt::format("{}\n{}", error.message(), name));
+    return {};
+  }
+  open_state.project_name = name;
+  return name;
+}
+
 bool open_recording() {
   close_all();
   open_state.audio_name = recorder.rec_file_name;
   const bool is_open = open_document();
   if (is_open) {
-    set_cues();
+    set_cues(recorder.rec_cues);
   } else {
+    recorder.has_failed = true;
     close_all();
   }
   host().rebuild_part_list();
-  host().update_menu_state(all_states);
-  host().show_transport();
+  show_recorder();
   host().refresh_view(is_open ? Refresh::all : Refresh::no_document);
   return is_open;
 }

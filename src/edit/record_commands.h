@@ -2,6 +2,8 @@
 // open what was recorded as the document.
 #pragma once
 
+#include <string>
+
 namespace corvelin {
 
 /// Closes the document, after the question about unsaved changes, and makes the recorder ready.
@@ -12,12 +14,20 @@ bool initialize_recording();
 bool level_activated_recording();
 
 /// Begins to write; the recorder is armed. A file of that name is replaced only if the user wants
-/// that; in a run without one the next free name is taken, and told. False, and nothing is armed
-/// any more, when the file can't be made.
+/// that. False, and nothing is armed any more, when the file can't be made.
 bool start_recording();
 
-/// Ends the recording and, when something was written, opens it with its cues.
+/// The same when nobody is there to be asked: into `path`, whose extension becomes .mp3, or by the
+/// settings with an empty one. Where something has the name the next free one is taken, and told.
+bool start_recording_unattended(const std::string& path);
+
+/// Ends the recording and, when something was written, opens it with its cues. The cues of earlier
+/// files, that it went on from, go to projects beside these.
 void stop_recording();
+
+/// Writes a project beside the recording that is open, under a name that is free. Its name, or an
+/// empty text when that failed, which the user has been told.
+std::string keep_recording_project();
 
 /// Sets a cue at the end of what is recorded by now.
 void add_recording_cue();

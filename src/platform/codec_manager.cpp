@@ -20,7 +20,7 @@ bool can_encode(const WaveFormat& source, const WaveFormat& destination) {
          source == pcm_16_bit(source.channels, source.samples_per_sec);
 }
 
-AcmResult open_encoder(AcmStream& stream, const WaveFormat& source, bool high_quality) {
+AcmResult open_encoder(AcmStream& stream, const WaveFormat& source, const AcmOptions& options) {
   if (!stream.encoder.load()) return AcmResult::no_driver;
   const std::uint32_t kbit_s = stream.destination.avg_bytes_per_sec / 125;
   const BeConfig config = {.dwSampleRate = source.samples_per_sec,
@@ -28,7 +28,8 @@ AcmResult open_encoder(AcmStream& stream, const WaveFormat& source, bool high_qu
                            .nMode = source.channels == 1 ? 3U : 1U,
                            .dwBitrate = kbit_s,
                            .dwMaxBitrate = kbit_s,
-                           .nPreset = high_quality ? 2U : 0U};
+                           .nPreset = options.high_quality ? 2U : 0U,
+                           .bNoRes = options.separate};
   std::uint32_t samples = 0;
   std::uint32_t room = 0;
   if (stream.encoder.beInitStream(config, samples, room) == be_successful) return AcmResult::ok;
@@ -48,10 +49,10 @@ AcmResult encode(LameEnc& encoder, AcmBlock& block) {
 }  // namespace
 
 AcmResult acm_stream_open(AcmStream& stream, const WaveFormat& source,
-                          const WaveFormat& destination, bool high_quality) {
+                          const WaveFormat& destination, const AcmOptions& options) {
   acm_stream_close(stream);
   stream.destination = destination;
-  if (can_encode(source, destination)) return open_encoder(stream, source, high_quality);
+  if (can_encode(source, destination)) return open_encoder(stream, source, options);
   if (!can_decode(source, destination) || !mpeg_library.load()) return AcmResult::no_driver;
   return acm_stream_reset(stream);
 }

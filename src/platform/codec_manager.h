@@ -34,10 +34,16 @@ struct AcmBlock {
   std::size_t destination_used = 0;  // bytes
 };
 
+/// For an encoder.
+struct AcmOptions {
+  bool high_quality = false;  // it may take its time
+  bool separate = false;      // each frame is to stand by itself
+};
+
 /// From frames to 16-bit samples of the same rate, or from 16-bit samples to frames of a constant
-/// bit rate. With `high_quality` an encoder may take its time.
+/// bit rate.
 AcmResult acm_stream_open(AcmStream& stream, const WaveFormat& source,
-                          const WaveFormat& destination, bool high_quality = false);
+                          const WaveFormat& destination, const AcmOptions& options = {});
 
 /// Whether a codec for these formats is there.
 bool acm_can_convert(const WaveFormat& source, const WaveFormat& destination);

@@ -33,6 +33,7 @@ struct LameEnc::Library {
   decltype(&::lame_set_quality) set_quality = nullptr;
   decltype(&::lame_set_brate) set_brate = nullptr;
   decltype(&::lame_set_original) set_original = nullptr;
+  decltype(&::lame_set_disable_reservoir) set_disable_reservoir = nullptr;
   decltype(&::lame_set_bWriteVbrTag) set_write_vbr_tag = nullptr;
   decltype(&::lame_set_VBR) set_vbr = nullptr;
   decltype(&::lame_set_VBR_q) set_vbr_quality = nullptr;
@@ -60,6 +61,7 @@ struct LameEnc::Library {
            module.resolve(set_quality, "lame_set_quality") &&
            module.resolve(set_brate, "lame_set_brate") &&
            module.resolve(set_original, "lame_set_original") &&
+           module.resolve(set_disable_reservoir, "lame_set_disable_reservoir") &&
            module.resolve(set_write_vbr_tag, "lame_set_bWriteVbrTag") &&
            module.resolve(set_vbr, "lame_set_VBR") &&
            module.resolve(set_vbr_quality, "lame_set_VBR_q") &&
@@ -183,6 +185,7 @@ std::uint32_t LameEnc::beInitStream(const BeConfig& config, std::uint32_t& sampl
   lame.set_mode(flags, mode_of(config.nMode));
   lame.set_quality(flags, quality_of(config.nPreset));
   lame.set_original(flags, config.bOriginal ? 1 : 0);
+  lame.set_disable_reservoir(flags, config.bNoRes ? 1 : 0);
   lame.set_write_vbr_tag(flags, config.bWriteVBRHeader ? 1 : 0);
   const vbr_mode method = config.bEnableVBR ? vbr_mode_of(config.nVbrMethod) : vbr_off;
   lame.set_vbr(flags, method);

@@ -22,6 +22,7 @@ struct BeConfig {
   std::uint32_t dwMaxBitrate = 128;
   std::uint32_t nPreset = 0;  // 0 normal quality, 1 low, 2 high, 3 voice, 5 very high
   bool bOriginal = false;
+  bool bNoRes = false;  // no frame borrows room from those before it, so that each stands by itself
   bool bWriteVBRHeader = false;
   bool bEnableVBR = false;
   std::uint32_t nVBRQuality = 4;   // 0 best to 9 smallest

@@ -96,8 +96,7 @@ std::string recording_place_text() {
 std::string recording_cues_text() {
   if (!recorder.rec_writing) return {};
   if (recorder.rec_cues.empty()) return std::string(ui_text(win, 30));
-  const std::int64_t place =
-      recorder.rec_by_pcm ? recorder.rec_pcm_clock : recorder.rec_cues.back().position;
+  const auto place = static_cast<std::int64_t>(recorder.rec_cues.back().recorded_at);
   return fmt::format(" Cue ({}): {}", recorder.rec_cues.size(), recorder_time(place));
 }
 

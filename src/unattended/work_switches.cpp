@@ -44,7 +44,6 @@ constexpr WorkSwitch table[] = {
     {"pausesplit", "Split at the pauses, into FOLDER or beside the audio", true, false, true,
      split_at_pauses},
     {"split", "Save a file a track, in FOLDER or beside the audio", true, false, true, split},
-    {"rec", "Not available yet", false, false, false, nullptr},
 };
 
 }  // namespace

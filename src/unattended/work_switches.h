@@ -22,7 +22,7 @@ struct WorkSwitch {
   bool takes_folder;
   bool saves;           // one file, which may be the source with /overwrite
   bool needs_document;  // FILE, or one that a line opens
-  SaveOutcome (*run)(const WorkRequest& request);  // null: still to come
+  SaveOutcome (*run)(const WorkRequest& request);
 };
 
 std::span<const WorkSwitch> work_switches();

@@ -268,6 +268,33 @@ TEST_F(Cli, FullDiskIsToldAndTheSourceStands) {
   EXPECT_EQ(read_file(folder.path("a.mp3")), bytes);
 }
 
+// From a file in the place of a device: as fast as it goes until the limit, or until a signal, with
+// what was asked by signals on the way.
+TEST_F(Cli, RecordsUntilTheLimitOrASignal) {
+  const std::string rec = "SDL_AUDIODRIVER=disk SDL_DISKAUDIOFILEIN=sound SDL_DISKAUDIODELAY=";
+  folder.file("sound", std::string(10'000'000, '\0'));
+  const Result limit = shell(rec + "0 " + CORVELIN_CLI +
+                             " /rec take --set rec_time=1 --json -e 'cut 0 20s' -o cut.mp3");
+  ASSERT_EQ(limit.status, 0) << limit.err;
+  EXPECT_NEAR(Json::parse(limit.out)["total_s"].get<double>(), 40, 0.2);
+  ASSERT_EQ(cli("take.mp3 --info").status, 0);
+
+  const Result ended =
+      shell(rec + "20 " + CORVELIN_CLI +
+            " --rec take.mp3 --json --set enc_lam_vbr_method=-1 --set enc_lam_bitrate=320 & " +
+            "while ! [ -s 'take (2).mp3' ]; do sleep 0.05; done; kill -USR1 $!; "
+            "kill -USR2 $!; sleep 1; kill -TERM $!; wait $!");
+  ASSERT_EQ(ended.status, 0) << ended.err;
+  EXPECT_NE(ended.err.find("take (2).mp3: 0'"), std::string::npos) << ended.err;
+  EXPECT_EQ(Json::parse(ended.out)["parts"].size(), 2u);
+  EXPECT_EQ(Json::parse(cli("'take (2).cvp' --json").out)["parts"][1]["part_iscue"], 1);
+
+  const Result none = shell("SDL_AUDIODRIVER=disk SDL_DISKAUDIOFILEIN=none " +
+                            std::string(CORVELIN_CLI) + " /rec x");
+  EXPECT_EQ(none.status, 1);
+  EXPECT_NE(none.err.find("Could not open wave/audio device"), std::string::npos);
+}
+
 // Each recipe of the README as it stands there, one after the other in one folder.
 TEST_F(Cli, TheRecipesOfTheReadmeWork) {
   const FrameShape low = {.version = 25, .bitrate = 8, .sample_rate = 8000};  // 72 ms a frame

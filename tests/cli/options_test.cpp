@@ -21,6 +21,8 @@ TEST(Options, SwitchesHaveTwoFormsAndOtherWordsWithASlashArePaths) {
     EXPECT_EQ(parsed.options.work->name, "save");
     EXPECT_TRUE(parsed.options.request.overwrite);
   }
+  EXPECT_TRUE(parse({"/rec"}).options.records);
+  EXPECT_EQ(parse({"--rec", "a.mp3"}).options.files[0], "a.mp3");
   EXPECT_EQ(parse({"/Save", "--info"}).options.files[0], "/Save");
   EXPECT_EQ(parse({"--info", "--", "/save"}).options.files[0], "/save");
   // The word behind a switch that takes a folder is one, unless it is a switch itself.
@@ -51,6 +53,8 @@ TEST(Options, WrongUsageIsTold) {
                                             {"a.mp3", "/overwrite"},
                                             {"a.mp3", "/split", "/overwrite"},
                                             {"a.mp3", "/save", "--split", "x"},
+                                            {"a.mp3", "/rec", "/save"},
+                                            {"/rec", "a.mp3", "b.mp3"},
                                             {"a.mp3", "--settings", "x", "/localini"}};
   for (const auto& words : wrong) EXPECT_EQ(parse(words).exit_status, 2);
   EXPECT_EQ(parse({"--help"}).exit_status, 0);

@@ -8,7 +8,9 @@
 #include <numbers>
 
 #include "audio/recorder.h"
+#include "document/close_all.h"
 #include "document/open_state.h"
+#include "exchange/project_file.h"
 #include "model/document.h"
 #include "platform/file.h"
 #include "settings/settings.h"
@@ -87,11 +89,10 @@ TEST_F(RecordCommands, KeepsAnEarlierRecordingOfThatNameUnlessItIsGivenUp) {
   EXPECT_FALSE(recorder.rec_writing);
   EXPECT_EQ(take_box(), "Warning: File exists:\n\n" + folder.path("take.mp3"));
 
-  batch_active = true;
-  ASSERT_TRUE(start_recording());
+  ASSERT_TRUE(start_recording_unattended(folder.path("take")));
+  EXPECT_NE(take_box().find("The recording goes into "), std::string::npos);
   hear(1);
   stop_recording();
-  batch_active = false;
   EXPECT_EQ(read_text(folder.path("take.mp3")), "precious");
   EXPECT_EQ(open_state.audio_name, folder.path("take (2).mp3"));
 
@@ -102,6 +103,15 @@ TEST_F(RecordCommands, KeepsAnEarlierRecordingOfThatNameUnlessItIsGivenUp) {
   hear(1);
   stop_recording();
   EXPECT_NEAR(seconds_of("take (2).mp3"), 2.1, 0.12);
+
+  settings.rec_appenddata = 0;
+  settings.file_savepath = folder.path("take");
+  ASSERT_TRUE(initialize_recording());
+  host.answers = {BoxAnswer::ok};
+  ASSERT_TRUE(start_recording());
+  hear(1);
+  stop_recording();
+  EXPECT_NEAR(seconds_of("take.mp3"), 1.05, 0.06);
 }
 
 TEST_F(RecordCommands, EndsAtTheLimitOrGoesOnInANewFile) {
@@ -116,13 +126,27 @@ TEST_F(RecordCommands, EndsAtTheLimitOrGoesOnInANewFile) {
   settings.file_savepath = folder.path("part");
   ASSERT_TRUE(initialize_recording());
   ASSERT_TRUE(start_recording());
-  hear(130);
+  hear(20);
+  add_recording_cue();
+  hear(90);
+  add_recording_cue();
+  hear(20);
   stop_recording();
+  ASSERT_EQ(document.parts.size(), 1u);  // the third file's, which has none
+  EXPECT_FALSE(open_state.document_modified);
   EXPECT_EQ(folder.names(),
-            (std::vector<std::string>{"part (2).mp3", "part (3).mp3", "part.mp3", "take.mp3"}));
+            (std::vector<std::string>{"part (2).cvp", "part (2).mp3", "part (3).mp3", "part.cvp",
+                                      "part.mp3", "take.mp3"}));
   const double whole =
       seconds_of("part.mp3") + seconds_of("part (2).mp3") + seconds_of("part (3).mp3");
   EXPECT_NEAR(whole, 130.05, 0.06);  // not a sample is missing in between
+  for (const char* const name : {"part", "part (2)"}) {
+    close_all();
+    open_state.project_name = folder.path(name + std::string(".cvp"));
+    ASSERT_TRUE(read_project()) << name;
+    ASSERT_EQ(document.parts.size(), 2u);
+    EXPECT_EQ(document.parts[1].part_iscue, 1u);
+  }
 }
 
 TEST_F(RecordCommands, WritesOnlyWhileItIsLoudWithWhatWasJustBefore) {
@@ -139,6 +163,37 @@ TEST_F(RecordCommands, WritesOnlyWhileItIsLoudWithWhatWasJustBefore) {
   // Twice a second of sound, two of pause, and three buffers of a tenth in front.
   EXPECT_NEAR(document.total_size / 16000.0, 2 * 3.3, 0.4);
   EXPECT_FALSE(document.parts.at(1).part_title.empty());  // the time at which it began
+}
+
+// The times of a recording that has run for weeks when the sound begins: 32 bits hold 49 days of
+// milliseconds.
+TEST_F(RecordCommands, WaitsForSoundThroughAnyTime) {
+  struct {
+    std::int64_t started;  // milliseconds before
+    bool is_first;         // no cue that tells the time was set yet
+    std::size_t cues;
+  } const rows[] = {{0, true, 1},
+                    {0x80000000 - 3000, true, 1},
+                    {0x100000000 - 3000, true, 1},
+                    {0x100000000 - 3000, false, 0},
+                    {0x100000000 + 86'400'000, false, 0}};
+  settings.rec_threshold = 2 * 256 + 16;
+  for (const auto& row : rows) {
+    ASSERT_TRUE(level_activated_recording());
+    ASSERT_TRUE(start_recording_unattended(folder.path("take")));
+    recorder.input_bytes = static_cast<std::uint64_t>(row.started) * 176'400 / 1000;
+    if (!row.is_first) recorder.rec_last_time_cue = row.started - 1'000'000;
+    hear(2, 0);
+    EXPECT_FALSE(recorder.rec_active);
+    hear(3);  // over the wrap
+    EXPECT_TRUE(recorder.rec_active) << row.started;
+    hear(4, 0);
+    EXPECT_FALSE(recorder.rec_active) << row.started;
+    EXPECT_EQ(recorder.rec_cues.size(), row.cues) << row.started;
+    stop_recording();
+    EXPECT_NEAR(document.total_size / 16000.0, 3 + 2 + 0.3, 0.4) << row.started;
+    open_state.document_modified = false;
+  }
 }
 
 TEST_F(RecordCommands, KeepsWhatItHasWhenTheDeviceOrTheDiskFails) {

@@ -92,7 +92,7 @@ TEST_F(RecordPanelTest, StatusTellsTheEncoderAndThenTheFileAndItsCues) {
   EXPECT_EQ(refreshed().position_field, " Writing '/x/take.mp3'");
   EXPECT_EQ(status.range_field, " Press 'Set begin' to set cues");
   recorder.rec_rate = 128'000;
-  recorder.rec_cues = {{.position = 16'000}, {.position = 16'000 * 62}};
+  recorder.rec_cues = {{}, {.recorded_at = 16'000 * 62}};
   EXPECT_EQ(refreshed().range_field, " Cue (2): 1'02.0");
 }
 

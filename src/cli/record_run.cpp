@@ -1,0 +1,87 @@
+// The loop of a recording.
+#include "cli/record_run.h"
+
+#include <fmt/format.h>
+#include <poll.h>
+
+#include <csignal>
+
+#include "audio/recorder.h"
+#include "cli/messages.h"
+#include "cli/progress_line.h"
+#include "cli/times.h"
+#include "document/open_state.h"
+#include "edit/record_commands.h"
+#include "model/document.h"
+#include "platform/interruption.h"
+#include "platform/path.h"
+#include "platform/text.h"
+#include "platform/user_signals.h"
+#include "platform/wave_device.h"
+#include "settings/settings.h"
+
+namespace corvelin {
+
+namespace {
+
+// What `length` stands for, in the unit of the recorded time.
+double seconds_of(double length) { return length * 8 / recorder.rec_rate; }
+
+std::string level_text() {
+  if (!recorder.rec_level_on) return {};
+  return recorder.rec_active ? ", sound" : ", waiting for a sound";
+}
+
+std::string status_text() {
+  std::string text = fmt::format("{}: {}, {:.1f} MB", name_of(recorder.rec_file_name),
+                                 time_text(seconds_of(static_cast<double>(recorded_length()))),
+                                 static_cast<double>(recorded_file_size()) / 1e6);
+  if (settings.rec_time != 0)
+    text += fmt::format(", {} left",
+                        time_text(seconds_of(static_cast<double>(recorder.rec_remaining))));
+  if (!recorder.rec_cues.empty()) text += fmt::format(", cues: {}", recorder.rec_cues.size());
+  return text + level_text();
+}
+
+void wait_for_event() {
+  pollfd due = {.fd = wave_event_descriptor(), .events = POLLIN, .revents = 0};
+  ::poll(&due, 1, static_cast<int>(wave_look_interval.count()));
+}
+
+void serve_signals() {
+  if (take_user_signal(SIGUSR1)) add_recording_cue();
+  if (take_user_signal(SIGUSR2)) tell(printable(status_text()));
+}
+
+// A signal ends the recording and nothing else. The next one ends the run that goes on with it.
+void wait_for_end() {
+  ProgressLine line;
+  while (recorder.rec_writing) {
+    if (!deliver_wave_events()) wait_for_event();
+    if (!recorder.rec_writing) break;
+    serve_signals();
+    if (line.is_due()) line.show(printable(status_text()));
+    if (take_interruption() != 0) stop_recording();
+  }
+}
+
+bool keep_cues() {
+  if (!open_state.document_modified) return true;  // there are none
+  const std::string project = keep_recording_project();
+  if (project.empty()) return false;
+  tell("The cues are in " + printable(project));
+  return true;
+}
+
+}  // namespace
+
+bool record_unattended(const std::string& path) {
+  catch_user_signals();
+  if (!initialize_recording() || !start_recording_unattended(path)) return false;
+  wait_for_end();
+  if (document.parts.empty() && !recorder.has_failed) tell("Nothing was recorded.");
+  const bool are_cues_kept = keep_cues();
+  return are_cues_kept && !recorder.has_failed && !document.parts.empty();
+}
+
+}  // namespace corvelin
