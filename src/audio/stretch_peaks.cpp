@@ -42,6 +42,8 @@ std::uint16_t decode_peak(MpegDecoder& decoder, std::span<const std::uint8_t> fr
 
 }  // namespace
 
+bool stretch_peaks_on_two_cores = true;
+
 bool StretchPeaks::open(EditPosition begin, EditPosition end, int channels) {
   MpegLibrary library;
   if (!library.load()) return false;
@@ -68,7 +70,8 @@ std::uint16_t StretchPeaks::read() {
   };
   std::future<std::uint16_t> second;
   try {
-    second = std::async(std::launch::async, measure, std::ref(halves_[1]));
+    second = std::async(stretch_peaks_on_two_cores ? std::launch::async : std::launch::deferred,
+                        measure, std::ref(halves_[1]));
   } catch (const std::system_error&) {  // no thread to be had: one behind the other
     second = std::async(std::launch::deferred, measure, std::ref(halves_[1]));
   }

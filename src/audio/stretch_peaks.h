@@ -12,6 +12,9 @@
 
 namespace corvelin {
 
+/// Whether both cores are used. Not where every core has a file of its own already.
+extern bool stretch_peaks_on_two_cores;
+
 class StretchPeaks {
  public:
   /// Begins a stretch of the edited stream. False without the decoder's library.

@@ -7,6 +7,7 @@
 #include <string>
 #include <system_error>
 
+#include "cli/batch.h"
 #include "cli/edit_lines.h"
 #include "cli/headless_host.h"
 #include "cli/messages.h"
@@ -105,7 +106,10 @@ class HeadlessRun {
 
   // What is refused ends the work: the document isn't what the user meant to go on with.
   void work() {
-    if (options_.batch) return fail("--batch is not available yet");
+    if (options_.batch) {
+      if (!run_batch(*options_.batch, options_.jobs, options_.json)) status_ = failed;
+      return;
+    }
     if (options_.records) {
       record();
     } else {

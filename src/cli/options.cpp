@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "cli/batch_words.h"
 #include "cli/listings.h"
 #include "cli/messages.h"
 #include "cli/nearest_word.h"
@@ -83,7 +84,8 @@ class CommandLine {
 
   void add_reports() {
     app_.add_flag("--info", options.info, "Print the summary of the stream, and its parts");
-    app_.add_flag("--json", options.json, "Print the same as one line of JSON");
+    app_.add_flag("--json", options.json,
+                  "Print the same as one line of JSON; with --batch its results");
     app_.add_flag("--frames", options.frames,
                   "Print a line a frame: position, file, file offset, length, bitrate, gain");
     add_listing("--commands", print_commands, "Print the edit lines and commands");
@@ -177,20 +179,61 @@ class CommandLine {
     options.work = &work;
   }
 
-  // Taken in, so that the answer is that they are not available yet.
   void add_batch() {
-    app_.add_option_function<std::string>(
-            "--batch", [this](const std::string&) { options.batch = true; }, "Not available yet")
-        ->type_name("FOLDER");
-    for (const char* const name : {"--mask", "--to", "--do", "-j"})
-      app_.add_option_function<std::string>(name, [](const std::string&) {})->group("");
+    constexpr const char* group = "Batch processing";
+    app_.add_option("--batch", batch_folder_, "Work on the files of a folder, each by itself")
+        ->type_name("FOLDER")
+        ->group(group);
+    app_.add_option("--do", batch_words_, batch_help())
+        ->type_name("WORD[,WORD...]")
+        ->delimiter(',')
+        ->group(group);
+    app_.add_option("--mask", batch_.mask, "Only files of such names; *.mp3 without it")
+        ->type_name("MASK")
+        ->group(group);
+    app_.add_option("--to", batch_.dest_folder,
+                    "Where the results go; song.mp3.mp3 beside its source without it")
+        ->type_name("FOLDER")
+        ->group(group);
+    app_.add_option("-j", options.jobs, "How many files at a time; one a core without it")
+        ->type_name("N")
+        ->check(CLI::Range(1, 64))
+        ->group(group);
+  }
+
+  // Takes the words together as a batch. Returns what is wrong with them.
+  std::string take_batch() {
+    if (batch_folder_.empty()) {
+      const bool has_any =
+          !batch_words_.empty() || !batch_.dest_folder.empty() || options.jobs != 0;
+      return has_any ? "--do, --to and -j go with --batch FOLDER" : "";
+    }
+    if (!options.files.empty() || !options.edits.empty() || !options.output.empty() ||
+        options.work != nullptr || options.records || options.info || options.frames)
+      return "--batch goes with no FILE, edit line, report or other switch";
+    if (batch_words_.empty()) return "--batch needs --do WORD; see --help";
+    if (options.request.overwrite && !batch_.dest_folder.empty())
+      return "--to and --overwrite exclude each other";
+    batch_.source_folder = batch_folder_;
+    batch_.set_option(BatchOption::overwrite_originals, options.request.overwrite);
+    batch_.batch_bottom = no_bottom_given;
+    for (const std::string& word : batch_words_) {
+      const std::string fault = take_batch_word(word, batch_);
+      if (!fault.empty()) return fault;
+    }
+    if (batch_.batch_bottom != no_bottom_given && !batch_.can_edit_bottom())
+      return "bottom goes with autocrop or fade";
+    options.batch = std::move(batch_);
+    return {};
   }
 
   // Checks what CLI11 has no words for.
   std::string usage_fault() {
     for (const std::string& word : app_.remaining())
       if (word != "--") return unknown_option(word);
-    if (options.batch || options.listing != nullptr) return {};
+    if (options.listing != nullptr) return {};
+    const std::string batch_fault = take_batch();
+    if (!batch_fault.empty() || options.batch) return batch_fault;
     if (options.records && options.work != nullptr)
       return fmt::format("/rec and /{} exclude each other", options.work->name);
     if (options.records && options.files.size() > 1) return "/rec takes one FILE";
@@ -216,6 +259,9 @@ class CommandLine {
   CLI::App app_{"Edits MP3, MP2 and AAC files without decoding them.", "corvelin-cli"};
   bool yes_ = false;
   bool no_ = false;
+  BatchJob batch_;
+  std::string batch_folder_;
+  std::vector<std::string> batch_words_;
 };
 
 }  // namespace

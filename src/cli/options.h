@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "unattended/batch_job.h"
 #include "unattended/work_switches.h"
 
 namespace corvelin {
@@ -25,7 +26,8 @@ struct Options {
   WorkRequest request;
   bool records = false;  // into the one of `files`, if there is one
   bool localini = false;
-  bool batch = false;
+  std::optional<BatchJob> batch;  // without its list of files
+  unsigned jobs = 0;              // files of a batch at a time; 0: as many as there are cores
   std::vector<EditSource> edits;
   bool keep_going = false;
   std::string output;                                         // empty: none

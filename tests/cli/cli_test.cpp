@@ -171,7 +171,6 @@ TEST_F(Cli, SaysWhatItDidNotDo) {
       {"a.mp3 -e batch_dialog", 1, "not available yet"},
       {"a.mp3 -e 'save_reencoded x.mp3'", 1, "not available yet"},
       {"a.mp3 /normalize", 1, "digital silence"},
-      {"--batch . --do save", 1, "--batch is not available yet"},
       // Nothing is written over unasked, whatever the settings say of warnings.
       {"a.mp3 -e 'save exists.mp3'", 1, "exists; it is replaced with --yes"},
       {"a.mp3 -o a.mp3 --set warn_existing=0 --set warn=0", 1, "a.mp3 exists"},
@@ -329,8 +328,31 @@ TEST_F(Cli, TheRecipesOfTheReadmeWork) {
   }
   EXPECT_GE(count, 12);
   EXPECT_TRUE(std::filesystem::exists(folder.path("done/a b.mp3")));
+  EXPECT_TRUE(std::filesystem::exists(folder.path("louder/a b.mp3")));
   EXPECT_TRUE(std::filesystem::exists(folder.path("tracks/06 Das Ende.mp3")));
   EXPECT_NE(read_text(folder.path("talk.cue")).find("INDEX 01 22:05:"), std::string::npos);
+}
+
+// What several processes do is what one does.
+TEST_F(Cli, ABatchTellsWhatBecameOfEachFile) {
+  std::filesystem::create_directory(folder.path("in"));
+  for (const char* const name : {"in/1.mp3", "in/-2.mp3", "in/b\xFF c.mp3"})
+    sample("cbr128.mp3", name);
+  folder.file("in/bad.mp3", "no audio");
+  const Result one = cli("--batch in --do normalize=-1,limit=3 --to one -j 1 --json");
+  EXPECT_EQ(one.status, 1);
+  EXPECT_EQ(one.err, "corvelin-cli: bad.mp3: There are no frames of MPEG audio or ADTS in it.\n");
+  const auto report = nlohmann::json::parse(one.out);
+  EXPECT_EQ(report["written"], 3);
+  EXPECT_EQ(report["results"][2]["outcome"], "failed");
+  const Result three = cli("--batch in --do normalize=-1,limit=3 --to three -j 3");
+  EXPECT_NE(three.out.find("1 / 4  written    -2.mp3 -> "), std::string::npos);
+  EXPECT_NE(three.out.find("\nwritten        3\nfailed         1\n  bad.mp3: "), std::string::npos);
+  EXPECT_EQ(shell("diff -r one three").out, "");
+  const Result again = cli("--batch in --do save --to one --mask 1.mp3");
+  EXPECT_EQ(again.status, 1);
+  EXPECT_NE(again.err.find("exists already"), std::string::npos);
+  EXPECT_EQ(shell("diff -r one three").out, "");
 }
 
 // A project, its audio and a cue sheet, by way of the program and read by another.

@@ -44,21 +44,43 @@ TEST(Options, WhatMayBeRepeatedKeepsItsOrder) {
 }
 
 TEST(Options, WrongUsageIsTold) {
-  const std::vector<const char*> wrong[] = {{},
-                                            {"--info"},
-                                            {"/save"},
-                                            {"a.mp3", "--unknown"},
-                                            {"a.mp3", "--yes", "--no"},
-                                            {"a.mp3", "--set", "volume"},
-                                            {"a.mp3", "/overwrite"},
-                                            {"a.mp3", "/split", "/overwrite"},
-                                            {"a.mp3", "/save", "--split", "x"},
-                                            {"a.mp3", "/rec", "/save"},
-                                            {"/rec", "a.mp3", "b.mp3"},
-                                            {"a.mp3", "--settings", "x", "/localini"}};
+  const std::vector<const char*> wrong[] = {
+      {},
+      {"--info"},
+      {"/save"},
+      {"a.mp3", "--unknown"},
+      {"a.mp3", "--yes", "--no"},
+      {"a.mp3", "--set", "volume"},
+      {"a.mp3", "/overwrite"},
+      {"a.mp3", "/split", "/overwrite"},
+      {"a.mp3", "/save", "--split", "x"},
+      {"a.mp3", "--settings", "x", "/localini"},
+      {"a.mp3", "/rec", "/save"},
+      {"/rec", "a.mp3", "b.mp3"},
+      {"--batch", "x"},
+      {"a.mp3", "--do", "save"},
+      {"--batch", "x", "--do", "save", "a.mp3"},
+      {"--batch", "x", "--do", "save,level=1"},
+      {"--batch", "x", "--do", "autocrop,limit=3"},
+      {"--batch", "x", "--do", "cut=1"},
+      {"--batch", "x", "--do", "cut=1:1,bottom=3"},
+      {"--batch", "x", "--do", "level=40"},
+      {"--batch", "x", "--do", "save", "-j", "0"},
+      {"--batch", "x", "--do", "save", "--to", "y", "--overwrite"}};
   for (const auto& words : wrong) EXPECT_EQ(parse(words).exit_status, 2);
   EXPECT_EQ(parse({"--help"}).exit_status, 0);
   EXPECT_EQ(parse({"--version"}).exit_status, 0);
+}
+
+TEST(Options, TheWordsOfABatchMakeItsJob) {
+  const auto job = parse({"--batch", "x", "--do", "cut=1:2.5,normalize=-3", "--do",
+                          "fade=3:4,bottom=40", "--mask", "*.*", "--overwrite"})
+                       .options.batch;
+  ASSERT_TRUE(job);
+  EXPECT_EQ(job->options, 2 + 4 + 8 + 8192);
+  EXPECT_EQ(job->cut_end + " " + job->fade_begin + " " + job->mask, "2.5 3 *.*");
+  EXPECT_EQ(job->batch_level, 13);
+  EXPECT_EQ(job->batch_bottom, 40);
 }
 
 TEST(Words, AreSplitWithQuotesAndComments) {

@@ -1,0 +1,51 @@
+// Folders by the system's calls.
+#include "platform/folder_list.h"
+
+#include <dirent.h>
+#include <fnmatch.h>
+
+#include <memory>
+
+#include "platform/file.h"
+
+namespace corvelin {
+
+namespace {
+
+struct CloseFolder {
+  void operator()(DIR* folder) const { ::closedir(folder); }
+};
+
+bool fits(const char* name, const std::string& mask) {
+  return ::fnmatch(mask.c_str(), name, FNM_NOESCAPE | FNM_CASEFOLD) == 0;
+}
+
+// A bracket means itself: it is a common letter in the names of recordings.
+std::string pattern_of(std::string_view mask) {
+  if (mask == "*.*") return "*";
+  std::string pattern;
+  for (const char c : mask) pattern += c == '[' ? std::string("[[]") : std::string(1, c);
+  return pattern;
+}
+
+}  // namespace
+
+std::vector<FolderEntry> list_folder(const std::string& folder, std::string_view mask) {
+  std::vector<FolderEntry> entries;
+  const std::unique_ptr<DIR, CloseFolder> open(::opendir(folder.c_str()));
+  if (!open) return entries;
+  const std::string pattern = pattern_of(mask);
+  while (const dirent* const entry = ::readdir(open.get())) {
+    const std::string name = static_cast<const char*>(entry->d_name);
+    if (name == "." || name == ".." || !fits(name.c_str(), pattern)) continue;
+    const FileFacts facts = file_facts(folder + name);
+    if (!facts.found) continue;
+    entries.push_back({.name = name,
+                       .is_folder = facts.is_folder,
+                       .size = facts.size,
+                       .write_time = facts.write_time});
+  }
+  return entries;
+}
+
+}  // namespace corvelin

@@ -1,0 +1,202 @@
+// The list and the options of a batch.
+#include "unattended/batch_job.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <ctime>
+#include <utility>
+
+#include "document/file_kind.h"
+#include "document/open_state.h"
+#include "platform/file.h"
+#include "platform/folder_list.h"
+#include "platform/path.h"
+#include "platform/text.h"
+#include "settings/settings.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr std::uint16_t bit(BatchOption option) { return static_cast<std::uint16_t>(option); }
+
+// An option that makes something else of a file than the usual copy stands alone.
+constexpr std::uint16_t stand_alone = bit(BatchOption::only_save) |
+                                      bit(BatchOption::pause_detection) |
+                                      bit(BatchOption::auto_cue) | bit(BatchOption::join);
+
+std::uint16_t excluded_by(BatchOption option) {
+  switch (option) {
+    case BatchOption::only_save:
+    case BatchOption::pause_detection:
+    case BatchOption::auto_cue:
+    case BatchOption::join:
+      return static_cast<std::uint16_t>(~(bit(option) | bit(BatchOption::overwrite_originals)));
+    case BatchOption::normalize:
+      return stand_alone | bit(BatchOption::level);
+    case BatchOption::level:
+      return stand_alone | bit(BatchOption::normalize);
+    case BatchOption::cut:
+    case BatchOption::limit_length:
+      return stand_alone | bit(BatchOption::auto_crop);
+    case BatchOption::auto_crop:
+      return stand_alone | bit(BatchOption::cut) | bit(BatchOption::limit_length);
+    case BatchOption::simple_fade:
+    case BatchOption::skip_unchanged:
+      return stand_alone;
+    case BatchOption::overwrite_originals:
+      break;
+  }
+  return 0;
+}
+
+bool is_digit(char c) { return c >= '0' && c <= '9'; }
+
+// The number that begins at `at`, of which 15 digits count.
+std::int64_t number_at(std::string_view text, std::size_t at) {
+  constexpr std::size_t most_digits = 15;
+  std::int64_t number = 0;
+  for (std::size_t i = at; i < std::min(text.size(), at + most_digits) && is_digit(text[i]); ++i)
+    number = number * 10 + (text[i] - '0');
+  return number;
+}
+
+int sign_of(std::int64_t value) { return value < 0 ? -1 : value > 0 ? 1 : 0; }
+
+// track2 comes before track10: where two names begin to differ with a digit each, the numbers
+// count.
+int compare_names(std::string_view a, std::string_view b) {
+  const auto [at_a, at_b] = std::ranges::mismatch(a, b);
+  if (at_a != a.end() && at_b != b.end() && is_digit(*at_a) && is_digit(*at_b)) {
+    const auto at = static_cast<std::size_t>(at_a - a.begin());
+    const std::int64_t difference = number_at(a, at) - number_at(b, at);
+    if (difference != 0) return sign_of(difference);
+  }
+  return sign_of(a.compare(b));
+}
+
+bool is_audio(const std::string& name) {
+  const FileKind kind = file_kind(name);
+  return kind == FileKind::mpeg_audio || kind == FileKind::aac;
+}
+
+std::string date_text(std::timespec time) {
+  std::tm local = {};
+  ::localtime_r(&time.tv_sec, &local);
+  return fmt::format("{}-{:02}-{:02}  {:02}:{:02}:{:02}", local.tm_year + 1900, local.tm_mon + 1,
+                     local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec);
+}
+
+std::string first_folder() {
+  constexpr std::size_t shortest_folder = 3;  // characters
+  if (settings.working_dir.size() >= shortest_folder) return settings.working_dir;
+  if (!open_state.audio_name.empty()) return std::string(folder_of(open_state.audio_name));
+  return settings.file_recent.empty() ? std::string()
+                                      : std::string(folder_of(settings.file_recent.front()));
+}
+
+}  // namespace
+
+BatchJob batch_job;
+
+void BatchJob::begin() {
+  limit_seconds = cut_begin = cut_end = fade_begin = fade_end = join_name = {};
+  batch_level = level_of_0_db;
+  if (source_folder.empty()) {
+    source_folder = first_folder();
+    batch_bottom =
+        static_cast<std::uint8_t>(std::min<unsigned>(settings.lowest_gain, highest_bottom));
+  }
+  scan_batch_folder();
+}
+
+void BatchJob::scan_batch_folder() {
+  constexpr std::size_t longest_mask = 30;  // characters
+  items.clear();
+  if (source_folder.empty()) return;
+  if (!source_folder.ends_with('/')) source_folder += '/';
+  for (FolderEntry& entry : list_folder(source_folder, cut_to_units(mask, longest_mask))) {
+    if (entry.is_folder || !is_audio(entry.name)) continue;
+    constexpr double megabytes = 9.536743e-07;
+    items.push_back(
+        {.name = std::move(entry.name),
+         .size = entry.size,
+         .size_text = fmt::format(
+             "{:.2f} MB", static_cast<double>(static_cast<std::uint32_t>(entry.size)) * megabytes),
+         .date_text = date_text(entry.write_time)});
+  }
+  sort();
+}
+
+void BatchJob::sort_by(BatchColumn column) {
+  sort_descending = column == sort_column && !sort_descending;
+  sort_column = column;
+  sort();
+}
+
+void BatchJob::sort() {
+  std::ranges::stable_sort(items, [this](const BatchItem& a, const BatchItem& b) {
+    return batch_compare(a, b, sort_column, sort_descending) < 0;
+  });
+}
+
+void BatchJob::move_selected(std::size_t before) {
+  before = std::min(before, items.size());
+  const auto border = items.begin() + static_cast<std::ptrdiff_t>(before);
+  // Those in front of the border come up to it from below, those behind it from above.
+  std::stable_partition(items.begin(), border, [](const BatchItem& i) { return !i.is_selected; });
+  std::stable_partition(border, items.end(), [](const BatchItem& i) { return i.is_selected; });
+}
+
+bool BatchJob::has(BatchOption option) const { return (options & bit(option)) != 0; }
+
+void BatchJob::set_option(BatchOption option, bool is_on) {
+  const unsigned others = options & ~(unsigned{bit(option)} | excluded_by(option));
+  options = static_cast<std::uint16_t>(is_on ? others | bit(option) : others);
+}
+
+bool BatchJob::can_edit_level() const {
+  return has(BatchOption::normalize) || has(BatchOption::level);
+}
+
+bool BatchJob::can_edit_bottom() const {
+  return has(BatchOption::auto_crop) || has(BatchOption::simple_fade);
+}
+
+std::uint8_t BatchJob::usable_bottom() const {
+  return batch_bottom <= highest_bottom ? batch_bottom : 0;
+}
+
+std::size_t BatchJob::selected_count() const {
+  return static_cast<std::size_t>(std::ranges::count_if(items, &BatchItem::is_selected));
+}
+
+std::string BatchJob::level_text() const {
+  const double decibels = (batch_level - level_of_0_db) * 15 / 10.0;
+  return fmt::format("{:+.1f} dB", decibels);
+}
+
+int batch_compare(const BatchItem& a, const BatchItem& b, BatchColumn column, bool descending) {
+  const auto compare_sizes = [&] {
+    // By length first: more digits are more bytes.
+    if (a.size_text.size() != b.size_text.size())
+      return a.size_text.size() < b.size_text.size() ? -1 : 1;
+    return sign_of(a.size_text.compare(b.size_text));
+  };
+  int order = 0;
+  switch (column) {
+    case BatchColumn::file:
+      order = compare_names(a.name, b.name);
+      break;
+    case BatchColumn::size:
+      order = compare_sizes();
+      break;
+    case BatchColumn::modified:  // the newest come first
+      order = -sign_of(a.date_text.compare(b.date_text));
+      break;
+  }
+  return descending ? -order : order;
+}
+
+}  // namespace corvelin

@@ -1,0 +1,442 @@
+// The files of a batch, one after the other.
+#include "unattended/batch_run.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "document/append.h"
+#include "document/close_all.h"
+#include "document/file_fault.h"
+#include "document/file_kind.h"
+#include "document/open_audio_file.h"
+#include "document/open_state.h"
+#include "edit/auto_crop.h"
+#include "edit/normalize_dialog.h"
+#include "exchange/save_run.h"
+#include "exchange/split_save.h"
+#include "model/cuts.h"
+#include "model/document.h"
+#include "model/frame_locator.h"
+#include "model/selection.h"
+#include "model/stream_info.h"
+#include "platform/file.h"
+#include "platform/host.h"
+#include "platform/interruption.h"
+#include "platform/numbers.h"
+#include "platform/path.h"
+#include "platform/text.h"
+#include "settings/settings.h"
+#include "text/ui_text.h"
+#include "unattended/dialog_runs.h"
+
+namespace corvelin {
+
+namespace {
+
+constexpr int layer_with_levels = 3;
+
+std::string one_line(std::string text) {
+  while (text.ends_with('\n') || text.ends_with('\r')) text.pop_back();
+  std::erase(text, '\r');
+  std::string line;
+  for (const char c : text) line += c == '\n' ? std::string(": ") : std::string(1, c);
+  return line;
+}
+
+// Stands in front of the program's own host while a file is worked on: nobody is there to close a
+// box, so that what it says becomes the reason of the result.
+class BatchHost : public Host {
+ public:
+  explicit BatchHost(const std::function<bool()>& between_slices)
+      : between_slices_(between_slices), behind_(host()) {
+    install_host(this);
+  }
+  ~BatchHost() override { install_host(&behind_); }
+  BatchHost(const BatchHost&) = delete;
+  BatchHost& operator=(const BatchHost&) = delete;
+
+  BoxAnswer show_message_box(const MessageBox& box) override {
+    if (!said_.empty()) said_ += ": ";
+    said_ += one_line(box.cause.empty() ? box.text : box.text + "\n" + box.cause);
+    return box.default_answer;
+  }
+
+  void drive(LongRun& run) override {
+    while (run.step()) {
+      const bool goes_on = !between_slices_ || between_slices_();
+      if (goes_on && interruption() == 0) continue;
+      run.cancel();
+      said_ = one_line(run.report());
+      return;
+    }
+  }
+
+  void refresh_view(Refresh level) override { behind_.refresh_view(level); }
+
+  std::string take_said() { return std::exchange(said_, {}); }
+
+ private:
+  const std::function<bool()>& between_slices_;
+  Host& behind_;
+  std::string said_;
+};
+
+double seconds_of(const std::string& field) { return std::max(leading_decimal(field), 0.0); }
+
+// The bytes that so many seconds take at the average rate of the stream.
+std::uint32_t bytes_of(double seconds) {
+  return whole_part(seconds * double{stream.avg_bitrate} * 0.125);
+}
+
+// Frames that end before the limit stay.
+bool limit_length(double seconds) {
+  const std::uint32_t limit = bytes_of(seconds);
+  if (limit >= document.total_size) return false;
+  const EditPosition frame = frame_at(limit);
+  const EditPosition end = frame > limit ? frame_before(frame) : frame;
+  delete_range(end, document.total_size);
+  return true;
+}
+
+// Frames are counted, so that the cut is right at any bit rate. 1152 samples are what a frame of
+// MPEG 1 has; other versions are cut at half the time.
+double frames_of(double seconds) { return stream.current_frame.sample_rate * seconds / 1152; }
+
+void cut_begin(double seconds) {
+  constexpr std::uint32_t slack =
+      5;  // bytes before the end of a frame where the next is looked for
+  EditPosition pos = frame_at(0);
+  const double frames = frames_of(seconds);
+  for (int i = 0; i < frames && pos < document.total_size; ++i)
+    pos = frame_at(pos + stream.current_frame.frame_length - slack);
+  if (pos > 0 && pos < document.total_size) delete_range(0, pos);
+}
+
+void cut_end(double seconds) {
+  EditPosition pos = document.total_size;
+  const double frames = frames_of(seconds);
+  for (int i = 0; i < frames && pos > 0; ++i) pos = frame_before(pos);
+  if (pos > 0 && pos < document.total_size) delete_range(pos, document.total_size);
+}
+
+void fade_ends(double begin_seconds, double end_seconds, int bottom) {
+  const auto gain = static_cast<std::int16_t>(-(2 * bottom) / 3);
+  const EditPosition begin = frame_at(bytes_of(begin_seconds));
+  if (begin != 0 && begin < document.total_size && delete_range(begin, begin) != no_part)
+    document.parts[0].part_gainbeg = gain;
+  const EditPosition end =
+      frame_at(document.total_size - std::min(bytes_of(end_seconds), document.total_size));
+  if (end < document.total_size && delete_range(end, end) != no_part) document.end_gain = gain;
+}
+
+void shift_levels(int steps) {
+  for (Part& part : document.parts)
+    part.part_gainbeg = static_cast<std::int16_t>(part.part_gainbeg + steps);
+  document.end_gain = static_cast<std::int16_t>(document.end_gain + steps);
+}
+
+enum class Change : std::uint8_t { none, made, impossible };
+
+Change normalize(std::uint8_t level) {
+  const std::int16_t before = document.parts[0].part_gainbeg;
+  set_selection(0, document.total_size);
+  batch_level = level;
+  NormalizeDialog dialog;
+  dialog.begin();
+  if (dialog.state != NormalizeDialog::State::scanning) return Change::impossible;
+  run_unattended(dialog);
+  if (dialog.state == NormalizeDialog::State::stopped) return Change::impossible;
+  return document.parts[0].part_gainbeg != before ? Change::made : Change::none;
+}
+
+Change crop() {
+  const std::uint32_t before = document.total_size;
+  if (!auto_crop()) return Change::impossible;
+  return document.total_size < before ? Change::made : Change::none;
+}
+
+// Carries out the options in the order of their work, and tells whether there is something to save.
+class Changes {
+ public:
+  explicit Changes(const BatchJob& job) : job_(job) {}
+
+  Change make() {
+    if (job_.has(BatchOption::only_save)) result_ = Change::made;
+    if (job_.has(BatchOption::limit_length))
+      take(limit_length(seconds_of(job_.limit_seconds)) ? Change::made : Change::none);
+    if (job_.has(BatchOption::cut)) {
+      cut_begin(seconds_of(job_.cut_begin));
+      cut_end(seconds_of(job_.cut_end));
+      take(Change::made);
+    }
+    if (job_.has(BatchOption::auto_crop)) take(crop());
+    if (stream_kind.layer == layer_with_levels) change_levels();
+    return result_;
+  }
+
+ private:
+  void change_levels() {
+    if (job_.has(BatchOption::simple_fade)) {
+      fade_ends(seconds_of(job_.fade_begin), seconds_of(job_.fade_end), job_.usable_bottom());
+      take(Change::made);
+    }
+    if (job_.has(BatchOption::normalize) && result_ != Change::impossible)
+      take(normalize(job_.batch_level));
+    if (job_.has(BatchOption::level)) {
+      shift_levels(job_.batch_level - BatchJob::level_of_0_db);
+      take(Change::made);
+    }
+  }
+
+  void take(Change change) {
+    if (change == Change::none && !job_.has(BatchOption::skip_unchanged)) change = Change::made;
+    result_ = std::max(result_, change);
+  }
+
+  const BatchJob& job_;
+  Change result_ = Change::none;
+};
+
+bool splits(const BatchJob& job) {
+  return job.has(BatchOption::pause_detection) || job.has(BatchOption::auto_cue);
+}
+
+}  // namespace
+
+std::string_view name_of(BatchOutcome outcome) {
+  switch (outcome) {
+    case BatchOutcome::written:
+      return "written";
+    case BatchOutcome::split:
+      return "split";
+    case BatchOutcome::unchanged:
+      return "unchanged";
+    case BatchOutcome::joined:
+      return "joined";
+    case BatchOutcome::failed:
+      return "failed";
+    case BatchOutcome::stopped:
+      return "stopped";
+  }
+  return {};
+}
+
+bool can_run_side_by_side(const BatchJob& job) {
+  if (job.has(BatchOption::join)) return false;
+  return !splits(job) || settings.split_pattern.find(u"%F") != std::u16string::npos;
+}
+
+BatchRun::BatchRun(const BatchJob& job, std::function<bool()> between_slices)
+    : job_(job), between_slices_(std::move(between_slices)) {
+  for (const BatchItem& item : job.items)
+    if (item.is_selected) items_.push_back(&item);
+  batch_active = true;
+  batch_bottom = job.usable_bottom();
+}
+
+BatchRun::~BatchRun() {
+  batch_active = false;
+  batch_level = batch_level_unchanged;
+  batch_bottom = 0;
+}
+
+bool BatchRun::step() {
+  if (is_over_) return false;
+  if (number_ < items_.size() && !is_stopped_ && !ends_early_) {
+    process(*items_[number_++]);
+    if (interruption() != 0) is_stopped_ = true;
+    return true;
+  }
+  if (!join_target_.empty()) end_join();
+  finish();
+  return false;
+}
+
+void BatchRun::process(const BatchItem& item) {
+  if (!job_.has(BatchOption::join)) {
+    results_.push_back(work_on(item));
+    if (results_.back().outcome == BatchOutcome::written) ++written_;
+    return;
+  }
+  results_.push_back(join_target_.empty() ? begin_join(item) : join(item));
+  ends_early_ = results_.back().outcome == BatchOutcome::failed;
+  if (!ends_early_) return;
+  close_all();
+  join_target_.clear();
+}
+
+BatchResult BatchRun::work_on(const BatchItem& item) {
+  BatchHost quiet(between_slices_);
+  BatchResult result = open(item);
+  if (!document.parts.empty()) {
+    const Change change = splits(job_) ? Change::made : Changes(job_).make();
+    if (change == Change::impossible) {
+      result.reason = quiet.take_said();
+    } else if (change == Change::none) {
+      result.outcome = BatchOutcome::unchanged;
+    } else {
+      result = splits(job_) ? split(std::move(result)) : save(std::move(result));
+      if (result.outcome == BatchOutcome::failed && result.reason.empty())
+        result.reason = quiet.take_said();
+    }
+    if (result.outcome == BatchOutcome::failed && !result.reason.empty() &&
+        (lines_.empty() || !lines_.back().starts_with(fmt::format("{}: ", number_))))
+      lines_.push_back(fmt::format("{}: {}  {}", number_, result.name, result.reason));
+  }
+  close_all();
+  open_state.document_modified = false;
+  return result;
+}
+
+BatchResult BatchRun::open(const BatchItem& item) {
+  BatchResult result = {.name = item.name};
+  close_all();
+  reset_state(ResetLevel::new_stream);
+  open_state.audio_name = job_.source_folder + item.name;
+  if (open_audio_file()) {
+    host().refresh_view(Refresh::all);
+    return result;
+  }
+  result.reason = one_line(audio_fault(job_.source_folder + item.name));
+  note(result, ui_text(dlg, 84));
+  close_all();
+  return result;
+}
+
+BatchResult BatchRun::split(BatchResult result) {
+  const bool has_cues =
+      job_.has(BatchOption::pause_detection) ? cue_pauses_of_whole_stream() : cue_by_clock();
+  if (!has_cues) return result;
+  const std::string folder(folder_of(target_name(result.name)));
+  open_state.split_dest_folder = folder;
+  SplitRun run(folder, 1);
+  drive(run);
+  if (run.result() == SplitResult::finished) {
+    result.outcome = BatchOutcome::split;
+    result.target = folder;
+    return result;
+  }
+  result.reason = one_line(run.report().empty() ? std::string(run.status()) : run.report());
+  note(result, ui_text(dlg, 87));
+  return result;
+}
+
+BatchResult BatchRun::save(BatchResult result) {
+  const bool replaces_source = job_.has(BatchOption::overwrite_originals);
+  const std::string& audio = open_state.audio_name;
+  const std::string target = replaces_source ? audio + ".~~~" + std::string(extension_of(audio))
+                                             : target_name(result.name);
+  if (is_name_taken(target)) {
+    result.reason = "exists already: " + target;
+    note(result, ui_text(dlg, 85));
+    return result;
+  }
+  result.target = replaces_source ? audio : target;
+  save_to(result.target, replaces_source, result);
+  return result;
+}
+
+void BatchRun::save_to(const std::string& name, bool replaces_source, BatchResult& result) {
+  SaveRun run(name, whole_stream(),
+              replaces_source ? std::optional<std::uint16_t>(0) : std::nullopt);
+  if (run.begin()) drive(run);
+  if (run.is_written() && !run.has_failed()) {
+    result.outcome = BatchOutcome::written;
+  } else {
+    result.target.clear();
+  }
+}
+
+// Beside the source song.mp3 is saved as song.mp3.mp3.
+std::string BatchRun::target_name(const std::string& name) const {
+  if (job_.dest_folder.empty()) return job_.source_folder + name + std::string(extension_of(name));
+  return in_folder(job_.dest_folder, name);
+}
+
+BatchResult BatchRun::begin_join(const BatchItem& item) {
+  BatchHost quiet(between_slices_);
+  BatchResult result = open(item);
+  if (document.parts.empty()) return result;
+  if (items_.size() > most_files) {
+    result.reason = fmt::format("{}{}{}", ui_text(msg, 23),
+                                ui_text(msg, 23).ends_with(' ') ? "" : " ", most_files);
+    lines_.push_back(result.reason);
+    return result;
+  }
+  if (job_.join_name.empty()) {
+    result.reason = "The joined file has no name.";
+    lines_.push_back(result.reason);
+    return result;
+  }
+  // The mask *.mp3 tells the extension; one that fits several is that of the first file.
+  std::string extension = job_.mask.substr(std::min(job_.mask.find('.'), job_.mask.size()));
+  if (file_kind(extension) == FileKind::other) extension = extension_of(item.name);
+  join_target_ = std::string(folder_of(target_name(item.name))) + job_.join_name + extension;
+  result.outcome = BatchOutcome::joined;
+  return result;
+}
+
+BatchResult BatchRun::join(const BatchItem& item) {
+  BatchResult result = {.name = item.name, .outcome = BatchOutcome::joined};
+  if (append_file_reported(job_.source_folder + item.name, &lines_)) return result;
+  result.outcome = BatchOutcome::failed;
+  result.reason = lines_.back();
+  return result;
+}
+
+// A join that was stopped has not all of its files, so it is given up.
+void BatchRun::end_join() {
+  BatchHost quiet(between_slices_);
+  BatchResult result = {.name = std::string(name_of(join_target_)), .target = join_target_};
+  if (is_stopped_) {
+    result.outcome = BatchOutcome::stopped;
+    result.target.clear();
+  } else if (is_name_taken(join_target_)) {
+    result.reason = "exists already: " + join_target_;
+    result.target.clear();
+    lines_.push_back(fmt::format("{}  {}", ui_text(dlg, 85), result.name));
+  } else {
+    save_to(join_target_, false, result);
+    if (result.outcome == BatchOutcome::written) {
+      ++written_;
+    } else {
+      result.reason = quiet.take_said();
+      lines_.push_back(result.reason);
+    }
+  }
+  results_.push_back(std::move(result));
+  join_target_.clear();
+}
+
+void BatchRun::finish() {
+  close_all();
+  for (std::size_t i = number_; i < items_.size(); ++i)
+    results_.push_back({.name = items_[i]->name, .outcome = BatchOutcome::stopped});
+  if (is_stopped_) lines_.emplace_back(ui_text(dlg, 86));
+  open_state.document_modified = false;
+  is_over_ = true;
+  host().refresh_view(Refresh::all);
+}
+
+void BatchRun::note(const BatchResult& result, std::string_view label) {
+  lines_.push_back(fmt::format("{}: {}  {}", number_, label, result.name));
+}
+
+int BatchRun::percent_done() const { return percent_of(number_, items_.size()); }
+
+std::string BatchRun::progress_text() const {
+  std::string text = fmt::format("{} {} / {}", ui_text(dlg, 82), number_, items_.size());
+  if (is_over_) text += fmt::format("  ({}: {})", ui_text(dlg, 92), written_);
+  return text;
+}
+
+std::vector<std::string> BatchRun::results_list() const {
+  std::vector<std::string> list = {progress_text()};
+  list.insert(list.end(), lines_.begin(), lines_.end());
+  return list;
+}
+
+}  // namespace corvelin

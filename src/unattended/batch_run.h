@@ -1,0 +1,89 @@
+// The run of a batch: each selected file is opened, changed as the options say, saved under a
+// derived name and closed, or all are joined into one. It has no operations of its own; it drives
+// the document and the records behind the normal dialogs, which press their own buttons meanwhile.
+// A file that exists is never written over, but for the sources under "Overwrite originals".
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/long_run.h"
+#include "unattended/batch_job.h"
+
+namespace corvelin {
+
+/// What became of a file.
+enum class BatchOutcome : std::uint8_t { written, split, unchanged, joined, failed, stopped };
+
+/// "written", "split", ...
+std::string_view name_of(BatchOutcome outcome);
+
+struct BatchResult {
+  std::string name;  // of the source, without its folder
+  BatchOutcome outcome = BatchOutcome::failed;
+  std::string target;  // the file or, of a split, the folder that was written; empty for none
+  std::string reason;  // of a failure, on one line
+};
+
+/// Whether the files of a batch have nothing to do with one another, so that several can be worked
+/// on at a time: none is joined, and no two splits can want the same name.
+bool can_run_side_by_side(const BatchJob& job);
+
+/// One file a step. `job` outlives the run.
+class BatchRun : public LongRun {
+ public:
+  /// `between_slices` is called again and again while a file is worked on; it returns whether the
+  /// work shall go on.
+  explicit BatchRun(const BatchJob& job, std::function<bool()> between_slices = nullptr);
+  ~BatchRun() override;
+  BatchRun(const BatchRun&) = delete;
+  BatchRun& operator=(const BatchRun&) = delete;
+
+  bool step() override;
+
+  /// "Stop": the file under way is finished, no other one begins.
+  void cancel() override { is_stopped_ = true; }
+
+  [[nodiscard]] int percent_done() const override;
+  [[nodiscard]] std::string progress_text() const override;  // "Processing file: 3 / 12"
+  [[nodiscard]] std::string report() const override { return {}; }
+
+  /// The results list: the progress, then a line for each problem.
+  [[nodiscard]] std::vector<std::string> results_list() const;
+  /// One for each file so far, and behind those of a join one for what they were joined to.
+  [[nodiscard]] const std::vector<BatchResult>& results() const { return results_; }
+
+  /// Works on one file of a batch whose files stand alone, as a process of its own does.
+  BatchResult work_on(const BatchItem& item);
+
+ private:
+  void process(const BatchItem& item);
+  BatchResult open(const BatchItem& item);
+  BatchResult begin_join(const BatchItem& item);
+  BatchResult join(const BatchItem& item);
+  void end_join();
+  void finish();
+  BatchResult split(BatchResult result);
+  BatchResult save(BatchResult result);
+  void save_to(const std::string& name, bool replaces_source, BatchResult& result);
+  [[nodiscard]] std::string target_name(const std::string& name) const;
+  void note(const BatchResult& result, std::string_view label);
+
+  const BatchJob& job_;
+  std::function<bool()> between_slices_;
+  std::vector<const BatchItem*> items_;
+  std::size_t number_ = 0;  // of the file under way, from 1 on
+  std::size_t written_ = 0;
+  std::string join_target_;  // empty while no join is under way
+  bool is_stopped_ = false;
+  bool ends_early_ = false;  // a join that failed
+  bool is_over_ = false;
+  std::vector<std::string> lines_;
+  std::vector<BatchResult> results_;
+};
+
+}  // namespace corvelin
