@@ -3,7 +3,7 @@
 configure = cmake --preset release -DCORVELIN_TESTS=$(1)
 build = cmake --build --preset release
 
-.PHONY: help demo test run screenshots bench format clean
+.PHONY: help demo test run screenshots bench install package format clean
 
 help:
 	@echo 'make demo    build, then edit and split the sample audio'
@@ -11,6 +11,8 @@ help:
 	@echo 'make run     the desktop program'
 	@echo 'make screenshots  pictures of the window in each layout, dark and bright'
 	@echo 'make bench   build and run the benchmarks'
+	@echo 'make install  build and install below prefix (/usr/local), or DESTDIR'
+	@echo 'make package  build a Debian package'
 	@echo 'make format  format the sources'
 	@echo 'make clean   remove everything that was built'
 
@@ -46,6 +48,21 @@ bench:
 	build/release/bench/corvelin_bench
 	build/release/bench/corvelin_measuring_bench
 	build/release/bench/corvelin_view_bench
+
+prefix = /usr/local
+
+install:
+	scripts/install-packages build desktop
+	$(call configure,OFF)
+	$(build) --target corvelin corvelin-cli
+	cmake --install build/release --prefix "$(prefix)"
+
+package:
+	scripts/install-packages build desktop package
+	$(call configure,OFF)
+	$(build)
+	cpack --config build/release/CPackConfig.cmake -B build/package
+	lintian --fail-on error build/package/*.deb
 
 format:
 	scripts/install-packages check

@@ -72,7 +72,10 @@ bool start_up(const std::optional<std::string>& settings_path) {
 }
 
 void load_language() {
-  const std::string folder(folder_of(program_path()));
+  // Without a choice a language file right beside the program counts; those to choose from lie
+  // where the program's files do, which is elsewhere once it is installed.
+  const std::string folder(
+      folder_of(settings.language.empty() ? program_path() : program_file("Languages")));
   if (!ui_text_load(folder, wide_to_bytes(settings.language, true))) settings.language.clear();
 }
 
