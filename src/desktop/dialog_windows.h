@@ -11,6 +11,7 @@
 #include "edit/pause_dialog.h"
 #include "edit/split_dialog.h"
 #include "edit/window_commands.h"
+#include "unattended/batch_dialog.h"
 
 class QWidget;
 
@@ -24,5 +25,6 @@ bool show_window(NormalizeDialog& dialog, QWidget* parent);
 bool show_window(PauseDialog& dialog, QWidget* parent);
 bool show_window(AutoCueDialog& dialog, QWidget* parent);
 bool show_window(AboutDialog& dialog, QWidget* parent);
+bool show_window(BatchDialog& dialog, QWidget* parent);
 
 }  // namespace corvelin

@@ -211,6 +211,7 @@ bool QtHost::show(Dialog& dialog) {
   try_as(dynamic_cast<PauseDialog*>(&dialog));
   try_as(dynamic_cast<AutoCueDialog*>(&dialog));
   try_as(dynamic_cast<AboutDialog*>(&dialog));
+  try_as(dynamic_cast<BatchDialog*>(&dialog));
   if (result) return *result;
   dialog.cancel();
   show_refusal("This command is not available yet.");

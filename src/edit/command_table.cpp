@@ -223,7 +223,7 @@ constexpr Command table[] = {
     toggle<&Settings::big_total>(1065, "toggle_big_total", {men, 62}),
     {1066, "cues_at_selection_ends", {men, 40}, "Ctrl+Shift+E", editing | modifies, run<cues_at_selection_ends>, need_two_ends},
     {1070, "new_window", {men, 68}, "", 0, run<new_window>},
-    {1071, "batch_dialog", {men, 69}, "Ctrl+B", live_when_stopped | reopens, later},
+    {1071, "batch_dialog", {men, 69}, "Ctrl+B", live_when_stopped | opening, run<batch>},
     {1072, "check_resyncs", {men, 29}, "", editing | while_stopped | modifies_by_cuts | follows_cursor, run<check_resyncs>},
     {1073, "save_reencoded", {men, 14}, "", saving, later},
     {1074, "mute_cut", {men, 47}, "Ctrl+Shift+M", editing | modifies | live_with_levels, run<mute_cut>, need_mutable_cut},

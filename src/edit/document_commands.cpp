@@ -33,6 +33,10 @@ bool close() {
   return true;
 }
 
+bool (*open_batch_dialog)() = nullptr;
+
+bool batch() { return close() && open_batch_dialog != nullptr && open_batch_dialog(); }
+
 bool open_recent(std::size_t index) {
   if (!confirm_discard_changes()) return false;
   if (open_in_place(settings.file_recent[index])) return true;

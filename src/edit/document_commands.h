@@ -11,6 +11,12 @@ namespace corvelin {
 bool open_by_dialog();
 bool close();
 
+/// The work on whole folders, which lies above the commands: its dialog.
+extern bool (*open_batch_dialog)();
+
+/// That dialog, in the place of the document.
+bool batch();
+
 /// Opens an entry of the recent list. When that fails, all entries whose files are gone leave the
 /// list.
 bool open_recent(std::size_t index);

@@ -9,6 +9,7 @@
 #include "audio/recorder.h"
 #include "document/close_all.h"
 #include "edit/auto_crop.h"
+#include "edit/document_commands.h"
 #include "edit/normalize_dialog.h"
 #include "edit/transport.h"
 #include "edit/undo.h"
@@ -25,6 +26,7 @@
 #include "text/boxes.h"
 #include "text/language_file.h"
 #include "text/ui_text.h"
+#include "unattended/batch_dialog.h"
 
 namespace corvelin {
 
@@ -52,6 +54,7 @@ void apply_priority() { set_high_priority(settings.high_pri != 0); }
 void connect_levels() {
   close_hooks.before = {fall_silent};
   close_hooks.behind = {undo_clear};
+  open_batch_dialog = batch_dialog;
   close_hooks.at_start = {reset_audio, reset_batch};
   setting_listeners = {{"save_id3v1", keep_id3v1_as_set},
                        {"volume", apply_volume},

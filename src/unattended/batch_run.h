@@ -57,6 +57,8 @@ class BatchRun : public LongRun {
   /// One for each file so far, and behind those of a join one for what they were joined to.
   [[nodiscard]] const std::vector<BatchResult>& results() const { return results_; }
 
+  [[nodiscard]] bool is_over() const { return is_over_; }
+
   /// Works on one file of a batch whose files stand alone, as a process of its own does.
   BatchResult work_on(const BatchItem& item);
 

@@ -1,11 +1,13 @@
 // The main window with real events, without a screen.
 #include "desktop/main_window.h"
 
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMimeData>
 #include <QPushButton>
 #include <QScrollBar>
@@ -259,6 +261,37 @@ TEST_F(MainWindowTest, ADropOnTheGraphAppendsAndOneBesideItOpens) {
   window_host->answer = BoxAnswer::no;  // to the question about unsaved changes
   drop({20, window->view().height() + 20});
   EXPECT_EQ(document.total_size, 30 * length);
+}
+
+TEST_F(MainWindowTest, ABatchIsChosenRunAndTold) {
+  for (const char* const name : {"1.mp3", "2.mp3", "3.mp3"}) folder.file(name, frames(30));
+  folder.file("2.mp3.mp3", "mine");
+  settings.working_dir = folder.path("");
+  show_window();
+  bool was_shown = false;
+  QTimer::singleShot(0, [&] {
+    auto* const batch = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(batch, nullptr);
+    was_shown = true;
+    const auto click = [batch](const char* name) {
+      batch->findChild<QAbstractButton*>(QString::fromLatin1(name))->click();
+    };
+    click("option_2");  // Normalize goes when Only save comes
+    click("option_1");
+    EXPECT_FALSE(batch->findChild<QAbstractButton*>(QStringLiteral("option_2"))->isChecked());
+    batch->findChild<QLineEdit*>(QStringLiteral("mask"))->setText(QStringLiteral("?.mp3"));
+    Q_EMIT batch->findChild<QLineEdit*>(QStringLiteral("mask"))->editingFinished();
+    click("start");
+    auto* const results = batch->findChild<QListWidget*>(QStringLiteral("results"));
+    EXPECT_EQ(as_utf8(results->item(0)->text()), "Processing file: 3 / 3  (written: 2)");
+    EXPECT_EQ(as_utf8(results->item(1)->text()), "2: File exists:  2.mp3");
+    if (qEnvironmentVariableIsSet("GRAB")) batch->grab().save(qEnvironmentVariable("GRAB"));
+    click("close");
+  });
+  press("Ctrl+B");
+  EXPECT_TRUE(was_shown);
+  EXPECT_EQ(read_text(folder.path("2.mp3.mp3")), "mine");
+  EXPECT_TRUE(file_facts(folder.path("3.mp3.mp3")).found);
 }
 
 TEST_F(MainWindowTest, TypedTimesMoveTheCursorAndTheSelection) {

@@ -1,0 +1,482 @@
+// The window of the batch: the list of files, what is to be done with them, where the results go,
+// and what became of them.
+#include <QApplication>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QDropEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMimeData>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QSlider>
+#include <QSpinBox>
+#include <QTimer>
+#include <QTreeWidget>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <vector>
+
+#include "desktop/dialog_kit.h"
+#include "desktop/dialog_windows.h"
+#include "desktop/qt_text.h"
+#include "platform/file.h"
+
+namespace corvelin {
+
+namespace {
+
+QString as_shown(const std::string& path) { return QFile::decodeName(path.c_str()); }
+
+std::string as_path(const QString& text) { return QFile::encodeName(text).toStdString(); }
+
+// The files in their order. Dragged ones go in front of the one under the pointer; a folder dropped
+// from another program becomes the one of the list.
+class FileList : public QTreeWidget {
+ public:
+  std::function<void(int row)> move_selected;
+  std::function<void(const QString& path)> take_dropped;
+
+  FileList() {
+    setObjectName(QStringLiteral("items"));
+    setAccessibleName(label(dlg, 73));
+    setRootIsDecorated(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setSelectionMode(ExtendedSelection);
+    setDragDropMode(DragDrop);
+    setDefaultDropAction(Qt::MoveAction);
+    setAutoScrollMargin(20);  // pixels
+    setHeaderLabels({label(dlg, 70), label(dlg, 71), label(dlg, 72)});
+    header()->setSectionsClickable(true);
+    header()->setSortIndicatorShown(true);
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(0, QHeaderView::Stretch);
+    header()->setSectionResizeMode(1, QHeaderView::ResizeToContents);
+    header()->setSectionResizeMode(2, QHeaderView::ResizeToContents);
+  }
+
+ protected:
+  void dragEnterEvent(QDragEnterEvent* event) override {
+    QTreeWidget::dragEnterEvent(event);
+    if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+  }
+
+  void dragMoveEvent(QDragMoveEvent* event) override {
+    QTreeWidget::dragMoveEvent(event);
+    event->accept();
+  }
+
+  void dropEvent(QDropEvent* event) override {
+    if (event->source() == this) {
+      const QModelIndex under = indexAt(event->position().toPoint());
+      event->setDropAction(
+          Qt::IgnoreAction);  // the list is filled anew, nothing is to be taken out
+      move_selected(under.isValid() ? under.row() : topLevelItemCount());
+    } else if (event->mimeData()->hasUrls()) {
+      event->acceptProposedAction();
+      take_dropped(event->mimeData()->urls().front().toLocalFile());
+    }
+  }
+};
+
+class BatchWindow : public DialogWindow {
+ public:
+  BatchWindow(BatchDialog& dialog, QWidget* parent)
+      : DialogWindow(QStringLiteral("batch_dialog"), QStringLiteral("Batch processing"), parent),
+        dialog_(dialog),
+        job_(dialog.job) {
+    auto* const right = new QVBoxLayout;
+    right->addWidget(action_group());
+    right->addWidget(destination_group());
+    right->addStretch();
+    auto* const top = new QHBoxLayout;
+    top->addWidget(source_group(), 1);
+    top->addLayout(right);
+    auto* const rows = new QVBoxLayout(this);
+    rows->addLayout(top, 3);
+    rows->addWidget(results_group(), 1);
+    rows->addLayout(buttons());
+    resize(980, 720);
+    show_list();
+    show_options();
+    show_destination();
+    show_state();
+    dialog_.between_slices = [] {
+      QApplication::processEvents();
+      return true;
+    };
+    // No button is the default one, so that Enter in a field only leaves it.
+    for (QPushButton* const button : findChildren<QPushButton*>()) button->setAutoDefault(false);
+  }
+
+  // Close, and the window's own button: what is under way is finished first.
+  void reject() override {
+    dialog_.stop();
+    closes_ = true;
+    if (!is_stepping_) QDialog::reject();
+  }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override {
+    event->ignore();
+    reject();
+  }
+
+ private:
+  QGroupBox* source_group() {
+    auto* const group = new QGroupBox(label(dlg, 73));
+    auto* const grid = new QGridLayout(group);
+    folder_ = new_line(as_shown(job_.source_folder), 396);
+    folder_->setAccessibleName(label(dlg, 73));
+    folder_->setObjectName(QStringLiteral("source_folder"));
+    auto* const choose = new QPushButton(QStringLiteral("..."));
+    choose->setObjectName(QStringLiteral("choose_source"));
+    choose->setAccessibleName(label(dlg, 73) + QStringLiteral(" ..."));
+    choose->setFixedWidth(36);
+    mask_ = new_line(as_qstring(job_.mask), 99);
+    mask_->setObjectName(QStringLiteral("mask"));
+    mask_->setAccessibleName(QStringLiteral("Mask"));
+    mask_->setFixedWidth(90);
+    grid->addWidget(folder_, 0, 0);
+    grid->addWidget(choose, 0, 1);
+    grid->addWidget(mask_, 0, 2);
+    list_ = new FileList;
+    grid->addWidget(list_, 1, 0, 1, 3);
+    count_ = new QLabel;
+    count_->setObjectName(QStringLiteral("selected"));
+    grid->addWidget(count_, 2, 0, 1, 3);
+
+    connect(choose, &QPushButton::clicked, this, [this] {
+      const QString chosen =
+          QFileDialog::getExistingDirectory(this, label(dlg, 73), folder_->text());
+      if (!chosen.isEmpty()) take_folder(as_path(chosen));
+    });
+    connect(folder_, &QLineEdit::editingFinished, this, [this] {
+      if (folder_->text() != as_shown(job_.source_folder)) take_folder(as_path(folder_->text()));
+    });
+    connect(mask_, &QLineEdit::editingFinished, this, [this] {
+      if (mask_->text() == as_qstring(job_.mask)) return;
+      job_.mask = as_utf8(mask_->text());
+      scan();
+    });
+    connect(list_, &QTreeWidget::itemSelectionChanged, this, [this] { take_selection(); });
+    connect(list_->header(), &QHeaderView::sectionClicked, this, [this](int column) {
+      job_.sort_by(static_cast<BatchColumn>(column));
+      show_list();
+    });
+    list_->move_selected = [this](int row) {
+      job_.move_selected(static_cast<std::size_t>(row));
+      show_list();
+    };
+    list_->take_dropped = [this](const QString& path) {
+      const std::string dropped = as_path(path);
+      take_folder(file_facts(dropped).is_folder ? dropped : dropped.substr(0, dropped.rfind('/')));
+    };
+    return group;
+  }
+
+  // A path that is only half typed is no folder yet.
+  void take_folder(const std::string& folder) {
+    if (!folder.starts_with('/') || !file_facts(folder).is_folder) return;
+    job_.source_folder = folder;
+    scan();
+  }
+
+  void scan() {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    job_.scan_batch_folder();
+    show_list();
+    QApplication::restoreOverrideCursor();
+  }
+
+  QGroupBox* action_group() {
+    auto* const group = new QGroupBox(label(dlg, 74));
+    auto* const grid = new QGridLayout(group);
+    level_ =
+        new_slider(Qt::Horizontal, 0, BatchJob::highest_level, job_.batch_level, "batch_level");
+    level_->setAccessibleName(label(dlg, 53));
+    level_text_ = new QLabel;
+    level_text_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("+48.0 dB ")));
+    join_name_ = new_line({}, 396);
+    limit_ = seconds_field("limit_seconds", label(dlg, 90));
+    cut_begin_ = seconds_field("cut_begin", label(dlg, 79) + QStringLiteral(" Cut"));
+    cut_end_ = seconds_field("cut_end", label(dlg, 79) + QStringLiteral(" Cut, end"));
+    fade_begin_ = seconds_field("fade_begin", label(dlg, 79) + QStringLiteral(" Simple fade"));
+    fade_end_ = seconds_field("fade_end", label(dlg, 79) + QStringLiteral(" Simple fade, end"));
+    bottom_ = new QSpinBox;
+    bottom_->setObjectName(QStringLiteral("batch_bottom"));
+    bottom_->setRange(0, BatchJob::highest_bottom);
+    bottom_->setSuffix(QStringLiteral(" dB"));
+    bottom_->setValue(job_.usable_bottom());
+    join_name_->setObjectName(QStringLiteral("join_name"));
+    join_name_->setAccessibleName(label(dlg, 78));
+
+    int row = 0;
+    const auto add = [&](BatchOption option, const QString& text, QWidget* first = nullptr,
+                         QWidget* second = nullptr) {
+      grid->addWidget(option_box(option, text), row, 0);
+      if (first != nullptr) grid->addWidget(first, row, 1, 1, second == nullptr ? 2 : 1);
+      if (second != nullptr) grid->addWidget(second, row, 2);
+      ++row;
+    };
+    add(BatchOption::only_save, label(dlg, 77));
+    add(BatchOption::normalize, QStringLiteral("Normalize"));
+    add(BatchOption::level, label(dlg, 53), level_, level_text_);
+    auto* const seconds = new QLabel(label(dlg, 79));
+    grid->addWidget(seconds, row++, 0, 1, 3);
+    add(BatchOption::cut, QStringLiteral("Cut"), cut_begin_, cut_end_);
+    add(BatchOption::simple_fade, QStringLiteral("Simple fade"), fade_begin_, fade_end_);
+    add(BatchOption::limit_length, label(dlg, 90), limit_);
+    add(BatchOption::auto_crop, QStringLiteral("Auto crop"));
+    auto* const bottom_words = new QLabel(label(dlg, 48));
+    bottom_words->setBuddy(bottom_);
+    grid->addWidget(bottom_words, row, 0);
+    grid->addWidget(bottom_, row++, 1);
+    add(BatchOption::pause_detection, label(dlg, 50));
+    add(BatchOption::auto_cue, label(dlg, 64));
+    add(BatchOption::join, label(dlg, 78), join_name_);
+    add(BatchOption::skip_unchanged, label(dlg, 93));
+
+    connect(level_, &QSlider::valueChanged, this, [this](int value) {
+      job_.batch_level = static_cast<std::uint8_t>(value);
+      show_level();
+    });
+    connect(bottom_, &QSpinBox::valueChanged, this,
+            [this](int value) { job_.batch_bottom = static_cast<std::uint8_t>(value); });
+    const auto bind = [this](QLineEdit* line, std::string BatchJob::*field) {
+      connect(line, &QLineEdit::textChanged, this,
+              [this, field](const QString& text) { job_.*field = as_path(text); });
+    };
+    bind(join_name_, &BatchJob::join_name);
+    bind(limit_, &BatchJob::limit_seconds);
+    bind(cut_begin_, &BatchJob::cut_begin);
+    bind(cut_end_, &BatchJob::cut_end);
+    bind(fade_begin_, &BatchJob::fade_begin);
+    bind(fade_end_, &BatchJob::fade_end);
+    return group;
+  }
+
+  static QLineEdit* seconds_field(const char* name, const QString& accessible_name) {
+    QLineEdit* const line = new_line({}, 7);
+    line->setObjectName(QString::fromLatin1(name));
+    line->setAccessibleName(accessible_name);
+    line->setFixedWidth(80);
+    return line;
+  }
+
+  QCheckBox* option_box(BatchOption option, const QString& text) {
+    auto* const box = new_box(text, job_.has(option),
+                              ("option_" + std::to_string(static_cast<int>(option))).c_str());
+    connect(box, &QCheckBox::clicked, this, [this, option](bool is_on) {
+      dialog_.choose(option, is_on);
+      show_options();
+    });
+    options_.push_back({option, box});
+    return box;
+  }
+
+  QGroupBox* destination_group() {
+    auto* const group = new QGroupBox(label(dlg, 75));
+    auto* const grid = new QGridLayout(group);
+    to_folder_ = new QRadioButton;
+    to_folder_->setObjectName(QStringLiteral("dest_folder"));
+    to_folder_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    overwrite_ = new QRadioButton(label(dlg, 81));
+    overwrite_->setObjectName(QStringLiteral("overwrite_originals"));
+    auto* const source = new QPushButton(label(dlg, 73));
+    source->setObjectName(QStringLiteral("destination_is_source"));
+    source->setAccessibleName(label(dlg, 75) + QStringLiteral(": ") + label(dlg, 73));
+    grid->addWidget(to_folder_, 0, 0);
+    grid->addWidget(source, 0, 1);
+    grid->addWidget(overwrite_, 1, 0, 1, 2);
+    connect(to_folder_, &QRadioButton::clicked, this, [this] {
+      const bool was_running = dialog_.is_running();
+      dialog_.choose(BatchOption::overwrite_originals, false);
+      if (!was_running) choose_destination();
+    });
+    connect(overwrite_, &QRadioButton::clicked, this,
+            [this] { dialog_.choose(BatchOption::overwrite_originals, true); });
+    connect(source, &QPushButton::clicked, this, [this] {
+      job_.dest_folder.clear();
+      show_destination();
+    });
+    return group;
+  }
+
+  void choose_destination() {
+    const std::string& start = job_.dest_folder.empty() ? job_.source_folder : job_.dest_folder;
+    const QString chosen = QFileDialog::getExistingDirectory(this, label(dlg, 75), as_shown(start));
+    if (!chosen.isEmpty()) job_.dest_folder = as_path(chosen);
+    show_destination();
+  }
+
+  QGroupBox* results_group() {
+    auto* const group = new QGroupBox(label(dlg, 76));
+    auto* const rows = new QVBoxLayout(group);
+    results_ = new QListWidget;
+    results_->setObjectName(QStringLiteral("results"));
+    results_->setAccessibleName(label(dlg, 76));
+    results_->setMinimumHeight(results_->fontMetrics().lineSpacing() * 4);
+    rows->addWidget(results_);
+    return group;
+  }
+
+  QHBoxLayout* buttons() {
+    auto* const row = new QHBoxLayout;
+    const auto button = [row](const QString& text, const char* name) {
+      auto* const made = new QPushButton(text);
+      made->setObjectName(QString::fromLatin1(name));
+      row->addWidget(made);
+      return made;
+    };
+    row->addStretch();
+    start_ = button(label(dlg, 56), "start");
+    stop_ = button(label(dlg, 37), "stop");
+    QPushButton* const close = button(label(dlg, 2), "close");
+    connect(start_, &QPushButton::clicked, this, [this] { start(); });
+    connect(stop_, &QPushButton::clicked, this, [this] { dialog_.stop(); });
+    connect(close, &QPushButton::clicked, this, [this] { reject(); });
+    return row;
+  }
+
+  // Steps the run to its end. The window stays alive between the slices.
+  void start() {
+    if (is_stepping_ || !dialog_.accept()) return;
+    is_stepping_ = true;
+    show_state();
+    bool goes_on = true;
+    while (goes_on) {
+      goes_on = dialog_.run->step();
+      show_results();
+      QApplication::processEvents();
+    }
+    is_stepping_ = false;
+    show_state();
+    if (closes_) QDialog::reject();
+  }
+
+  void take_selection() {
+    for (int i = 0; i < list_->topLevelItemCount(); ++i)
+      job_.items[static_cast<std::size_t>(i)].is_selected = list_->topLevelItem(i)->isSelected();
+    show_count();
+  }
+
+  void show_list() {
+    const QSignalBlocker blocker(list_);
+    list_->clear();
+    QList<QTreeWidgetItem*> rows;
+    for (const BatchItem& item : job_.items) {
+      auto* const row = new QTreeWidgetItem(
+          {as_shown(item.name), as_qstring(item.size_text), as_qstring(item.date_text)});
+      row->setTextAlignment(1, Qt::AlignRight | Qt::AlignVCenter);
+      row->setFlags(row->flags() & ~Qt::ItemIsDropEnabled);
+      rows.push_back(row);
+    }
+    list_->addTopLevelItems(rows);
+    QItemSelection chosen;
+    for (int i = 0; i < rows.size(); ++i)
+      if (job_.items[static_cast<std::size_t>(i)].is_selected)
+        chosen.select(list_->model()->index(i, 0), list_->model()->index(i, 2));
+    list_->selectionModel()->select(chosen, QItemSelectionModel::ClearAndSelect);
+    list_->header()->setSortIndicator(static_cast<int>(job_.sort_column), job_.sort_descending
+                                                                              ? Qt::DescendingOrder
+                                                                              : Qt::AscendingOrder);
+    folder_->setText(as_shown(job_.source_folder));
+    show_count();
+  }
+
+  void show_count() {
+    count_->setText(QStringLiteral("%1 / %2").arg(job_.selected_count()).arg(job_.items.size()));
+  }
+
+  void show_options() {
+    for (const auto& [option, box] : options_) box->setChecked(job_.has(option));
+    level_->setEnabled(job_.can_edit_level());
+    bottom_->setEnabled(job_.can_edit_bottom());
+    join_name_->setEnabled(job_.has(BatchOption::join));
+    limit_->setEnabled(job_.has(BatchOption::limit_length));
+    for (QLineEdit* const field : {cut_begin_, cut_end_})
+      field->setEnabled(job_.has(BatchOption::cut));
+    for (QLineEdit* const field : {fade_begin_, fade_end_})
+      field->setEnabled(job_.has(BatchOption::simple_fade));
+    show_level();
+  }
+
+  void show_level() { level_text_->setText(as_qstring(job_.level_text())); }
+
+  void show_destination() {
+    const bool overwrites = job_.has(BatchOption::overwrite_originals);
+    to_folder_->setChecked(!overwrites);
+    overwrite_->setChecked(overwrites);
+    const QString text = job_.dest_folder.empty() ? QStringLiteral("Select folder / current folder")
+                                                  : as_shown(job_.dest_folder);
+    to_folder_->setText(QString(text).replace(u'&', QStringLiteral("&&")));
+    to_folder_->setToolTip(text);
+  }
+
+  void show_state() {
+    const bool is_running = is_stepping_;
+    start_->setEnabled(!is_running);
+    stop_->setEnabled(is_running);
+    for (QWidget* const widget : std::initializer_list<QWidget*>{list_, folder_, mask_})
+      widget->setEnabled(!is_running);
+    if (QPushButton* const choose = findChild<QPushButton*>(QStringLiteral("choose_source")))
+      choose->setEnabled(!is_running);
+    if (!isVisible()) return;
+    (is_running ? stop_ : start_)->setFocus();
+  }
+
+  // Only the first line changes; the others are added to.
+  void show_results() {
+    const std::vector<std::string> lines = dialog_.run->results_list();
+    while (results_->count() > static_cast<int>(lines.size())) delete results_->takeItem(0);
+    for (int i = results_->count(); i < static_cast<int>(lines.size()); ++i)
+      results_->addItem(as_shown(lines[static_cast<std::size_t>(i)]));
+    results_->item(0)->setText(as_shown(lines.front()));
+    if (lines.size() > 1) results_->scrollToBottom();
+  }
+
+  BatchDialog& dialog_;
+  BatchJob& job_;
+  std::vector<std::pair<BatchOption, QCheckBox*>> options_;
+  QLineEdit* folder_ = nullptr;
+  QLineEdit* mask_ = nullptr;
+  FileList* list_ = nullptr;
+  QLabel* count_ = nullptr;
+  QSlider* level_ = nullptr;
+  QLabel* level_text_ = nullptr;
+  QLineEdit* join_name_ = nullptr;
+  QLineEdit* limit_ = nullptr;
+  QLineEdit* cut_begin_ = nullptr;
+  QLineEdit* cut_end_ = nullptr;
+  QLineEdit* fade_begin_ = nullptr;
+  QLineEdit* fade_end_ = nullptr;
+  QSpinBox* bottom_ = nullptr;
+  QRadioButton* to_folder_ = nullptr;
+  QRadioButton* overwrite_ = nullptr;
+  QListWidget* results_ = nullptr;
+  QPushButton* start_ = nullptr;
+  QPushButton* stop_ = nullptr;
+  bool is_stepping_ = false;
+  bool closes_ = false;
+};
+
+}  // namespace
+
+bool show_window(BatchDialog& dialog, QWidget* parent) {
+  BatchWindow(dialog, parent).exec();
+  dialog.cancel();
+  return true;
+}
+
+}  // namespace corvelin

@@ -1,0 +1,47 @@
+// Start, stop and choices.
+#include "unattended/batch_dialog.h"
+
+#include "document/open_state.h"
+#include "settings/note.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+bool BatchDialog::accept() {
+  if (is_running()) return false;
+  if (job.has(BatchOption::overwrite_originals)) {
+    const BoxAnswer answer = host().show_message_box({.caption = std::string(ui_text(msg, 7)),
+                                                      .text = std::string(ui_text(dlg, 81)),
+                                                      .icon = BoxIcon::warning,
+                                                      .buttons = BoxButtons::ok_cancel,
+                                                      .default_answer = BoxAnswer::cancel});
+    if (answer != BoxAnswer::ok) return false;
+  }
+  run.reset();  // which ends with the batch before a new one begins
+  run = std::make_unique<BatchRun>(job, between_slices);
+  return true;
+}
+
+void BatchDialog::stop() {
+  if (is_running()) run->cancel();
+}
+
+void BatchDialog::cancel() {
+  stop();
+  if (!is_running()) run.reset();
+  open_state.document_modified = false;
+}
+
+void BatchDialog::choose(BatchOption option, bool is_on) {
+  job.set_option(option, is_on);
+  if (option != BatchOption::skip_unchanged) stop();
+  const bool splits = option == BatchOption::pause_detection || option == BatchOption::auto_cue;
+  if (splits && is_on) show_note_once(Note::batch);
+}
+
+bool batch_dialog() {
+  BatchDialog dialog;
+  return show_dialog(dialog);
+}
+
+}  // namespace corvelin
