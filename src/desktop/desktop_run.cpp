@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "audio/recorder.h"
 #include "desktop/accessibility.h"
 #include "desktop/command_line.h"
 #include "desktop/end_signals.h"
@@ -26,6 +27,7 @@
 #include "desktop/style.h"
 #include "document/open_state.h"
 #include "edit/commands.h"
+#include "edit/record_commands.h"
 #include "edit/save_project.h"
 #include "platform/program.h"
 #include "platform/system.h"
@@ -60,6 +62,13 @@ class EarlyHost : public Host {
   std::vector<MessageBox> boxes;
 };
 
+// For an end that waits for no answer.
+void keep_recording() {
+  if (!recorder.rec_writing) return;
+  stop_recording();
+  if (open_state.document_modified) keep_recording_project();
+}
+
 class DesktopRun {
  public:
   /// `boxes` are those that nobody could show yet.
@@ -69,7 +78,10 @@ class DesktopRun {
         window_(look_of_settings()),
         host_(window_) {
     install_host(&host_);
-    window_.may_close = [] { return confirm_discard_changes(); };
+    window_.may_close = [] {
+      if (recorder.rec_writing) stop_recording();  // its cues are then asked about
+      return confirm_discard_changes();
+    };
     watch_end_signals(window_, [this] { end_by_signal(); });
     QObject::connect(qApp, &QGuiApplication::commitDataRequest, &window_,
                      [this](QSessionManager& session) { end_of_session(session); });
@@ -91,17 +103,29 @@ class DesktopRun {
  private:
   void begin() {
     for (const MessageBox& box : boxes_) host_.show_message_box(box);
-    const bool is_open = !line_.file.empty() && open_file(line_.file);
-    host_.rebuild_part_list();
     host_.rebuild_recent_menu();
-    host_.update_menu_state(all_states);
-    host_.refresh_view(is_open ? Refresh::all : Refresh::no_document);
-    if (is_open && line_.work != nullptr) return work();
+    const bool records = line_.records && record();
+    if (!records && open() && line_.work != nullptr) return work();
     // The program is new here, or is another version than the last time.
     constexpr std::chrono::milliseconds pause(1000);
     constexpr CommandId about = 1082;
     if (as_utf8(as_qstring(settings.version)) != program_version)
       host_.call_later(pause, [] { dispatch_command(about); });
+  }
+
+  // False when the recorder can't be made ready: the program then starts as without the switch.
+  [[nodiscard]] bool record() const {
+    if (!initialize_recording()) return false;
+    start_recording_unattended(line_.file);
+    return true;
+  }
+
+  bool open() {
+    const bool is_open = !line_.file.empty() && open_file(line_.file);
+    host_.rebuild_part_list();
+    host_.update_menu_state(all_states);
+    host_.refresh_view(is_open ? Refresh::all : Refresh::no_document);
+    return is_open;
   }
 
   // The program ends whatever became of the work.
@@ -115,6 +139,7 @@ class DesktopRun {
   // Whoever ends the program may not wait for an answer, so what is to be kept is kept at once.
   void end_by_signal() {
     store();
+    keep_recording();
     for (QWidget* dialog = QApplication::activeModalWidget(); dialog != nullptr;
          dialog = QApplication::activeModalWidget()) {
       auto* const window = qobject_cast<QDialog*>(dialog);
@@ -127,6 +152,7 @@ class DesktopRun {
 
   void end_of_session(QSessionManager& session) {
     store();
+    keep_recording();
     if (!open_state.document_modified || !session.allowsInteraction()) return;
     const bool may_end = !is_busy() && confirm_discard_changes();
     session.release();

@@ -186,7 +186,7 @@ void add_recording_cue() {
 }
 
 std::string keep_recording_project() {
-  const std::string name = free_recording_name(with_extension(open_state.audio_name, ".cvp"));
+  std::string name = free_recording_name(with_extension(open_state.audio_name, ".cvp"));
   if (const std::error_code error = write_project(name)) {
     recorder.has_failed = true;
     show_error(fmt::format("{}\n{}", error.message(), name));
