@@ -55,6 +55,36 @@ constexpr PresetColumn vbr_quality_column = {24, 2};
 constexpr PresetColumn abr_bitrate_column = {27, 3};
 constexpr std::size_t preset_name_place = 40;
 
+// One format of the codec manager.
+struct AcmFormat {
+  std::uint32_t samplerate = 0;  // hertz
+  std::uint16_t bitrate = 0;     // kbit/s
+  std::uint8_t channels = 0;
+
+  bool operator==(const AcmFormat&) const = default;
+
+  [[nodiscard]] std::string text() const {
+    return fmt::format("{} kbps, {} kHz, {}", bitrate, samplerate / 1000,
+                       channels == 1 ? "Mono" : "Stereo");
+  }
+};
+
+std::vector<AcmFormat> acm_formats() {
+  std::vector<AcmFormat> formats;
+  for (const std::uint32_t samplerate : {48000U, 44100U, 32000U, 24000U, 22050U, 16000U}) {
+    const auto& rates = samplerate < lowest_mpeg1_samplerate ? rates_of_mpeg2 : rates_of_mpeg1;
+    for (const std::uint8_t channels : {std::uint8_t{2}, std::uint8_t{1}})
+      for (std::size_t i = rates.size(); i-- > 0;)
+        formats.push_back({samplerate, rates[i], channels});
+  }
+  return formats;
+}
+
+AcmFormat acm_format_of_settings() {
+  return {settings.enc_acm_samplerate, static_cast<std::uint16_t>(settings.enc_acm_bitrate / 1000),
+          settings.enc_acm_channels};
+}
+
 std::int32_t field(std::string_view line, PresetColumn column) {
   if (column.place >= line.size()) return 0;
   return std::max(leading_number(line.substr(column.place, column.width)), 0);
@@ -153,6 +183,33 @@ void choose_lame_abr_bitrate(std::int32_t kbit_s) {
 void choose_lame_quality(std::uint32_t quality) {
   settings.enc_lam_quality = quality;
   correct_lame_settings();
+}
+
+std::vector<EncoderChoice> acm_format_choices() {
+  std::vector<EncoderChoice> choices;
+  if (chosen_acm_format() < 0) choices.push_back({-1, acm_format_of_settings().text()});
+  std::int32_t number = 0;
+  for (const AcmFormat& format : acm_formats()) choices.push_back({number++, format.text()});
+  return choices;
+}
+
+std::int32_t chosen_acm_format() {
+  const std::vector<AcmFormat> formats = acm_formats();
+  const auto found = std::ranges::find(formats, acm_format_of_settings());
+  return found == formats.end() ? -1 : static_cast<std::int32_t>(found - formats.begin());
+}
+
+void choose_acm_format(std::int32_t value) {
+  const std::vector<AcmFormat> formats = acm_formats();
+  if (value < 0 || static_cast<std::size_t>(value) >= formats.size()) return;
+  const AcmFormat& format = formats[static_cast<std::size_t>(value)];
+  // A frame of 1152 samples, or of 576 at the low rates, in whole bytes.
+  const std::uint32_t factor = format.samplerate < lowest_mpeg1_samplerate ? 72000 : 144000;
+  settings.enc_acm_samplerate = format.samplerate;
+  settings.enc_acm_bitrate = format.bitrate * 1000U;
+  settings.enc_acm_channels = format.channels;
+  settings.enc_acm_blocksize =
+      static_cast<std::uint16_t>(factor * format.bitrate / format.samplerate);
 }
 
 std::string_view lame_preset_name(std::string_view line) {

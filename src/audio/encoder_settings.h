@@ -60,6 +60,12 @@ void choose_lame_abr_bitrate(std::int32_t kbit_s);
 /// Takes a quality; "Voice" brings a method, a bit rate and mono with it.
 void choose_lame_quality(std::uint32_t quality);
 
+/// The formats of the codec manager, best first within a sample rate; which of them is set, -1 for
+/// another one, which then stands on top of the list; and the taking of one.
+std::vector<EncoderChoice> acm_format_choices();
+std::int32_t chosen_acm_format();
+void choose_acm_format(std::int32_t value);
+
 constexpr std::size_t most_lame_presets = 19;
 
 /// The name of a stored preset; empty for a line that is too short to have one.

@@ -10,6 +10,7 @@
 #include "edit/auto_crop.h"
 #include "edit/auto_cue_dialog.h"
 #include "edit/clipboard.h"
+#include "edit/config_dialog.h"
 #include "edit/cue_commands.h"
 #include "edit/cut_commands.h"
 #include "edit/document_commands.h"
@@ -165,7 +166,7 @@ constexpr Command table[] = {
     {216, "select_to_start", unnamed, "Ctrl+Home", selecting, run<select_to_start>, nullptr, selection_label},
     {217, "select_to_end", unnamed, "Ctrl+End", selecting, run<select_to_end>, nullptr, selection_label},
     {230, "debug_window", unnamed, "Ctrl+Shift+Alt+D", 0, run<debug_window>},
-    {901, "configure_encoder", unnamed, "F12", 0, later},
+    {901, "configure_encoder", unnamed, "F12", 0, configure_encoder},
     {1010, "open_by_dialog", {men, 10}, "Ctrl+O", opening | live_when_stopped, run<open_by_dialog>},
     {1011, "close", {men, 11}, "Ctrl+F4", opening | on_document, run<close>},
     {1012, "save_complete", {men, 12}, "Ctrl+W", saving, run<save_complete>},
@@ -205,7 +206,7 @@ constexpr Command table[] = {
     {1047, "two_stage_fade", {men, 46}, "Ctrl+Shift+F", editing | modifies | live_with_levels | follows_cursor, run<two_stage_fade>, need_fade},
     {1048, "set_cue_flags", {men, 38}, "", editing, run<set_cue_flags>, nullptr, cue_flags_label},
     {1049, "remove_cue_flags", {men, 39}, "", editing, run<remove_cue_flags>, nullptr, cue_flags_label},
-    {1050, "configuration_dialog", {men, 54}, "F11", 0, later},
+    {1050, "configuration_dialog", {men, 54}, "F11", 0, configuration_dialog},
     toggle<&Settings::big_timer>(1051, "toggle_big_timer", {men, 55}),
     toggle<&Settings::show_milisec>(1052, "toggle_show_milisec", {men, 56}),
     toggle<&Settings::db_scale>(1053, "toggle_db_scale", {men, 57}),

@@ -26,6 +26,10 @@ std::vector<std::string> Host::ask_for_existing_files(const FileDialog& dialog) 
   return name ? std::vector{std::move(*name)} : std::vector<std::string>{};
 }
 
+std::optional<std::string> Host::ask_for_folder(const std::string&) { return std::nullopt; }
+
+std::optional<std::uint32_t> Host::ask_for_colour(std::uint32_t) { return std::nullopt; }
+
 bool Host::show(Dialog& dialog) {
   dialog.cancel();
   return false;

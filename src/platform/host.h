@@ -105,6 +105,14 @@ class Host {
   /// for several asks for one.
   virtual std::vector<std::string> ask_for_existing_files(const FileDialog& dialog);
 
+  /// The folder that the user chooses, or nothing when that is cancelled. `path` is where the
+  /// choice begins.
+  virtual std::optional<std::string> ask_for_folder(const std::string& path);
+
+  /// The colour, 0xBBGGRR, that the user chooses in the place of `colour`, or nothing when that is
+  /// cancelled.
+  virtual std::optional<std::uint32_t> ask_for_colour(std::uint32_t colour);
+
   /// Shows a dialog that has begun until it is closed. True when `accept` took its fields and,
   /// where that started a run, all went well.
   virtual bool show(Dialog& dialog);
@@ -114,6 +122,9 @@ class Host {
 
   /// Ends the program, after the question about unsaved changes. Called through `request_close`.
   virtual void close() {}
+
+  /// Ends the program and starts it anew. The user has been asked about unsaved changes.
+  virtual void restart() {}
 
   /// Replaces the clipboard's text; an empty one empties it. False, and the old text stays, when
   /// that fails. Without a desktop the clipboard is a file.

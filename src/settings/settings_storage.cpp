@@ -18,6 +18,7 @@ std::string user_settings_folder() {
 }  // namespace
 
 SettingsStorage settings_storage = SettingsStorage::beside_program;
+std::string settings_path;
 
 std::optional<std::string> user_settings_path(bool create) {
   const std::string folder = user_settings_folder();
@@ -35,6 +36,12 @@ bool local_marker(MarkerOperation operation) {
   if (operation == MarkerOperation::create && !exists) OutputFile().create_new(path);
   if (operation == MarkerOperation::remove && exists) remove_file(path);
   return file_facts(path).found;
+}
+
+bool force_portable(bool on) {
+  const bool exists = local_marker(on ? MarkerOperation::create : MarkerOperation::remove);
+  settings_storage = exists ? SettingsStorage::portable : SettingsStorage::beside_program;
+  return exists;
 }
 
 std::string choose_settings_file(bool local_run) {

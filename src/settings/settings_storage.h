@@ -17,6 +17,9 @@ enum class SettingsStorage {
 
 extern SettingsStorage settings_storage;
 
+/// The file that the settings were read from at the start.
+extern std::string settings_path;
+
 /// The settings file in the user's profile. Nothing when its folder can't be entered; with `create`
 /// the folder is made first.
 std::optional<std::string> user_settings_path(bool create);
@@ -29,6 +32,10 @@ enum class MarkerOperation { test, create, remove };
 /// The file beside the program that makes its settings portable. Returns whether it exists
 /// afterwards.
 bool local_marker(MarkerOperation operation);
+
+/// Sets or removes the marker, as the user wants the settings beside the program or not, and has
+/// the storage follow. Returns whether they are forced there now.
+bool force_portable(bool on);
 
 /// Chooses the storage and returns the path to read from. `local_run`: portable for this run.
 std::string choose_settings_file(bool local_run);

@@ -62,15 +62,16 @@ void connect_levels() {
                        {"use_toc", [] { host().rebuild_part_list(); }}};  // its times change
 }
 
-bool start_up(const std::optional<std::string>& settings_path) {
+bool start_up(const std::optional<std::string>& path) {
   connect_levels();
   reset_state(ResetLevel::start);
-  const std::error_code error = settings_path ? read_settings(*settings_path) : std::error_code{};
+  settings_path = path.value_or(std::string());
+  const std::error_code error = path ? read_settings(*path) : std::error_code{};
   complete_settings();
   if (settings.high_pri != 0) apply_priority();
   if (!error) return true;
   settings_storage = SettingsStorage::removed;
-  show_error(fmt::format("{}\n{}", *settings_path, error.message()));
+  show_error(fmt::format("{}\n{}", *path, error.message()));
   return false;
 }
 

@@ -9,10 +9,10 @@ namespace corvelin {
 /// Ties the hooks of the lower levels to the modules above them. Done once, at the very start.
 void connect_levels();
 
-/// The state of a process that just started, with the settings read from `settings_path` if one is
+/// The state of a process that just started, with the settings read from `path` if one is
 /// given. False when what stands there can't be read or is no settings file, which has been shown:
 /// the defaults hold then, and no settings are stored.
-bool start_up(const std::optional<std::string>& settings_path);
+bool start_up(const std::optional<std::string>& path);
 
 /// Loads the language that the settings name from beside the program. Without its file the texts
 /// are English and the setting is emptied.
