@@ -29,6 +29,7 @@
 #include "edit/commands.h"
 #include "edit/record_commands.h"
 #include "edit/save_project.h"
+#include "platform/process.h"
 #include "platform/program.h"
 #include "platform/system.h"
 #include "settings/settings.h"
@@ -78,9 +79,13 @@ class DesktopRun {
         window_(look_of_settings()),
         host_(window_) {
     install_host(&host_);
-    window_.may_close = [] {
+    window_.may_close = [this] {
       if (recorder.rec_writing) stop_recording();  // its cues are then asked about
-      return confirm_discard_changes();
+      return restarts_ || confirm_discard_changes();
+    };
+    host_.restart_program = [this] {
+      restarts_ = true;
+      request_close();
     };
     watch_end_signals(window_, [this] { end_by_signal(); });
     QObject::connect(qApp, &QGuiApplication::commitDataRequest, &window_,
@@ -97,6 +102,7 @@ class DesktopRun {
     const int status = QApplication::exec();
     shut_down();
     store();
+    if (restarts_) start_again();
     return end_signal() != 0 ? 128 + end_signal() : status;
   }
 
@@ -159,6 +165,14 @@ class DesktopRun {
     if (!may_end) session.cancel();
   }
 
+  void start_again() const {
+    std::vector<std::string> words = {program_path()};
+    if (line_.settings_path) words.insert(words.end(), {"--settings", *line_.settings_path});
+    if (line_.localini) words.emplace_back("/localini");
+    if (const std::error_code error = start_program(words))
+      fmt::print(stderr, "corvelin: {}: {}\n", words.front(), error.message());
+  }
+
   void store() {
     window_.keep_geometry();
     if (settings_storage == SettingsStorage::removed) return;
@@ -169,6 +183,7 @@ class DesktopRun {
 
   CommandLine line_;
   std::vector<MessageBox> boxes_;
+  bool restarts_ = false;
   MainWindow window_;
   QtHost host_;
 };

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
+#include <QColorDialog>
 #include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
@@ -16,6 +17,7 @@
 #include "desktop/debug_window.h"
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
+#include "desktop/look.h"
 #include "desktop/qt_text.h"
 #include "desktop/run_window.h"
 #include "document/open_state.h"
@@ -196,6 +198,21 @@ std::vector<std::string> QtHost::ask_for_existing_files(const FileDialog& dialog
   return FileQuestion(dialog, QFileDialog::ExistingFiles, parent_of_next_window(window_)).ask();
 }
 
+std::optional<std::string> QtHost::ask_for_folder(const std::string& path) {
+  const QString folder = QFileDialog::getExistingDirectory(parent_of_next_window(window_), {},
+                                                           QFile::decodeName(path.c_str()));
+  if (folder.isEmpty()) return std::nullopt;
+  return QFile::encodeName(folder).toStdString();
+}
+
+std::optional<std::uint32_t> QtHost::ask_for_colour(std::uint32_t colour) {
+  const QColor chosen =
+      QColorDialog::getColor(from_setting(colour), parent_of_next_window(window_));
+  if (!chosen.isValid()) return std::nullopt;
+  const auto channel = [](int value) { return static_cast<std::uint32_t>(value); };
+  return channel(chosen.red()) | channel(chosen.green()) << 8 | channel(chosen.blue()) << 16;
+}
+
 bool QtHost::show(Dialog& dialog) {
   const Busy busy;
   QWidget* const parent = parent_of_next_window(window_);
@@ -210,6 +227,7 @@ bool QtHost::show(Dialog& dialog) {
   try_as(dynamic_cast<NormalizeDialog*>(&dialog));
   try_as(dynamic_cast<PauseDialog*>(&dialog));
   try_as(dynamic_cast<AutoCueDialog*>(&dialog));
+  try_as(dynamic_cast<ConfigDialog*>(&dialog));
   try_as(dynamic_cast<AboutDialog*>(&dialog));
   try_as(dynamic_cast<BatchDialog*>(&dialog));
   if (result) return *result;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QPointer>
+#include <functional>
 
 #include "desktop/debug_window.h"
 #include "desktop/main_window.h"
@@ -22,9 +23,12 @@ class QtHost : public Host {
   std::optional<std::string> ask_for_new_file(const FileDialog& dialog) override;
   std::optional<std::string> ask_for_existing_file(const FileDialog& dialog) override;
   std::vector<std::string> ask_for_existing_files(const FileDialog& dialog) override;
+  std::optional<std::string> ask_for_folder(const std::string& path) override;
+  std::optional<std::uint32_t> ask_for_colour(std::uint32_t colour) override;
   bool show(Dialog& dialog) override;
   void drive(LongRun& run) override;
   void close() override;
+  void restart() override { restart_program(); }
   bool set_clipboard_text(std::string_view text) override;
   ClipboardContent get_clipboard_text(std::string& text) override;
   void refresh_view(Refresh level) override;
@@ -36,6 +40,9 @@ class QtHost : public Host {
   void lay_out() override { window_.lay_out(); }
   void enter_field(StatusField field) override;
   void show_debug_window() override;
+
+  /// What ends the program and starts it anew.
+  std::function<void()> restart_program = [] {};
 
  private:
   void offer_graph_note();
