@@ -1,0 +1,70 @@
+// The configuration: its table of controls against the table of settings, and what changes pull
+// along.
+#include "edit/config_dialog.h"
+
+#include <algorithm>
+#include <set>
+
+#include "support/core_test.h"
+
+namespace corvelin::test {
+namespace {
+
+const ConfigControl& control_called(std::string_view name) {
+  return *std::ranges::find(config_controls(), name, &ConfigControl::name);
+}
+
+using ConfigDialogTest = CoreTest;
+
+TEST_F(ConfigDialogTest, EachSettingOfAPageHasItsControlThere) {
+  std::set<std::pair<SettingPage, std::string_view>> names;
+  std::set<std::string_view> keys = {"enc_acm_samplerate", "enc_acm_channels",
+                                     "enc_acm_blocksize"};  // of the format
+  for (const ConfigControl& control : config_controls()) {
+    EXPECT_TRUE(names.emplace(control.page, control.name).second) << control.name;
+    if (control.key.empty()) continue;
+    const SettingKey* const row = find_setting(control.key);
+    ASSERT_NE(row, nullptr) << control.key;
+    EXPECT_EQ(row->page, control.page) << control.key;
+    keys.insert(control.key);
+  }
+  for (const SettingKey& row : setting_keys())
+    EXPECT_EQ(row.page != SettingPage::elsewhere, keys.contains(row.key)) << row.key;
+}
+
+TEST_F(ConfigDialogTest, NumbersStayInTheirLimitsAndPullOthersAlong) {
+  constexpr struct {
+    std::string_view control;
+    std::int64_t value;
+    std::string_view key, expected;
+  } cases[] = {
+      {"frameskiplo", 0, "frameskiplo", "1"},  {"frameskiphi", 5, "frameskiphi", "10"},
+      {"max_undo", 70, "max_undo", "50"},      {"buffer_frm", 8, "buffer_max", "40"},
+      {"buffer_max", 32, "buffer_frm", "6"},   {"rec_threshold", 99, "rec_threshold", "1088"},
+      {"warn_replacing", 0, "warn", "1"},      {"rec_split", 1, "rec_adddate", "1"},
+      {"rec_appenddata", 1, "rec_split", "0"}, {"large_symbols", 1, "layout", "4"}};
+  ConfigDialog dialog;
+  dialog.begin();
+  for (const auto& row : cases) {
+    dialog.set(control_called(row.control), row.value);
+    EXPECT_EQ(get_setting(row.key), row.expected) << row.control;
+  }
+  EXPECT_TRUE(dialog.offers_restart);
+  EXPECT_FALSE(dialog.is_live(control_called("no_padding")));
+}
+
+TEST_F(ConfigDialogTest, DefaultsAreOfThePageInSightAndOnlyWhenAgreed) {
+  ConfigDialog dialog;
+  dialog.open_page(SettingPage::misc);
+  settings.max_undo = 3;
+  settings.frameskiplo = 3;
+  host.answers = {BoxAnswer::cancel, BoxAnswer::ok};
+  dialog.restore_defaults();
+  EXPECT_EQ(settings.max_undo, 3);
+  dialog.restore_defaults();
+  EXPECT_EQ(settings.max_undo, 20);
+  EXPECT_EQ(settings.frameskiplo, 3);
+}
+
+}  // namespace
+}  // namespace corvelin::test
