@@ -1,6 +1,8 @@
 // Reading ahead of the edit cursor.
 #include "audio/frame_feed.h"
 
+#include <utility>
+
 #include "model/selection.h"
 #include "model/stream_info.h"
 
@@ -14,7 +16,10 @@ Frames FrameFeed::take(std::uint32_t most, EditPosition end) {
   }
   begin_ += frames.bytes.size();
   next_.pos += static_cast<std::uint32_t>(frames.bytes.size());
-  if (begin_ == size_) next_ = behind_;
+  if (begin_ == size_) {
+    next_ = behind_;
+    resyncs_ += std::exchange(resyncs_ahead_, 0);
+  }
   selection.cursor = next_.pos;
   ++selection_revision;
   document.current_part = next_.part;
@@ -44,7 +49,9 @@ void FrameFeed::read_block(EditPosition end) {
   next_ = behind_ = {
       .pos = selection.cursor, .part = document.current_part, .frame = stream.current_frame};
   begin_ = 0;
-  size_ = read_frames(block_, behind_, end).size;
+  const FramesRead read = read_frames(block_, behind_, end);
+  size_ = read.size;
+  resyncs_ahead_ = read.resync_count;
   end_ = end;
   revision_ = document_revision;
 }

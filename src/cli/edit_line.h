@@ -39,7 +39,6 @@ std::span<const EditLine> name_lines();       // names, tags, header bits
 std::span<const EditLine> level_lines();      // levels, and cues by pauses and by the clock
 std::span<const EditLine> save_lines();
 std::span<const EditLine> play_lines();
-std::span<const EditLine> run_lines();    // settings, undo, state, help
-std::span<const EditLine> later_lines();  // still to come
+std::span<const EditLine> run_lines();  // settings, undo, state, help
 
 }  // namespace corvelin

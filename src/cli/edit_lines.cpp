@@ -61,7 +61,6 @@ Refusal run_words(const std::vector<std::string>& words, HeadlessHost& host) {
   const std::string& name = words.front();
   const EditLine* const line = find_line(name);
   if (line == nullptr) return run_command(name, words.size() - 1);
-  if (line->run == nullptr) return fmt::format("{} is not available yet", name);
   const Arguments arguments = Arguments(words).subspan(1);
   if (arguments.size() < line->fewest || arguments.size() > line->most)
     return fmt::format("the line is: {} {}", name, line->arguments);
@@ -73,8 +72,8 @@ Refusal run_words(const std::vector<std::string>& words, HeadlessHost& host) {
 
 std::span<const std::span<const EditLine>> line_tables() {
   static const std::span<const EditLine> tables[] = {
-      document_lines(), cut_lines(),  selection_lines(), name_lines(), level_lines(),
-      save_lines(),     play_lines(), run_lines(),       later_lines()};
+      document_lines(), cut_lines(),  selection_lines(), name_lines(),
+      level_lines(),    save_lines(), play_lines(),      run_lines()};
   return tables;
 }
 

@@ -21,7 +21,7 @@ constexpr std::string_view later = " (not available yet)";
 std::string line_text(const EditLine& line) {
   std::string form(line.name);
   if (!line.arguments.empty()) form += fmt::format(" {}", line.arguments);
-  return fmt::format("{:42} {}{}", form, line.help, line.run == nullptr ? later : "");
+  return fmt::format("{:42} {}", form, line.help);
 }
 
 std::string command_text(const Command& command) {

@@ -45,13 +45,16 @@ Refusal check_audio_path(const std::string& path) {
                      extensions.front());
 }
 
-Refusal save_as(const std::string& path, HeadlessHost& host, SaveOutcome (*save)()) {
-  Refusal refusal = check_audio_path(path);
-  if (!refusal.empty()) return refusal;
+Refusal save_to(const std::string& path, HeadlessHost& host, SaveOutcome (*save)()) {
   host.set_next_path(in_current_folder(path));
   if (save() != SaveOutcome::saved) return not_saved(path);
   remember_saved();
   return no_refusal;
+}
+
+Refusal save_as(const std::string& path, HeadlessHost& host, SaveOutcome (*save)()) {
+  const Refusal refusal = check_audio_path(path);
+  return refusal.empty() ? save_to(path, host, save) : refusal;
 }
 
 Refusal save_line(Arguments words, HeadlessHost& host) {
@@ -60,6 +63,12 @@ Refusal save_line(Arguments words, HeadlessHost& host) {
 
 Refusal save_selection_line(Arguments words, HeadlessHost& host) {
   return save_as(words[0], host, save_selection);
+}
+
+Refusal save_reencoded_line(Arguments words, HeadlessHost& host) {
+  if (!has_extension(name_of(words[0]), ".mp3"))
+    return fmt::format("\"{}\" is no name for an MP3 file (*.mp3)", words[0]);
+  return save_to(words[0], host, save_reencoded);
 }
 
 Refusal save_project_line(Arguments words, HeadlessHost& host) {
@@ -82,6 +91,8 @@ Refusal split_line(Arguments words, HeadlessHost&) {
 constexpr EditLine table[] = {
     {"save", "PATH", "saves the edited stream", 1, 1, true, save_line},
     {"save_selection", "PATH", "saves the selection", 1, 1, true, save_selection_line},
+    {"save_reencoded", "PATH", "saves the stream encoded anew, as an MP3 file", 1, 1, true,
+     save_reencoded_line},
     {"save_project", "PATH", "saves a project (.cvp) or a cue sheet (.cue)", 1, 1, true,
      save_project_line},
     {"split", "FOLDER", "saves a file a track", 1, 1, true, split_line},

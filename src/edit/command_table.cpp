@@ -226,7 +226,7 @@ constexpr Command table[] = {
     {1070, "new_window", {men, 68}, "", 0, run<new_window>},
     {1071, "batch_dialog", {men, 69}, "Ctrl+B", live_when_stopped | opening, run<batch>},
     {1072, "check_resyncs", {men, 29}, "", editing | while_stopped | modifies_by_cuts | follows_cursor, run<check_resyncs>},
-    {1073, "save_reencoded", {men, 14}, "", saving, later},
+    {1073, "save_reencoded", {men, 14}, "", saving, run<save_encoded_anew>},
     {1074, "mute_cut", {men, 47}, "Ctrl+Shift+M", editing | modifies | live_with_levels, run<mute_cut>, need_mutable_cut},
     encoding(text_is_ansi_command, "text_is_ansi", run<text_is_ansi>, 0),
     encoding(text_is_utf8_command, "text_is_utf8", run<text_is_utf8>, 1),

@@ -15,6 +15,7 @@
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
+#include "settings/note.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
 #include "text/ui_text.h"
@@ -23,7 +24,12 @@ namespace corvelin {
 
 namespace {
 
-FileType type_of_stream() {
+constexpr std::string_view mp3_extension = ".mp3";
+
+bool is_mp3_stream() { return stream.is_aac == 0 && stream_kind.layer == 3; }
+
+FileType type_of_file(SaveMode mode) {
+  if (mode == SaveMode::reencode) return {.name = "MP3", .pattern = "*.mp3"};
   if (stream.is_aac != 0) return {.name = "AAC", .pattern = "*.aac"};
   if (stream_kind.layer == 2) return {.name = "MP2", .pattern = "*.mp2"};
   return {.name = "MP3", .pattern = "*.mp3"};
@@ -66,35 +72,50 @@ void follow_up(const SaveRun& run, const std::string& name, bool is_selection, b
   if (settings.save_quit != 0) request_close();
 }
 
-SaveOutcome run_save(const std::string& name, EditRange range, bool is_selection,
+// What a save is of.
+struct SaveWish {
+  EditRange range = whole_stream();
+  bool is_selection = false;
+  SaveMode mode = SaveMode::copy;
+};
+
+SaveOutcome run_save(const std::string& name, const SaveWish& wish,
                      std::optional<std::uint16_t> replaced) {
   open_state.save_name = name;
-  SaveRun run(name, range, replaced);
+  SaveRun run(name, wish.range, replaced, wish.mode);
   if (run.begin()) drive(run);
-  if (run.is_written()) follow_up(run, name, is_selection, replaced.has_value());
+  if (run.is_written()) follow_up(run, name, wish.is_selection, replaced.has_value());
+  // The next save copies frames, which that name would belie.
+  if (wish.mode == SaveMode::reencode && !is_mp3_stream()) open_state.save_name.clear();
   return run.has_failed() ? SaveOutcome::failed : SaveOutcome::saved;
 }
 
-SaveOutcome save_range(const std::string& name, EditRange range, bool is_selection) {
+SaveOutcome save_as_wished(const std::string& name, const SaveWish& wish) {
   const auto replaced = source_called(name);
   if (replaced && !may_replace_source(name)) return SaveOutcome::not_started;
-  return run_save(name, range, is_selection, replaced);
+  return run_save(name, wish, replaced);
 }
 
-SaveOutcome ask_and_save(EditRange range, bool is_selection) {
+SaveOutcome ask_and_save(const SaveWish& wish) {
   std::string proposal = open_state.save_name;
   if (proposal.empty() || proposal.ends_with('/')) proposal = proposed_save_name();
+  if (wish.mode == SaveMode::reencode) proposal = with_extension(proposal, mp3_extension);
   const auto name = host().ask_for_new_file({.title = std::string(ui_text(msg, 2)),
                                              .path = proposal,
-                                             .types = {type_of_stream()},
+                                             .types = {type_of_file(wish.mode)},
                                              .warn_existing = settings.warn_existing != 0});
-  return name ? save_range(*name, range, is_selection) : SaveOutcome::not_started;
+  return name ? save_as_wished(*name, wish) : SaveOutcome::not_started;
 }
 
 }  // namespace
 
 bool save_complete() { return save_audio() == SaveOutcome::saved; }
 bool save_selected() { return save_selection() == SaveOutcome::saved; }
+
+bool save_encoded_anew() {
+  show_note_once(Note::reencoded_save);
+  return save_reencoded() == SaveOutcome::saved;
+}
 
 bool is_source(const std::string& name) { return source_called(name).has_value(); }
 
@@ -105,23 +126,24 @@ std::string proposed_save_name() {
   return uses_folder ? in_folder(settings.working_dir, name_of(audio)) : audio;
 }
 
-SaveOutcome save_under_name(const std::string& name) {
-  return save_range(name, whole_stream(), false);
-}
+SaveOutcome save_under_name(const std::string& name) { return save_as_wished(name, {}); }
 
 SaveOutcome save_over_source() {
   const std::string name = open_state.audio_name;
-  return run_save(name, whole_stream(), false, source_called(name));
+  return run_save(name, {}, source_called(name));
 }
 
-SaveOutcome save_audio() { return ask_and_save(whole_stream(), false); }
+SaveOutcome save_audio() { return ask_and_save({}); }
+
+SaveOutcome save_reencoded() { return ask_and_save({.mode = SaveMode::reencode}); }
 
 SaveOutcome save_selection() {
   if (!has_selected_range()) {
     show_refusal(ui_text(msg, 20));
     return SaveOutcome::not_started;
   }
-  return ask_and_save({.begin = selection.sel_beg, .end = selection.sel_end}, true);
+  return ask_and_save(
+      {.range = {.begin = selection.sel_beg, .end = selection.sel_end}, .is_selection = true});
 }
 
 }  // namespace corvelin

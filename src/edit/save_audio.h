@@ -32,8 +32,13 @@ SaveOutcome save_audio();
 /// The same for the selection, which must have a length.
 SaveOutcome save_selection();
 
+/// The whole edited stream decoded and encoded anew, into an MP3 file with a name that the user is
+/// asked for.
+SaveOutcome save_reencoded();
+
 // The commands; whether all went well.
 bool save_complete();
 bool save_selected();
+bool save_encoded_anew();
 
 }  // namespace corvelin

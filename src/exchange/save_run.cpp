@@ -7,6 +7,8 @@
 
 #include "exchange/id3v1.h"
 #include "exchange/id3v2_copy.h"
+#include "exchange/range_copy.h"
+#include "exchange/range_reencode.h"
 #include "platform/interruption.h"
 #include "platform/numbers.h"
 #include "platform/path.h"
@@ -22,12 +24,24 @@ namespace {
 // written as song.mp3.~~~.mp3, which a person can make out should the replacement fail.
 constexpr std::string_view temporary_mark = ".~~~";
 
-constexpr int pieces_per_slice = 4;  // of up to two megabytes
+constexpr int pieces_per_slice = 4;  // of up to two megabytes, or of a second to encode
+
+// A file that begins with the encoder's own header frame has no tag in front of that.
+bool has_place_for_id3v2(SaveMode mode) {
+  return mode == SaveMode::copy || !encoder_writes_header();
+}
 
 }  // namespace
 
-SaveRun::SaveRun(const std::string& name, EditRange range, std::optional<std::uint16_t> replaced)
-    : name_(in_current_folder(name)), range_(range), replaced_(replaced) {}
+SaveRun::SaveRun(const std::string& name, EditRange range, std::optional<std::uint16_t> replaced,
+                 SaveMode mode)
+    : name_(in_current_folder(name)), range_(range), replaced_(replaced), mode_(mode) {
+  if (mode == SaveMode::copy) {
+    audio_ = std::make_unique<RangeCopy>(target_.file);
+  } else {
+    audio_ = std::make_unique<RangeReencode>(target_);
+  }
+}
 
 bool SaveRun::begin() {
   const std::string fault = read_fault();
@@ -36,11 +50,16 @@ bool SaveRun::begin() {
     return false;
   }
   if (replaced_ && !check(lock_source())) return false;
+  if (!audio_->open()) {
+    cancel();
+    return false;
+  }
   const std::string_view extension = extension_of(document.files[0].file_name);
   if (!check(replaced_ ? target_.begin_marked(name_, temporary_mark, extension)
                        : target_.begin(name_)))
     return false;
-  copy_.begin(range_, {.id3v2 = keeps_id3v2(false), .id3v1 = keeps_id3v1()});
+  audio_->begin(
+      range_, {.id3v2 = keeps_id3v2(false) && has_place_for_id3v2(mode_), .id3v1 = keeps_id3v1()});
   return true;
 }
 
@@ -56,10 +75,11 @@ std::error_code SaveRun::lock_source() {
 
 bool SaveRun::step() {
   for (int i = 0; i < pieces_per_slice && !is_over_; ++i) {
-    const RangeCopy::Phase phase = copy_.phase();
-    if (phase == RangeCopy::Phase::over) {
+    const RangeWriter::Phase phase = audio_->phase();
+    if (phase == RangeWriter::Phase::over) {
       finish();
-    } else if (check(copy_.step()) && phase == RangeCopy::Phase::frames && copy_.phase() != phase) {
+    } else if (check(audio_->step()) && phase == RangeWriter::Phase::frames &&
+               audio_->phase() != phase) {
       check_sources();
     }
   }
@@ -69,8 +89,8 @@ bool SaveRun::step() {
 // What there still is of a source makes a new file, but it takes no other's place. The parts of a
 // project may lie where a file has no frames any more.
 void SaveRun::check_sources() {
-  std::string fault = copy_.source_fault();
-  const bool has_frames = copy_.frames() != 0;
+  std::string fault = audio_->source_fault();
+  const bool has_frames = audio_->frames() != 0;
   if (fault.empty() && !has_frames) fault = fmt::format("{}\n{}", name_, ui_text(msg, 50));
   if (fault.empty()) return;
   if (!has_frames || target_.replaces()) return give_up(fault);
@@ -120,8 +140,7 @@ std::string SaveRun::not_whole() const {
 }
 
 bool SaveRun::has_problem() const {
-  const bool has_bad_header = copy_.has_header() && !copy_.is_header_complete();
-  return copy_.resyncs() != 0 || has_bad_header || (replaced_ && !has_replaced());
+  return audio_->has_problem() || (replaced_ && !has_replaced());
 }
 
 std::string SaveRun::report() const {
@@ -130,19 +149,13 @@ std::string SaveRun::report() const {
 }
 
 std::string SaveRun::progress_text() const {
-  std::string text = "Frames: " + group_thousands(copy_.frames());
-  if (copy_.resyncs() != 0) text += fmt::format("    Re-syncs: {}", copy_.resyncs());
+  std::string text = "Frames: " + group_thousands(audio_->frames());
+  if (audio_->resyncs() != 0) text += fmt::format("    Re-syncs: {}", audio_->resyncs());
   return text;
 }
 
 std::string SaveRun::log() const {
-  std::string log;
-  if (copy_.id3v2_size() != 0)
-    log += fmt::format("ID3v2 {} ({} bytes)\r\n", ui_text(dlg, 92), copy_.id3v2_size());
-  if (copy_.has_header())
-    log += fmt::format("VBR/Info header... {}\r\n",
-                       copy_.is_header_complete() ? "Ok" : ui_text(msg, 6));
-  if (copy_.has_id3v1()) log += fmt::format("ID3v1 {}\r\n", ui_text(dlg, 92));
+  std::string log = audio_->log();
   if (replaced_ && is_written() && !has_replaced())
     log += fmt::format("{}\r\n{}\r\n", ui_text(msg, 14), name_of(target_.written_name()));
   return log;

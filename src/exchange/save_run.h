@@ -4,28 +4,31 @@
 #pragma once
 
 #include <cstdint>
-#include <ctime>
+#include <memory>
 #include <optional>
 #include <string>
 #include <system_error>
 
-#include "exchange/range_copy.h"
+#include "exchange/range_writer.h"
 #include "model/document.h"
 #include "platform/long_run.h"
 #include "platform/replacing_file.h"
 
 namespace corvelin {
 
+/// How the audio gets into the file.
+enum class SaveMode { copy, reencode };
+
 class SaveRun : public LongRun {
  public:
   /// `name` is the file to end up with. With `replaced` it is that source file of the document,
   /// whose place the finished file takes.
   SaveRun(const std::string& name, EditRange range,
-          std::optional<std::uint16_t> replaced = std::nullopt);
+          std::optional<std::uint16_t> replaced = std::nullopt, SaveMode mode = SaveMode::copy);
 
   /// Creates the target. False when that fails, when a source could not be read in full since it
-  /// was opened, and when the source to be replaced isn't the file any more that was opened; the
-  /// user has been told.
+  /// was opened, when the source to be replaced isn't the file any more that was opened, and when
+  /// the stream can't be encoded anew; the user has been told.
   bool begin();
 
   bool step() override;
@@ -35,12 +38,12 @@ class SaveRun : public LongRun {
   /// replaced stands as it was.
   void cancel() override;
 
-  [[nodiscard]] int percent_done() const override { return copy_.percent_done(); }
+  [[nodiscard]] int percent_done() const override { return audio_->percent_done(); }
   [[nodiscard]] std::string progress_text() const override;
   [[nodiscard]] std::string report() const override;
 
   /// Frames written, without a VBR/Info frame. 0 when the run was cancelled.
-  [[nodiscard]] std::uint32_t result() const { return is_cancelled_ ? 0 : copy_.frames(); }
+  [[nodiscard]] std::uint32_t result() const { return is_cancelled_ ? 0 : audio_->frames(); }
   [[nodiscard]] bool has_failed() const { return has_failed_; }
 
   /// Whether all was written, and whether it then took the place of the source.
@@ -64,7 +67,8 @@ class SaveRun : public LongRun {
   std::optional<std::uint16_t> replaced_;
   InputFile source_;  // that is replaced, locked against other runs
   ReplacingFile target_;
-  RangeCopy copy_{target_.file};
+  std::unique_ptr<RangeWriter> audio_;
+  SaveMode mode_;
   bool is_over_ = false;
   bool is_cancelled_ = false;
   bool has_failed_ = false;

@@ -169,7 +169,7 @@ TEST_F(Cli, SaysWhatItDidNotDo) {
       {"a.mp3 -e 'header_bits 1 2 0'", 1, "neither 0 nor 1"},
       {"a.mp3 -e 'open \"x'", 1, "a quote is left open"},
       {"a.mp3 -e batch_dialog", 1, "nobody here to fill in"},
-      {"a.mp3 -e 'save_reencoded x.mp3'", 1, "not available yet"},
+      {"a.mp3 -e 'save_reencoded x.mp2'", 1, "no name for an MP3 file"},
       {"a.mp3 /normalize", 1, "digital silence"},
       // Nothing is written over unasked, whatever the settings say of warnings.
       {"a.mp3 -e 'save exists.mp3'", 1, "exists; it is replaced with --yes"},

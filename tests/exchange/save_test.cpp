@@ -11,7 +11,9 @@
 #include <functional>
 #include <optional>
 
+#include "audio/encoder_settings.h"
 #include "exchange/save_run.h"
+#include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "platform/interruption.h"
@@ -378,6 +380,44 @@ TEST_F(SaveTest, SeekTableOfALongStreamIsThatOfItsFrames) {
     // In front of frame 50 i lie the header, 25 i frames of 208 bytes and one less of 1044.
     const double place = 417 + 25 * i * 208 + (25 * i - 1) * 1044;
     EXPECT_EQ(saved[36 + 16 + i], std::lround(place / size * 256)) << i;
+  }
+}
+
+TEST_F(SaveTest, EncodesAllOfTheStreamAnew) {
+  const Bytes bytes =
+      Mp3Builder{}.id3v2(title_frame).raw(frames(50)).zeros(20).raw(frames(50)).id3v1("x").bytes();
+  const auto names = std::vector<std::string>{"a.mp3"};
+  const std::string target = folder.path("b.mp3");
+  for (const bool is_vbr : {false, true}) {
+    ASSERT_TRUE(open("a.mp3", bytes));
+    settings.enc_lam_vbr_method = is_vbr ? 2 : lame_method_cbr;
+    settings.enc_lam_bitrate = 128;
+    {
+      settings.enc_lam_mode = lame_mode_mono;
+      SaveRun run(target, whole_stream(), {}, SaveMode::reencode);
+      EXPECT_FALSE(run.begin());
+      EXPECT_TRUE(take_box().starts_with("Not possible: Audio parameters do not match."));
+      EXPECT_EQ(folder.names(), names);
+      settings.enc_lam_mode = 1;
+      SaveRun other(target, whole_stream(), {}, SaveMode::reencode);
+      EXPECT_TRUE(other.begin());
+      other.cancel();  // the encoder is free for the next run
+    }
+    SaveRun run(target, whole_stream(), {}, SaveMode::reencode);
+    ASSERT_TRUE(run.begin());
+    while (run.step()) continue;
+    EXPECT_EQ(run.progress_text(), "Frames: 100    Re-syncs: 1");
+    EXPECT_EQ(run.log().starts_with("ID3v2"), !is_vbr);  // LAME's header is the file's first frame
+    EXPECT_EQ(saved("b.mp3")[0] == 'I', !is_vbr);
+    ASSERT_TRUE(open(target));
+    EXPECT_TRUE(open_state.keep_id3v1);
+    std::uint32_t count = 1;  // a search in front of the last frame passes it over
+    for (EditPosition pos = 0; pos < document.total_size; ++count)
+      pos = frame_at(pos + next_frame_step);
+    EXPECT_GE(count, 100U);  // nothing is missing at the end
+    EXPECT_LE(count, 103U);  // and the encoder adds little
+    EXPECT_EQ(stream.xing_frames, is_vbr ? count : 0);
+    std::filesystem::remove(target);
   }
 }
 

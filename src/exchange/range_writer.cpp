@@ -1,0 +1,96 @@
+// The steps of writing a range.
+#include "exchange/range_writer.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "document/tag_bounds.h"
+#include "exchange/id3v2_copy.h"
+#include "model/stream_info.h"
+#include "stream/frame_header.h"
+#include "text/ui_text.h"
+
+namespace corvelin {
+
+EditRange whole_stream() { return {.begin = 0, .end = document.total_size}; }
+
+std::error_code give_date_of_source(OutputFile& file) {
+  const InputFile& source = document.files[0].handle;
+  const FileFacts facts = source.facts();
+  return facts.found ? file.set_write_time(facts.write_time) : source.read_error();
+}
+
+void RangeWriter::begin(EditRange range, TagsToWrite tags) {
+  range_ = {.begin = range.begin, .end = std::max(range.begin, range.end)};
+  tags_ = tags;
+  phase_ = Phase::id3v2;
+  frames_ = resyncs_ = 0;
+  id3v2_size_ = 0;
+  begin_frames();
+}
+
+std::error_code RangeWriter::step() {
+  std::error_code error;
+  switch (phase_) {
+    case Phase::id3v2:
+      error = write_id3v2();
+      break;
+    case Phase::header_frame:
+      error = write_header_frame();
+      break;
+    case Phase::frames:
+      error = write_frames();
+      break;
+    case Phase::header:
+      error = finish_header();
+      break;
+    case Phase::id3v1:
+      if (tags_.id3v1) error = file_.write(stream.id3v1);
+      break;
+    case Phase::over:
+      return {};
+  }
+  const bool goes_on = !error && !(phase_ == Phase::frames && has_more());
+  if (goes_on) phase_ = static_cast<Phase>(static_cast<int>(phase_) + 1);
+  return error;
+}
+
+std::error_code RangeWriter::write_id3v2() {
+  if (!tags_.id3v2) return {};
+  const Id3v2Copy copy = copy_id3v2(file_);
+  id3v2_size_ = copy.written;
+  return copy.error;
+}
+
+std::string RangeWriter::source_fault() const {
+  std::string fault = read_fault();
+  if (!fault.empty()) return fault;
+  for (const Part& part : document.parts) {
+    const bool is_outside =
+        part.part_beg >= range_.end || part.part_beg + part.part_size <= range_.begin;
+    if (is_outside) continue;
+    const SourceFile& file = document.files[part.part_file];
+    const std::uint64_t copied_to =
+        std::uint64_t{part.part_filepos} + std::min(range_.end - part.part_beg, part.part_size);
+    if (file.handle.facts().size < std::min<std::uint64_t>(copied_to, file.audio_end))
+      return file.file_name + "\nThis file has become shorter since it was first opened.";
+  }
+  return {};
+}
+
+int RangeWriter::percent_done() const {
+  if (range_.end <= range_.begin) return 100;
+  const EditPosition done = std::clamp(position(), range_.begin, range_.end) - range_.begin;
+  return static_cast<int>(std::uint64_t{done} * 100 / (range_.end - range_.begin));
+}
+
+std::string RangeWriter::log() const {
+  std::string log;
+  if (id3v2_size_ != 0) log = fmt::format("ID3v2 {} ({} bytes)\r\n", ui_text(dlg, 92), id3v2_size_);
+  log += log_of_frames();
+  if (tags_.id3v1 && phase_ == Phase::over) log += fmt::format("ID3v1 {}\r\n", ui_text(dlg, 92));
+  return log;
+}
+
+}  // namespace corvelin

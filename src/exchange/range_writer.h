@@ -1,0 +1,100 @@
+// A range of the edited stream on its way into a file. Owns the order of what stands in a file that
+// is saved, whole or a piece of a split: the ID3v2 tag of the first source, a header frame, the
+// audio, and the ID3v1 tag. How the audio gets there is told by those who derive from it. What the
+// file is called, and what a failure means for the user, is the business of those who save.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <system_error>
+
+#include "model/document.h"
+#include "platform/block_writer.h"
+#include "platform/file.h"
+
+namespace corvelin {
+
+/// A range of the edited stream: from a frame's start to that of the first frame left out.
+struct EditRange {
+  EditPosition begin = 0;
+  EditPosition end = 0;
+};
+
+EditRange whole_stream();
+
+/// Gives a file the date of the first source.
+std::error_code give_date_of_source(OutputFile& file);
+
+/// The tags that go into a file beside the audio.
+struct TagsToWrite {
+  bool id3v2 = false;
+  bool id3v1 = false;
+};
+
+class RangeWriter {
+ public:
+  /// What is written next, in the order of the file. The fields of the header are filled in when
+  /// the frames are there.
+  enum class Phase : std::uint8_t { id3v2, header_frame, frames, header, id3v1, over };
+
+  /// Writes into `file`, which is open and empty when a range begins. One writer can write one file
+  /// after the other.
+  explicit RangeWriter(OutputFile& file) : file_(file), writer_(file) {}
+  virtual ~RangeWriter() = default;
+  RangeWriter(const RangeWriter&) = delete;
+  RangeWriter& operator=(const RangeWriter&) = delete;
+
+  /// Makes ready what the writing needs besides the file. False after a failure, which the user has
+  /// been told.
+  virtual bool open() { return true; }
+
+  /// Takes up a range, and sets space aside for it.
+  void begin(EditRange range, TagsToWrite tags);
+
+  /// Writes the next piece: a tag, a header, or some of the frames. After a failure the phase tells
+  /// what could not be written.
+  std::error_code step();
+  [[nodiscard]] Phase phase() const { return phase_; }
+
+  /// Why what was read is not all that it should be, in lines that name the source; empty when all
+  /// was there. Known when the frames are written.
+  ///
+  /// The reader takes a failing disk or a file that was cut off for the end of the audio. A save
+  /// must not: what it left out would be missed only when the source is gone.
+  [[nodiscard]] virtual std::string source_fault() const;
+
+  [[nodiscard]] std::uint32_t frames() const { return frames_; }  // read, without a header frame
+  [[nodiscard]] std::uint32_t resyncs() const { return resyncs_; }
+  [[nodiscard]] int percent_done() const;  // 0 to 100
+
+  /// What was written beside the frames, in lines ended by CR LF.
+  [[nodiscard]] std::string log() const;
+
+  /// Whether the user should know that not all went as it should.
+  [[nodiscard]] virtual bool has_problem() const { return resyncs_ != 0; }
+
+ protected:
+  virtual void begin_frames() = 0;
+  virtual std::error_code write_header_frame() { return {}; }
+  virtual std::error_code write_frames() = 0;
+  virtual std::error_code finish_header() { return {}; }
+  [[nodiscard]] virtual EditPosition position() const = 0;  // up to where was read
+  [[nodiscard]] virtual std::string log_of_frames() const = 0;
+
+  [[nodiscard]] bool has_more() const { return position() < range_.end; }
+
+  OutputFile& file_;
+  BlockWriter writer_;
+  EditRange range_;
+  std::uint32_t frames_ = 0;
+  std::uint32_t resyncs_ = 0;
+  std::uint64_t id3v2_size_ = 0;  // bytes of the tag in the file
+
+ private:
+  std::error_code write_id3v2();
+
+  TagsToWrite tags_;
+  Phase phase_ = Phase::over;
+};
+
+}  // namespace corvelin
