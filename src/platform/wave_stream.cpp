@@ -63,8 +63,7 @@ bool WaveStream::wait_for_change(std::uint32_t seen) const {
 }
 
 void OutputStream::transfer(std::span<std::uint8_t> period) {
-  played_.store(ring_.taken());  // the device has asked for more, so it has what it took before
-  wake_if_due();
+  tell_played();  // the device has asked for more, so it has what it took before
   Flow flow = Flow::idle;
   std::size_t got = 0;
   do {
@@ -72,11 +71,18 @@ void OutputStream::transfer(std::span<std::uint8_t> period) {
     flow = flow_.load();  // in front of the read: what an end follows is in the ring by then
     got += ring_.read(period.subspan(got));
     const bool has_ended = got > 0 && flow == Flow::ending;
-    if (got == period.size() || has_ended || !wait_for_change(seen)) break;
+    if (got == period.size() || has_ended) break;
+    if (waits()) tell_played();  // or the rest of the period might wait for room that this gives
+    if (!wait_for_change(seen)) break;
   } while (true);
   apply_volume(period.first(got));
   std::ranges::fill(period.subspan(got), std::uint8_t{0});
   if (got < period.size() && flow == Flow::flowing) ++underruns_;
+}
+
+void OutputStream::tell_played() {
+  played_.store(ring_.taken());
+  wake_if_due();
 }
 
 std::size_t OutputStream::add(std::span<const std::uint8_t> bytes, bool is_end) {

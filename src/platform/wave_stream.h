@@ -42,6 +42,7 @@ class WaveStream {
   // For the driver's thread.
   void wake_if_due();
   [[nodiscard]] std::uint32_t changes() const { return changes_.load(); }
+  [[nodiscard]] bool waits() const { return waits_; }
   bool wait_for_change(std::uint32_t seen) const;  // false when nobody waits here
 
   // For the main thread.
@@ -78,6 +79,8 @@ class OutputStream : public WaveStream {
 
  private:
   enum class Flow : std::uint8_t { idle, flowing, ending };
+
+  void tell_played();  // for the driver's thread
 
   std::atomic<std::uint64_t> played_ = 0;
   std::atomic<Flow> flow_ = Flow::idle;
