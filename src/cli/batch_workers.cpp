@@ -27,7 +27,7 @@ namespace {
 std::string packed(const BatchResult& result) {
   std::string bytes(1, static_cast<char>(result.outcome));
   for (const std::string* const text : {&result.name, &result.target, &result.reason})
-    bytes += text->c_str() + std::string(1, '\0');
+    bytes.append(*text, 0, text->find('\0')) += '\0';
   return bytes;
 }
 

@@ -218,7 +218,7 @@ class CommandLine {
     batch_.set_option(BatchOption::overwrite_originals, options.request.overwrite);
     batch_.batch_bottom = no_bottom_given;
     for (const std::string& word : batch_words_) {
-      const std::string fault = take_batch_word(word, batch_);
+      std::string fault = take_batch_word(word, batch_);
       if (!fault.empty()) return fault;
     }
     if (batch_.batch_bottom != no_bottom_given && !batch_.can_edit_bottom())
@@ -232,7 +232,7 @@ class CommandLine {
     for (const std::string& word : app_.remaining())
       if (word != "--") return unknown_option(word);
     if (options.listing != nullptr) return {};
-    const std::string batch_fault = take_batch();
+    std::string batch_fault = take_batch();
     if (!batch_fault.empty() || options.batch) return batch_fault;
     if (options.records && options.work != nullptr)
       return fmt::format("/rec and /{} exclude each other", options.work->name);

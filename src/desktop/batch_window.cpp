@@ -281,7 +281,7 @@ class BatchWindow : public DialogWindow {
       dialog_.choose(option, is_on);
       show_options();
     });
-    options_.push_back({option, box});
+    options_.emplace_back(option, box);
     return box;
   }
 
@@ -430,7 +430,7 @@ class BatchWindow : public DialogWindow {
     stop_->setEnabled(is_running);
     for (QWidget* const widget : std::initializer_list<QWidget*>{list_, folder_, mask_})
       widget->setEnabled(!is_running);
-    if (QPushButton* const choose = findChild<QPushButton*>(QStringLiteral("choose_source")))
+    if (auto* const choose = findChild<QPushButton*>(QStringLiteral("choose_source")))
       choose->setEnabled(!is_running);
     if (!isVisible()) return;
     (is_running ? stop_ : start_)->setFocus();

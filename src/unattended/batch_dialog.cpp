@@ -22,7 +22,7 @@ bool BatchDialog::accept() {
   return true;
 }
 
-void BatchDialog::stop() {
+void BatchDialog::stop() const {
   if (is_running()) run->cancel();
 }
 

@@ -23,7 +23,7 @@ struct BatchDialog : Dialog {
   bool accept() override;
 
   /// "Stop".
-  void stop();
+  void stop() const;
 
   /// "Close". What is under way is finished first: a host closes behind it.
   void cancel() override;

@@ -71,7 +71,7 @@ class BatchRun : public LongRun {
   void finish();
   BatchResult split(BatchResult result);
   BatchResult save(BatchResult result);
-  void save_to(const std::string& name, bool replaces_source, BatchResult& result);
+  static void save_to(const std::string& name, bool replaces_source, BatchResult& result);
   [[nodiscard]] std::string target_name(const std::string& name) const;
   void note(const BatchResult& result, std::string_view label);
 
