@@ -161,7 +161,7 @@ SDL_AudioDeviceID open_device(WaveDirection direction, std::uint32_t number,
   spec.format = AUDIO_S16SYS;
   spec.channels = static_cast<Uint8>(format.channels);
   spec.samples = period_of(format);
-  if (is_file) spec.samples *= 8;  // each costs a switch of threads
+  if (is_file) spec.samples *= 2;  // each costs a switch of threads
   spec.callback = transfer;
   spec.userdata = &stream;
   const SDL_AudioDeviceID device =

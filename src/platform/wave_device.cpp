@@ -92,6 +92,7 @@ bool WaveDevice::deliver_one() {
 // To be woken by the next event, which may have come meanwhile.
 void WaveDevice::arm() {
   if (is_lost_) return;
+  stream_->tell_change();
   stream_->wake_at(wake_place());
   if (stream_->moved() >= wake_place()) wake_main_thread();
 }

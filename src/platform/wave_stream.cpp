@@ -48,7 +48,9 @@ void WaveStream::cancel() {
 }
 
 void WaveStream::wake_if_due() {
-  if (moved() >= wake_at_.load()) wake_main_thread();
+  std::uint64_t due = wake_at_.load();
+  // Once: the main thread says anew where it wants to be woken next.
+  if (moved() >= due && wake_at_.compare_exchange_strong(due, never)) wake_main_thread();
 }
 
 void WaveStream::tell_change() {
@@ -73,6 +75,7 @@ void OutputStream::transfer(std::span<std::uint8_t> period) {
     const bool has_ended = got > 0 && flow == Flow::ending;
     if (got == period.size() || has_ended) break;
     if (waits()) tell_played();  // or the rest of the period might wait for room that this gives
+    wanted_ = ring_.taken() + period.size() - got;
     if (!wait_for_change(seen)) break;
   } while (true);
   apply_volume(period.first(got));
@@ -88,7 +91,7 @@ void OutputStream::tell_played() {
 std::size_t OutputStream::add(std::span<const std::uint8_t> bytes, bool is_end) {
   const std::size_t added = ring_.write(bytes);
   flow_ = is_end && added == bytes.size() ? Flow::ending : Flow::flowing;
-  tell_change();
+  if (is_end || ring_.written() >= wanted_.load()) tell_change();
   return added;
 }
 

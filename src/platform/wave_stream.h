@@ -35,6 +35,9 @@ class WaveStream {
   /// behind this.
   void wake_at(std::uint64_t count) { wake_at_.store(count); }
 
+  /// Has a waiting driver look again. The main thread does so before it waits itself.
+  void tell_change();
+
   /// How many bytes have been played, or recorded, in all.
   [[nodiscard]] virtual std::uint64_t moved() const = 0;
 
@@ -45,16 +48,15 @@ class WaveStream {
   [[nodiscard]] bool waits() const { return waits_; }
   bool wait_for_change(std::uint32_t seen) const;  // false when nobody waits here
 
-  // For the main thread.
-  void tell_change();
-
   ByteRing ring_;
 
  private:
+  static constexpr std::uint64_t never = UINT64_MAX;
+
   bool waits_ = false;
   std::atomic<bool> is_cancelled_ = false;
   std::atomic<std::uint32_t> changes_ = 0;  // that a waiting driver has to look at
-  std::atomic<std::uint64_t> wake_at_ = UINT64_MAX;
+  std::atomic<std::uint64_t> wake_at_ = never;
 };
 
 class OutputStream : public WaveStream {
@@ -83,6 +85,7 @@ class OutputStream : public WaveStream {
   void tell_played();  // for the driver's thread
 
   std::atomic<std::uint64_t> played_ = 0;
+  std::atomic<std::uint64_t> wanted_ = 0;  // what a waiting driver needs to be added, in all
   std::atomic<Flow> flow_ = Flow::idle;
   std::atomic<std::uint32_t> underruns_ = 0;
 };
