@@ -66,7 +66,10 @@ WaveHeader buffer(char name, Samples bytes) {
 
 class WaveDeviceTest : public ::testing::Test {
  protected:
-  WaveDeviceTest() { on_done = nullptr; }
+  WaveDeviceTest() {
+    on_done = nullptr;
+    wave_volume(65535);  // another test may have turned it down
+  }
 
   ScriptedWaveSystem system;
   WaveHeader a = buffer('A', counting(100));
