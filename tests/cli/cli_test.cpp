@@ -460,10 +460,13 @@ TEST_F(Cli, PlaysWhatASaveWrites) {
   const std::string decoded = shell("mpg123 -q --no-gapless -s out.mp3").out;
   const std::string played = read_text(folder.path("played"));
   // The driver writes silence before it is told to begin, and fills up its last period.
-  const std::size_t begin = played.find(decoded);
-  ASSERT_NE(begin, std::string::npos);
-  EXPECT_GE(played.find_first_not_of('\0'), begin);
-  EXPECT_EQ(played.find_first_not_of('\0', begin + decoded.size()), std::string::npos);
+  const auto sound_of = [](std::string_view samples) {
+    const std::size_t begin = samples.find_first_not_of('\0');
+    const std::size_t end = samples.find_last_not_of('\0');
+    return begin == std::string_view::npos ? samples : samples.substr(begin, end + 1 - begin);
+  };
+  EXPECT_GT(sound_of(decoded).size(), 40U << 10U);
+  EXPECT_TRUE(sound_of(played) == sound_of(decoded));
 
   // In the time that it takes, until Ctrl+C, which ends the play alone.
   const Result stopped = shell(
