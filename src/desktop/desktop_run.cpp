@@ -27,8 +27,10 @@
 #include "desktop/style.h"
 #include "document/open_state.h"
 #include "edit/commands.h"
+#include "edit/language_dialog.h"
 #include "edit/record_commands.h"
 #include "edit/save_project.h"
+#include "model/document.h"
 #include "platform/process.h"
 #include "platform/program.h"
 #include "platform/system.h"
@@ -85,6 +87,9 @@ class DesktopRun {
     };
     host_.restart_program = [this] {
       restarts_ = true;
+      const OpenState& names = open_state;
+      if (!document.files.empty())
+        reopens_ = names.project_name.empty() ? names.audio_name : names.project_name;
       request_close();
     };
     watch_end_signals(window_, [this] { end_by_signal(); });
@@ -112,11 +117,18 @@ class DesktopRun {
     host_.rebuild_recent_menu();
     const bool records = line_.records && record();
     if (!records && open() && line_.work != nullptr) return work();
-    // The program is new here, or is another version than the last time.
+    if (as_utf8(as_qstring(settings.version)) != program_version) welcome();
+  }
+
+  // The program is another version than the last time, or was never started here.
+  void welcome() {
     constexpr std::chrono::milliseconds pause(1000);
     constexpr CommandId about = 1082;
-    if (as_utf8(as_qstring(settings.version)) != program_version)
-      host_.call_later(pause, [] { dispatch_command(about); });
+    host_.call_later(pause, [this] {
+      if (is_busy()) return welcome();
+      dispatch_command(about);
+      if (settings.version.empty()) language_dialog();
+    });
   }
 
   // False when the recorder can't be made ready: the program then starts as without the switch.
@@ -169,6 +181,7 @@ class DesktopRun {
     std::vector<std::string> words = {program_path()};
     if (line_.settings_path) words.insert(words.end(), {"--settings", *line_.settings_path});
     if (line_.localini) words.emplace_back("/localini");
+    if (!reopens_.empty()) words.push_back(reopens_);
     if (const std::error_code error = start_program(words))
       fmt::print(stderr, "corvelin: {}: {}\n", words.front(), error.message());
   }
@@ -184,6 +197,7 @@ class DesktopRun {
   CommandLine line_;
   std::vector<MessageBox> boxes_;
   bool restarts_ = false;
+  std::string reopens_;  // the document of the new start
   MainWindow window_;
   QtHost host_;
 };

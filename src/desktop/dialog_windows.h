@@ -6,6 +6,7 @@
 #include "edit/auto_cue_dialog.h"
 #include "edit/config_dialog.h"
 #include "edit/file_info_dialog.h"
+#include "edit/language_dialog.h"
 #include "edit/level_dialog.h"
 #include "edit/names_dialog.h"
 #include "edit/normalize_dialog.h"
@@ -26,6 +27,7 @@ bool show_window(NormalizeDialog& dialog, QWidget* parent);
 bool show_window(PauseDialog& dialog, QWidget* parent);
 bool show_window(AutoCueDialog& dialog, QWidget* parent);
 bool show_window(ConfigDialog& dialog, QWidget* parent);
+bool show_window(LanguageDialog& dialog, QWidget* parent);
 bool show_window(AboutDialog& dialog, QWidget* parent);
 bool show_window(BatchDialog& dialog, QWidget* parent);
 

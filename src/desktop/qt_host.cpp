@@ -228,6 +228,7 @@ bool QtHost::show(Dialog& dialog) {
   try_as(dynamic_cast<PauseDialog*>(&dialog));
   try_as(dynamic_cast<AutoCueDialog*>(&dialog));
   try_as(dynamic_cast<ConfigDialog*>(&dialog));
+  try_as(dynamic_cast<LanguageDialog*>(&dialog));
   try_as(dynamic_cast<AboutDialog*>(&dialog));
   try_as(dynamic_cast<BatchDialog*>(&dialog));
   if (result) return *result;

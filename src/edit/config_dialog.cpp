@@ -9,12 +9,11 @@
 #include "audio/playback.h"
 #include "audio/recorder.h"
 #include "edit/save_project.h"
-#include "platform/path.h"
-#include "platform/system.h"
 #include "platform/text.h"
 #include "platform/wave_device.h"
 #include "settings/settings_storage.h"
 #include "text/boxes.h"
+#include "text/language_file.h"
 
 namespace corvelin {
 
@@ -80,7 +79,7 @@ void ConfigDialog::open_page(SettingPage which) {
   page = which;
   settings.tabsel = static_cast<std::uint16_t>(which);
   if (page == SettingPage::operation) {
-    languages = language_list(std::string(folder_of(program_path())));
+    languages = language_list(language_home());
     drop_unknown_language(languages);
   }
   if (page == SettingPage::devices) {

@@ -16,9 +16,7 @@
 #include "exchange/id3v1.h"
 #include "exchange/open_document.h"
 #include "platform/host.h"
-#include "platform/path.h"
 #include "platform/process.h"
-#include "platform/system.h"
 #include "platform/text.h"
 #include "settings/setting_table.h"
 #include "settings/settings_file.h"
@@ -76,11 +74,7 @@ bool start_up(const std::optional<std::string>& path) {
 }
 
 void load_language() {
-  // Without a choice a language file right beside the program counts; those to choose from lie
-  // where the program's files do, which is elsewhere once it is installed.
-  const std::string folder(
-      folder_of(settings.language.empty() ? program_path() : program_file("Languages")));
-  if (!ui_text_load(folder, wide_to_bytes(settings.language, true))) settings.language.clear();
+  if (!load_ui_text(wide_to_bytes(settings.language, true))) settings.language.clear();
 }
 
 bool open_file(const std::string& path) { return open_in_place(path); }

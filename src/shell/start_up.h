@@ -14,8 +14,8 @@ void connect_levels();
 /// the defaults hold then, and no settings are stored.
 bool start_up(const std::optional<std::string>& path);
 
-/// Loads the language that the settings name from beside the program. Without its file the texts
-/// are English and the setting is emptied.
+/// Loads the language that the settings name. Without its file the texts are English and the
+/// setting is emptied.
 void load_language();
 
 /// Closes whatever is open and opens `path`. A failure has been shown, and leaves no document.

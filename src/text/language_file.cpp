@@ -11,6 +11,8 @@
 #include <utility>
 
 #include "platform/file.h"
+#include "platform/path.h"
+#include "platform/system.h"
 #include "platform/text.h"
 #include "text/ui_text.h"
 
@@ -100,6 +102,13 @@ bool ui_text_load(const std::string& program_folder, std::string_view language) 
   const std::size_t size = file.read_at(0, bytes);
   if (file.read_error()) return false;
   return parse_language_file({reinterpret_cast<const char*>(bytes.data()), size});
+}
+
+std::string language_home() { return std::string(folder_of(program_file("Languages"))); }
+
+bool load_ui_text(std::string_view language) {
+  return ui_text_load(language.empty() ? std::string(folder_of(program_path())) : language_home(),
+                      language);
 }
 
 bool parse_language_file(std::string_view text) {

@@ -30,6 +30,14 @@ constexpr std::size_t language_line_limit = 999;    // UTF-16 code units
 /// file or it is no language file: the table is English then.
 bool ui_text_load(const std::string& program_folder, std::string_view language);
 
+/// The folder, with its "/", in which `Languages` lies for the program that runs: its own, or that
+/// of its installed files.
+std::string language_home();
+
+/// The same for the program that runs: from `language_home`, without a `language` from right beside
+/// the program.
+bool load_ui_text(std::string_view language);
+
 /// Lays the rows of a language file's text over the table. False, and nothing changed, without a
 /// line end that has anything behind it. Lines that mean nothing are passed over.
 bool parse_language_file(std::string_view text);

@@ -3,8 +3,10 @@
 #include "edit/config_dialog.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <set>
 
+#include "edit/language_dialog.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {
@@ -64,6 +66,25 @@ TEST_F(ConfigDialogTest, DefaultsAreOfThePageInSightAndOnlyWhenAgreed) {
   dialog.restore_defaults();
   EXPECT_EQ(settings.max_undo, 20);
   EXPECT_EQ(settings.frameskiplo, 3);
+}
+
+TEST_F(ConfigDialogTest, TheFirstStartSpeaksTheLanguageThatIsChosenAndKeepsItOnlyOnOk) {
+  setenv("LC_ALL", "de_AT.UTF-8", 1);
+  LanguageDialog dialog;
+  dialog.begin();
+  unsetenv("LC_ALL");
+  EXPECT_EQ(dialog.languages[dialog.chosen].entry(), "German  /  Deutsch");
+  EXPECT_EQ(ui_text(dlg, 1), "&Abbrechen");
+  dialog.choose(0);
+  EXPECT_EQ(ui_text(dlg, 1), "&Cancel");
+  dialog.choose(2);
+  dialog.cancel();
+  EXPECT_EQ(ui_text(dlg, 1), "&Cancel");
+  EXPECT_TRUE(settings.language.empty());
+  dialog.choose(2);
+  EXPECT_TRUE(dialog.accept());
+  EXPECT_EQ(settings.language, u"German");
+  ui_text_free();
 }
 
 }  // namespace
