@@ -54,7 +54,7 @@ prefix = /usr/local
 install:
 	scripts/install-packages build desktop
 	$(call configure,OFF)
-	$(build) --target corvelin corvelin-cli
+	$(build) --target corvelin corvelin-cli manual_pages
 	cmake --install build/release --prefix "$(prefix)"
 
 package:

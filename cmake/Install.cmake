@@ -5,6 +5,7 @@ set(data ${PROJECT_SOURCE_DIR}/data)
 set(shared ${CMAKE_INSTALL_DATADIR}/corvelin)  # the programs look here for what isn't beside them
 
 install(TARGETS corvelin-cli)
+include(cmake/ManualPages.cmake)
 install(FILES ${data}/completion/corvelin-cli
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
 install(DIRECTORY ${data}/languages/ DESTINATION ${shared}/Languages)

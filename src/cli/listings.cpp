@@ -31,17 +31,14 @@ std::string command_text(const Command& command) {
 
 }  // namespace
 
-const std::string_view help_footer =
-    "\nExit status: 0 done; 1 the work failed or was refused; 2 wrong usage.\n"
-    "\n"
-    "Examples:\n"
+const std::string_view exit_statuses = "0 done; 1 the work failed or was refused; 2 wrong usage.";
+
+const std::string_view example_lines =
     "  corvelin-cli talk.mp3 --info\n"
     "  corvelin-cli talk.mp3 -e 'cut 10:00 12:30 40:15 43:00' -o talk-without-adverts.mp3\n"
     "  corvelin-cli talk.mp3 -e 'keep 4.5s end-7s' /save /overwrite\n"
     "  corvelin-cli one.mp3 two.mp3 three.mp3 -o joined.mp3\n"
-    "  corvelin-cli album.cue --set 'split_pattern=%N %T' --split tracks\n"
-    "\n"
-    "The edit lines are listed by --commands, the settings by --keys.\n";
+    "  corvelin-cli album.cue --set 'split_pattern=%N %T' --split tracks\n";
 
 void print_commands() {
   print("Edit lines:\n");

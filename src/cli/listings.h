@@ -23,7 +23,10 @@ std::string help_for(std::string_view word);
 /// The names of all edit lines and commands.
 std::vector<std::string_view> known_lines();
 
-/// What `--help` says behind the options.
-extern const std::string_view help_footer;
+/// What the program ends with.
+extern const std::string_view exit_statuses;
+
+/// Calls of the program for common jobs, a line each.
+extern const std::string_view example_lines;
 
 }  // namespace corvelin

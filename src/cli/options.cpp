@@ -9,6 +9,7 @@
 
 #include "cli/batch_words.h"
 #include "cli/listings.h"
+#include "cli/manual_page.h"
 #include "cli/messages.h"
 #include "cli/nearest_word.h"
 #include "cli/place.h"
@@ -50,8 +51,10 @@ class CommandLine {
     add_settings();
     add_switches();
     add_batch();
-    app_.footer("\nForms of POS, a place in the edited stream:\n" + std::string(place_forms) +
-                std::string(help_footer));
+    app_.footer(fmt::format(
+        "\nForms of POS, a place in the edited stream:\n{}\nExit status: {}\n\nExamples:\n{}\n"
+        "The edit lines are listed by --commands, the settings by --keys.\n",
+        place_forms, exit_statuses, example_lines));
   }
 
   /// Reads the words. Nothing when there is something to run.
@@ -77,6 +80,19 @@ class CommandLine {
     return wrong_usage;
   }
 
+  [[nodiscard]] std::vector<OptionRow> rows() const {
+    std::vector<OptionRow> rows;
+    for (const CLI::Option* const option : app_.get_options()) {
+      if (option->get_group().empty()) continue;
+      std::string names = option->get_name(option->get_positional(), true);
+      if (const std::size_t comma = names.find(','); comma != std::string::npos)
+        names.insert(comma + 1, " ");
+      if (!option->get_type_name().empty()) names += " " + option->get_type_name();
+      rows.push_back({option->get_group(), names, option->get_description()});
+    }
+    return rows;
+  }
+
   Options options;
 
  private:
@@ -91,10 +107,11 @@ class CommandLine {
     add_listing("--commands", print_commands, "Print the edit lines and commands");
     add_listing("--keys", print_keys, "Print the settings: values, default and meaning");
     add_listing("--pattern", print_pattern, "Print the letters of the setting split_pattern");
+    add_listing("--man", print_manual_page, "Print the page for man")->group("");  // for the build
   }
 
-  void add_listing(const char* name, void (*listing)(), const char* help) {
-    app_.add_flag_callback(
+  CLI::Option* add_listing(const char* name, void (*listing)(), const char* help) {
+    return app_.add_flag_callback(
         name, [this, listing] { options.listing = listing; }, help);
   }
 
@@ -197,7 +214,7 @@ class CommandLine {
         ->group(group);
     app_.add_option("-j", options.jobs, "How many files at a time; one a core without it")
         ->type_name("N")
-        ->check(CLI::Range(1, 64))
+        ->check(CLI::Range(1, 64).description(""))
         ->group(group);
   }
 
@@ -265,6 +282,8 @@ class CommandLine {
 };
 
 }  // namespace
+
+std::vector<OptionRow> option_rows() { return CommandLine().rows(); }
 
 ParsedOptions parse_options(int argc, const char* const* argv) {
   CommandLine line;

@@ -41,6 +41,14 @@ struct Options {
   void (*listing)() = nullptr;  // prints what the program knows, and is all that is done
 };
 
+/// An option as the help shows it.
+struct OptionRow {
+  std::string group;
+  std::string names;  // with its value: "-o, --output PATH"
+  std::string help;
+};
+std::vector<OptionRow> option_rows();
+
 /// Reads the command line. When there is nothing to run (`--help`, wrong usage), it has been told
 /// and `exit_status` is set.
 struct ParsedOptions {

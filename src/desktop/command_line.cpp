@@ -6,16 +6,64 @@
 #include <algorithm>
 #include <iterator>
 #include <string_view>
+#include <utility>
+
+#include "edit/command_table.h"
+#include "shell/button_texts.h"
+#include "text/man_page.h"
 
 namespace corvelin {
 
 namespace {
 
-constexpr std::string_view other_switches[] = {"overwrite", "rec", "localini"};
+struct HelpRow {
+  std::string_view word;
+  std::string_view help;
+};
+
+constexpr HelpRow options[] = {
+    {"--settings PATH", "Read the settings from PATH, and store them there"},
+    {"--help", "Tell this, and end"},
+    {"--version", "Tell the version, and end"},
+};
+
+constexpr HelpRow other_switches[] = {
+    {"overwrite", "With a switch that saves: replace FILE instead of saving beside it"},
+    {"rec", "Record at once, into FILE if it is named"},
+    {"localini", "Keep the settings beside the program"},
+};
+
+constexpr std::string_view about_file =
+    "Opens FILE: MP3, MP2, AAC, MP4, a project (.cvp), a cue sheet (.cue) or a playlist (.m3u, "
+    ".m3u8).";
+constexpr std::string_view about_switches =
+    "Switches, each also in the form --save. Those that save ask nothing, and the program ends "
+    "behind them:";
+
+constexpr std::string_view words_of_call = "[--settings PATH] [FILE] [SWITCHES]";
 
 const WorkSwitch* work_of(std::string_view name) {
   const auto row = std::ranges::find(work_switches(), name, &WorkSwitch::name);
   return row == work_switches().end() ? nullptr : &*row;
+}
+
+// All switches in the form /split [FOLDER], with their help.
+std::vector<std::pair<std::string, std::string_view>> switch_rows() {
+  std::vector<std::pair<std::string, std::string_view>> rows;
+  for (const WorkSwitch& work : work_switches())
+    rows.emplace_back(fmt::format("/{}{}", work.name, work.takes_folder ? " [FOLDER]" : ""),
+                      work.help);
+  for (const HelpRow& row : other_switches)
+    rows.emplace_back(fmt::format("/{}", row.word), row.help);
+  return rows;
+}
+
+// What a key does: the text of its menu entry or button, or the name of the operation.
+std::string purpose_of(const Command& command) {
+  if (!text_of(command).empty()) return button_name(command.id);
+  std::string words(command.name);
+  std::ranges::replace(words, '_', ' ');
+  return words;
 }
 
 // The name of a switch, or an empty one for a word that is none: a path begins with "/" too.
@@ -27,7 +75,8 @@ std::string_view switch_name(std::string_view word) {
   } else {
     return {};
   }
-  const bool is_other = std::ranges::find(other_switches, word) != std::end(other_switches);
+  const bool is_other =
+      std::ranges::find(other_switches, word, &HelpRow::word) != std::end(other_switches);
   return is_other || work_of(word) != nullptr ? word : std::string_view{};
 }
 
@@ -58,27 +107,38 @@ CommandLine parse_command_line(const std::vector<std::string>& words) {
 }
 
 std::string command_line_help() {
-  std::string text = R"(Usage: corvelin [--settings PATH] [FILE] [SWITCHES]
+  std::string text = fmt::format("Usage: corvelin {}\n\n{}\n\n", words_of_call, about_file);
+  const auto add = [&text](std::string_view word, std::string_view help) {
+    text += fmt::format("  {:<20}  {}\n", word, help);
+  };
+  for (const HelpRow& row : options) add(row.word, row.help);
+  text += fmt::format("\n{}\n", about_switches);
+  for (const auto& [word, help] : switch_rows()) add(word, help);
+  return text + "\nWithout a window: corvelin-cli.\n";
+}
 
-Opens FILE: MP3, MP2, AAC, a project (.cvp), a cue sheet (.cue) or a playlist (.m3u, .m3u8).
-
-  --settings PATH       read the settings from PATH, and store them there
-  --help, --version     tell this, or the version, and end
-
-Switches that work on FILE without asking; the program ends behind them:
-)";
-  for (const WorkSwitch& work : work_switches()) {
-    const std::string word = fmt::format("/{}{}", work.name, work.takes_folder ? " [FOLDER]" : "");
-    text += fmt::format("  {:<20}  {}\n", word, work.help);
+std::string manual_page() {
+  ManPage page("corvelin", "edit and record compressed audio", words_of_call);
+  page.section("DESCRIPTION");
+  page.paragraph(about_file);
+  page.paragraph(
+      "Cuts, joins, splits, levels and records without encoding anew: the frames that are kept are "
+      "copied as they are. F1 opens the manual.");
+  page.section("OPTIONS");
+  for (const HelpRow& row : options) page.entry(row.word, row.help);
+  page.section("SWITCHES");
+  page.paragraph(about_switches);
+  for (const auto& [word, help] : switch_rows()) page.entry(word, help);
+  page.section("KEYS");
+  for (const Command& command : command_table()) {
+    if (!command.keys.empty()) page.entry(command.keys, purpose_of(command));
   }
-  return text + R"(  /overwrite            replace FILE instead of saving beside it
-
-Others:
-  /rec                  record at once, into FILE if it is named
-  /localini             keep the settings beside the program
-
-Without a window: corvelin-cli.
-)";
+  page.section("FILES");
+  page.entry("~/.config/Corvelin/Corvelin.ini",
+             "The settings, below $XDG_CONFIG_HOME if that is set");
+  page.section("SEE ALSO");
+  page.paragraph("corvelin-cli(1)");
+  return page.text();
 }
 
 }  // namespace corvelin

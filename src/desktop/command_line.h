@@ -26,4 +26,7 @@ CommandLine parse_command_line(const std::vector<std::string>& words);
 /// What `--help` prints.
 std::string command_line_help();
 
+/// The page for `man`, with the options, switches and keys as they stand in the tables.
+std::string manual_page();
+
 }  // namespace corvelin

@@ -218,6 +218,10 @@ int run_desktop(int argc, char** argv) {
     fmt::print("{}", command_line_help());
     return 0;
   }
+  if (std::ranges::find(words, "--man") != words.end()) {  // for the build
+    fmt::print("{}", manual_page());
+    return 0;
+  }
   if (std::ranges::find(words, "--version") != words.end()) {
     fmt::print("{} {}\n", program_name, program_version);
     return 0;

@@ -1,0 +1,9 @@
+// The page of corvelin-cli for `man`, made from the tables that do the work.
+#pragma once
+
+namespace corvelin {
+
+/// In the language of man's formatter.
+void print_manual_page();
+
+}  // namespace corvelin
