@@ -47,8 +47,6 @@ Refusal run_command(const std::string& name, std::size_t argument_count) {
       return fmt::format("{} found nothing to do", name);
     case DispatchResult::busy:
       return fmt::format("{} has to wait for the command before it", name);
-    case DispatchResult::missing:
-      return fmt::format("command {} is not available yet", name);
     case DispatchResult::refused:
       return fmt::format("{} was refused", name);
     case DispatchResult::done:

@@ -16,8 +16,6 @@ namespace corvelin {
 
 namespace {
 
-constexpr std::string_view later = " (not available yet)";
-
 std::string line_text(const EditLine& line) {
   std::string form(line.name);
   if (!line.arguments.empty()) form += fmt::format(" {}", line.arguments);
@@ -25,8 +23,7 @@ std::string line_text(const EditLine& line) {
 }
 
 std::string command_text(const Command& command) {
-  return fmt::format("{:28} {:<6} {}{}", command.name, command.id, command_help(command.name),
-                     command.run == nullptr ? later : "");
+  return fmt::format("{:28} {:<6} {}", command.name, command.id, command_help(command.name));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "edit/names_dialog.h"
 #include "edit/normalize_dialog.h"
 #include "edit/pause_dialog.h"
+#include "edit/speed_dialog.h"
 #include "edit/split_dialog.h"
 #include "edit/window_commands.h"
 #include "unattended/batch_dialog.h"
@@ -26,6 +27,7 @@ bool show_window(LevelDialog& dialog, QWidget* parent);
 bool show_window(NormalizeDialog& dialog, QWidget* parent);
 bool show_window(PauseDialog& dialog, QWidget* parent);
 bool show_window(AutoCueDialog& dialog, QWidget* parent);
+bool show_window(SpeedDialog& dialog, QWidget* parent);
 bool show_window(ConfigDialog& dialog, QWidget* parent);
 bool show_window(LanguageDialog& dialog, QWidget* parent);
 bool show_window(AboutDialog& dialog, QWidget* parent);

@@ -24,7 +24,6 @@
 #include "model/document.h"
 #include "platform/path.h"
 #include "settings/note.h"
-#include "text/boxes.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -227,14 +226,12 @@ bool QtHost::show(Dialog& dialog) {
   try_as(dynamic_cast<NormalizeDialog*>(&dialog));
   try_as(dynamic_cast<PauseDialog*>(&dialog));
   try_as(dynamic_cast<AutoCueDialog*>(&dialog));
+  try_as(dynamic_cast<SpeedDialog*>(&dialog));
   try_as(dynamic_cast<ConfigDialog*>(&dialog));
   try_as(dynamic_cast<LanguageDialog*>(&dialog));
   try_as(dynamic_cast<AboutDialog*>(&dialog));
   try_as(dynamic_cast<BatchDialog*>(&dialog));
-  if (result) return *result;
-  dialog.cancel();
-  show_refusal("This command is not available yet.");
-  return false;
+  return result ? *result : Host::show(dialog);
 }
 
 void QtHost::drive(LongRun& run) { RunWindow(run, parent_of_next_window(window_)).exec(); }

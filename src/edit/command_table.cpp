@@ -29,6 +29,7 @@
 #include "edit/save_project.h"
 #include "edit/selection_commands.h"
 #include "edit/setting_commands.h"
+#include "edit/speed_dialog.h"
 #include "edit/split_dialog.h"
 #include "edit/text_encoding.h"
 #include "edit/transport.h"
@@ -81,7 +82,6 @@ Outcome prelisten() {
   return request_prelisten(Mode);
 }
 
-constexpr auto later = nullptr;
 constexpr std::uint32_t all_bits = 0xFFFFFFFF;
 
 // A command that turns a setting over, or one bit of it.
@@ -199,7 +199,7 @@ constexpr Command table[] = {
     {1040, "move_selection_left", {ttp, 32}, "5", selecting | repeats, run<move_selection_left>, nullptr, selection_label},
     {1041, "move_selection_right", {ttp, 33}, "6", selecting | repeats, run<move_selection_right>, nullptr, selection_label},
     {1042, "auto_cue_dialog", {men, 42}, "Ctrl+Shift+A", editing | modifies | follows_cursor | by_dialog, run<auto_cue_dialog>},
-    {1043, "recording_speed_dialog", {men, 44}, "", while_silent | while_unarmed | live_when_stopped, later},
+    {1043, "recording_speed_dialog", {men, 44}, "", while_silent | while_unarmed | live_when_stopped, record_at_other_speed},
     {1044, "load_cue_sheet_over_audio", {men, 45}, "", editing | recuts | follows_cursor | refreshes_all | by_dialog, run<load_cue_sheet_over_audio>},
     {1045, "loop_play", {men, 49}, "F4", prelistening, prelisten<loop_selection>},
     {1046, "auto_crop", {men, 36}, "Ctrl+Shift+C", editing | while_stopped | recuts | modifies_by_cuts | follows_cursor, run<auto_crop>},

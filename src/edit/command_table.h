@@ -79,7 +79,7 @@ struct Command {
   TextRow text;           // of the menu entry, or of the tooltip where there is none
   std::string_view keys;  // accelerators, parted by ", "
   std::uint32_t rules;
-  Outcome (*run)();              // null: still to come
+  Outcome (*run)();              // null: of a change that no command makes
   Outcome (*check)() = nullptr;  // in front of it all
   TextRow undo_label = unnamed;  // where it is not `text`
   CheckMark mark = {};

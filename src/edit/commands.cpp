@@ -75,10 +75,6 @@ DispatchResult admission(const Command& command) {
 DispatchResult dispatch(const Command& command, const std::function<Outcome()>& operation) {
   const DispatchResult admitted = admission(command);
   if (admitted != DispatchResult::done) return admitted;
-  if (!operation) {
-    show_refusal("This command is not available yet.");
-    return DispatchResult::missing;
-  }
   const Busy busy;
   return as_dispatched(command.has(rule::by_dialog) ? operation().result
                                                     : carry_out(command, operation));

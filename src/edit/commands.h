@@ -25,7 +25,6 @@ enum class DispatchResult {
   no_document,  // it needs one
   not_now,      // audio plays or a recording is armed
   busy,         // another command is under way
-  missing,      // its operation is still to come, which has been told
 };
 
 DispatchResult dispatch_command(CommandId id);

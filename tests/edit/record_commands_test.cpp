@@ -10,6 +10,8 @@
 #include "audio/recorder.h"
 #include "document/close_all.h"
 #include "document/open_state.h"
+#include "edit/commands.h"
+#include "edit/speed_dialog.h"
 #include "exchange/project_file.h"
 #include "model/document.h"
 #include "platform/file.h"
@@ -218,9 +220,20 @@ TEST_F(RecordCommands, KeepsWhatItHasWhenTheDeviceOrTheDiskFails) {
   EXPECT_EQ(take_box(), "Error: Could not open wave/audio device\nno such device");
 }
 
-TEST_F(RecordCommands, StretchesARecordThatWasPlayedTooFast) {
-  recorder.rec_speed = 1.5F;
-  ASSERT_TRUE(initialize_recording());
+TEST_F(RecordCommands, StretchesOneRecordThatIsPlayedTooFast) {
+  host.edit<SpeedDialog>([](SpeedDialog& dialog) {
+    EXPECT_EQ(dialog.factor_text(), "=> 1.35x");
+    dialog.recording = "90";
+    EXPECT_EQ(dialog.factor(), 0);
+    dialog.original = "60,0";
+    return true;
+  });
+  system.refusal = "no such device";
+  EXPECT_EQ(dispatch_command(1043), DispatchResult::refused);
+  EXPECT_EQ(recorder.rec_speed, 0);
+
+  system.refusal.clear();
+  ASSERT_EQ(dispatch_command(1043), DispatchResult::done);
   ASSERT_TRUE(start_recording());
   hear(4);
   stop_recording();
