@@ -77,21 +77,6 @@ void add_id3v2(Summary& summary) {
   summary.text_line("track", tag->track);
 }
 
-std::string kind_text() {
-  constexpr std::array<std::string_view, 5> modes = {"-", "stereo", "joint stereo", "dual channel",
-                                                     "mono"};
-  const std::string_view channels = modes[std::min<std::size_t>(stream_kind.channel_mode, 4)];
-  const std::string_view version = stream_kind.version == 3   ? "2.5"
-                                   : stream_kind.version == 2 ? "2"
-                                                              : "1";
-  const std::string kind =
-      stream.is_aac != 0
-          ? fmt::format("ADTS AAC (MPEG-{})", stream_kind.version)
-          : fmt::format("MPEG {} Layer {}", version, stream_kind.layer == 3 ? "III" : "II");
-  return fmt::format("{}, {} Hz, {}, CRC: {}", kind, stream_kind.sample_rate, channels,
-                     stream_kind.has_crc ? "yes" : "no");
-}
-
 std::string place_text(EditPosition pos) {
   return fmt::format("{} ({})", group_thousands(pos), time_text(seconds_at(pos)));
 }
@@ -128,7 +113,7 @@ std::string stream_summary() {
     summary.line(info.label, info.value.empty() ? "-" : info.value);
   add_id3v2(summary);
   add_id3v1(summary);
-  summary.line("Stream:", kind_text());
+  summary.line("Stream:", text_of(stream_kind));
   summary.line("Total time:", time_text(total_seconds()));
   summary.line("Source files:", std::to_string(document.files.size()));
   for (std::size_t i = 1; i < document.files.size(); ++i)

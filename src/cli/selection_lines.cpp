@@ -50,8 +50,9 @@ Refusal set_sel_end_line(Arguments words, HeadlessHost&) {
 }
 
 Refusal clear_selection_line(Arguments, HeadlessHost&) {
-  dispatch_command(1023);
-  return no_refusal;
+  constexpr CommandId remove_selection = 1023;
+  const bool was_selected = dispatch_command(remove_selection) == DispatchResult::done;
+  return was_selected ? no_refusal : "nothing is selected";
 }
 
 Refusal part_line(Arguments words, HeadlessHost&) {

@@ -40,7 +40,7 @@ bool has_equal_follower(std::span<const std::uint8_t> bytes, std::size_t at, std
 }
 
 // Looks through the whole file for a frame that fits the stream. `other_parameters` when there were
-// frames and none did, `no_sync` when there were none.
+// frames and none did: `found` is the first of them; `no_sync` when there were none.
 AppendResult find_fitting_frame(const InputFile& file, FoundFrame& found) {
   constexpr std::uint32_t step = search_block_size - frame_unit;
   AppendResult result = AppendResult::no_sync;
@@ -53,10 +53,11 @@ AppendResult find_fitting_frame(const InputFile& file, FoundFrame& found) {
       FrameInfo frame;
       if (!decode_frame_header(frame, bytes.subspan(i), frame_format())) continue;
       if (!has_equal_follower(bytes, i, frame.frame_length)) continue;
+      const bool fits = kind_of(frame) == stream_kind;
+      if (fits || result == AppendResult::no_sync)
+        found = {.at = static_cast<std::uint32_t>(offset + i), .info = frame};
+      if (fits) return AppendResult::appended;
       result = AppendResult::other_parameters;
-      if (kind_of(frame) != stream_kind) continue;
-      found = {.at = static_cast<std::uint32_t>(offset + i), .info = frame};
-      return AppendResult::appended;
     }
   }
 }
@@ -69,7 +70,8 @@ std::uint32_t end_of_audio(const InputFile& file, std::uint32_t size) {
                             stream_kind);
 }
 
-AppendResult append_source(std::uint16_t index) {
+// `other` is the kind of its frames where that is another one than the stream's.
+AppendResult append_source(std::uint16_t index, StreamKind& other) {
   SourceFile& file = document.files[index];
   const std::uint64_t file_size = file.handle.facts().size;
   if (file_size < smallest_file || file_size > largest_file) return AppendResult::bad_size;
@@ -78,6 +80,7 @@ AppendResult append_source(std::uint16_t index) {
 
   FoundFrame first;
   const AppendResult search = find_fitting_frame(file.handle, first);
+  if (search == AppendResult::other_parameters) other = kind_of(first.info);
   if (search != AppendResult::appended) return search;
   StreamInfo own = {.audio_end = size};  // what its header says means nothing to the stream
   const std::uint32_t begin =
@@ -121,27 +124,36 @@ std::string_view reason_of(AppendResult result, bool in_box) {
 }
 
 // What the reason doesn't say of the file itself.
-std::string cause_of(AppendResult result, const std::string& name) {
+std::string cause_of(AppendResult result, const std::string& name, const StreamKind& other) {
+  if (result == AppendResult::other_parameters)
+    return fmt::format("its frames are {}\nthose of the document {}", text_of(other),
+                       text_of(stream_kind));
   if (result == AppendResult::not_opened || result == AppendResult::bad_size)
     return reading_fault(name);
   return result == AppendResult::no_sync ? audio_fault(name) : std::string();
 }
 
-}  // namespace
-
-AppendResult append_file(const std::string& name) {
+AppendResult append_named(const std::string& name, StreamKind& other) {
   if (extension_of(name).empty()) return AppendResult::bad_name;
   if ((file_kind(name) == FileKind::aac) != (stream.is_aac != 0)) return AppendResult::other_format;
   const auto index = add_source_file(name);
   if (!index) return AppendResult::not_opened;
-  const AppendResult result = append_source(*index);
+  const AppendResult result = append_source(*index, other);
   if (result != AppendResult::appended && result != AppendResult::table_full)
     remove_last_source_file();
   return result;
 }
 
+}  // namespace
+
+AppendResult append_file(const std::string& name) {
+  StreamKind other;
+  return append_named(name, other);
+}
+
 bool append_file_reported(const std::string& name, std::vector<std::string>* list) {
-  const AppendResult result = append_file(name);
+  StreamKind other;
+  const AppendResult result = append_named(name, other);
   if (result == AppendResult::appended) return true;
   const std::string_view reason = reason_of(result, list == nullptr);
   if (list != nullptr) {
@@ -150,7 +162,7 @@ bool append_file_reported(const std::string& name, std::vector<std::string>* lis
     host().show_message_box(
         {.caption = std::string(ui_text(msg, 8)),
          .text = fmt::format("{}: {}\n\n{}", ui_text(msg, 48), reason, name_of(name)),
-         .cause = cause_of(result, name),
+         .cause = cause_of(result, name, other),
          .icon = BoxIcon::warning});
   }
   return false;

@@ -179,7 +179,7 @@ constexpr Command table[] = {
     {1020, "remove_edit_points", {men, 20}, "", editing | recuts, run<remove_edit_points>, need_selection},
     {1021, "level_dialog", {men, 21}, "Ctrl+G", editing | modifies | live_with_levels | follows_cursor | by_dialog, run<level_dialog>},
     {1022, "undo", {men, 23}, "Ctrl+Z", on_document | live_with_undo | relists | refreshes_places | repeats, run<undo_pop>, need_undo_step},
-    {1023, "remove_selection", {men, 24}, "Ctrl+R", selecting, run<clear_selection>, nullptr, selection_label},
+    {1023, "remove_selection", {men, 24}, "Ctrl+R", selecting, run<remove_selection>, nullptr, selection_label},
     {1024, "select_all", {men, 25}, "Ctrl+A", selecting, run<select_all>},
     {1025, "normalize_dialog", {men, 26}, "Ctrl+M", editing | modifies | while_stopped | live_with_levels | follows_cursor | by_dialog, run<normalize_dialog>},
     {1026, "pause_detection_dialog", {men, 27}, "Ctrl+Shift+P", on_document | while_stopped | relists | refreshes_places, run<pause_dialog>},

@@ -27,11 +27,11 @@ void take_undo_step(const Command& command) {
 }
 
 // Brings the records into line with what the operation did to the document.
-void repair(const Command& command, bool is_done, bool has_new_parts) {
+void repair(const Command& command, bool is_refused, bool has_new_parts) {
   if (document.parts.empty()) return;
   if (command.has(rule::modifies) || (command.has(rule::modifies_by_cuts) && has_new_parts))
     open_state.document_modified = true;
-  if (command.has(rule::names_parts) && is_done) name_parts_from_files();
+  if (command.has(rule::names_parts) && !is_refused) name_parts_from_files();
   if (command.has(rule::recuts)) settle_places();
   if (command.has(rule::follows_cursor)) document.current_part = part_at(selection.cursor);
   if (command.has(rule::relists | rule::modifies)) ++document_revision;
@@ -114,8 +114,8 @@ Result carry_out(const Command& command, const std::function<Outcome()>& operati
     const std::uint64_t revision = document_revision;
     outcome = operation();
     const bool has_new_parts = document_revision != revision;
-    const bool is_done = outcome.result == Result::done;
-    if (is_done || has_new_parts) repair(command, is_done, has_new_parts);
+    if (outcome.result == Result::done || has_new_parts)
+      repair(command, outcome.result == Result::refused, has_new_parts);
     show_changes(command);
   }
   if (outcome.box) host().show_message_box(*outcome.box);

@@ -20,11 +20,16 @@ PartIndex make_cue(EditPosition pos) {
   return made;
 }
 
-void put_cue_flags(std::uint32_t flag) {
+Result put_cue_flags(std::uint32_t flag) {
   const EditPosition beg = has_selection() ? selection.sel_beg : 0;
   const EditPosition end = has_selection() ? selection.sel_end : document.total_size;
-  for (Part& part : document.parts)
-    if (part.part_beg >= beg && part.part_beg <= end) part.part_iscue = flag;
+  Result result = Result::nothing;
+  for (Part& part : document.parts) {
+    if (part.part_beg < beg || part.part_beg > end) continue;
+    part.part_iscue = flag;
+    result = Result::done;
+  }
+  return result;
 }
 
 }  // namespace
@@ -38,8 +43,8 @@ void cues_at_selection_ends() {
   clear_selection();
 }
 
-void set_cue_flags() { put_cue_flags(1); }
-void remove_cue_flags() { put_cue_flags(0); }
+Result set_cue_flags() { return put_cue_flags(1); }
+Result remove_cue_flags() { return put_cue_flags(0); }
 
 void cue_pure_splits() {
   for (PartIndex i = 1; i < part_count(); ++i) {

@@ -2,6 +2,8 @@
 // save.
 #pragma once
 
+#include "edit/outcome.h"
+
 namespace corvelin {
 
 /// Makes cues at both ends of the selected range and clears the selection. An end for which the
@@ -9,9 +11,9 @@ namespace corvelin {
 void cues_at_selection_ends();
 
 // Sets or clears the flag of each part that starts in the selection, both ends included, or of all
-// parts without a selection.
-void set_cue_flags();
-void remove_cue_flags();
+// parts without a selection. There is nothing to do where none starts.
+Result set_cue_flags();
+Result remove_cue_flags();
 
 /// Sets the flag of each edit point that neither a gap nor a level makes, and clears it of all
 /// others but the first part.

@@ -48,6 +48,12 @@ void select_to_start() { select_range(0, selection.cursor); }
 
 void select_to_end() { select_range(selection.cursor, document.total_size); }
 
+Result remove_selection() {
+  if (selection.sel_beg == no_position && selection.sel_end == no_position) return Result::nothing;
+  clear_selection();
+  return Result::done;
+}
+
 void move_begin_left() {
   ensure_selection(selection.cursor);
   begin_left();

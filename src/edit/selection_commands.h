@@ -2,6 +2,7 @@
 // the frame locator.
 #pragma once
 
+#include "edit/outcome.h"
 #include "model/document.h"
 
 namespace corvelin {
@@ -12,6 +13,7 @@ void select_all();
 void select_current_part();
 void select_to_start();  // from the stream's start to the cursor
 void select_to_end();    // from the cursor to the stream's end
+Result remove_selection();
 
 // Moving by one frame, of a point at the cursor when there is no selection.
 void move_begin_left();

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "edit/places.h"
 #include "model/cuts.h"
@@ -19,9 +20,21 @@ Part& current() { return document.parts[document.current_part]; }
 Part& before_current() { return document.parts[document.current_part - 1u]; }
 PartIndex index_before() { return static_cast<PartIndex>(document.current_part - 1); }
 
-void finish() {
+Result finish() {
   renumber_parts();
   recompute_total();
+  return Result::done;
+}
+
+// What is left to do where the cut is closed.
+Result make_cue_of_current() {
+  return std::exchange(current().part_iscue, 1) == 1 ? Result::nothing : Result::done;
+}
+
+Result move_cue_to(EditPosition pos) {
+  const EditPosition before = current().part_beg;
+  move_border(document.current_part, pos);
+  return current().part_beg == before ? Result::nothing : Result::done;
 }
 
 // The first frame of the removed material behind the part in front of the cut ends here. Counted
@@ -54,66 +67,61 @@ std::uint32_t frame_in_front_of_right_side(std::uint32_t reach) {
 
 }  // namespace
 
-void trim_left_out() {
-  if (document.current_part == 0) return;
-  if (!has_gap(document.current_part)) {
-    current().part_iscue = 1;
-    return;
-  }
+Result trim_left_out() {
+  if (document.current_part == 0) return Result::nothing;
+  if (!has_gap(document.current_part)) return make_cue_of_current();
   const std::uint32_t gained = frame_behind_left_side();
-  if (gained == 0 || !has_room_for(gained)) return;
+  if (gained == 0 || !has_room_for(gained)) return Result::nothing;
   before_current().part_size += gained;
   selection.cursor += gained;
-  finish();
+  return finish();
 }
 
-void trim_left_in() {
-  if (document.current_part == 0) return;
+Result trim_left_in() {
+  if (document.current_part == 0) return Result::nothing;
   const EditPosition frame = frame_before_in(index_before(), current().part_beg);
-  if (frame == no_position) return;
+  if (frame == no_position) return Result::nothing;
   const std::uint32_t lost = current().part_beg - frame;
-  if (lost >= before_current().part_size) return;
+  if (lost >= before_current().part_size) return Result::nothing;
   before_current().part_size -= lost;
   current().part_iscue = 0;
   if (lost <= selection.cursor) selection.cursor -= lost;
-  finish();
+  return finish();
 }
 
-void trim_right_in() {
+Result trim_right_in() {
   Part& part = current();
   const EditPosition frame = next_frame_in(document.current_part, part.part_beg);
-  if (frame == no_position) return;
+  if (frame == no_position) return Result::nothing;
   const std::uint32_t lost = frame - part.part_beg;
-  if (lost >= part.part_size) return;
+  if (lost >= part.part_size) return Result::nothing;
   part.part_iscue = 0;
   part.part_size -= lost;
   part.part_filepos += lost;
-  finish();
+  return finish();
 }
 
-void trim_right_out() {
+Result trim_right_out() {
+  if (!has_gap(document.current_part)) return make_cue_of_current();
   Part& part = current();
-  if (!has_gap(document.current_part)) {
-    part.part_iscue = 1;
-    return;
-  }
   const std::uint32_t first_audio = document.files[part.part_file].first_audio;
-  if (part.part_filepos <= first_audio || !has_room_for(frame_unit)) return;
+  if (part.part_filepos <= first_audio || !has_room_for(frame_unit)) return Result::nothing;
   const std::uint32_t gained =
       frame_in_front_of_right_side(std::min(part.part_filepos - first_audio, frame_unit));
+  if (gained == 0) return Result::nothing;
   part.part_filepos -= gained;
   part.part_size += gained;
-  finish();
+  return finish();
 }
 
-void move_cue_left() {
-  if (document.current_part == 0) return;
-  move_border(document.current_part, frame_before_in(index_before(), current().part_beg));
+Result move_cue_left() {
+  if (document.current_part == 0) return Result::nothing;
+  return move_cue_to(frame_before_in(index_before(), current().part_beg));
 }
 
-void move_cue_right() {
-  if (document.current_part == 0) return;
-  move_border(document.current_part, next_frame_in(document.current_part, current().part_beg));
+Result move_cue_right() {
+  if (document.current_part == 0) return Result::nothing;
+  return move_cue_to(next_frame_in(document.current_part, current().part_beg));
 }
 
 }  // namespace corvelin

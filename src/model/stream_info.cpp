@@ -1,7 +1,12 @@
 // The records of the open stream.
 #include "model/stream_info.h"
 
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
 #include <cstdlib>
+#include <string_view>
 
 #include "platform/numbers.h"
 
@@ -18,6 +23,19 @@ StreamKind kind_of(const FrameInfo& frame) {
           .sample_rate = frame.sample_rate,
           .channel_mode = frame.channel_mode,
           .has_crc = frame.has_crc != 0};
+}
+
+std::string text_of(const StreamKind& kind) {
+  constexpr std::array<std::string_view, 5> modes = {"-", "stereo", "joint stereo", "dual channel",
+                                                     "mono"};
+  const std::string_view channels = modes[std::min<std::size_t>(kind.channel_mode, mono)];
+  const std::string_view version = kind.version == 3 ? "2.5" : kind.version == 2 ? "2" : "1";
+  const bool is_adts = kind.layer == 0;
+  const std::string format =
+      is_adts ? fmt::format("ADTS AAC (MPEG-{})", kind.version)
+              : fmt::format("MPEG {} Layer {}", version, kind.layer == 3 ? "III" : "II");
+  return fmt::format("{}, {} Hz, {}, CRC: {}", format, kind.sample_rate, channels,
+                     kind.has_crc ? "yes" : "no");
 }
 
 void take_in_bitrate(const FrameInfo& frame) {

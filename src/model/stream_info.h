@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cstdint>
+#include <string>
 
 #include "stream/frame_header.h"
 
@@ -67,6 +68,9 @@ struct StreamKind {
 extern StreamKind stream_kind;
 
 StreamKind kind_of(const FrameInfo& frame);
+
+/// "MPEG 1 Layer III, 44100 Hz, joint stereo, CRC: no".
+std::string text_of(const StreamKind& kind);
 
 /// Makes the stream a variable one when the bitrate of a frame that was added to it is another than
 /// the average, by more than 2 kbit/s.

@@ -54,6 +54,9 @@ TEST_F(Append, TellsWhyAFileDoesNotFit) {
     EXPECT_EQ(stream.vbr, vbr_constant);
   }
   EXPECT_FALSE(append_file_reported(folder.path("mono.mp3"), nullptr));
+  EXPECT_EQ(host.boxes.back().cause,
+            "its frames are MPEG 1 Layer III, 44100 Hz, mono, CRC: no\n"
+            "those of the document MPEG 1 Layer III, 44100 Hz, stereo, CRC: no");
   EXPECT_EQ(take_box(),
             "Not possible: Append failed: Audio parameters do not match.\nSame samplerate, channel "
             "mode,\nMPEG type and CRC needed.\n\nmono.mp3");

@@ -9,6 +9,7 @@
 #include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/save_audio.h"
+#include "exchange/id3v2_texts.h"
 #include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
@@ -63,6 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       if (before >= pos) break;
       pos = pos - before > 100000 ? before : before / 2;
     }
+    id3v2_texts();
     append_file(name);
     draw();
     move_cursor(document.total_size / 2);
