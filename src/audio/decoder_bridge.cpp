@@ -17,6 +17,7 @@
 #include "platform/numbers.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -46,7 +47,7 @@ void tell(std::string_view text, std::string_view caption, BoxIcon icon) {
 }
 
 void tell_to_install_mpglib(std::string_view caption) {
-  tell(with_package(ui_text(msg, 30), "libmpg123-0"), caption, BoxIcon::warning);
+  tell(with_package(ui_text(row::mpglib_installation), "libmpg123-0"), caption, BoxIcon::warning);
 }
 
 // The cursor moves behind the frame that the library looks at, which is not heard. None when there
@@ -72,10 +73,10 @@ std::uint32_t samples_per_frame() {
 bool load_faad() {
   if (faad.is_loaded()) return true;
   if (const std::string reason = faad.load(); !reason.empty())
-    tell(reason, ui_text(msg, 19), BoxIcon::information);
+    tell(reason, ui_text(row::changes_unsaved), BoxIcon::information);
   if (!faad.is_loaded())
-    tell(with_package(ui_text(msg, 43), "libfaad2"), "libfaad2.dll needed for AAC playback",
-         BoxIcon::warning);
+    tell(with_package(ui_text(row::aac_installation), "libfaad2"),
+         "libfaad2.dll needed for AAC playback", BoxIcon::warning);
   return faad.is_loaded();
 }
 

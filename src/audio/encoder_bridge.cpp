@@ -10,6 +10,7 @@
 #include "platform/host.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -46,7 +47,7 @@ BeConfig lame_config(EncoderUse use, std::uint32_t sample_rate) {
 
 bool refuse_with_instruction(std::string_view caption) {
   host().show_message_box({.caption = std::string(caption),
-                           .text = with_package(ui_text(msg, 32), "libmp3lame0"),
+                           .text = with_package(ui_text(row::lame_installation), "libmp3lame0"),
                            .icon = BoxIcon::warning});
   return false;
 }
@@ -58,14 +59,14 @@ bool open_acm(EncoderUse use, std::uint16_t channels, std::uint32_t sample_rate)
                        .separate = use == EncoderUse::record_split});
   if (result == AcmResult::ok) return true;
   return refuse_with_instruction(use != EncoderUse::reencode ? "Could not open ACM encoder"
-                                                             : ui_text(msg, 6));
+                                                             : ui_text(row::error));
 }
 
 bool open_lame(EncoderUse use, std::uint32_t sample_rate) {
   LameEnc& lame = encoder_session.lame;
   const bool records = use != EncoderUse::reencode;
   if (!lame.load())
-    return refuse_with_instruction(records ? "Could not load Lame_enc.dll" : ui_text(msg, 6));
+    return refuse_with_instruction(records ? "Could not load Lame_enc.dll" : ui_text(row::error));
   std::uint32_t& samples = encoder_session.lame_samples;
   std::uint32_t room = 0;
   const std::uint32_t error = lame.beInitStream(lame_config(use, sample_rate), samples, room);
@@ -95,7 +96,7 @@ bool open_encoder(EncoderUse use, std::uint16_t channels, std::uint32_t sample_r
     case EncoderType::none:
       break;
   }
-  return refuse_with_instruction(ui_text(msg, 9));
+  return refuse_with_instruction(ui_text(row::please_note));
 }
 
 std::optional<std::size_t> encode_block(std::span<const std::int16_t> pcm,
@@ -146,11 +147,11 @@ EncoderProbe encoder_probe_lame() {
   LameEnc lame;
   if (!lame.load()) {
     if (encoder_type() == EncoderType::lame) settings.enc_type = 0;
-    return {.text = fmt::format("Lame_enc.dll {}", ui_text(cfg, 26))};
+    return {.text = fmt::format("Lame_enc.dll {}", ui_text(row::not_found))};
   }
   const BeVersion version = lame.beVersion();
   return {.is_found = true,
-          .text = fmt::format("{} Lame_enc.dll: Version {}.{}, Engine {}.{}", ui_text(cfg, 25),
+          .text = fmt::format("{} Lame_enc.dll: Version {}.{}, Engine {}.{}", ui_text(row::use),
                               version.library_major, version.library_minor, version.engine_major,
                               version.engine_minor)};
 }
@@ -159,9 +160,9 @@ EncoderProbe encoder_probe_acm() {
   const WaveFormat source = pcm_16_bit(settings.enc_acm_channels, settings.enc_acm_samplerate);
   const bool is_found =
       encoder_session.acm_encoder.is_open() || acm_can_convert(source, acm_target());
-  if (is_found) return {.is_found = true, .text = fmt::format("{} ACM", ui_text(cfg, 25))};
+  if (is_found) return {.is_found = true, .text = fmt::format("{} ACM", ui_text(row::use))};
   if (encoder_type() == EncoderType::codec_manager) settings.enc_type = 0;
-  return {.text = fmt::format("ACM {}", ui_text(cfg, 26))};
+  return {.text = fmt::format("ACM {}", ui_text(row::not_found))};
 }
 
 std::string encoder_log_line() {

@@ -20,6 +20,7 @@
 #include "platform/numbers.h"
 #include "platform/wave_device.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -177,8 +178,8 @@ void buffer_returned(WaveHeader& header) {
 }
 
 void tell_no_device(const std::string& reason) {
-  host().show_message_box({.caption = std::string(ui_text(msg, 6)),
-                           .text = std::string(ui_text(msg, 31)),
+  host().show_message_box({.caption = std::string(ui_text(row::error)),
+                           .text = std::string(ui_text(row::no_wave_device)),
                            .cause = reason,
                            .icon = BoxIcon::error});
 }

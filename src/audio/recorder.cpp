@@ -18,6 +18,7 @@
 #include "platform/path.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -91,7 +92,7 @@ bool open_device(WaveEvents events) {
                                           recorder.rec_buffer_bytes * recording_buffers, events);
   if (!reason.empty()) {
     record_stop();
-    show_error(fmt::format("{}\n{}", ui_text(msg, 31), reason));
+    show_error(fmt::format("{}\n{}", ui_text(row::no_wave_device), reason));
     return false;
   }
   recorder.rec_buffers.resize(recording_buffers);

@@ -10,6 +10,7 @@
 #include "cli/messages.h"
 #include "edit/commands.h"
 #include "settings/setting_table.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -59,7 +60,7 @@ void print_keys() {
   }
 }
 
-void print_pattern() { print(fmt::format("{}\n", ui_text(dlg, 11))); }
+void print_pattern() { print(fmt::format("{}\n", ui_text(row::split_variables))); }
 
 std::string help_for(std::string_view word) {
   if (const EditLine* const line = find_line(word)) return line_text(*line);

@@ -12,6 +12,7 @@
 #include "edit/commands.h"
 #include "settings/setting_table.h"
 #include "text/man_page.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -82,7 +83,7 @@ void print_manual_page() {
   add_settings(page);
   page.section("NAMES OF TRACKS");
   page.paragraph("The setting split_pattern makes them of these:");
-  page.example(fmt::format("{}\n", ui_text(dlg, 11)));
+  page.example(fmt::format("{}\n", ui_text(row::split_variables)));
   page.section("EXIT STATUS");
   page.paragraph(exit_statuses);
   page.section("EXAMPLES");

@@ -10,6 +10,7 @@
 #include "edit/undo.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -36,7 +37,7 @@ Refusal select_line(Arguments words, HeadlessHost&) {
 Refusal set_end_line(Arguments words, void (*set_end)(EditPosition)) {
   const Place place = read_position(words[0]);
   if (!place.refusal.empty()) return place.refusal;
-  undo_push(false, ui_text(win, 22));
+  undo_push(false, ui_text(row::selection));
   set_end(place.pos);
   return no_refusal;
 }

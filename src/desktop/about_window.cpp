@@ -12,6 +12,7 @@
 #include "desktop/qt_text.h"
 #include "desktop/signs.h"
 #include "platform/program.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -20,8 +21,8 @@ namespace {
 class AboutWindow : public DialogWindow {
  public:
   AboutWindow(const AboutDialog& dialog, QWidget* parent)
-      : DialogWindow(QStringLiteral("about_dialog"), as_qstring(menu_text_plain(ui_text(men, 66))),
-                     parent) {
+      : DialogWindow(QStringLiteral("about_dialog"),
+                     as_qstring(menu_text_plain(ui_text(row::about))), parent) {
     setPalette(palette_on(QColor(0x3C, 0x3C, 0x3C), Qt::white));
     constexpr int picture_size = 64;
     auto* const picture = new QLabel;

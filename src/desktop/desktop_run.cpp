@@ -38,6 +38,7 @@
 #include "settings/settings_file.h"
 #include "settings/settings_storage.h"
 #include "shell/start_up.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -244,7 +245,7 @@ int run_desktop(int argc, char** argv) {
     return 1;
   }
   load_language();
-  if (as_qstring(ui_text(men, 0)).isRightToLeft())
+  if (as_qstring(ui_text(row::file_menu)).isRightToLeft())
     QApplication::setLayoutDirection(Qt::RightToLeft);
   QApplication::setStyle(new Style);
   QApplication::setPalette(dialog_palette(look_of_settings()));

@@ -15,7 +15,7 @@
 namespace corvelin {
 
 QString label(TextSection section, std::uint32_t number) {
-  return as_qstring(label_text(section, number));
+  return as_qstring(label_text({section, number}));
 }
 
 DialogWindow::DialogWindow(const QString& name, const QString& title, QWidget* parent)

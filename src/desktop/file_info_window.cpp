@@ -16,6 +16,7 @@
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
 #include "stream/frame_header.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -25,7 +26,7 @@ class FileInfoWindow : public DialogWindow {
  public:
   FileInfoWindow(FileInfoDialog& dialog, QWidget* parent)
       : DialogWindow(QStringLiteral("file_info_dialog"),
-                     as_qstring(menu_text_plain(ui_text(men, 22))), parent),
+                     as_qstring(menu_text_plain(ui_text(row::file_info))), parent),
         dialog_(dialog) {
     auto* const columns = new QGridLayout;
     columns->addWidget(summary_group(), 0, 0);

@@ -27,6 +27,7 @@
 #include "shell/button_texts.h"
 #include "shell/panel_buttons.h"
 #include "shell/window_events.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -85,7 +86,7 @@ void MainWindow::make_controls() {
     margin_ = new QLabel(client_);
     margin_->setObjectName(QStringLiteral("margin"));
     margin_->setAlignment(Qt::AlignCenter);
-    margin_->setAccessibleName(as_qstring(label_text(win, 14)).remove(u'&'));
+    margin_->setAccessibleName(as_qstring(label_text(row::margin)).remove(u'&'));
   }
   volume_ = new QSlider(has_text_buttons(panel_form()) ? Qt::Vertical : Qt::Horizontal, client_);
   volume_->setObjectName(QStringLiteral("volume"));

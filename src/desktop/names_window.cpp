@@ -9,6 +9,7 @@
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -17,8 +18,8 @@ namespace {
 class NamesWindow : public DialogWindow {
  public:
   NamesWindow(NamesDialog& dialog, QWidget* parent)
-      : DialogWindow(QStringLiteral("names_dialog"), as_qstring(menu_text_plain(ui_text(men, 34))),
-                     parent),
+      : DialogWindow(QStringLiteral("names_dialog"),
+                     as_qstring(menu_text_plain(ui_text(row::part_names))), parent),
         dialog_(dialog),
         part_artist_(new_text(dialog.part_artist)),
         part_title_(new_text(dialog.part_title)),

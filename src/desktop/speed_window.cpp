@@ -10,6 +10,7 @@
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -18,8 +19,8 @@ namespace {
 class SpeedWindow : public DialogWindow {
  public:
   SpeedWindow(SpeedDialog& dialog, QWidget* parent)
-      : DialogWindow(QStringLiteral("speed_dialog"), as_qstring(menu_text_plain(ui_text(men, 44))),
-                     parent),
+      : DialogWindow(QStringLiteral("speed_dialog"),
+                     as_qstring(menu_text_plain(ui_text(row::high_speed_recording))), parent),
         dialog_(dialog) {
     auto* const note = new QLabel(label(msg, 33));
     note->setWordWrap(true);

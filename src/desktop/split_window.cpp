@@ -19,6 +19,7 @@
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -35,8 +36,8 @@ QLabel* new_words(const QString& text) {
 class SplitWindow : public DialogWindow {
  public:
   SplitWindow(SplitDialog& dialog, QWidget* parent)
-      : DialogWindow(QStringLiteral("split_dialog"), as_qstring(menu_text_plain(ui_text(men, 15))),
-                     parent),
+      : DialogWindow(QStringLiteral("split_dialog"),
+                     as_qstring(menu_text_plain(ui_text(row::save_split))), parent),
         dialog_(dialog) {
     auto* const rows = new QVBoxLayout(this);
     rows->addWidget(folder_group());

@@ -20,6 +20,7 @@
 #include "platform/file_window.h"
 #include "platform/host.h"
 #include "platform/path.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -106,13 +107,13 @@ std::string_view reason_of(AppendResult result, bool in_box) {
     case AppendResult::table_full:
       return "Part creation failed";
     case AppendResult::other_parameters:
-      return in_box ? ui_text(msg, 37) : ui_text(msg, 47);
+      return in_box ? ui_text(row::parameters_do_not_match) : ui_text(row::different_parameters);
     case AppendResult::no_sync:
-      return ui_text(msg, 50);
+      return ui_text(row::no_sync_found);
     case AppendResult::not_opened:
-      return ui_text(msg, 10);
+      return ui_text(row::file_open_failed);
     case AppendResult::bad_name:
-      return ui_text(msg, 49);
+      return ui_text(row::invalid_filename);
     case AppendResult::other_format:
       return "MP3 / AAC";
     case AppendResult::bad_size:
@@ -157,11 +158,11 @@ bool append_file_reported(const std::string& name, std::vector<std::string>* lis
   if (result == AppendResult::appended) return true;
   const std::string_view reason = reason_of(result, list == nullptr);
   if (list != nullptr) {
-    list->push_back(fmt::format("{} ({}): {}", ui_text(msg, 48), reason, name_of(name)));
+    list->push_back(fmt::format("{} ({}): {}", ui_text(row::append_failed), reason, name_of(name)));
   } else {
     host().show_message_box(
-        {.caption = std::string(ui_text(msg, 8)),
-         .text = fmt::format("{}: {}\n\n{}", ui_text(msg, 48), reason, name_of(name)),
+        {.caption = std::string(ui_text(row::not_possible)),
+         .text = fmt::format("{}: {}\n\n{}", ui_text(row::append_failed), reason, name_of(name)),
          .cause = cause_of(result, name, other),
          .icon = BoxIcon::warning});
   }

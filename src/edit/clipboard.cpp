@@ -24,6 +24,7 @@
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -230,7 +231,7 @@ class Paste {
 std::string_view paste_failure(PasteResult result) {
   switch (result) {
     case PasteResult::other_parameters:
-      return ui_text(msg, 37);
+      return ui_text(row::parameters_do_not_match);
     case PasteResult::foreign_text:
       return "No corvl part";
     case PasteResult::no_text:
@@ -255,7 +256,8 @@ Outcome refuse_as(std::string_view caption, std::string_view text) {
 }
 
 Outcome copy_or_refuse() {
-  return copy_to_clipboard() ? Outcome(Result::done) : refuse_as(ui_text(msg, 6), ui_text(msg, 8));
+  return copy_to_clipboard() ? Outcome(Result::done)
+                             : refuse_as(ui_text(row::error), ui_text(row::not_possible));
 }
 
 }  // namespace
@@ -281,7 +283,7 @@ Outcome copy() {
 }
 
 Outcome cut_clipboard() {
-  if (!has_selected_range()) return refuse(ui_text(msg, 20));
+  if (!has_selected_range()) return refuse(ui_text(row::selection_too_short));
   const Outcome copied = copy_or_refuse();
   return copied.result == Result::done ? cut_or_cue() : copied;
 }
@@ -289,7 +291,7 @@ Outcome cut_clipboard() {
 Outcome paste() {
   const PasteResult result = paste_from_clipboard();
   if (result == PasteResult::pasted) return Result::done;
-  return refuse_as(ui_text(dlg, 83), paste_failure(result));
+  return refuse_as(ui_text(row::clipboard_error), paste_failure(result));
 }
 
 }  // namespace corvelin

@@ -270,7 +270,7 @@ std::optional<CommandId> find_command(std::string_view name) {
 std::string_view text_of(const Command& command) {
   if (command.id == text_is_ansi_command) return "&ANSI";
   if (command.id == text_is_utf8_command) return "&UTF-8";
-  return ui_text(command.text.section, command.text.number);
+  return ui_text(command.text);
 }
 
 }  // namespace corvelin

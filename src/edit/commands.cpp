@@ -11,6 +11,7 @@
 #include "platform/host.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -23,7 +24,7 @@ void take_undo_step(const Command& command) {
   const bool has_own_label = command.undo_label.number != unnamed.number;
   const TextRow& label = has_own_label ? command.undo_label : command.text;
   if (command.has(rule::undo_document | rule::undo_selection))
-    undo_push(command.has(rule::undo_document), ui_text(label.section, label.number));
+    undo_push(command.has(rule::undo_document), ui_text(label));
 }
 
 // Brings the records into line with what the operation did to the document.
@@ -124,7 +125,7 @@ Result carry_out(const Command& command, const std::function<Outcome()>& operati
 
 bool ensure_stopped() {
   if (!playback.is_playing && !playback.is_recording_armed) return true;
-  show_refusal(ui_text(msg, 17));
+  show_refusal(ui_text(row::stop_first));
   return false;
 }
 

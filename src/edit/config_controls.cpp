@@ -16,6 +16,7 @@
 #include "platform/text.h"
 #include "settings/settings_storage.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -78,8 +79,8 @@ void choose_language(ConfigDialog& dialog, std::int64_t index) {
 }
 
 // The skip buttons, and what they do.
-std::string small_skip_text(Dialogue) { return fmt::format("<  >  {}", label_text(cfg, 29)); }
-std::string big_skip_text(Dialogue) { return fmt::format("<<  >>  {}", label_text(cfg, 29)); }
+std::string small_skip_text(Dialogue) { return fmt::format("<  >  {}", label_text(row::skips)); }
+std::string big_skip_text(Dialogue) { return fmt::format("<<  >>  {}", label_text(row::skips)); }
 
 // The page "Layout".
 
@@ -169,10 +170,11 @@ void fit_buffer(ConfigDialog&) {
 }
 
 std::string buffer_text(Dialogue) {
-  return fmt::format("{}  {} KB", ui_text(cfg, 13), settings.buffer_max);
+  return fmt::format("{}  {} KB", ui_text(row::wave_buffer_size), settings.buffer_max);
 }
 std::string frames_text(Dialogue) {
-  return fmt::format("{}  {} {}", ui_text(cfg, 14), settings.buffer_frm, ui_text(cfg, 35));
+  return fmt::format("{}  {} {}", ui_text(row::frames_a_buffer), settings.buffer_frm,
+                     ui_text(row::frames));
 }
 
 std::int64_t threshold(Dialogue) { return settings.rec_threshold & 0xFF; }
@@ -191,10 +193,10 @@ void set_pause_seconds(ConfigDialog&, std::int64_t value) {
 
 std::string threshold_text(Dialogue dialog) {
   const double share = static_cast<double>(std::max<std::int64_t>(threshold(dialog), 1)) / 127;
-  return fmt::format("{}  {:.1f} dB", ui_text(cfg, 74), 20 * std::log10(share));
+  return fmt::format("{}  {:.1f} dB", ui_text(row::threshold), 20 * std::log10(share));
 }
 std::string pause_text(Dialogue dialog) {
-  return fmt::format("{}  {}", ui_text(cfg, 75), pause_seconds(dialog));
+  return fmt::format("{}  {}", ui_text(row::pause_after), pause_seconds(dialog));
 }
 
 // The page "Decoder".
@@ -235,7 +237,7 @@ void set_abr_bitrate(ConfigDialog&, std::int64_t value) {
 void correct_encoder(ConfigDialog&) { correct_lame_settings(); }
 
 std::vector<EncoderChoice> preset_choices(Dialogue) {
-  std::vector<EncoderChoice> choices = {{0, std::string(ui_text(cfg, 16))}};
+  std::vector<EncoderChoice> choices = {{0, std::string(ui_text(row::user_presets))}};
   for (const std::string& line : settings.enc_lam_preset)
     choices.push_back(
         {static_cast<std::int32_t>(choices.size()), std::string(lame_preset_name(line))});
@@ -255,7 +257,7 @@ void choose_preset(ConfigDialog& dialog, std::int64_t value) {
 
 bool may_store_preset(Dialogue dialog) {
   const std::string& name = dialog.preset_name;
-  return uses_lame(dialog) && !name.empty() && name != ui_text(cfg, 16) &&
+  return uses_lame(dialog) && !name.empty() && name != ui_text(row::user_presets) &&
          std::ranges::find(settings.enc_lam_preset, name, lame_preset_name) ==
              settings.enc_lam_preset.end();
 }
@@ -290,9 +292,10 @@ std::string recording_text(Dialogue) { return settings.file_savepath; }
 
 // The extension, and whatever else follows a point, is made anew for each recording.
 void choose_recording(ConfigDialog&, std::int64_t) {
-  const auto path = host().ask_for_new_file({.title = std::string(ui_text(msg, 5)),
-                                             .path = settings.file_savepath,
-                                             .types = {{"MP3", "*.mp3"}}});
+  const auto path =
+      host().ask_for_new_file({.title = std::string(ui_text(row::record_base_filename)),
+                               .path = settings.file_savepath,
+                               .types = {{"MP3", "*.mp3"}}});
   if (!path) return;
   const std::string_view name = name_of(*path);
   const std::string_view base = name.substr(0, name.find('.'));
@@ -341,9 +344,10 @@ bool user_agrees(std::string text) {
 
 void uninstall_settings(ConfigDialog&, std::int64_t) {
   const std::string folder(folder_of(settings_path));
-  if (!user_agrees(fmt::format("{}\n{}", ui_text(msg, 51), folder))) return;
-  if (!remove_user_settings()) return show_error(std::string(ui_text(msg, 53)));
-  if (user_agrees(std::string(ui_text(msg, 52))))
+  if (!user_agrees(fmt::format("{}\n{}", ui_text(row::really_delete_settings), folder))) return;
+  if (!remove_user_settings())
+    return show_error(std::string(ui_text(row::could_not_remove_settings)));
+  if (user_agrees(std::string(ui_text(row::settings_removed))))
     open_in_viewer(std::string(folder_of(program_path())));
 }
 

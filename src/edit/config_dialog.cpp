@@ -14,6 +14,7 @@
 #include "settings/settings_storage.h"
 #include "text/boxes.h"
 #include "text/language_file.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -120,7 +121,7 @@ bool ConfigDialog::restart() {
 
 std::string ConfigDialog::title() {
   constexpr std::string_view standard = "Configuration";
-  return fmt::format("Corvelin - {}", has_ui_text(dlg, 8) ? ui_text(dlg, 8) : standard);
+  return fmt::format("Corvelin - {}", has_ui_text(dlg, 8) ? ui_text(row::settings) : standard);
 }
 
 std::string_view ConfigDialog::page_title(SettingPage which) {
@@ -130,7 +131,7 @@ std::string_view ConfigDialog::page_title(SettingPage which) {
 
 // "Restart program?" as a command. Some languages have a question mark in front, too.
 std::string ConfigDialog::restart_label() {
-  std::string text(cut_to_units(ui_text(msg, 27), longest_restart_label));
+  std::string text(cut_to_units(ui_text(row::restart_program), longest_restart_label));
   if (text.ends_with('?')) text.pop_back();
   constexpr std::string_view inverted = "\xC2\xBF";
   if (text.starts_with(inverted)) text.replace(0, inverted.size(), " ");
@@ -141,13 +142,13 @@ std::string ConfigDialog::restart_label() {
 std::string ConfigDialog::label_of(const ConfigControl& control) const {
   if (control.text != nullptr) return control.text(*this);
   if (!control.english.empty()) return std::string(control.english);
-  const std::string_view text = label_text(control.row.section, control.row.number);
+  const std::string_view text = label_text(control.row);
   return std::string(text.substr(0, text.find('\t')));
 }
 
 std::string_view ConfigDialog::words_behind(const ConfigControl& control) {
   if (!control.behind.empty()) return control.behind;
-  return label_text(control.behind_row.section, control.behind_row.number);
+  return label_text(control.behind_row);
 }
 
 bool ConfigDialog::is_live(const ConfigControl& control) const {

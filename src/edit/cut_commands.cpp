@@ -9,6 +9,7 @@
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -46,8 +47,8 @@ void move_cursor_out_of_cut(PartIndex made) {
 }
 
 Outcome refuse_as_impossible() {
-  return {Result::refused, MessageBox{.caption = std::string(ui_text(msg, 6)),
-                                      .text = std::string(ui_text(msg, 8)),
+  return {Result::refused, MessageBox{.caption = std::string(ui_text(row::error)),
+                                      .text = std::string(ui_text(row::not_possible)),
                                       .icon = BoxIcon::error}};
 }
 
@@ -56,7 +57,7 @@ Outcome refuse_as_impossible() {
 Outcome cut_or_cue() {
   const EditPosition beg = selection.sel_beg;
   const EditPosition end = selection.sel_end;
-  if (!can_delete_range(beg, end)) return refuse(ui_text(msg, 16));
+  if (!can_delete_range(beg, end)) return refuse(ui_text(row::selection_invalid));
 
   const PartIndex at_end = part_at(end);
   const std::int16_t tail_gain = document.parts[at_end].part_gainbeg;
@@ -89,7 +90,8 @@ Outcome crop() {
   const EditPosition beg = selection.sel_beg;
   const EditPosition end = selection.sel_end;
   const bool is_whole = beg == 0 && end == document.total_size;
-  if (!is_whole && document.parts.size() >= most_parts) return refuse(ui_text(msg, 16));
+  if (!is_whole && document.parts.size() >= most_parts)
+    return refuse(ui_text(row::selection_invalid));
   delete_range(end, document.total_size);  // first, so that `beg` still holds
   delete_range(0, beg);
   if (beg < selection.cursor) selection.cursor -= beg;

@@ -21,6 +21,7 @@
 #include "platform/process.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -77,11 +78,12 @@ bool edit_cue_sheet() {
     show_error("xdg-open: " + error.message());
     return false;
   }
-  const BoxAnswer answer = host().show_message_box({.caption = "Corvelin",
-                                                    .text = std::string(ui_text(msg, 26)),
-                                                    .icon = BoxIcon::question,
-                                                    .buttons = BoxButtons::yes_no,
-                                                    .default_answer = BoxAnswer::yes});
+  const BoxAnswer answer =
+      host().show_message_box({.caption = "Corvelin",
+                               .text = std::string(ui_text(row::reload_cue_sheet)),
+                               .icon = BoxIcon::question,
+                               .buttons = BoxButtons::yes_no,
+                               .default_answer = BoxAnswer::yes});
   return answer != BoxAnswer::yes || open_in_place(sheet);
 }
 

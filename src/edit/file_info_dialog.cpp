@@ -14,6 +14,7 @@
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "settings/setting_table.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -27,7 +28,7 @@ std::string kilobits(double value) { return fmt::format("{:3.1f} kbit/s", value)
 std::string vbr_header_value() {
   std::string text = (stream.vbr & vbr_header) != 0 ? "Xing"
                      : stream.has_info_header != 0  ? "Info"
-                                                    : std::string(ui_text(dlg, 4));
+                                                    : std::string(ui_text(row::no));
   if (stream.xing_frames != 0) text += " (" + group_thousands(stream.xing_frames) + " frames)";
   return text;
 }
@@ -44,8 +45,8 @@ std::string encoder_value() {
 }
 
 std::string id3v2_value() {
-  if (stream.id3v2_size == 0) return std::string(ui_text(dlg, 4));
-  return fmt::format("{} ({})", ui_text(dlg, 3), in_bytes(stream.id3v2_size));
+  if (stream.id3v2_size == 0) return std::string(ui_text(row::no));
+  return fmt::format("{} ({})", ui_text(row::yes), in_bytes(stream.id3v2_size));
 }
 
 // Takes a line off the labels, which are one text: a translation may have fewer lines.
@@ -64,7 +65,7 @@ std::vector<InfoLine> file_info_lines(EditPosition pos) {
   const std::uint32_t first_audio = document.parts[0].part_filepos;
   const std::uint32_t file = document.parts[document.current_part].part_file + 1U;
   std::vector<InfoLine> lines;
-  std::string_view labels = ui_text(dlg, 30);
+  std::string_view labels = ui_text(row::file_info_labels);
   const auto add = [&](std::string value) {
     lines.push_back({take_label(labels), std::move(value)});
   };
@@ -80,7 +81,7 @@ std::vector<InfoLine> file_info_lines(EditPosition pos) {
   add(id3v2_value());
   add(fmt::format("{} / {}", file, file_count()));
   if (stream.ape_size != 0)
-    lines.push_back({std::string(ui_text(dlg, 95)), in_bytes(stream.ape_size)});
+    lines.push_back({std::string(ui_text(row::ape_tag)), in_bytes(stream.ape_size)});
   return lines;
 }
 

@@ -17,6 +17,7 @@
 #include "settings/settings.h"
 #include "stream/frame_header.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -102,11 +103,11 @@ void LevelDialog::restore_defaults() {
 }
 
 std::string LevelDialog::from_text() {
-  return fmt::format("{} {}", ui_text(dlg, 41), gain_text(selection.sel_gain));
+  return fmt::format("{} {}", ui_text(row::from), gain_text(selection.sel_gain));
 }
 
 std::string LevelDialog::to_text() {
-  return fmt::format("{} {}", ui_text(dlg, 42), gain_text(selection.sel_gain_end));
+  return fmt::format("{} {}", ui_text(row::to), gain_text(selection.sel_gain_end));
 }
 
 Outcome LevelDialog::write() {

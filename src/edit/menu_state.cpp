@@ -16,6 +16,7 @@
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -26,9 +27,9 @@ std::string part_entry(PartIndex index) {
   const Part& part = document.parts[index];
   const std::string time = shown_time(part.part_beg);
   std::string text = fmt::format("{:02}  ({}) ", index + 1, time.substr(0, time.rfind('.')));
-  if (part.part_iscue != 0) text += fmt::format(" {}", ui_text(men, 53));
-  if (has_gap(index)) text += fmt::format(" {}", ui_text(men, 51));
-  if (part.part_gainbeg != 0) text += fmt::format(" {}", ui_text(men, 52));
+  if (part.part_iscue != 0) text += fmt::format(" {}", ui_text(row::cue));
+  if (has_gap(index)) text += fmt::format(" {}", ui_text(row::cut));
+  if (part.part_gainbeg != 0) text += fmt::format(" {}", ui_text(row::level));
   text += '\t';
   if (!part.part_title.empty())
     text += " " + wide_to_bytes(cut_to_units(part.part_title, longest_title), true);

@@ -5,6 +5,7 @@
 
 #include "edit/commands.h"
 #include "platform/text.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -19,7 +20,7 @@ void NamesDialog::begin() {
 }
 
 std::string NamesDialog::group_title() const {
-  return fmt::format("{} #{}", ui_text(dlg, 63), part + 1);
+  return fmt::format("{} #{}", ui_text(row::dialog_part), part + 1);
 }
 
 Outcome NamesDialog::write() const {

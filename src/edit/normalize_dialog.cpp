@@ -15,6 +15,7 @@
 #include "model/selection.h"
 #include "platform/numbers.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -85,8 +86,8 @@ void NormalizeDialog::set_change(int steps) {
 }
 
 std::string NormalizeDialog::progress_text() const {
-  return fmt::format("{} {}  {} {}", label_text(dlg, 38), peak_text(), label_text(dlg, 39),
-                     change_text());
+  return fmt::format("{} {}  {} {}", label_text(row::peak_found), peak_text(),
+                     label_text(row::level_change), change_text());
 }
 
 std::string NormalizeDialog::report() const {

@@ -13,6 +13,7 @@
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -55,11 +56,13 @@ bool is_choice_too_long(const std::vector<std::string>& names) {
 
 bool open_file_dialog() {
   constexpr int buffer_too_small = 0x3003;  // the code of a dialog that can't hold the choice
-  const std::vector<std::string> names = host().ask_for_existing_files(
-      {.title = std::string(ui_text(msg, 1)), .path = start_folder(), .types = file_types()});
+  const std::vector<std::string> names =
+      host().ask_for_existing_files({.title = std::string(ui_text(row::open_file)),
+                                     .path = start_folder(),
+                                     .types = file_types()});
   if (names.empty()) return false;
   if (is_choice_too_long(names)) {
-    host().show_message_box({.caption = std::string(ui_text(msg, 7)),
+    host().show_message_box({.caption = std::string(ui_text(row::warning)),
                              .text = fmt::format("GetOpenFileName: {}", buffer_too_small),
                              .icon = BoxIcon::warning});
     return false;

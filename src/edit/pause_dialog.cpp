@@ -21,6 +21,7 @@
 #include "settings/setting_table.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -52,7 +53,7 @@ EditPosition cue_place() {
 
 bool PauseDialog::accept() {
   if (pause_running) return false;
-  undo_push(true, ui_text(men, 27));
+  undo_push(true, ui_text(row::pause_detection));
   if (!has_selected_range()) {
     selection.sel_beg = 0;
     selection.sel_end = document.total_size;
@@ -161,7 +162,7 @@ void PauseDialog::restore_defaults() {
 }
 
 std::string PauseDialog::progress_text() const {
-  return fmt::format("{}: {}", ui_text(dlg, 55), pause_found);
+  return fmt::format("{}: {}", ui_text(row::found), pause_found);
 }
 
 std::string PauseDialog::report() const {

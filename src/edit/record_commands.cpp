@@ -23,6 +23,7 @@
 #include "platform/text.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -35,7 +36,8 @@ void show_recorder() {
 }
 
 void show_write_failure(std::error_code error) {
-  show_error(fmt::format("{}\n{}\n{}", ui_text(msg, 13), recorder.rec_file_name, error.message()));
+  show_error(fmt::format("{}\n{}\n{}", ui_text(row::could_not_write), recorder.rec_file_name,
+                         error.message()));
 }
 
 // Device events. A handler that ends the recording is the last that touches it.
@@ -75,8 +77,8 @@ bool arm(bool by_level) {
 
 // A name that the settings chose may be that of an earlier recording.
 bool may_replace(const std::string& name) {
-  return host().show_message_box({.caption = std::string(ui_text(msg, 7)),
-                                  .text = fmt::format("{}\n\n{}", ui_text(dlg, 85), name),
+  return host().show_message_box({.caption = std::string(ui_text(row::warning)),
+                                  .text = fmt::format("{}\n\n{}", ui_text(row::file_exists), name),
                                   .icon = BoxIcon::warning,
                                   .buttons = BoxButtons::ok_cancel,
                                   .default_answer = BoxAnswer::cancel}) == BoxAnswer::ok;
@@ -129,7 +131,7 @@ void keep_cues_of_finished_files() {
     if (!finished.cues.empty() && keep_cues_of(finished)) ++count;
   if (count == 0) return;
   host().show_message_box(
-      {.caption = std::string(ui_text(msg, 9)),
+      {.caption = std::string(ui_text(row::please_note)),
        .text = fmt::format("The cues of {} earlier {} of this recording are in projects (.cvp) "
                            "beside them.",
                            count, count == 1 ? "file" : "files"),
@@ -164,7 +166,7 @@ bool start_recording_unattended(const std::string& path) {
   recorder.rec_file_name = settings.rec_appenddata != 0 ? wanted : free_recording_name(wanted);
   if (!begin_file()) return false;
   if (recorder.rec_file_name != wanted)
-    host().show_message_box({.caption = std::string(ui_text(msg, 9)),
+    host().show_message_box({.caption = std::string(ui_text(row::please_note)),
                              .text = fmt::format("{} exists.\nThe recording goes into {}", wanted,
                                                  recorder.rec_file_name),
                              .icon = BoxIcon::information});

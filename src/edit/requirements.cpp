@@ -7,6 +7,7 @@
 #include "model/stream_info.h"
 #include "platform/host.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -18,7 +19,7 @@ Outcome need_two_ends() {
 }
 
 Outcome need_range() {
-  return has_selected_range() ? Outcome(Result::done) : refuse(ui_text(msg, 20));
+  return has_selected_range() ? Outcome(Result::done) : refuse(ui_text(row::selection_too_short));
 }
 
 Outcome need_mutable_cut() {
@@ -34,13 +35,13 @@ Outcome need_undo_step() {
 }
 
 Outcome need_level_control() {
-  if (stream_kind.layer == 2) return refuse(ui_text(msg, 22));
-  return stream.is_aac != 0 ? refuse(ui_text(win, 35)) : Result::done;
+  if (stream_kind.layer == 2) return refuse(ui_text(row::no_level_of_layer_2));
+  return stream.is_aac != 0 ? refuse(ui_text(row::no_level_of_aac)) : Result::done;
 }
 
 Outcome need_room_for_parts(std::size_t count) {
   if (document.parts.size() + count <= most_parts) return Result::done;
-  return refuse(ui_text(msg, 16));
+  return refuse(ui_text(row::selection_invalid));
 }
 
 bool require(const Outcome& need) {

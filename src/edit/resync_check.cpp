@@ -13,6 +13,7 @@
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "platform/text.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -57,7 +58,7 @@ Outcome check_resyncs() {
   const EditPosition begin = has_range ? selection.sel_beg : 0;
   const EditPosition end = has_range ? selection.sel_end : document.total_size;
   const int count = mark_resyncs(begin, end);
-  return {Result::done, MessageBox{.caption = menu_text_plain(ui_text(men, 29)),
+  return {Result::done, MessageBox{.caption = menu_text_plain(ui_text(row::check_resyncs)),
                                    .text = fmt::format("{} Re-sync(s)", count),
                                    .icon = BoxIcon::information}};
 }

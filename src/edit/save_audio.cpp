@@ -18,6 +18,7 @@
 #include "settings/note.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -51,8 +52,8 @@ std::optional<std::uint16_t> source_called(const std::string& path) {
 
 bool may_replace_source(const std::string& path) {
   if ((settings.warn & warn_of_replacing) == 0) return true;
-  const MessageBox box = {.caption = std::string(ui_text(msg, 7)),
-                          .text = fmt::format("{}\n\n{}", path, ui_text(msg, 21)),
+  const MessageBox box = {.caption = std::string(ui_text(row::warning)),
+                          .text = fmt::format("{}\n\n{}", path, ui_text(row::close_and_replace)),
                           .icon = BoxIcon::warning,
                           .buttons = BoxButtons::yes_no,
                           .default_answer = BoxAnswer::no};
@@ -100,7 +101,7 @@ SaveOutcome ask_and_save(const SaveWish& wish) {
   std::string proposal = open_state.save_name;
   if (proposal.empty() || proposal.ends_with('/')) proposal = proposed_save_name();
   if (wish.mode == SaveMode::reencode) proposal = with_extension(proposal, mp3_extension);
-  const auto name = host().ask_for_new_file({.title = std::string(ui_text(msg, 2)),
+  const auto name = host().ask_for_new_file({.title = std::string(ui_text(row::create_audio_file)),
                                              .path = proposal,
                                              .types = {type_of_file(wish.mode)},
                                              .warn_existing = settings.warn_existing != 0});
@@ -139,7 +140,7 @@ SaveOutcome save_reencoded() { return ask_and_save({.mode = SaveMode::reencode})
 
 SaveOutcome save_selection() {
   if (!has_selected_range()) {
-    show_refusal(ui_text(msg, 20));
+    show_refusal(ui_text(row::selection_too_short));
     return SaveOutcome::not_started;
   }
   return ask_and_save(

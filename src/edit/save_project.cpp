@@ -16,6 +16,7 @@
 #include "settings/note.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -26,7 +27,8 @@ namespace {
 bool ask_save_path(bool as_cue, bool current_is_cue) {
   const FileType project = {.name = "Corvelin Project (*.cvp)", .pattern = "*.cvp"};
   const FileType sheet = {.name = "Cue Sheet (*.cue)", .pattern = "*.cue"};
-  FileDialog dialog = {.title = std::string(as_cue ? ui_text(men, 43) : ui_text(msg, 4)),
+  FileDialog dialog = {.title = std::string(as_cue ? ui_text(row::edit_cue_sheet)
+                                                   : ui_text(row::save_project_or_sheet)),
                        .path = open_state.project_name,
                        .types = {project, sheet},
                        .warn_existing = true};
@@ -73,7 +75,8 @@ bool save_project(bool force_dialog, bool as_cue) {
   if (as_cue && !extension_of(name).empty()) name = with_extension(name, ".cue");
   std::string reason;
   if (write_by_extension(name, reason)) return true;
-  show_error(fmt::format("{}{}{}", ui_text(msg, 13), reason.empty() ? "" : "\n", reason));
+  show_error(
+      fmt::format("{}{}{}", ui_text(row::could_not_write), reason.empty() ? "" : "\n", reason));
   return false;
 }
 
@@ -83,11 +86,12 @@ bool save_project_as() { return save_project(true, false); }
 bool confirm_discard_changes() {
   const bool may_be_lost = open_state.document_modified && !document.parts.empty();
   if (!may_be_lost || (settings.warn & warn_of_unsaved_changes) == 0) return true;
-  const BoxAnswer answer = host().show_message_box({.caption = "Corvelin",
-                                                    .text = std::string(ui_text(msg, 19)),
-                                                    .icon = BoxIcon::question,
-                                                    .buttons = BoxButtons::yes_no_cancel,
-                                                    .default_answer = BoxAnswer::cancel});
+  const BoxAnswer answer =
+      host().show_message_box({.caption = "Corvelin",
+                               .text = std::string(ui_text(row::changes_unsaved)),
+                               .icon = BoxIcon::question,
+                               .buttons = BoxButtons::yes_no_cancel,
+                               .default_answer = BoxAnswer::cancel});
   if (answer == BoxAnswer::yes) return save_project(false, false);
   if (answer == BoxAnswer::no) open_state.document_modified = false;
   return answer == BoxAnswer::no;

@@ -7,6 +7,7 @@
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -101,7 +102,7 @@ void select(EditPosition begin, EditPosition end) {
 
 void mouse_select(EditPosition pos, MouseButtons buttons, bool is_press) {
   if (buttons.ctrl) return seek_to(pos);
-  if (is_press) undo_push(false, ui_text(win, 22));
+  if (is_press) undo_push(false, ui_text(row::selection));
   if (settings.mouse_method == 0) {
     if (buttons.left) set_sel_begin(pos);
     if (buttons.right) set_sel_end(pos);

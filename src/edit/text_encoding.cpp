@@ -9,6 +9,7 @@
 #include "platform/host.h"
 #include "platform/text.h"
 #include "settings/setting_table.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -24,10 +25,10 @@ bool has_texts() {
 }
 
 bool ask_to_convert() {
-  std::string caption(ui_text(men, 74));
+  std::string caption(ui_text(row::character_encoding));
   std::erase(caption, '&');
   return host().show_message_box({.caption = caption,
-                                  .text = std::string(ui_text(msg, 46)),
+                                  .text = std::string(ui_text(row::convert_characters)),
                                   .icon = BoxIcon::question,
                                   .buttons = BoxButtons::yes_no,
                                   .default_answer = BoxAnswer::yes}) == BoxAnswer::yes;

@@ -13,6 +13,7 @@
 #include "platform/host.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -49,7 +50,7 @@ struct TypedSelection {
 };
 
 std::optional<TypedSelection> typed_selection(std::string_view text) {
-  if (!skip_behind(text, ui_text(win, 22))) return std::nullopt;
+  if (!skip_behind(text, ui_text(row::selection))) return std::nullopt;
   TypedSelection typed = {};
   typed.begin = parse_time(text, ' ');
   if (!skip_behind(text, "-")) return std::nullopt;
@@ -83,7 +84,7 @@ void apply_now_field(std::string_view text) {
   constexpr std::size_t least = 5;
   constexpr std::int64_t rounding = 1999;  // bytes: a time this near was not changed
   text = cut_to_units(text, longest);
-  if (text.size() < least || !skip_behind(text, ui_text(win, 21))) return;
+  if (text.size() < least || !skip_behind(text, ui_text(row::now))) return;
   text.remove_prefix(text.empty() ? 0 : 1);
   std::optional<std::uint32_t> place = parse_time(text, ' ');
   if (!differ_by_more(*place, selection.cursor, rounding)) place = typed_percentage(text);

@@ -12,6 +12,7 @@
 #include "platform/host.h"
 #include "platform/text.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -76,7 +77,7 @@ void undo_clear() {
 }
 
 std::string undo_menu_text() {
-  std::string text(ui_text(men, 23));
+  std::string text(ui_text(row::undo));
   if (undo_stack.empty()) return text;
   const std::size_t end = std::min(text.find('\t'), text.size());
   return text.insert(end, ": " + undo_stack.front().undo_label);

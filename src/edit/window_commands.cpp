@@ -9,6 +9,7 @@
 #include "platform/process.h"
 #include "platform/program.h"
 #include "platform/system.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -16,7 +17,8 @@ namespace corvelin {
 namespace {
 
 MessageBox error_box(std::string text) {
-  return {.caption = std::string(ui_text(msg, 6)), .text = std::move(text), .icon = BoxIcon::error};
+  return {
+      .caption = std::string(ui_text(row::error)), .text = std::move(text), .icon = BoxIcon::error};
 }
 
 Outcome open_page(std::string_view name) {

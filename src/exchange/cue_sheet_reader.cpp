@@ -21,6 +21,7 @@
 #include "platform/text.h"
 #include "settings/note.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -183,7 +184,7 @@ bool load_cue_sheet(bool over_current_audio) {
 bool choose_cue_sheet() {
   open_state.project_name.clear();
   const auto path =
-      host().ask_for_existing_file({.title = std::string(ui_text(msg, 1)),
+      host().ask_for_existing_file({.title = std::string(ui_text(row::open_file)),
                                     .path = std::string(folder_of(open_state.audio_name)),
                                     .types = {{.name = "Cue Sheets (*.cue)", .pattern = "*.cue"},
                                               {.name = "All files (*.*)", .pattern = "*.*"}}});

@@ -16,6 +16,7 @@
 #include "platform/replacing_file.h"
 #include "platform/text.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -28,8 +29,8 @@ bool is_whole_first_file() {
 }
 
 bool may_name_other_audio() {
-  const MessageBox box = {.caption = std::string(ui_text(msg, 4)),
-                          .text = std::string(ui_text(msg, 41)),
+  const MessageBox box = {.caption = std::string(ui_text(row::save_project_or_sheet)),
+                          .text = std::string(ui_text(row::adapted_cues_differ)),
                           .icon = BoxIcon::question,
                           .buttons = BoxButtons::ok_cancel,
                           .default_answer = BoxAnswer::ok};

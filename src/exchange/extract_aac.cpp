@@ -15,6 +15,7 @@
 #include "platform/system_calls.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -60,11 +61,12 @@ class ExtractRun : public LongRun {
 
 bool may_write(const std::string& target) {
   if (!is_name_taken(target)) return true;
-  return host().show_message_box({.caption = std::string(ui_text(msg, 7)),
-                                  .text = fmt::format("{}\n\n{}", ui_text(dlg, 85), target),
-                                  .icon = BoxIcon::warning,
-                                  .buttons = BoxButtons::ok_cancel,
-                                  .default_answer = BoxAnswer::cancel}) == BoxAnswer::ok;
+  return host().show_message_box(
+             {.caption = std::string(ui_text(row::warning)),
+              .text = fmt::format("{}\n\n{}", ui_text(row::file_exists), target),
+              .icon = BoxIcon::warning,
+              .buttons = BoxButtons::ok_cancel,
+              .default_answer = BoxAnswer::cancel}) == BoxAnswer::ok;
 }
 
 // Puts what was made in the place of its target. Why that can't be, or an empty text.

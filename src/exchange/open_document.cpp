@@ -19,6 +19,7 @@
 #include "platform/host.h"
 #include "platform/path.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -64,10 +65,11 @@ std::string cause_of(OpenFailure failure) {
 void report_open_failure(OpenFailure failure) {
   std::string text;
   if (!open_state.project_name.empty())
-    text += fmt::format("{}: {}\n\n", ui_text(msg, 12), open_state.project_name);
-  text += fmt::format("{}: {}\n", ui_text(msg, 11), open_state.audio_name);
-  if (failure == OpenFailure::unsupported_type) text += fmt::format("\n\n{}", ui_text(msg, 18));
-  host().show_message_box({.caption = std::string(ui_text(msg, 10)),
+    text += fmt::format("{}: {}\n\n", ui_text(row::project_file), open_state.project_name);
+  text += fmt::format("{}: {}\n", ui_text(row::audio_file), open_state.audio_name);
+  if (failure == OpenFailure::unsupported_type)
+    text += fmt::format("\n\n{}", ui_text(row::unsupported_type));
+  host().show_message_box({.caption = std::string(ui_text(row::file_open_failed)),
                            .text = text,
                            .cause = cause_of(failure),
                            .icon = BoxIcon::warning});

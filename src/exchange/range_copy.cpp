@@ -11,6 +11,7 @@
 #include "model/frame_locator.h"
 #include "model/stream_info.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -79,7 +80,7 @@ bool RangeCopy::has_problem() const {
 
 std::string RangeCopy::log_of_frames() const {
   if (!has_header_) return {};
-  return fmt::format("VBR/Info header... {}\r\n", is_header_complete_ ? "Ok" : ui_text(msg, 6));
+  return fmt::format("VBR/Info header... {}\r\n", is_header_complete_ ? "Ok" : ui_text(row::error));
 }
 
 }  // namespace corvelin

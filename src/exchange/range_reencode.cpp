@@ -19,6 +19,7 @@
 #include "settings/settings.h"
 #include "stream/frame_header.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -61,7 +62,7 @@ RangeReencode::~RangeReencode() {
 
 bool RangeReencode::open() {
   if (encoder_type() != EncoderType::none && !encoder_matches_stream()) {
-    show_refusal(ui_text(msg, 37));
+    show_refusal(ui_text(row::parameters_do_not_match));
     return false;
   }
   part_before_ = document.current_part;
@@ -71,8 +72,9 @@ bool RangeReencode::open() {
   if (!open_encoder(EncoderUse::reencode, encoder_channels(),
                     decoder_session.pcm_format.samples_per_sec))
     return false;
-  log_ = fmt::format("{}!\r\nPlay decoder:  {}\r\n{}\r\n", menu_text_plain(ui_text(men, 14)),
-                     decoder_name(chosen_decoder()), encoder_log_line());
+  log_ = fmt::format("{}!\r\nPlay decoder:  {}\r\n{}\r\n",
+                     menu_text_plain(ui_text(row::save_reencoded)), decoder_name(chosen_decoder()),
+                     encoder_log_line());
   return true;
 }
 

@@ -9,6 +9,7 @@
 #include "exchange/id3v2_copy.h"
 #include "model/stream_info.h"
 #include "stream/frame_header.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -87,9 +88,11 @@ int RangeWriter::percent_done() const {
 
 std::string RangeWriter::log() const {
   std::string log;
-  if (id3v2_size_ != 0) log = fmt::format("ID3v2 {} ({} bytes)\r\n", ui_text(dlg, 92), id3v2_size_);
+  if (id3v2_size_ != 0)
+    log = fmt::format("ID3v2 {} ({} bytes)\r\n", ui_text(row::written), id3v2_size_);
   log += log_of_frames();
-  if (tags_.id3v1 && phase_ == Phase::over) log += fmt::format("ID3v1 {}\r\n", ui_text(dlg, 92));
+  if (tags_.id3v1 && phase_ == Phase::over)
+    log += fmt::format("ID3v1 {}\r\n", ui_text(row::written));
   return log;
 }
 

@@ -14,6 +14,7 @@
 #include "platform/path.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -91,7 +92,8 @@ bool SaveRun::step() {
 void SaveRun::check_sources() {
   std::string fault = audio_->source_fault();
   const bool has_frames = audio_->frames() != 0;
-  if (fault.empty() && !has_frames) fault = fmt::format("{}\n{}", name_, ui_text(msg, 50));
+  if (fault.empty() && !has_frames)
+    fault = fmt::format("{}\n{}", name_, ui_text(row::no_sync_found));
   if (fault.empty()) return;
   if (!has_frames || target_.replaces()) return give_up(fault);
   has_failed_ = true;
@@ -157,7 +159,8 @@ std::string SaveRun::progress_text() const {
 std::string SaveRun::log() const {
   std::string log = audio_->log();
   if (replaced_ && is_written() && !has_replaced())
-    log += fmt::format("{}\r\n{}\r\n", ui_text(msg, 14), name_of(target_.written_name()));
+    log += fmt::format("{}\r\n{}\r\n", ui_text(row::could_not_replace),
+                       name_of(target_.written_name()));
   return log;
 }
 

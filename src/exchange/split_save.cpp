@@ -18,6 +18,7 @@
 #include "platform/numbers.h"
 #include "platform/path.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -153,16 +154,18 @@ void SplitRun::finish() {
   keep_id3v1_as_set();
   clear_selection();
   if (result_ == SplitResult::finished && log_.empty()) result_ = SplitResult::write_error;
-  if (!passed_over_.empty()) report_ = fmt::format("{}:\r\n{}", ui_text(msg, 50), passed_over_);
+  if (!passed_over_.empty())
+    report_ = fmt::format("{}:\r\n{}", ui_text(row::no_sync_found), passed_over_);
   if (!status().empty()) {
     report_ += fmt::format("{}\r\n{}\r\n", status(), path_);
     if (!reason_.empty()) report_ += reason_ + "\r\n";
     return;
   }
   if (result_ != SplitResult::finished || split_resyncs_ == 0 || batch_active) return;
-  host().show_message_box({.caption = std::string(ui_text(msg, 7)),
-                           .text = format_row(ui_text(msg, 15), split_done_, split_resyncs_),
-                           .icon = BoxIcon::warning});
+  host().show_message_box(
+      {.caption = std::string(ui_text(row::warning)),
+       .text = format_row(ui_text(row::resyncs_while_saving), split_done_, split_resyncs_),
+       .icon = BoxIcon::warning});
 }
 
 void SplitRun::cancel() {

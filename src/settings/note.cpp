@@ -6,6 +6,7 @@
 
 #include "platform/host.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -15,15 +16,15 @@ namespace {
 std::string_view text_of(Note note) {
   switch (note) {
     case Note::project_files:
-      return ui_text(msg, 34);
+      return ui_text(row::note_on_projects);
     case Note::reencoded_save:
-      return ui_text(msg, 45);
+      return ui_text(row::note_on_reencoding);
     case Note::audio_graph:
-      return ui_text(msg, 35);
+      return ui_text(row::note_on_graph);
     case Note::cue_sheets_and_vbr:
-      return ui_text(msg, 38);
+      return ui_text(row::note_on_vbr_sheets);
     case Note::batch:
-      return ui_text(msg, 39);
+      return ui_text(row::note_on_batch);
   }
   return {};
 }
@@ -33,7 +34,7 @@ std::string_view text_of(Note note) {
 void show_note_once(Note note) {
   const auto bit = static_cast<std::uint16_t>(note);
   if ((settings.msg_hide & bit) != 0) return;
-  const bool hides = host().show_note({.caption = std::string(ui_text(msg, 9)),
+  const bool hides = host().show_note({.caption = std::string(ui_text(row::please_note)),
                                        .text = std::string(text_of(note)),
                                        .icon = BoxIcon::information});
   if (hides) settings.msg_hide |= bit;

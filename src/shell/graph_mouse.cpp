@@ -14,6 +14,7 @@
 #include "model/stream_info.h"
 #include "model/time_mapping.h"
 #include "platform/host.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -58,11 +59,11 @@ bool take_handle(GraphMouse& mouse, EditPosition pos, bool is_left) {
   const auto part = static_cast<std::uint16_t>(1 + (is_end ? part_count() : part_at(pos)));
   if (is_left) {
     if (stream_kind.layer != 3) return false;
-    undo_push(true, ui_text(men, 52));
+    undo_push(true, ui_text(row::level));
     mouse.level_drag = part;
   } else {
     if (is_end) return false;
-    undo_push(true, ui_text(men, 47));
+    undo_push(true, ui_text(row::mute_cut));
     mouse.split_drag = part;
   }
   return true;

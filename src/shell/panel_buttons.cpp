@@ -4,6 +4,7 @@
 #include "audio/playback.h"
 #include "audio/recorder.h"
 #include "shell/window_layout.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -66,9 +67,9 @@ std::string_view panel_label(CommandId id, bool has_fast_labels) {
     case 119:
       return ">]";
     case 120:
-      return label_text(win, 3);
+      return label_text(row::zoom_in);
     case 121:
-      return label_text(win, 4);
+      return label_text(row::zoom_out);
     case 126:
       return "=> I..";
     case 127:
@@ -80,23 +81,23 @@ std::string_view panel_label(CommandId id, bool has_fast_labels) {
     case 131:
       return "=> I...I =>";
     case 133:
-      return label_text(win, 10);
+      return label_text(row::rewind);
     case 134:
-      return label_text(win, 12);
+      return label_text(row::play);
     case 135:
-      return label_text(win, 11);
+      return label_text(row::stop);
     case 137:
-      return label_text(win, 13);
+      return label_text(row::record);
     case 138:
-      return label_text(win, 14);
+      return label_text(row::margin);
     case 152:
-      return label_text(win, 5);
+      return label_text(row::cut_or_cue);
     case 153:
-      return label_text(win, 7);
+      return label_text(row::edit);
     case 154:
-      return label_text(win, 8);
+      return label_text(row::set_begin);
     case 155:
-      return label_text(win, 9);
+      return label_text(row::set_end);
     default:
       return {};
   }

@@ -10,6 +10,7 @@
 #include "audio/recorder.h"
 #include "model/time_mapping.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -34,8 +35,8 @@ std::string remaining_time_or_backlog() {
 }
 
 std::string special_kind() {
-  if (recorder.rec_speed > 0) return menu_text_plain(ui_text(men, 44));
-  if (recorder.rec_level_on) return menu_text_plain(ui_text(cfg, 73));
+  if (recorder.rec_speed > 0) return menu_text_plain(ui_text(row::high_speed_recording));
+  if (recorder.rec_level_on) return menu_text_plain(ui_text(row::level_activated_recording));
   return {};
 }
 
@@ -76,7 +77,7 @@ void draw_record_panel(const ViewLayout& layout, Canvas& canvas) {
   const auto value = [&](int y, std::string_view text, int text_height, Colour colour) {
     if (!text.empty()) canvas.text(centre, y, text, {.height = text_height, .colour = colour});
   };
-  label(label_height + middle - height, ui_text(win, 26));
+  label(label_height + middle - height, ui_text(row::recording_time));
   label(middle + below_middle, ui_text(win, settings.rec_time != 0 ? 24 : 27));
   value(height * 7 / 10 + middle, special_kind(), label_height, settings.rgb_selection);
   value(middle + below_middle, remaining_time_or_backlog(), label_height, settings.rgb_cursor);
@@ -89,13 +90,13 @@ std::string encoder_text() {
 }
 
 std::string recording_place_text() {
-  if (!recorder.rec_writing) return std::string(ui_text(win, 28));
-  return fmt::format(" {} '{}'", ui_text(win, 29), recorder.rec_file_name);
+  if (!recorder.rec_writing) return std::string(ui_text(row::press_play_to_record));
+  return fmt::format(" {} '{}'", ui_text(row::writing), recorder.rec_file_name);
 }
 
 std::string recording_cues_text() {
   if (!recorder.rec_writing) return {};
-  if (recorder.rec_cues.empty()) return std::string(ui_text(win, 30));
+  if (recorder.rec_cues.empty()) return std::string(ui_text(row::press_begin_for_cues));
   const auto place = static_cast<std::int64_t>(recorder.rec_cues.back().recorded_at);
   return fmt::format(" Cue ({}): {}", recorder.rec_cues.size(), recorder_time(place));
 }

@@ -23,6 +23,7 @@
 #include "settings/settings.h"
 #include "shell/meter_drawing.h"
 #include "shell/record_panel.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -43,7 +44,7 @@ std::string title() {
 std::string selection_text() {
   const std::uint32_t begin = to_time_scale(selection.sel_beg);
   const std::uint32_t end = to_time_scale(selection.sel_end);
-  return fmt::format(" {}: {} - {} ({})", ui_text(win, 22), time_at(begin), time_at(end),
+  return fmt::format(" {}: {} - {} ({})", ui_text(row::selection), time_at(begin), time_at(end),
                      time_at(end > begin ? end - begin : 0));
 }
 
@@ -51,7 +52,7 @@ std::string part_text() {
   const PartIndex index = document.current_part;
   const Part& part = document.parts[index];
   std::string text =
-      fmt::format(" {} ({} / {}): {} - {}", ui_text(win, 23), index + 1, part_count(),
+      fmt::format(" {} ({} / {}): {} - {}", ui_text(row::part), index + 1, part_count(),
                   time_at(to_time_scale(part.part_beg)), time_at(to_time_scale(part_end(index))));
   if (stream.vbr == vbr_constant) text += fmt::format(" ({})", time_at(part.part_size));
   return text;
@@ -100,16 +101,17 @@ std::string info_text() {
   return fmt::format(
       "{}{}     |     ID3v1: {}  -  ID3v2: {}     |     {}{}", stream_text(frame),
       channels_text(frame),
-      tag_text(stands_at(stream.id3v1, 0, "TAG"), ui_text(win, 32), settings.save_id3v1 != 0),
-      tag_text(stream.id3v2_size >= smallest_id3v2, ui_text(win, 33), settings.keep_id3v2 != 0),
-      ui_text(win, 34), decoder_name(chosen_decoder()));
+      tag_text(stands_at(stream.id3v1, 0, "TAG"), ui_text(row::save_tag), settings.save_id3v1 != 0),
+      tag_text(stream.id3v2_size >= smallest_id3v2, ui_text(row::keep_tag),
+               settings.keep_id3v2 != 0),
+      ui_text(row::play_decoder), decoder_name(chosen_decoder()));
 }
 
 std::string position_text(std::uint32_t scaled) {
   const std::uint32_t percent = whole_part(static_cast<double>(scaled) / document.total_size * 100);
   if (stream.current_frame.frame_length == 0) return fmt::format(" ({}%) ", percent);
-  return fmt::format(" {}: {}   {}: {}   ({}%)", ui_text(win, 20), time_at(document.total_size),
-                     ui_text(win, 21), time_at(scaled), percent);
+  return fmt::format(" {}: {}   {}: {}   ({}%)", ui_text(row::total), time_at(document.total_size),
+                     ui_text(row::now), time_at(scaled), percent);
 }
 
 double margin_in_db(std::uint8_t raw) { return -20 * std::log10(raw / 127.001); }

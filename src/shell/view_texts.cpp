@@ -13,6 +13,7 @@
 #include "model/time_mapping.h"
 #include "platform/text.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -35,8 +36,8 @@ std::string selection_names() {
 }
 
 std::string_view hint_for_stream() {
-  if (stream.is_aac != 0) return ui_text(win, 35);
-  return stream_kind.layer == 2 ? ui_text(win, 25) : std::string_view{};
+  if (stream.is_aac != 0) return ui_text(row::no_level_of_aac);
+  return stream_kind.layer == 2 ? ui_text(row::limited_graph_of_layer_2) : std::string_view{};
 }
 
 bool is_beyond_hint(EditPosition cursor) {
@@ -95,7 +96,7 @@ void draw_name_lines(EditorView& view, Canvas& canvas) {
 
   if (is_beyond_hint(selection.cursor)) view.hint_is_over = true;
   if (playback.fast_play_level != 0) {
-    line(6, fmt::format("{} ({})", ui_text(win, 31), playback.fast_play_level),
+    line(6, fmt::format("{} ({})", ui_text(row::fast_play), playback.fast_play_level),
          settings.rgb_cursor);
   } else if (has_selection()) {
     line(6, selection_names(), settings.rgb_selection);

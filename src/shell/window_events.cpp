@@ -14,6 +14,7 @@
 #include "model/time_mapping.h"
 #include "platform/host.h"
 #include "shell/status_display.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -21,8 +22,8 @@ namespace corvelin {
 namespace {
 
 BoxAnswer ask_whether_to_append() {
-  return host().show_message_box({.caption = std::string(ui_text(msg, 1)),
-                                  .text = std::string(ui_text(msg, 44)),
+  return host().show_message_box({.caption = std::string(ui_text(row::open_file)),
+                                  .text = std::string(ui_text(row::append_files)),
                                   .icon = BoxIcon::question,
                                   .buttons = BoxButtons::yes_no_cancel,
                                   .default_answer = BoxAnswer::yes});

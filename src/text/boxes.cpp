@@ -2,22 +2,24 @@
 #include "text/boxes.h"
 
 #include "platform/host.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
 
 void show_error(const std::string& text) {
   host().show_message_box(
-      {.caption = std::string(ui_text(msg, 6)), .text = text, .icon = BoxIcon::error});
+      {.caption = std::string(ui_text(row::error)), .text = text, .icon = BoxIcon::error});
 }
 
 void show_refusal(std::string_view text) {
-  host().show_message_box(
-      {.caption = std::string(ui_text(msg, 8)), .text = std::string(text), .icon = BoxIcon::error});
+  host().show_message_box({.caption = std::string(ui_text(row::not_possible)),
+                           .text = std::string(text),
+                           .icon = BoxIcon::error});
 }
 
 bool confirm_defaults() {
-  const std::string_view row = ui_text(dlg, 5);  // caption and question
+  const std::string_view row = ui_text(row::defaults);  // caption and question
   const std::size_t end = row.find('\n');
   const MessageBox box = {
       .caption = std::string(row.substr(0, end)),
@@ -27,6 +29,6 @@ bool confirm_defaults() {
   return host().show_message_box(box) == BoxAnswer::ok;
 }
 
-void show_invalid_range() { show_refusal(ui_text(msg, 16)); }
+void show_invalid_range() { show_refusal(ui_text(row::selection_invalid)); }
 
 }  // namespace corvelin

@@ -186,6 +186,8 @@ std::optional<std::string> filled_in(std::string_view row,
 
 }  // namespace
 
+std::string_view ui_text(TextRow row) { return ui_text(row.section, row.number); }
+
 std::string_view ui_text(TextSection section, std::uint32_t number) {
   const std::size_t row = row_index(section, number);
   if (row >= ui_text_rows) return {};
@@ -198,10 +200,10 @@ bool has_ui_text(TextSection section, std::uint32_t number) {
   return row < ui_text_rows && (translated[row] || english[row].is_set);
 }
 
-std::string_view label_text(TextSection section, std::uint32_t number) {
-  if (has_ui_text(section, number)) return ui_text(section, number);
-  const std::size_t row = row_index(section, number);
-  return row < ui_text_rows ? english[row].text : std::string_view{};
+std::string_view label_text(TextRow row) {
+  if (has_ui_text(row.section, row.number)) return ui_text(row);
+  const std::size_t index = row_index(row.section, row.number);
+  return index < ui_text_rows ? english[index].text : std::string_view{};
 }
 
 bool set_ui_text(TextSection section, std::uint32_t number, std::string text) {

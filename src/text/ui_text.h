@@ -42,6 +42,7 @@ constexpr std::uint32_t translation_composer = 101;
 constexpr std::uint32_t translation_version = 102;
 
 /// The text of a row, or an empty one while the row is not set. Good until the language changes.
+std::string_view ui_text(TextRow row);
 std::string_view ui_text(TextSection section, std::uint32_t number);
 
 /// Whether a row is set. A language file can set a row to an empty text.
@@ -49,7 +50,7 @@ bool has_ui_text(TextSection section, std::uint32_t number);
 
 /// The text of a dialog's control: the row if it is set, else the English text that the control has
 /// of its own.
-std::string_view label_text(TextSection section, std::uint32_t number);
+std::string_view label_text(TextRow row);
 
 /// Lays a translation over a row. A number that runs over the end of its section means a row of the
 /// next; false, and nothing done, behind the last row of all.

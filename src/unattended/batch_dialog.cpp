@@ -3,6 +3,7 @@
 
 #include "document/open_state.h"
 #include "settings/note.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -10,11 +11,12 @@ namespace corvelin {
 bool BatchDialog::accept() {
   if (is_running()) return false;
   if (job.has(BatchOption::overwrite_originals)) {
-    const BoxAnswer answer = host().show_message_box({.caption = std::string(ui_text(msg, 7)),
-                                                      .text = std::string(ui_text(dlg, 81)),
-                                                      .icon = BoxIcon::warning,
-                                                      .buttons = BoxButtons::ok_cancel,
-                                                      .default_answer = BoxAnswer::cancel});
+    const BoxAnswer answer =
+        host().show_message_box({.caption = std::string(ui_text(row::warning)),
+                                 .text = std::string(ui_text(row::overwrite_originals)),
+                                 .icon = BoxIcon::warning,
+                                 .buttons = BoxButtons::ok_cancel,
+                                 .default_answer = BoxAnswer::cancel});
     if (answer != BoxAnswer::ok) return false;
   }
   run.reset();  // which ends with the batch before a new one begins

@@ -29,6 +29,7 @@
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 #include "unattended/dialog_runs.h"
 
@@ -301,7 +302,7 @@ BatchResult BatchRun::open(const BatchItem& item) {
     return result;
   }
   result.reason = one_line(audio_fault(job_.source_folder + item.name));
-  note(result, ui_text(dlg, 84));
+  note(result, ui_text(row::open_failed));
   close_all();
   return result;
 }
@@ -320,7 +321,7 @@ BatchResult BatchRun::split(BatchResult result) {
     return result;
   }
   result.reason = one_line(run.report().empty() ? std::string(run.status()) : run.report());
-  note(result, ui_text(dlg, 87));
+  note(result, ui_text(row::split_aborted));
   return result;
 }
 
@@ -331,7 +332,7 @@ BatchResult BatchRun::save(BatchResult result) {
                                              : target_name(result.name);
   if (is_name_taken(target)) {
     result.reason = "exists already: " + target;
-    note(result, ui_text(dlg, 85));
+    note(result, ui_text(row::file_exists));
     return result;
   }
   result.target = replaces_source ? audio : target;
@@ -361,8 +362,8 @@ BatchResult BatchRun::begin_join(const BatchItem& item) {
   BatchResult result = open(item);
   if (document.parts.empty()) return result;
   if (items_.size() > most_files) {
-    result.reason = fmt::format("{}{}{}", ui_text(msg, 23),
-                                ui_text(msg, 23).ends_with(' ') ? "" : " ", most_files);
+    result.reason = fmt::format("{}{}{}", ui_text(row::too_many_files),
+                                ui_text(row::too_many_files).ends_with(' ') ? "" : " ", most_files);
     lines_.push_back(result.reason);
     return result;
   }
@@ -397,7 +398,7 @@ void BatchRun::end_join() {
   } else if (is_name_taken(join_target_)) {
     result.reason = "exists already: " + join_target_;
     result.target.clear();
-    lines_.push_back(fmt::format("{}  {}", ui_text(dlg, 85), result.name));
+    lines_.push_back(fmt::format("{}  {}", ui_text(row::file_exists), result.name));
   } else {
     save_to(join_target_, false, result);
     if (result.outcome == BatchOutcome::written) {
@@ -415,7 +416,7 @@ void BatchRun::finish() {
   close_all();
   for (std::size_t i = number_; i < items_.size(); ++i)
     results_.push_back({.name = items_[i]->name, .outcome = BatchOutcome::stopped});
-  if (is_stopped_) lines_.emplace_back(ui_text(dlg, 86));
+  if (is_stopped_) lines_.emplace_back(ui_text(row::user_stopped));
   open_state.document_modified = false;
   is_over_ = true;
   host().refresh_view(Refresh::all);
@@ -428,8 +429,9 @@ void BatchRun::note(const BatchResult& result, std::string_view label) {
 int BatchRun::percent_done() const { return percent_of(number_, items_.size()); }
 
 std::string BatchRun::progress_text() const {
-  std::string text = fmt::format("{} {} / {}", ui_text(dlg, 82), number_, items_.size());
-  if (is_over_) text += fmt::format("  ({}: {})", ui_text(dlg, 92), written_);
+  std::string text =
+      fmt::format("{} {} / {}", ui_text(row::processing_file), number_, items_.size());
+  if (is_over_) text += fmt::format("  ({}: {})", ui_text(row::written), written_);
   return text;
 }
 

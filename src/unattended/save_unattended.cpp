@@ -13,6 +13,7 @@
 #include "platform/long_run.h"
 #include "platform/path.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -22,11 +23,12 @@ namespace {
 // A file that is in the way may be anybody's work. Who answers for all is asked too.
 bool may_replace(const std::string& name) {
   if (!file_facts(name).found || is_source(name)) return true;
-  const MessageBox box = {.caption = std::string(ui_text(msg, 7)),
-                          .text = fmt::format("{} {}\n\nReplace it?", ui_text(dlg, 85), name),
-                          .icon = BoxIcon::warning,
-                          .buttons = BoxButtons::yes_no,
-                          .default_answer = BoxAnswer::no};
+  const MessageBox box = {
+      .caption = std::string(ui_text(row::warning)),
+      .text = fmt::format("{} {}\n\nReplace it?", ui_text(row::file_exists), name),
+      .icon = BoxIcon::warning,
+      .buttons = BoxButtons::yes_no,
+      .default_answer = BoxAnswer::no};
   return host().show_message_box(box) == BoxAnswer::yes;
 }
 

@@ -30,8 +30,7 @@ TEST_F(Commands, IdsNamesAndKeysStandOnce) {
     // Set begin means another thing while a recording writes.
     EXPECT_TRUE(ids.insert(command.id).second || command.id == 154) << command.id;
     EXPECT_TRUE(words.insert(std::string(command.name)).second) << command.name;
-    EXPECT_TRUE(command.text.number == unnamed.number ||
-                !label_text(command.text.section, command.text.number).empty())
+    EXPECT_TRUE(command.text.number == unnamed.number || !label_text(command.text).empty())
         << command.id;
     std::string_view rest = command.keys;
     while (!rest.empty()) {

@@ -24,11 +24,11 @@ TEST_F(UiText, TellsRowsLabelsAndGapsApart) {
   EXPECT_EQ(ui_text(dlg, 95), "APE Tag (not keeping):");
   // The text of a control, which is no row before it is translated.
   EXPECT_EQ(ui_text(cfg, 12), "");
-  EXPECT_EQ(label_text(cfg, 12), "Output device");
+  EXPECT_EQ(label_text({cfg, 12}), "Output device");
   EXPECT_TRUE(has_ui_text(msg, 8));
   EXPECT_FALSE(has_ui_text(cfg, 12) || has_ui_text(men, 6) || has_ui_text(dlg, 102) ||
                has_ui_text(dlg, 103) || has_ui_text(dlg, 0xFFFFFFFF));
-  EXPECT_EQ(label_text(dlg, 103), "");
+  EXPECT_EQ(label_text({dlg, 103}), "");
 }
 
 TEST_F(UiText, LaysALanguageFileOverTheEnglishRows) {
@@ -47,7 +47,7 @@ TEST_F(UiText, LaysALanguageFileOverTheEnglishRows) {
   EXPECT_EQ(ui_text(msg, 1), "\xC3\xA4hnlich");
   EXPECT_EQ(ui_text(msg, 2), "\xC3\xA4 = \n b\tc");
   EXPECT_EQ(ui_text(msg, 3), "Please Confirm");
-  EXPECT_EQ(label_text(cfg, 12), "Ausgabe");
+  EXPECT_EQ(label_text({cfg, 12}), "Ausgabe");
   EXPECT_EQ(ui_text(win, 20), "");
   EXPECT_TRUE(has_ui_text(win, 20));
   EXPECT_EQ(ui_text(dlg, translation_language), "Deutsch");
