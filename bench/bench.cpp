@@ -139,6 +139,32 @@ class Bench {
     std::filesystem::remove(path("target.mp3"));
   }
 
+  void batches() {
+    std::filesystem::create_directory(path("album"));
+    for (int i = 1; i <= 200; ++i)
+      write_file(path(fmt::format("album/song{}.mp3", i).c_str()), constant_frames(), 5'000'000);
+    const auto anew = [&](std::vector<std::string> words) {
+      std::filesystem::remove_all(path("target"));
+      ::sync();  // what others have written is not to be paid for here
+      return run(words);
+    };
+    const std::vector<std::string> batch = {CORVELIN_CLI, "--batch", path("album"), "--do",
+                                            "save",       "--to",    path("target")};
+    std::vector<std::string> in_turn = batch;
+    in_turn.insert(in_turn.end(), {"-j", "1"});
+    const auto costs = best_of({
+        [&] {
+          return anew({"cp", "-r", path("album"), path("target")});
+        },
+        [&] { return anew(batch); },
+        [&] { return anew(in_turn); },
+    });
+    report("Batch that saves 200 files of 5 MB", costs[1], costs[0], "cp -r", 1.15);
+    report("  one after the other", costs[2], costs[0], "cp -r", 1.15);
+    std::filesystem::remove_all(path("album"));
+    std::filesystem::remove_all(path("target"));
+  }
+
   void opens() {
     for (const bool is_variable : {false, true}) {
       const Bytes unit = is_variable ? variable_frames() : constant_frames();
@@ -302,6 +328,7 @@ int main() {
   Bench bench;
   bench.saves();
   bench.splits();
+  bench.batches();
   bench.opens();
   bench.times();
   bench.junk();

@@ -1,14 +1,15 @@
-// Workers are forks: they begin with the settings and the list as they are, and answer by a pipe.
+// Workers are forks: they begin with the settings and the list as they are. Each is given one file
+// after the other by its number, and answers with a packet. One that dies takes the file with it
+// that it worked on; another one is started for the next.
 #include "cli/batch_workers.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
 #include <poll.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstring>
 #include <string>
@@ -42,65 +43,94 @@ bool unpack(const std::string& bytes, BatchResult& result) {
   return true;
 }
 
-void write_all(int descriptor, std::string_view bytes) {
-  while (!bytes.empty()) {
-    const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return;  // the result is missed, which tells that something went wrong
-    bytes.remove_prefix(static_cast<std::size_t>(written));
+// A call that a signal broke off is made again.
+ssize_t send_packet(int socket, const void* bytes, std::size_t size) {
+  ssize_t sent = 0;
+  do sent = ::send(socket, bytes, size, MSG_NOSIGNAL);
+  while (sent < 0 && errno == EINTR);
+  return sent;
+}
+
+ssize_t receive_packet(int socket, void* bytes, std::size_t size) {
+  ssize_t received = 0;
+  do received = ::recv(socket, bytes, size, 0);
+  while (received < 0 && errno == EINTR);
+  return received;
+}
+
+// What a worker does until nobody gives it files any more.
+void answer_from(int socket, const BatchJob& job, const std::vector<const BatchItem*>& items) {
+  BatchRun run(job);
+  std::size_t index = 0;
+  while (receive_packet(socket, &index, sizeof index) == sizeof index) {
+    const std::string answer = packed(run.work_on(*items[index]));
+    const bool is_told = send_packet(socket, answer.data(), answer.size()) > 0;
+    if (!is_told || interruption() != 0) return;
   }
 }
 
 class Worker {
  public:
-  // Begins with a file. False when the system has no process left for it.
-  bool start(const BatchJob& job, const BatchItem& item, std::size_t index) {
+  // Gives it a file. False when the system has no process left for it.
+  bool give(std::size_t index) {
+    index_ = index;
+    is_busy_ = send_packet(socket_.get(), &index, sizeof index) > 0;
+    return is_busy_;
+  }
+
+  // `before` is done in the new process.
+  bool start(const BatchJob& job, const std::vector<const BatchItem*>& items,
+             const std::function<void()>& before) {
     int ends[2] = {};
-    if (::pipe2(ends, O_CLOEXEC) != 0) return false;
-    answers_ = FileHandle(ends[0]);
-    const FileHandle writing(ends[1]);
+    if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) return false;
+    const FileHandle its_end(ends[1]);
+    FileHandle our_end(ends[0]);
     process_ = ::fork();
     if (process_ == 0) {
-      write_all(writing.get(), packed(BatchRun(job).work_on(item)));
+      our_end = FileHandle();
+      before();
+      answer_from(its_end.get(), job, items);
       ::_exit(0);
     }
-    index_ = index;
-    answer_.clear();
+    if (process_ > 0) socket_ = std::move(our_end);
     return process_ > 0;
   }
 
-  // Reads what there is of the answer. False when it is complete.
-  bool read() {
-    std::array<char, 4096> block = {};
-    const ssize_t got = ::read(answers_.get(), block.data(), block.size());
-    if (got < 0 && errno == EINTR) return true;
-    if (got <= 0) return false;
-    answer_.append(block.data(), static_cast<std::size_t>(got));
-    return true;
+  // Takes the answer, or the news that there will be none.
+  void take_answer(BatchResult& result) {
+    constexpr std::size_t longest = std::size_t{64} * 1024;  // bytes
+    std::string answer(longest, '\0');
+    const ssize_t size = receive_packet(socket_.get(), answer.data(), answer.size());
+    answer.resize(static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
+    is_busy_ = false;
+    if (!unpack(answer, result)) result.reason = end();
   }
 
-  // Waits for the end, and tells the result.
-  void end(BatchResult& result) {
-    answers_ = FileHandle();
+  // Closes the way to it and waits for its end. Returns what that was like.
+  std::string end() {
+    socket_ = FileHandle();
     int status = 0;
     while (::waitpid(process_, &status, 0) < 0 && errno == EINTR) {
     }
     process_ = 0;
-    if (unpack(answer_, result)) return;
-    result.reason = WIFSIGNALED(status) ? fmt::format("the process that worked on it ended: {}",
-                                                      ::strsignal(WTERMSIG(status)))
-                                        : "the process that worked on it ended without an answer";
+    return WIFSIGNALED(status) ? fmt::format("the process that worked on it ended: {}",
+                                             ::strsignal(WTERMSIG(status)))
+                               : "the process that worked on it ended without an answer";
   }
 
-  [[nodiscard]] bool is_busy() const { return process_ > 0; }
+  // In another worker: its socket must end with the one process that it belongs to.
+  void forget() { socket_ = FileHandle(); }
+
+  [[nodiscard]] bool is_there() const { return process_ > 0; }
+  [[nodiscard]] bool is_busy() const { return is_busy_; }
   [[nodiscard]] std::size_t index() const { return index_; }
-  [[nodiscard]] int descriptor() const { return answers_.get(); }
+  [[nodiscard]] int descriptor() const { return socket_.get(); }
 
  private:
   pid_t process_ = 0;
   std::size_t index_ = 0;  // of the file
-  FileHandle answers_;
-  std::string answer_;
+  bool is_busy_ = false;
+  FileHandle socket_;
 };
 
 class Workers {
@@ -117,6 +147,8 @@ class Workers {
 
   std::vector<BatchResult> run() {
     while (begin_next() || is_any_busy()) wait_for_one();
+    for (Worker& worker : workers_)
+      if (worker.is_there()) worker.end();
     while (told_ < results_.size()) tell_(results_[told_++]);  // that were not begun
     return std::move(results_);
   }
@@ -128,7 +160,7 @@ class Workers {
     for (Worker& worker : workers_) {
       if (worker.is_busy() || next_ >= items_.size() || interruption() != 0) continue;
       results_[next_].outcome = BatchOutcome::failed;  // until it is known
-      if (worker.start(job_, *items_[next_], next_)) {
+      if (begin(worker, next_)) {
         has_begun = true;
       } else {
         results_[next_].reason = last_error().message();
@@ -139,6 +171,17 @@ class Workers {
     return has_begun || (next_ < items_.size() && interruption() == 0);
   }
 
+  bool begin(Worker& worker, std::size_t index) {
+    if (worker.is_there()) {
+      if (worker.give(index)) return true;
+      worker.end();  // somebody ended it while it was idle
+    }
+    const auto forget_others = [this] {
+      for (Worker& other : workers_) other.forget();
+    };
+    return worker.start(job_, items_, forget_others) && worker.give(index);
+  }
+
   [[nodiscard]] bool is_any_busy() const { return std::ranges::any_of(workers_, &Worker::is_busy); }
 
   void wait_for_one() {
@@ -147,8 +190,8 @@ class Workers {
       ready.push_back({.fd = worker.is_busy() ? worker.descriptor() : -1, .events = POLLIN});
     if (!is_any_busy() || ::poll(ready.data(), ready.size(), -1) <= 0) return;
     for (std::size_t i = 0; i < workers_.size(); ++i) {
-      if (ready[i].revents == 0 || workers_[i].read()) continue;
-      workers_[i].end(results_[workers_[i].index()]);
+      if (ready[i].revents == 0) continue;
+      workers_[i].take_answer(results_[workers_[i].index()]);
       know(workers_[i].index());
     }
   }
