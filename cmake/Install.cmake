@@ -8,6 +8,14 @@ install(TARGETS corvelin-cli)
 include(cmake/ManualPages.cmake)
 install(FILES ${data}/completion/corvelin-cli
         DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions)
+# Where zsh looks differs for what comes in a package and what its user installs.
+install(CODE "
+  set(folder site-functions)
+  if(CMAKE_INSTALL_PREFIX STREQUAL \"/usr\")
+    set(folder vendor-completions)
+  endif()
+  file(INSTALL \"${data}/completion/_corvelin-cli\"
+       DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/zsh/\${folder}\")")
 install(DIRECTORY ${data}/languages/ DESTINATION ${shared}/Languages)
 install(FILES ${data}/manual/Manual.htm ${data}/manual/FAQ.htm ${PROJECT_SOURCE_DIR}/License.txt
         DESTINATION ${shared})
@@ -16,6 +24,9 @@ install(FILES ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${shared} RENAME Ve
 # Only a window belongs on a desktop.
 if(TARGET corvelin)
   install(TARGETS corvelin)
+  install(FILES ${data}/completion/corvelin-cli  # bash looks for a file of the program's name
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+          RENAME corvelin)
   install(FILES ${data}/desktop/corvelin.desktop
           DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
   install(FILES ${data}/desktop/corvelin.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
