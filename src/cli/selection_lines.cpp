@@ -7,11 +7,8 @@
 #include "cli/words.h"
 #include "edit/commands.h"
 #include "edit/selection_commands.h"
-#include "edit/undo.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "text/text_rows.h"
-#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -37,8 +34,10 @@ Refusal select_line(Arguments words, HeadlessHost&) {
 Refusal set_end_line(Arguments words, void (*set_end)(EditPosition)) {
   const Place place = read_position(words[0]);
   if (!place.refusal.empty()) return place.refusal;
-  undo_push(false, ui_text(row::selection));
-  set_end(place.pos);
+  carry_out(selection_change, [set_end, pos = place.pos] {
+    set_end(pos);
+    return Result::done;
+  });
   return no_refusal;
 }
 

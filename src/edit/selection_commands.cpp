@@ -3,12 +3,9 @@
 
 #include "audio/playback.h"
 #include "edit/commands.h"
-#include "edit/undo.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "settings/settings.h"
-#include "text/text_rows.h"
-#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -31,6 +28,18 @@ bool is_nearer_to_end(EditPosition pos) {
   const EditPosition to_end =
       pos < selection.sel_end ? selection.sel_end - pos : pos - selection.sel_end;
   return to_end <= pos - selection.sel_beg;
+}
+
+// Moves the end that the button stands for, or the nearer one.
+void drag_ends(EditPosition pos, MouseButtons buttons) {
+  if (settings.mouse_method == 0) {
+    if (buttons.left) set_sel_begin(pos);
+    if (buttons.right) set_sel_end(pos);
+  } else if (is_nearer_to_end(pos)) {
+    set_sel_end(pos);
+  } else {
+    set_sel_begin(pos);
+  }
 }
 
 }  // namespace
@@ -102,18 +111,13 @@ void select(EditPosition begin, EditPosition end) {
 
 void mouse_select(EditPosition pos, MouseButtons buttons, bool is_press) {
   if (buttons.ctrl) return seek_to(pos);
-  if (is_press) undo_push(false, ui_text(row::selection));
-  if (settings.mouse_method == 0) {
-    if (buttons.left) set_sel_begin(pos);
-    if (buttons.right) set_sel_end(pos);
-    return;
-  }
-  if (buttons.left && is_press && !buttons.shift) select_range(no_position, no_position);
-  if (is_nearer_to_end(pos)) {
-    set_sel_end(pos);
-  } else {
-    set_sel_begin(pos);
-  }
+  if (!is_press) return drag_ends(pos, buttons);
+  carry_out(selection_change, [pos, buttons] {
+    const bool is_new = settings.mouse_method != 0 && buttons.left && !buttons.shift;
+    if (is_new) select_range(no_position, no_position);
+    drag_ends(pos, buttons);
+    return Result::done;
+  });
 }
 
 }  // namespace corvelin
