@@ -243,7 +243,7 @@ class Bench {
     const auto below = [&random](std::size_t limit) { return random() % limit; };
     std::ofstream parts(path("parts"));
     for (int i = 1; i < 900; ++i)
-      parts << fmt::format("select {0} {0}\n152\n", i * (gigabyte / 900));
+      parts << fmt::format("select {0}b {0}b\n152\n", i * (gigabyte / 900));
     parts << "save_project " << path("edits.cvp") << "\n";
     parts.close();
     run({CORVELIN_CLI, source, "--set", "msg_hide=255", "--script", path("parts")});
@@ -254,17 +254,17 @@ class Bench {
       const std::size_t place = below(gigabyte);
       const std::size_t kind = below(8);
       if (kind < 3) {
-        script << fmt::format("select {} {}\n152\n", place, place + below(500'000));
+        script << fmt::format("select {}b {}b\n152\n", place, place + below(500'000));
       } else if (kind < 6) {
-        script << fmt::format("seek {}\n116\n153\n", place);
+        script << fmt::format("seek {}b\n116\n153\n", place);
       } else {
         script << (kind == 6 ? "undo\n" : "206\n");
       }
     }
     script.close();
     // Some of the lines are refused, as at random they must be.
-    const std::string line = "'" CORVELIN_CLI "' '" + path("edits.cvp") + "' --script '" +
-                             path("script") + "' 2>/dev/null || true";
+    const std::string line = "'" CORVELIN_CLI "' '" + path("edits.cvp") +
+                             "' --keep-going --script '" + path("script") + "' 2>/dev/null || true";
     const Cost cost = run({"sh", "-c", line});
     fmt::print("{:44} {:5.1f} s (limit 20), {:.1f} MB (limit 64)\n",
                "10,000 edits of 900 parts over 1 GB", cost.milliseconds / 1000, cost.megabytes);
