@@ -20,6 +20,7 @@
 #include "cli/times.h"
 #include "cli/unsaved.h"
 #include "document/open_state.h"
+#include "edit/record_commands.h"
 #include "edit/save_audio.h"
 #include "model/document.h"
 #include "platform/clipboard.h"
@@ -29,6 +30,7 @@
 #include "settings/settings_file.h"
 #include "settings/settings_storage.h"
 #include "shell/start_up.h"
+#include "unattended/remote_control.h"
 
 namespace corvelin {
 
@@ -84,6 +86,7 @@ class HeadlessRun {
         options_.settings, [](const auto& setting) { return setting.first == "use_toc"; });
     work();
     shut_down();
+    end_remote_control();
     store();
     if (!flush_output()) fail("standard output: write error");
     return interruption() == 0 ? status_ : status_of_signals + interruption();
@@ -131,6 +134,7 @@ class HeadlessRun {
 
   // What was recorded is the document from here on, also when the recording broke off.
   void record() {
+    remote_control_on = options_.remote;
     if (!record_unattended(options_.files.empty() ? std::string() : options_.files.front()))
       status_ = failed;
     remember_saved();

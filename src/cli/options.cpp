@@ -147,6 +147,8 @@ class CommandLine {
     app_.add_option("--settings", options.settings_path,
                     "Read the settings from a file, and keep changes there")
         ->type_name("PATH");
+    app_.add_flag("--remote", options.remote,
+                  "With /rec: take commands from corvlremote.txt in the folder of file_savepath");
   }
 
   void take_setting(const std::string& assignment) {
@@ -253,6 +255,7 @@ class CommandLine {
     if (!batch_fault.empty() || options.batch) return batch_fault;
     if (options.records && options.work != nullptr)
       return fmt::format("/rec and /{} exclude each other", options.work->name);
+    if (options.remote && !options.records) return "--remote goes with /rec";
     if (options.records && options.files.size() > 1) return "/rec takes one FILE";
     const bool needs_file = options.work == nullptr || options.work->needs_document;
     if (needs_file && !options.records && options.files.empty() && options.edits.empty())

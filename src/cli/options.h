@@ -25,6 +25,7 @@ struct Options {
   const WorkSwitch* work = nullptr;  // at most one
   WorkRequest request;
   bool records = false;  // into the one of `files`, if there is one
+  bool remote = false;   // the remote control file is looked at meanwhile
   bool localini = false;
   std::optional<BatchJob> batch;  // without its list of files
   unsigned jobs = 0;              // files of a batch at a time; 0: as many as there are cores

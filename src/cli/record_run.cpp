@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 #include <poll.h>
 
+#include <chrono>
 #include <csignal>
 
 #include "audio/recorder.h"
@@ -13,12 +14,14 @@
 #include "document/open_state.h"
 #include "edit/record_commands.h"
 #include "model/document.h"
+#include "platform/host.h"
 #include "platform/interruption.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "platform/user_signals.h"
 #include "platform/wave_device.h"
 #include "settings/settings.h"
+#include "unattended/remote_control.h"
 
 namespace corvelin {
 
@@ -53,15 +56,31 @@ void serve_signals() {
   if (take_user_signal(SIGUSR2)) tell(printable(status_text()));
 }
 
+// Calls the scan when it is due: at first, and then in its interval.
+class RemoteClock {
+ public:
+  void look() {
+    if (Clock::now() < next_) return;
+    next_ = Clock::now() + remote_scan_interval;
+    for (const MessageBox& box : remote_scan()) host().show_message_box(box);
+  }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+  Clock::time_point next_ = Clock::now();
+};
+
 // A signal ends the recording and nothing else. The next one ends the run that goes on with it.
 void wait_for_end() {
   ProgressLine line;
+  RemoteClock remote;
   while (recorder.rec_writing) {
     if (!deliver_wave_events()) wait_for_event();
     if (!recorder.rec_writing) break;
     serve_signals();
     if (line.is_due()) line.show(printable(status_text()));
     if (take_interruption() != 0) stop_recording();
+    remote.look();
   }
 }
 

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QMessageBox>
 #include <QScreen>
 #include <QSessionManager>
 #include <QTimer>
@@ -40,6 +41,7 @@
 #include "shell/start_up.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
+#include "unattended/remote_control.h"
 
 namespace corvelin {
 
@@ -93,6 +95,8 @@ class DesktopRun {
         reopens_ = names.project_name.empty() ? names.audio_name : names.project_name;
       request_close();
     };
+    QObject::connect(&remote_timer_, &QTimer::timeout, &window_, [this] { scan_remote_file(); });
+    remote_timer_.start(remote_scan_interval);
     watch_end_signals(window_, [this] { end_by_signal(); });
     QObject::connect(qApp, &QGuiApplication::commitDataRequest, &window_,
                      [this](QSessionManager& session) { end_of_session(session); });
@@ -107,6 +111,7 @@ class DesktopRun {
     QTimer::singleShot(0, &window_, [this] { begin(); });
     const int status = QApplication::exec();
     shut_down();
+    end_remote_control();
     store();
     if (restarts_) start_again();
     return end_signal() != 0 ? 128 + end_signal() : status;
@@ -155,6 +160,18 @@ class DesktopRun {
     request_close();
   }
 
+  // A box that nobody closed doesn't keep a command waiting: it gets the answer that does least.
+  void scan_remote_file() {
+    auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr || !is_remote_command_there()) {
+      remote_scan();
+      return;
+    }
+    constexpr std::chrono::milliseconds pause(50);  // in which what showed the box goes on
+    box->reject();
+    host_.call_later(pause, [this] { scan_remote_file(); });
+  }
+
   // Whoever ends the program may not wait for an answer, so what is to be kept is kept at once.
   void end_by_signal() {
     store();
@@ -201,6 +218,7 @@ class DesktopRun {
   std::string reopens_;  // the document of the new start
   MainWindow window_;
   QtHost host_;
+  QTimer remote_timer_;
 };
 
 bool has_display() {

@@ -9,6 +9,7 @@
 #include "audio/playback.h"
 #include "audio/recorder.h"
 #include "edit/config_dialog.h"
+#include "edit/record_commands.h"
 #include "platform/path.h"
 #include "platform/process.h"
 #include "platform/program.h"
@@ -320,6 +321,10 @@ void behind_split(ConfigDialog&) {
   change_setting(&S::rec_appenddata, 0);
 }
 
+std::int64_t remote_control(Dialogue) { return remote_control_on ? 1 : 0; }
+
+void set_remote_control(ConfigDialog&, std::int64_t value) { remote_control_on = value != 0; }
+
 std::int64_t portable(Dialogue dialog) { return dialog.is_portable ? 1 : 0; }
 
 void set_portable(ConfigDialog& dialog, std::int64_t value) {
@@ -527,6 +532,7 @@ constexpr ConfigControl table[] = {
     with_live(with_then(flag(folders, "rec_appenddata", {cfg, 24}), behind_append), is_unarmed),
     bound(number, folders, "rec_time", {cfg, 69}),
     with_then(flag(folders, "rec_split", {cfg, 70}), behind_split),
+    {.kind = box, .page = folders, .name = "remote_control", .row = {cfg, 77}, .get = remote_control, .set = set_remote_control},
     frame(folders, "storage_group", {cfg, 27}),
     {.kind = words, .page = folders, .name = "settings_path", .text = settings_path_text},
     {.kind = box, .page = folders, .name = "portable", .row = {cfg, 45}, .get = portable, .set = set_portable},

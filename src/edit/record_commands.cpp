@@ -148,6 +148,8 @@ void tell_end(const RecordingEnd& end) {
 
 }  // namespace
 
+bool remote_control_on = false;
+
 bool initialize_recording() { return arm(false); }
 
 bool level_activated_recording() { return arm(true); }

@@ -1,0 +1,189 @@
+// The commands of the remote control file, and the status.
+#include "unattended/remote_control.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "audio/playback.h"
+#include "audio/recorder.h"
+#include "document/open_state.h"
+#include "edit/record_commands.h"
+#include "edit/transport.h"
+#include "exchange/project_file.h"
+#include "model/document.h"
+#include "model/stream_info.h"
+#include "model/time_mapping.h"
+#include "platform/file.h"
+#include "platform/path.h"
+#include "settings/settings.h"
+#include "text/boxes.h"
+#include "unattended/remote_text.h"
+
+namespace corvelin {
+
+namespace {
+
+// Stands in front of the program's own host while a command is carried out: nobody is there to
+// close a box, so that what it says goes into the status.
+class RemoteHost : public Host {
+ public:
+  RemoteHost() : behind_(host()) { install_host(this); }
+  ~RemoteHost() override { install_host(&behind_); }
+  RemoteHost(const RemoteHost&) = delete;
+  RemoteHost& operator=(const RemoteHost&) = delete;
+
+  BoxAnswer show_message_box(const MessageBox& box) override {
+    boxes.push_back(box);
+    return box.default_answer;
+  }
+  void refresh_view(Refresh level) override { behind_.refresh_view(level); }
+  void rebuild_part_list() override { behind_.rebuild_part_list(); }
+  void rebuild_recent_menu() override { behind_.rebuild_recent_menu(); }
+  void update_menu_state(std::uint8_t mask) override { behind_.update_menu_state(mask); }
+  void show_transport() override { behind_.show_transport(); }
+
+  std::vector<MessageBox> boxes;
+
+ private:
+  Host& behind_;
+};
+
+// Empty without a folder for recordings.
+std::string remote_file() {
+  const std::string folder(folder_of(settings.file_savepath));
+  return folder.empty() ? folder : folder + "corvlremote.txt";
+}
+
+// The first bytes of the file; empty when it can't be read, and for a link.
+std::string head_of(const std::string& path) {
+  InputFile file;
+  if (behind_links(path) != path || file.open(path)) return {};
+  std::string head(remote_head_size, '\0');
+  head.resize(file.read_at(0, {reinterpret_cast<std::uint8_t*>(head.data()), head.size()}));
+  return head;
+}
+
+// Nothing may have the name. What is left of a write that failed goes, so that the next scan makes
+// the file again.
+void write_state(const std::string& path, std::string_view state) {
+  const std::string text = remote_file_text(state);
+  OutputFile file;
+  if (file.create_new(path)) return;
+  std::error_code error =
+      file.write({reinterpret_cast<const std::uint8_t*>(text.data()), text.size()});
+  if (const std::error_code close_error = file.close()) error = close_error;
+  if (error) remove_file(path);
+}
+
+std::string recording_state() {
+  const auto length = static_cast<std::uint32_t>(
+      std::min<std::uint64_t>(recorded_length(), std::numeric_limits<std::uint32_t>::max()));
+  return fmt::format("Recording{}\n\nFile: {}\nLength: {}",
+                     recorder.rec_level_on ? " (level activated)" : "", recorder.rec_file_name,
+                     format_time(length, recorder.rec_rate));
+}
+
+std::string state_text() {
+  if (recorder.rec_writing) return recording_state();
+  if (playback.is_recording_armed) return "Recording prepared";
+  if (!playback.is_playing) return "Idle";
+  return fmt::format("Playing\n\nFile (1st): {}\nPosition: {}", open_state.audio_name,
+                     shown_time(play_position()));
+}
+
+std::string said_in(const std::vector<MessageBox>& boxes) {
+  std::string text;
+  for (const MessageBox& box : boxes)
+    text += fmt::format("\n\n{}: {}{}{}", box.caption, box.text, box.cause.empty() ? "" : "\n",
+                        box.cause);
+  return text;
+}
+
+// Nobody can be asked about edits that are not saved, so they are kept in a project of their own.
+bool keep_edits() {
+  if (document.parts.empty() || !open_state.document_modified) return true;
+  return !keep_recording_project().empty();
+}
+
+void start_to_record(bool by_level) {
+  if (playback.is_playing || playback.is_requested || recorder.rec_writing) return;
+  if (playback.is_recording_armed) {
+    recorder.rec_level_on = recorder.rec_level_on || by_level;
+  } else if (!keep_edits() || !(by_level ? level_activated_recording() : initialize_recording())) {
+    return;
+  }
+  start_recording_unattended({});
+}
+
+void save(const std::string& path) {
+  if (playback.is_recording_armed || document.parts.empty()) return;
+  const std::string& audio = open_state.audio_name;
+  const std::string name = (audio.empty() ? path : audio) + ".cvp";
+  if (const std::error_code error = write_project(name))
+    return show_error(fmt::format("{}\n{}", name, error.message()));
+  open_state.project_name = name;
+  host().refresh_view(Refresh::all);
+}
+
+// False when there are edits that could not be kept: then the program goes on.
+bool quit() {
+  stop();
+  if (!keep_edits()) return false;
+  request_close();
+  return true;
+}
+
+// Whether the program goes on.
+bool carry_out(RemoteCommand command, const std::string& path) {
+  switch (command) {
+    case RemoteCommand::record:
+    case RemoteCommand::record_by_level:
+      start_to_record(command == RemoteCommand::record_by_level);
+      break;
+    case RemoteCommand::stop:
+      stop();
+      break;
+    case RemoteCommand::save:
+      save(path);
+      break;
+    case RemoteCommand::quit:
+      return !quit();
+  }
+  return true;
+}
+
+}  // namespace
+
+bool is_remote_command_there() {
+  return remote_control_on && remote_command(head_of(remote_file())).has_value();
+}
+
+std::vector<MessageBox> remote_scan() {
+  const std::string path = remote_file();
+  if (!remote_control_on || path.empty()) return {};
+  if (!is_name_taken(path)) {
+    write_state(path, state_text());
+    return {};
+  }
+  const std::optional<RemoteCommand> command = remote_command(head_of(path));
+  if (!command || is_busy() || remove_file(path)) return {};
+  const Busy busy;
+  RemoteHost quiet;
+  if (carry_out(*command, path)) write_state(path, state_text() + said_in(quiet.boxes));
+  return std::move(quiet.boxes);
+}
+
+void end_remote_control() {
+  const std::string path = remote_file();
+  if (!remote_control_on || path.empty()) return;
+  if (is_name_taken(path) && (!is_remote_file(head_of(path)) || remove_file(path))) return;
+  write_state(path, "Program finished");
+}
+
+}  // namespace corvelin
