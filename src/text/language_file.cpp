@@ -58,35 +58,34 @@ bool take_translation_data(std::string_view line, std::string_view word, std::ui
   return true;
 }
 
-// A line such as "msg012=Text".
-void take_row(std::string_view line) {
+// A line such as "msg012=Text". False for any other.
+bool take_row(std::string_view line) {
   constexpr std::size_t name_length = 3;
   const std::size_t equal = line.find('=');
-  if (equal == std::string_view::npos || equal < name_length) return;
+  if (equal == std::string_view::npos || equal < name_length) return false;
   const std::optional<TextSection> section = section_called(line.substr(0, name_length));
-  if (!section) return;
+  if (!section) return false;
   const std::string_view digits =
       without_leading_blanks(line.substr(name_length, equal - name_length));
   std::uint32_t number = 0;
   if (std::from_chars(digits.data(), digits.data() + digits.size(), number).ec != std::errc{})
-    return;
+    return false;
   std::string text(line.substr(equal + 1));
   std::ranges::replace(text, '#', '\n');
-  set_ui_text(*section, number, std::move(text));
+  return set_ui_text(*section, number, std::move(text));
 }
 
-void take_in(std::string_view bytes, bool& utf8) {
-  const std::string whole_line = wide_to_bytes(bytes_to_wide(bytes, utf8), true);
-  const std::string_view line = cut_to_units(whole_line, language_line_limit);
+// False for a line that means nothing.
+bool take_in(std::string_view line, bool& utf8) {
   const std::string_view word = without_leading_blanks(line);
   if (word.starts_with("UTF-8=1")) {
     utf8 = true;
-    return;
+    return true;
   }
-  if (take_translation_data(word, "Language:", translation_language)) return;
-  if (take_translation_data(line, "Composer:", translation_composer)) return;
-  if (take_translation_data(line, "Version:", translation_version)) return;
-  take_row(line);
+  return line.empty() || line.starts_with("Native:") ||  // the list of languages reads that one
+         take_translation_data(word, "Language:", translation_language) ||
+         take_translation_data(line, "Composer:", translation_composer) ||
+         take_translation_data(line, "Version:", translation_version) || take_row(line);
 }
 
 }  // namespace
@@ -111,7 +110,7 @@ bool load_ui_text(std::string_view language) {
                       language);
 }
 
-bool parse_language_file(std::string_view text) {
+bool parse_language_file(std::string_view text, std::vector<std::string>* passed_over) {
   text = text.substr(0, language_file_limit);
   text = text.substr(0, text.find('\0'));
   bool utf8 = text.starts_with(utf8_mark);
@@ -121,7 +120,9 @@ bool parse_language_file(std::string_view text) {
     text.remove_prefix(end + line_end.size());  // the first line, then each that was read
     end = text.find(line_end);
     if (end == std::string_view::npos) return true;
-    take_in(text.substr(0, end), utf8);
+    const std::string whole_line = wide_to_bytes(bytes_to_wide(text.substr(0, end), utf8), true);
+    const std::string_view line = cut_to_units(whole_line, language_line_limit);
+    if (!take_in(line, utf8) && passed_over != nullptr) passed_over->emplace_back(line);
   }
 }
 

@@ -16,6 +16,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace corvelin {
 
@@ -39,7 +40,8 @@ std::string language_home();
 bool load_ui_text(std::string_view language);
 
 /// Lays the rows of a language file's text over the table. False, and nothing changed, without a
-/// line end that has anything behind it. Lines that mean nothing are passed over.
-bool parse_language_file(std::string_view text);
+/// line end that has anything behind it. Lines that mean nothing are passed over, and told to who
+/// asks for them.
+bool parse_language_file(std::string_view text, std::vector<std::string>* passed_over = nullptr);
 
 }  // namespace corvelin

@@ -48,9 +48,8 @@ std::optional<Language> language_in(const std::filesystem::path& path) {
       !file.ends_with(ending))
     return std::nullopt;
   std::string head = head_of(path.string());
-  const bool has_mark = head.starts_with(utf8_mark);
-  if (!has_mark && head.find("UTF-8=1") == std::string::npos) return std::nullopt;
-  if (has_mark) head.erase(0, utf8_mark.size());
+  if (!says_utf8(head)) return std::nullopt;
+  if (head.starts_with(utf8_mark)) head.erase(0, utf8_mark.size());
   return Language{.name = file.substr(prefix.size(), file.size() - prefix.size() - ending.size()),
                   .native = native_name(head)};
 }
@@ -87,6 +86,11 @@ std::vector<Language> language_list(const std::string& program_folder) {
   std::ranges::sort(list, {}, &Language::name);
   list.insert(list.begin(), Language{});
   return list;
+}
+
+bool says_utf8(std::string_view text) {
+  return text.starts_with(utf8_mark) ||
+         text.substr(0, head_size).find("UTF-8=1") != std::string_view::npos;
 }
 
 std::string language_of_entry(std::string_view entry) {

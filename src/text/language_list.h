@@ -20,6 +20,9 @@ struct Language {
 /// the order of their names. A file that does not say that it is UTF-8 is left out.
 std::vector<Language> language_list(const std::string& program_folder);
 
+/// Whether the start of a language file's text says that it is UTF-8.
+bool says_utf8(std::string_view text);
+
 /// The setting for an entry that was chosen: empty for English.
 std::string language_of_entry(std::string_view entry);
 

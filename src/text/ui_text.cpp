@@ -201,9 +201,18 @@ bool has_ui_text(TextSection section, std::uint32_t number) {
 }
 
 std::string_view label_text(TextRow row) {
-  if (has_ui_text(row.section, row.number)) return ui_text(row);
-  const std::size_t index = row_index(row.section, row.number);
-  return index < ui_text_rows ? english[index].text : std::string_view{};
+  return is_translated(row.section, row.number) ? ui_text(row)
+                                                : english_text(row.section, row.number);
+}
+
+std::string_view english_text(TextSection section, std::uint32_t number) {
+  const std::size_t row = row_index(section, number);
+  return row < ui_text_rows ? english[row].text : std::string_view{};
+}
+
+bool is_translated(TextSection section, std::uint32_t number) {
+  const std::size_t row = row_index(section, number);
+  return row < ui_text_rows && translated[row].has_value();
 }
 
 bool set_ui_text(TextSection section, std::uint32_t number, std::string text) {

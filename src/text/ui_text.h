@@ -52,6 +52,12 @@ bool has_ui_text(TextSection section, std::uint32_t number);
 /// of its own.
 std::string_view label_text(TextRow row);
 
+/// The English text of a row or of its control, whatever lies over it; empty for a row without one.
+std::string_view english_text(TextSection section, std::uint32_t number);
+
+/// Whether a translation lies over a row.
+bool is_translated(TextSection section, std::uint32_t number);
+
 /// Lays a translation over a row. A number that runs over the end of its section means a row of the
 /// next; false, and nothing done, behind the last row of all.
 bool set_ui_text(TextSection section, std::uint32_t number, std::string text);
