@@ -78,8 +78,8 @@ bool open_added_file(SourceFile& file) {
 
 }  // namespace
 
-bool open_audio_file() {
-  const std::string& name = open_state.audio_name;
+bool open_audio_file(const std::string& name) {
+  open_state.audio_name = name;
   if (name.empty() || document.files.size() > 1 || extension_of(name).empty()) return false;
   stream.is_aac = file_kind(name) == FileKind::aac ? 1 : 0;
   const auto index = add_source_file(name);

@@ -2,10 +2,13 @@
 // the probe finds out about the stream.
 #pragma once
 
+#include <string>
+
 namespace corvelin {
 
-/// Opens the file `open_state.audio_name`: takes the tags off its ends, probes the stream, and
-/// makes all of its audio one part. Shows no message; a failure leaves no document.
-bool open_audio_file();
+/// Opens the file, which is `open_state.audio_name` from then on: takes the tags off its ends,
+/// probes the stream, and makes all of its audio one part. Shows no message; a failure leaves no
+/// document.
+bool open_audio_file(const std::string& name);
 
 }  // namespace corvelin

@@ -119,8 +119,7 @@ void set_cues(const std::vector<RecordingCue>& cues) {
 // A document of its own for the time of writing the project.
 bool keep_cues_of(const FinishedRecording& finished) {
   close_all();
-  open_state.audio_name = finished.name;
-  if (!open_document()) return false;
+  if (!open_document(finished.name)) return false;
   set_cues(finished.cues);
   return !keep_recording_project().empty();
 }
@@ -202,8 +201,7 @@ std::string keep_recording_project() {
 
 bool open_recording() {
   close_all();
-  open_state.audio_name = recorder.rec_file_name;
-  const bool is_open = open_document();
+  const bool is_open = open_document(recorder.rec_file_name);
   if (is_open) {
     set_cues(recorder.rec_cues);
   } else {

@@ -104,8 +104,8 @@ class CueSheetReader {
     if (over_current_audio_) return Next::go_on;
     const auto name = quoted(line);
     if (!name || !open_state.audio_name.empty()) return Next::fail;
-    open_state.audio_name = path_from_encoded(*name, utf8_, folder_of(open_state.project_name));
-    if (!open_audio_file()) return Next::fail;
+    const std::string audio = path_from_encoded(*name, utf8_, folder_of(open_state.project_name));
+    if (!open_audio_file(audio)) return Next::fail;
     show_vbr_note();
     return Next::go_on;
   }

@@ -6,7 +6,6 @@
 #include <string>
 #include <utility>
 
-#include "document/open_state.h"
 #include "platform/child_process.h"
 #include "platform/file.h"
 #include "platform/host.h"
@@ -78,32 +77,30 @@ std::string take_over(const ExtractRun& run, const std::string& written,
   return last_error().message();
 }
 
-bool report_nothing_made(const std::string& source, const std::string& reason) {
+void report_nothing_made(const std::string& source, const std::string& reason) {
   show_error(fmt::format("{}\n{}: {}", source, settings.ffmpeg, reason));
-  return false;
 }
 
 }  // namespace
 
-bool extract_aac() {
-  if (settings.ffmpeg.empty()) return false;
-  const std::string source = open_state.audio_name;
+std::optional<std::string> extract_aac(const std::string& source) {
+  if (settings.ffmpeg.empty()) return std::nullopt;
   const std::string target = with_extension(source, ".aac");
-  if (!may_write(target)) return false;
+  if (!may_write(target)) return std::nullopt;
 
   // What is there already is lost only to a file that is whole.
   const std::string written = name_beside(behind_links(target));
   ExtractRun run(target);
-  if (const std::error_code error = run.begin(source, written))
-    return report_nothing_made(source, error.message());
+  if (const std::error_code error = run.begin(source, written)) {
+    report_nothing_made(source, error.message());
+    return std::nullopt;
+  }
   drive(run);
   const std::string fault = run.is_cancelled() ? "" : take_over(run, written, behind_links(target));
-  if (!run.is_cancelled() && fault.empty()) {
-    open_state.audio_name = target;
-    return true;
-  }
+  if (!run.is_cancelled() && fault.empty()) return target;
   remove_file(written);
-  return run.is_cancelled() ? false : report_nothing_made(source, fault);
+  if (!run.is_cancelled()) report_nothing_made(source, fault);
+  return std::nullopt;
 }
 
 }  // namespace corvelin

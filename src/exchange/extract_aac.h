@@ -3,13 +3,16 @@
 // beside the container.
 #pragma once
 
+#include <optional>
+#include <string>
+
 namespace corvelin {
 
-/// Copies the AAC track of `open_state.audio_name` and puts the name of the file that holds it in
-/// its place: song.m4a gives song.aac. A file of that name is replaced if the user wants that.
+/// Copies the AAC track of a file into one beside it, and returns the name of that: song.m4a gives
+/// song.aac. A file of that name is replaced if the user wants that.
 ///
-/// False, and silent, without a program in the settings and where the user thought better of it;
-/// false with a box when the program can't be started or makes no file.
-bool extract_aac();
+/// Nothing, and silent, without a program in the settings and where the user thought better of it;
+/// nothing and a box when the program can't be started or makes no file.
+std::optional<std::string> extract_aac(const std::string& source);
 
 }  // namespace corvelin

@@ -26,15 +26,14 @@ namespace corvelin {
 
 namespace {
 
-bool open_audio() {
-  if (!open_audio_file()) return false;
-  add_recent(open_state.audio_name);
+bool open_audio(const std::string& name) {
+  if (!open_audio_file(name)) return false;
+  add_recent(name);
   return true;
 }
 
 // A description that names no audio makes no document, however well it reads.
-bool open_description(bool (*read)()) {
-  const std::string name = open_state.audio_name;
+bool open_description(const std::string& name, bool (*read)()) {
   close_all();
   reset_state(ResetLevel::no_name);
   open_state.project_name = name;
@@ -80,8 +79,8 @@ void report_open_failure(OpenFailure failure) {
 
 namespace {
 
-bool open_by_kind() {
-  const std::string name = open_state.audio_name;
+bool open_by_kind(const std::string& name) {
+  open_state.audio_name = name;  // for the message too
   open_state.project_name.clear();
   if (extension_of(name).empty()) {
     report_open_failure(OpenFailure::unsupported_type);
@@ -91,20 +90,22 @@ bool open_by_kind() {
   bool is_open = false;
   switch (file_kind(name)) {
     case FileKind::mp4:
-      if (!extract_aac()) return false;
-      is_open = open_audio();
-      break;
+      if (const auto track = extract_aac(name)) {
+        is_open = open_audio(*track);
+        break;
+      }
+      return false;
     case FileKind::playlist:
-      return read_playlist();
+      return read_playlist(name);
     case FileKind::mpeg_audio:
     case FileKind::aac:
-      is_open = open_audio();
+      is_open = open_audio(name);
       break;
     case FileKind::cue_sheet:
-      is_open = open_description([] { return load_cue_sheet(false); });
+      is_open = open_description(name, [] { return load_cue_sheet(false); });
       break;
     case FileKind::project:
-      is_open = open_description(read_project);
+      is_open = open_description(name, read_project);
       break;
     case FileKind::other:
       break;
@@ -115,8 +116,8 @@ bool open_by_kind() {
 
 }  // namespace
 
-bool open_document() {
-  if (!open_by_kind()) return false;
+bool open_document(const std::string& name) {
+  if (!open_by_kind(name)) return false;
   if (!document.parts.empty()) device_keepalive(true);
   return true;
 }
@@ -125,8 +126,7 @@ bool open_in_place(const std::string& path) {
   const std::string name = in_current_folder(path);  // before the close, which may empty `path`
   close_all();
   reset_state(ResetLevel::new_stream);
-  open_state.audio_name = name;
-  if (open_document()) return true;
+  if (open_document(name)) return true;
   close_all();
   return false;
 }

@@ -5,10 +5,10 @@
 
 namespace corvelin {
 
-/// Opens what `open_state.audio_name` names, by its extension. The document before it has been
-/// closed. Shows a box when that fails, but for an MP4 file without a program in the settings that
-/// reads it, and for a playlist that can't be read.
-bool open_document();
+/// Opens a file by its extension. The document before it has been closed. Shows a box when that
+/// fails, but for an MP4 file without a program in the settings that reads it, and for a playlist
+/// that can't be read.
+bool open_document(const std::string& name);
 
 /// Closes whatever is open, without a question, and opens `path` in its place. A failure has been
 /// shown and leaves no document.

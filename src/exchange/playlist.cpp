@@ -65,8 +65,7 @@ bool read_entries(const std::string& list, std::vector<std::string>& entries) {
 }
 
 bool open_first(const std::string& name) {
-  open_state.audio_name = name;
-  if (open_document()) return true;
+  if (open_document(name)) return true;
   close_all();
   return false;
 }
@@ -79,9 +78,8 @@ bool report_failure(const std::string& list) {
 
 }  // namespace
 
-bool read_playlist() {
+bool read_playlist(const std::string& list) {
   const Nesting nesting;
-  const std::string list = open_state.audio_name;
   if (Nesting::is_too_deep()) return report_failure(list);
   std::vector<std::string> entries;
   if (!read_entries(list, entries)) return false;

@@ -165,8 +165,7 @@ class ProjectReader {
 
   // The first source is probed afresh: it may have changed. Its parts are those of the text.
   static bool open_first(const std::string& name) {
-    open_state.audio_name = name;
-    if (!open_audio_file()) return false;
+    if (!open_audio_file(name)) return false;
     document.parts.clear();
     recompute_total();
     return true;

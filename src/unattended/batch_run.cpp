@@ -296,8 +296,7 @@ BatchResult BatchRun::open(const BatchItem& item) {
   BatchResult result = {.name = item.name};
   close_all();
   reset_state(ResetLevel::new_stream);
-  open_state.audio_name = job_.source_folder + item.name;
-  if (open_audio_file()) {
+  if (open_audio_file(job_.source_folder + item.name)) {
     host().refresh_view(Refresh::all);
     return result;
   }

@@ -34,8 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string sheet = folder.file("s.cue", {data, size});
   for (const bool over_current_audio : {false, true}) {
     reset_state(ResetLevel::start);
-    open_state.audio_name = over_current_audio ? audio : "";
-    test::require(!over_current_audio || open_audio_file());
+    test::require(!over_current_audio || open_audio_file(audio));
     open_state.project_name = sheet;
     load_cue_sheet(over_current_audio);
     test::require_sound_document();

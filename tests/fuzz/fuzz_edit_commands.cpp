@@ -8,7 +8,6 @@
 #include "audio/playback.h"
 #include "document/close_all.h"
 #include "document/open_audio_file.h"
-#include "document/open_state.h"
 #include "edit/commands.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
@@ -42,8 +41,7 @@ struct Sources {
 
 void open(const Sources& sources) {
   reset_state(ResetLevel::start);
-  open_state.audio_name = sources.first;
-  test::require(open_audio_file());
+  test::require(open_audio_file(sources.first));
   const auto size = static_cast<std::uint32_t>(sources.second_bytes.size());
   const auto file = add_source_file(sources.second);
   test::require(file.has_value());

@@ -54,8 +54,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string name =
       folder.file((choices & is_aac) != 0 ? "a.aac" : "a.mp3", std::span(data, size).subspan(1));
   reset_state(ResetLevel::start);
-  open_state.audio_name = name;
-  if (open_document()) {
+  if (open_document(name)) {
     if ((choices & changes_level) != 0) document.end_gain = -40;
     header_rewrite.rewrite_header = (choices & changes_header) != 0;
     settings.keep_date = (choices & keeps_date) != 0 ? 3 : 0;

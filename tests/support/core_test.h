@@ -41,8 +41,7 @@ class CoreTest : public ::testing::Test {
   bool open(std::string_view name, const Bytes& bytes) { return open(folder.file(name, bytes)); }
   static bool open(const std::string& path) {
     close_all();
-    open_state.audio_name = path;
-    return open_document();
+    return open_document(path);
   }
 
   /// The box shown last, as "CAPTION: TEXT", and forgets them all; empty without one.
