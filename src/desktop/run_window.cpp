@@ -8,12 +8,15 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <chrono>
 
 #include "desktop/qt_text.h"
 #include "document/open_state.h"
 #include "settings/settings.h"
 
 namespace corvelin {
+
+constexpr std::chrono::milliseconds retry_pause(10);  // between the tries of a cancel
 
 RunWindow::RunWindow(LongRun& run, QWidget* parent)
     : DialogWindow(QStringLiteral("run_window"), label(msg, 2), parent),
@@ -52,6 +55,7 @@ RunWindow::RunWindow(LongRun& run, QWidget* parent)
 }
 
 void RunWindow::step() {
+  if (is_unwanted_) return cancel();
   if (!run_.step()) end();
   show_progress();
 }
@@ -76,11 +80,16 @@ void RunWindow::end() {
 }
 
 void RunWindow::reject() {
-  if (!is_over_) {
-    timer_.stop();
-    is_over_ = true;
-    run_.cancel();
-  }
+  if (is_over_) return QDialog::reject();
+  is_unwanted_ = true;
+  button_->setEnabled(false);
+  cancel();
+}
+
+void RunWindow::cancel() {
+  if (!run_.try_cancel()) return timer_.start(retry_pause);
+  timer_.stop();
+  is_over_ = true;
   QDialog::reject();
 }
 

@@ -23,6 +23,7 @@ class RunWindow : public DialogWindow {
   void step();
   void show_progress();
   void end();
+  void cancel();
 
   LongRun& run_;
   QTimer timer_;
@@ -32,6 +33,7 @@ class RunWindow : public DialogWindow {
   QCheckBox* closes_;
   QPushButton* button_;
   bool is_over_ = false;
+  bool is_unwanted_ = false;
 };
 
 }  // namespace corvelin

@@ -2,9 +2,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <span>
 #include <system_error>
-
-#include "platform/file.h"
 
 namespace corvelin {
 
@@ -12,15 +12,35 @@ namespace corvelin {
 /// tag says nothing of the piece.
 bool keeps_id3v2(bool split_active);
 
-struct Id3v2Copy {
-  std::error_code error;
-  std::uint64_t written = 0;  // bytes: all that the file really has of the tag
-};
+/// The tag of source file 0 bit for bit but for its duration, which an edit has made untrue: the
+/// first frame "TLEN" becomes a "TXXX" of zeros, of the same size. The letters are searched for
+/// without regard to the tag's structure, so they are found inside a text too.
+class Id3v2Copy {
+ public:
+  /// Goes to the start of the tag.
+  void begin();
 
-/// Copies the tag of source file 0 to the target's end, bit for bit but for its duration, which an
-/// edit has made untrue: the first frame "TLEN" becomes a "TXXX" of zeros, of the same size. The
-/// letters are searched for without regard to the tag's structure, so they are found inside a text
-/// too.
-Id3v2Copy copy_id3v2(OutputFile& target);
+  /// Reads what comes next into `bytes`, and returns how much: 0 behind the last of what the file
+  /// really has of the tag, and after a failure.
+  std::size_t read(std::span<std::uint8_t> bytes);
+  [[nodiscard]] std::error_code error() const { return error_; }
+  [[nodiscard]] std::uint64_t size() const { return read_; }  // bytes read so far
+
+ private:
+  // The duration's frame, as offsets in the file.
+  struct DurationFrame {
+    std::uint64_t id;
+    std::uint64_t content;
+    std::uint64_t end;  // of the content, by the low byte of the frame's size, and within the tag
+  };
+
+  [[nodiscard]] std::optional<DurationFrame> find_duration() const;
+  void neutralise(std::span<std::uint8_t> bytes) const;
+
+  std::uint64_t tag_size_ = 0;
+  std::uint64_t read_ = 0;
+  std::optional<DurationFrame> duration_;
+  std::error_code error_;
+};
 
 }  // namespace corvelin

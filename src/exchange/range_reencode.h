@@ -33,12 +33,12 @@ class RangeReencode : public RangeWriter {
  private:
   void begin_frames() override;
   std::error_code write_frames() override;
+  std::error_code write_rest() override;
   std::error_code finish_header() override;
   [[nodiscard]] EditPosition position() const override { return position_; }
   [[nodiscard]] std::string log_of_frames() const override;
 
-  std::error_code encode(std::size_t bytes);
-  std::error_code write_rest();
+  void encode(std::size_t bytes);
   void close_decoder();
 
   const ReplacingFile& target_;

@@ -4,9 +4,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <chrono>
 
 #include "document/tag_bounds.h"
-#include "exchange/id3v2_copy.h"
 #include "model/stream_info.h"
 #include "stream/frame_header.h"
 #include "text/text_rows.h"
@@ -26,42 +26,62 @@ void RangeWriter::begin(EditRange range, TagsToWrite tags) {
   range_ = {.begin = range.begin, .end = std::max(range.begin, range.end)};
   tags_ = tags;
   phase_ = Phase::id3v2;
+  state_ = State::goes_on;
   frames_ = resyncs_ = 0;
-  id3v2_size_ = 0;
+  id3v2_ = {};
+  if (tags_.id3v2) id3v2_.begin();
+  writer_.begin();
   begin_frames();
 }
 
 std::error_code RangeWriter::step() {
-  std::error_code error;
+  constexpr std::chrono::milliseconds patience(
+      10);  // nobody notices it, and it spares the processor
+  if (phase_ == Phase::over || !writer_.has_room(patience)) return {};
+  switch (state_) {
+    case State::goes_on:
+      if (const std::error_code error = writer_.error()) return error;
+      return write_piece();
+    case State::is_made:
+      writer_.flush();
+      state_ = State::is_handed_over;
+      [[fallthrough]];
+    case State::is_handed_over:
+      if (!writer_.is_idle(patience)) return {};
+      if (const std::error_code error = writer_.error()) return error;
+      phase_ = static_cast<Phase>(static_cast<int>(phase_) + 1);
+      state_ = State::goes_on;
+  }
+  return {};
+}
+
+std::error_code RangeWriter::write_piece() {
+  state_ = State::is_made;
   switch (phase_) {
     case Phase::id3v2:
-      error = write_id3v2();
-      break;
+      return tags_.id3v2 ? write_id3v2() : std::error_code{};
     case Phase::header_frame:
-      error = write_header_frame();
-      break;
+      return write_header_frame();
     case Phase::frames:
-      error = write_frames();
-      break;
+      if (!has_more()) return write_rest();
+      state_ = State::goes_on;
+      return write_frames();
     case Phase::header:
-      error = finish_header();
-      break;
+      return finish_header();
     case Phase::id3v1:
-      if (tags_.id3v1) error = file_.write(stream.id3v1);
+      if (tags_.id3v1) writer_.commit(stream.id3v1);
       break;
     case Phase::over:
-      return {};
+      break;
   }
-  const bool goes_on = !error && !(phase_ == Phase::frames && has_more());
-  if (goes_on) phase_ = static_cast<Phase>(static_cast<int>(phase_) + 1);
-  return error;
+  return {};
 }
 
 std::error_code RangeWriter::write_id3v2() {
-  if (!tags_.id3v2) return {};
-  const Id3v2Copy copy = copy_id3v2(file_);
-  id3v2_size_ = copy.written;
-  return copy.error;
+  const std::size_t size = id3v2_.read(writer_.room());
+  writer_.commit(size);
+  if (size != 0) state_ = State::goes_on;
+  return id3v2_.error();
 }
 
 std::string RangeWriter::source_fault() const {
@@ -88,8 +108,8 @@ int RangeWriter::percent_done() const {
 
 std::string RangeWriter::log() const {
   std::string log;
-  if (id3v2_size_ != 0)
-    log = fmt::format("ID3v2 {} ({} bytes)\r\n", ui_text(row::written), id3v2_size_);
+  if (id3v2_.size() != 0)
+    log = fmt::format("ID3v2 {} ({} bytes)\r\n", ui_text(row::written), id3v2_.size());
   log += log_of_frames();
   if (tags_.id3v1 && phase_ == Phase::over)
     log += fmt::format("ID3v1 {}\r\n", ui_text(row::written));

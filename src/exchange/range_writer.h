@@ -8,6 +8,7 @@
 #include <string>
 #include <system_error>
 
+#include "exchange/id3v2_copy.h"
 #include "model/document.h"
 #include "platform/block_writer.h"
 #include "platform/file.h"
@@ -51,9 +52,15 @@ class RangeWriter {
   /// Takes up a range, and sets space aside for it.
   void begin(EditRange range, TagsToWrite tags);
 
-  /// Writes the next piece: a tag, a header, or some of the frames. After a failure the phase tells
-  /// what could not be written.
+  /// Makes the next piece to be written: of a tag, a header, or some of the frames. Waits a moment
+  /// where the disk falls behind, so that the file may need more steps than there are pieces. After
+  /// a failure the phase tells what could not be written.
   std::error_code step();
+
+  /// Whether nothing is being written. The file is touched by nobody else before that.
+  [[nodiscard]] bool is_idle() { return writer_.is_idle({}); }
+  void wait() { writer_.wait(); }
+
   [[nodiscard]] Phase phase() const { return phase_; }
 
   /// Why what was read is not all that it should be, in lines that name the source; empty when all
@@ -77,6 +84,7 @@ class RangeWriter {
   virtual void begin_frames() = 0;
   virtual std::error_code write_header_frame() { return {}; }
   virtual std::error_code write_frames() = 0;
+  virtual std::error_code write_rest() { return {}; }  // behind the last frames
   virtual std::error_code finish_header() { return {}; }
   [[nodiscard]] virtual EditPosition position() const = 0;  // up to where was read
   [[nodiscard]] virtual std::string log_of_frames() const = 0;
@@ -88,13 +96,18 @@ class RangeWriter {
   EditRange range_;
   std::uint32_t frames_ = 0;
   std::uint32_t resyncs_ = 0;
-  std::uint64_t id3v2_size_ = 0;  // bytes of the tag in the file
+  Id3v2Copy id3v2_;
 
  private:
+  std::error_code write_piece();
   std::error_code write_id3v2();
+
+  // How far the phase is. What it made is written before the next one begins.
+  enum class State : std::uint8_t { goes_on, is_made, is_handed_over };
 
   TagsToWrite tags_;
   Phase phase_ = Phase::over;
+  State state_ = State::goes_on;
 };
 
 }  // namespace corvelin

@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <chrono>
 #include <utility>
 
 #include "exchange/id3v1.h"
@@ -25,8 +26,6 @@ namespace {
 // written as song.mp3.~~~.mp3, which a person can make out should the replacement fail.
 constexpr std::string_view temporary_mark = ".~~~";
 
-constexpr int pieces_per_slice = 4;  // of up to two megabytes, or of a second to encode
-
 // A file that begins with the encoder's own header frame has no tag in front of that.
 bool has_place_for_id3v2(SaveMode mode) {
   return mode == SaveMode::copy || !encoder_writes_header();
@@ -42,6 +41,13 @@ SaveRun::SaveRun(const std::string& name, EditRange range, std::optional<std::ui
   } else {
     audio_ = std::make_unique<RangeReencode>(target_);
   }
+}
+
+// The system takes its time to free the space of a large file when the last one closes it who has
+// it open. Nobody has to wait for that.
+SaveRun::~SaveRun() {
+  thread_.wait(completion_);
+  if (has_replaced()) thread_.give([source = std::make_shared<InputFile>(std::move(source_))] {});
 }
 
 bool SaveRun::begin() {
@@ -74,17 +80,17 @@ std::error_code SaveRun::lock_source() {
   return is_unchanged(opened, source_.facts()) ? std::error_code{} : FileError::changed;
 }
 
+// A slice is up to two megabytes, or a second to encode.
 bool SaveRun::step() {
-  for (int i = 0; i < pieces_per_slice && !is_over_; ++i) {
-    const RangeWriter::Phase phase = audio_->phase();
-    if (phase == RangeWriter::Phase::over) {
-      finish();
-    } else if (check(audio_->step()) && phase == RangeWriter::Phase::frames &&
-               audio_->phase() != phase) {
-      check_sources();
-    }
-  }
+  if (!is_over_) is_completing_ ? look_at_completion() : step_audio();
   return !is_over_;
+}
+
+void SaveRun::step_audio() {
+  const RangeWriter::Phase phase = audio_->phase();
+  if (phase == RangeWriter::Phase::over) return complete();
+  if (check(audio_->step()) && phase == RangeWriter::Phase::frames && audio_->phase() != phase)
+    check_sources();
 }
 
 // What there still is of a source makes a new file, but it takes no other's place. The parts of a
@@ -100,23 +106,50 @@ void SaveRun::check_sources() {
   show_error(fmt::format("{}\n{}", fault, not_whole()));
 }
 
-// The date, a file that is really on disk, and its name.
-void SaveRun::finish() {
+// The date, a file that is really on disk, and its name. The disk may take long for that.
+void SaveRun::complete() {
   const unsigned date_bit = replaced_ ? keep_date_of_source : keep_date_on_new;
   if ((settings.keep_date & date_bit) != 0 && !check(give_date_of_source(target_.file))) return;
-  if (!check(target_.complete())) return;
-  const std::error_code error = target_.commit();
-  if (!replaced_ && !check(error)) return;
+  is_completing_ = true;
+  completion_ = thread_.give([this] {
+    completion_error_ = target_.complete();
+    if (!completion_error_ && !is_unwanted_) commit_error_ = target_.commit();
+  });
+}
+
+void SaveRun::look_at_completion() {
+  constexpr std::chrono::milliseconds patience(10);  // a window that waits so long is alive
+  if (thread_.is_done(completion_, patience)) finish();
+}
+
+void SaveRun::finish() {
+  if (!check(completion_error_)) return;
+  if (!replaced_ && !check(commit_error_)) return;
   is_over_ = true;
-  if (!error) return;
+  if (!commit_error_) return;
   // What was written beside the source is whole and stays.
   has_failed_ = true;
-  show_error(error.message() + "\n" + name_);
+  show_error(commit_error_.message() + "\n" + name_);
+}
+
+// A file that is already in its place stays there.
+void SaveRun::cancel() {
+  if (is_over_) return;
+  is_unwanted_ = true;
+  thread_.wait(completion_);
+  target_.has_its_name() ? finish() : abandon();
+}
+
+bool SaveRun::try_cancel() {
+  is_unwanted_ = true;
+  if (!audio_->is_idle() || !thread_.is_done(completion_, {})) return false;
+  cancel();
+  return true;
 }
 
 // After an interruption nobody will look for what was written beside a source.
-void SaveRun::cancel() {
-  if (is_over_) return;
+void SaveRun::abandon() {
+  audio_->wait();
   is_over_ = is_cancelled_ = has_failed_ = true;
   target_.give_up(interruption() == 0 ? LeftBeside::stays : LeftBeside::goes);
   if (target_.is_unfinished()) report_ = not_whole() + "\r\n";
@@ -132,7 +165,7 @@ bool SaveRun::check(std::error_code error) {
 }
 
 void SaveRun::give_up(const std::string& reason) {
-  cancel();
+  abandon();
   report_.clear();
   show_error(target_.is_unfinished() ? fmt::format("{}\n{}", reason, not_whole()) : reason);
 }

@@ -3,6 +3,7 @@
 // result.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -12,6 +13,7 @@
 #include "exchange/range_writer.h"
 #include "model/document.h"
 #include "platform/long_run.h"
+#include "platform/patient_thread.h"
 #include "platform/replacing_file.h"
 
 namespace corvelin {
@@ -25,6 +27,9 @@ class SaveRun : public LongRun {
   /// whose place the finished file takes.
   SaveRun(const std::string& name, EditRange range,
           std::optional<std::uint16_t> replaced = std::nullopt, SaveMode mode = SaveMode::copy);
+  ~SaveRun() override;
+  SaveRun(const SaveRun&) = delete;
+  SaveRun& operator=(const SaveRun&) = delete;
 
   /// Creates the target. False when that fails, when a source could not be read in full since it
   /// was opened, when the source to be replaced isn't the file any more that was opened, and when
@@ -37,6 +42,7 @@ class SaveRun : public LongRun {
   /// one beside a source, unless the whole program is being interrupted. A file that was to be
   /// replaced stands as it was.
   void cancel() override;
+  [[nodiscard]] bool try_cancel() override;
 
   [[nodiscard]] int percent_done() const override { return audio_->percent_done(); }
   [[nodiscard]] std::string progress_text() const override;
@@ -55,8 +61,12 @@ class SaveRun : public LongRun {
 
  private:
   std::error_code lock_source();
+  void step_audio();
   void check_sources();
+  void complete();
+  void look_at_completion();
   void finish();
+  void abandon();
   bool check(std::error_code error);
   void give_up(const std::string& reason);
   [[nodiscard]] bool has_problem() const;
@@ -73,6 +83,14 @@ class SaveRun : public LongRun {
   bool is_cancelled_ = false;
   bool has_failed_ = false;
   std::string report_;  // of a run that was cancelled
+
+  // The end of the run, on a thread: a disk may need long until it has all.
+  PatientThread thread_;
+  PatientThread::Ticket completion_ = 0;
+  bool is_completing_ = false;
+  std::atomic<bool> is_unwanted_ = false;  // so the file isn't put in its place any more
+  std::error_code completion_error_;       // these two are the thread's while it is at work
+  std::error_code commit_error_;
 };
 
 }  // namespace corvelin

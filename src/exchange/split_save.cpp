@@ -95,6 +95,7 @@ EditPosition SplitRun::find_region_end() {
 
 SplitResult SplitRun::save_region(EditRange range) {
   const SplitResult result = write_region(range);
+  copy_.wait();
   if (result != SplitResult::more) file_.close();  // it stays as far as it is written
   return result;
 }

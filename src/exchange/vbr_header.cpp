@@ -71,23 +71,23 @@ bool has_encoder_tag() { return stream.encoder_tag[0] >= 1 && stream.encoder_tag
 
 }  // namespace
 
-std::error_code write_vbr_frame(OutputFile& target, const FrameInfo& frame) {
+std::vector<std::uint8_t> make_vbr_frame(const FrameInfo& frame) {
   stream.vbr_frame_size = 0;
   if (stream.is_aac != 0 || frame.version == 0) return {};
   const FrameInfo shape = shape_of_vbr_frame(frame);
   const std::size_t marker = vbr_header_offset(shape);
   if (shape.frame_length < marker + vbr_toc_place) return {};
 
-  std::array<std::uint8_t, frame_unit> bytes = {};
+  std::vector<std::uint8_t> bytes(shape.frame_length);
   std::copy_n(shape.header_bytes.begin(), 4, bytes.begin());
   put_mark(bytes, marker, is_variable() ? "Xing" : "Info");
   stream.vbr_frame_size = shape.frame_length;
-  return target.write(std::span(bytes).first(shape.frame_length));
+  return bytes;
 }
 
-VbrHeaderResult finish_vbr_header(OutputFile& target, std::uint64_t offset,
-                                  std::uint32_t frame_count, std::span<const FrameMark> marks) {
-  VbrHeaderResult result;
+VbrHeaderFields make_vbr_header(const OutputFile& target, std::uint64_t offset,
+                                std::uint32_t frame_count, std::span<const FrameMark> marks) {
+  VbrHeaderFields result;
   if (stream.is_aac != 0 || stream.vbr_frame_size == 0) return result;
 
   std::array<std::uint8_t, vbr_header_size> header = {};  // from the marker on
@@ -110,7 +110,8 @@ VbrHeaderResult finish_vbr_header(OutputFile& target, std::uint64_t offset,
 
   std::array<std::uint8_t, header_size> first = {};
   const std::size_t got = target.read_at(offset, first);
-  if (const std::error_code error = target.read_error()) return {error, false};
+  if (const std::error_code error = target.read_error())
+    return {.error = error, .is_complete = false};
   FrameInfo frame;
   if (!decode_frame_header(frame, std::span(first).first(got), FrameFormat::mpeg))
     return {.error = std::make_error_code(std::errc::io_error), .is_complete = false};
@@ -126,9 +127,10 @@ VbrHeaderResult finish_vbr_header(OutputFile& target, std::uint64_t offset,
   }
 
   // At low bitrates the frame of a constant stream ends before the header does.
-  const std::size_t size = std::min(room, header.size());
-  result.error = target.write_at(offset + marker + vbr_flags_place,
-                                 std::span(header).first(size).subspan(vbr_flags_place));
+  const auto fields =
+      std::span(header).first(std::min(room, header.size())).subspan(vbr_flags_place);
+  result.place = offset + marker + vbr_flags_place;
+  result.fields.assign(fields.begin(), fields.end());
   return result;
 }
 

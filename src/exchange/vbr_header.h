@@ -7,21 +7,25 @@
 #include <cstdint>
 #include <span>
 #include <system_error>
+#include <vector>
 
 #include "model/stream_info.h"
 #include "platform/file.h"
 
 namespace corvelin {
 
-/// Writes the placeholder at the target's end, shaped after `frame`, and keeps its length in
-/// `stream.vbr_frame_size`: 0 when no such frame was written, for AAC, for no frame, and for a
-/// bitrate so low that a frame can't hold the two counts.
-std::error_code write_vbr_frame(OutputFile& target, const FrameInfo& frame);
+/// The placeholder, shaped after `frame`. Its length is kept in `stream.vbr_frame_size`: 0 when
+/// there is none, for AAC, for no frame, and for a bitrate so low that a frame can't hold the two
+/// counts.
+std::vector<std::uint8_t> make_vbr_frame(const FrameInfo& frame);
 
-struct VbrHeaderResult {
+/// The fields of a placeholder.
+struct VbrHeaderFields {
   std::error_code error;  // of the file
-  bool is_complete =
-      true;  // false: the walk for the seek table met a bad frame, and there is no table
+  // False: the walk for the seek table met a bad frame, and there is no table.
+  bool is_complete = true;
+  std::uint64_t place = 0;  // of the fields in the file
+  std::vector<std::uint8_t> fields;
 };
 
 /// A frame whose place in the target is known.
@@ -30,12 +34,12 @@ struct FrameMark {
   std::uint64_t offset;  // in the file, bytes
 };
 
-/// Fills in the placeholder at `offset` of the target, which now ends with the audio. `frame_count`
-/// is the number of frames behind it. Does nothing where none was written.
+/// What the placeholder at `offset` of the target, which now ends with the audio, is filled in
+/// with. `frame_count` is the number of frames behind it. Nothing where none was written.
 ///
 /// The seek table takes a walk over the frames. It starts anew at each of `marks`, which are in
 /// ascending order, so that with a mark a megabyte only a part of a long file is looked at.
-VbrHeaderResult finish_vbr_header(OutputFile& target, std::uint64_t offset,
-                                  std::uint32_t frame_count, std::span<const FrameMark> marks = {});
+VbrHeaderFields make_vbr_header(const OutputFile& target, std::uint64_t offset,
+                                std::uint32_t frame_count, std::span<const FrameMark> marks = {});
 
 }  // namespace corvelin

@@ -17,6 +17,13 @@ class LongRun {
   /// nothing behind the end.
   virtual void cancel() = 0;
 
+  /// Cancels unless that would have to wait for the system, which may be busy with something for
+  /// the run. False: the run goes no further, and wants to be asked again.
+  [[nodiscard]] virtual bool try_cancel() {
+    cancel();
+    return true;
+  }
+
   [[nodiscard]] virtual int percent_done() const = 0;           // 0 to 100
   [[nodiscard]] virtual std::string progress_text() const = 0;  // one line
 

@@ -6,9 +6,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cmath>
 #include <csignal>
 #include <functional>
+#include <future>
 #include <optional>
 
 #include "audio/encoder_settings.h"
@@ -17,6 +19,7 @@
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "platform/interruption.h"
+#include "platform/system_calls.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 
@@ -310,6 +313,50 @@ TEST_F(SaveTest, CancelLeavesWhatStoodBefore) {
   EXPECT_EQ(folder.names(),
             (std::vector<std::string>{"a.mp3", "a.mp3.~~~.mp3", "new.mp3", "old.mp3"}));
   EXPECT_FALSE(document.files.empty());
+}
+
+// A disk that takes its time, until the gate is opened.
+std::shared_future<void> gate;
+std::atomic<bool> is_at_gate;
+void wait_at_gate() {
+  is_at_gate = true;
+  gate.wait();
+}
+
+TEST_F(SaveTest, NoStepAndNoCancelWaitsForASlowDisk) {
+  const Bytes bytes = frames(12000);  // two blocks and some
+  const Bytes old = {'o', 'l', 'd'};
+  ASSERT_TRUE(open("a.mp3", bytes));
+  for (const std::string slow : {"write", "sync", "sync and a cancel"}) {
+    folder.file("b.mp3", old);
+    std::promise<void> opener;
+    gate = opener.get_future().share();
+    is_at_gate = false;
+    if (slow == "write") {
+      system_calls.write = [](int to, const void* from, std::size_t size) {
+        wait_at_gate();
+        return original_system_calls.write(to, from, size);
+      };
+    } else {
+      system_calls.fsync = [](int file) {
+        wait_at_gate();
+        return original_system_calls.fsync(file);
+      };
+    }
+    SaveRun run(folder.path("b.mp3"), whole_stream());
+    ASSERT_TRUE(run.begin());
+    while (!is_at_gate) ASSERT_TRUE(run.step());
+    for (int i = 0; i < 10; ++i) EXPECT_TRUE(run.step()) << slow;
+    EXPECT_EQ(read_text(folder.path("b.mp3")), "old");
+    const bool is_cancelled = slow == "sync and a cancel";
+    EXPECT_FALSE(is_cancelled && run.try_cancel());
+    opener.set_value();
+    while (is_cancelled ? !run.try_cancel() : run.step()) {
+    }
+    EXPECT_TRUE(saved("b.mp3") == (is_cancelled ? old : bytes)) << slow;
+    EXPECT_EQ(run.has_failed(), is_cancelled);
+    system_calls = original_system_calls;
+  }
 }
 
 // What was written of a replacement goes: nobody will look for it.

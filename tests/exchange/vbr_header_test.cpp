@@ -15,14 +15,16 @@ class VbrHeaderTest : public CoreTest {
     std::filesystem::remove(folder.path("out"));
     EXPECT_FALSE(target.create_new(folder.path("out")));
     EXPECT_FALSE(target.write(before));
-    EXPECT_FALSE(write_vbr_frame(target, stream.current_frame));
+    EXPECT_FALSE(target.write(make_vbr_frame(stream.current_frame)));
     EXPECT_FALSE(target.write(audio));
-    result = finish_vbr_header(target, before.size(), frame_count);
+    result = make_vbr_header(target, before.size(), frame_count);
+    EXPECT_FALSE(result.error);
+    EXPECT_FALSE(target.write_at(result.place, result.fields));
     EXPECT_FALSE(target.close());
     return read_file(folder.path("out"));
   }
 
-  VbrHeaderResult result;
+  VbrHeaderFields result;
 };
 
 std::uint32_t number_at(const Bytes& bytes, std::size_t at) {
