@@ -1,5 +1,6 @@
 // Measures the window without a screen: the start to a window that shows a file of 400 MB, how long
-// an event waits at most while 2 GB are saved, and the memory of both. Needs 4.4 GB below TMPDIR.
+// an event waits at most while 2 GB are saved, to a new file and in the place of the source, and
+// the memory of each. Needs 4.4 GB below TMPDIR.
 #include <fmt/format.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -7,12 +8,12 @@
 #include <QApplication>
 #include <QTimer>
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <vector>
 
 #include "desktop/desktop_run.h"
 #include "desktop/view_widget.h"
@@ -40,7 +41,7 @@ void report(const char* name, double milliseconds, double limit) {
 }
 
 const Clock::time_point process_start = Clock::now();
-bool is_saving = false;
+std::vector<std::string> switches;  // of the command line, for a save
 
 // Ends the program with the first drawing of the document.
 class FirstDrawing : public QObject {
@@ -67,7 +68,12 @@ class Latency : public QObject {
     });
     timer_.start(2);
   }
-  ~Latency() override { report("longest wait of an event in a save of 2 GB", worst_, 50); }
+  ~Latency() override {
+    const bool replaces = switches.size() > 1;
+    report(replaces ? "longest wait while 2 GB replace their source"
+                    : "longest wait of an event in a save of 2 GB",
+           worst_, 50);
+  }
 
  private:
   QTimer timer_;
@@ -76,10 +82,10 @@ class Latency : public QObject {
 };
 
 void watch() {
-  if (is_saving) {
-    new Latency(qApp);
-  } else {
+  if (switches.empty()) {
     qApp->installEventFilter(new FirstDrawing(qApp));
+  } else {
+    new Latency(qApp);
   }
 }
 Q_COREAPP_STARTUP_FUNCTION(watch)
@@ -94,11 +100,13 @@ void write_audio(const std::string& path, std::size_t size) {
 }
 
 int run_window(const std::string& folder, const std::string& name) {
-  std::array words = {std::string("corvelin"), std::string("--settings"), folder + "/bench.ini",
-                      folder + "/" + name, std::string("/save")};
-  std::array<char*, words.size()> arguments = {};
-  std::ranges::transform(words, arguments.begin(), [](std::string& word) { return word.data(); });
-  return run_desktop(static_cast<int>(words.size()) - (is_saving ? 0 : 1), arguments.data());
+  std::vector<std::string> words = {"corvelin", "--settings", folder + "/bench.ini",
+                                    folder + "/" + name};
+  words.insert(words.end(), switches.begin(), switches.end());
+  std::vector<char*> arguments;
+  arguments.reserve(words.size());
+  for (std::string& word : words) arguments.push_back(word.data());
+  return run_desktop(static_cast<int>(arguments.size()), arguments.data());
 }
 
 void run_child(const char* program, const char* work, const std::string& folder) {
@@ -111,8 +119,10 @@ void run_child(const char* program, const char* work, const std::string& folder)
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   if (argc == 3) {
-    is_saving = std::string(argv[1]) == "save";
-    return run_window(argv[2], is_saving ? "large.mp3" : "small.mp3");
+    const std::string work = argv[1];
+    if (work != "show") switches = {"/save"};
+    if (work == "replace") switches.emplace_back("/overwrite");
+    return run_window(argv[2], work == "show" ? "small.mp3" : "large.mp3");
   }
   const std::filesystem::path folder =
       std::filesystem::temp_directory_path() / fmt::format("corvelin-bench-{}", ::getpid());
@@ -124,5 +134,6 @@ int main(int argc, char** argv) {
   ::sync();  // what is still to be written would have the system hold up the save
   run_child(argv[0], "show", folder);
   run_child(argv[0], "save", folder);
+  run_child(argv[0], "replace", folder);
   std::filesystem::remove_all(folder);
 }
