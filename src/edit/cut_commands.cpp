@@ -101,9 +101,10 @@ Outcome crop() {
 
 Outcome remove_edit_points() {
   // The stream's start is no edit point, so the first frame stays out of it.
-  if (selection.sel_beg == 0) selection.sel_beg = next_frame_in(0, 0);
-  selection.sel_end = std::max(selection.sel_end, selection.sel_beg);
-  const EditPosition beg = selection.sel_beg;
+  const EditPosition beg = selection.sel_beg == 0 ? next_frame_in(0, 0) : selection.sel_beg;
+  if (beg == no_position) return refuse_as_impossible();
+  selection.sel_beg = beg;
+  selection.sel_end = std::max(selection.sel_end, beg);
   const EditPosition end = selection.sel_end;
   if (!can_delete_range(beg, end)) return refuse_as_impossible();
   const PartIndex behind = delete_range(beg, end);

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <limits>
 
-#include "document/open_state.h"
 #include "edit/level_point.h"
 #include "edit/places.h"
 #include "edit/requirements.h"
@@ -27,15 +26,15 @@ void add_gain(std::int16_t& gain, int change) {
 
 std::int16_t& gain_of(PartIndex part) { return document.parts[part].part_gainbeg; }
 
-void level_step(int delta) {
-  if (stream_kind.layer != 3) return;
+Result level_step(int delta) {
+  if (stream_kind.layer != 3) return Result::nothing;
   const bool is_at_end = selection.cursor >= document.total_size;
   std::int16_t& gain = is_at_end ? document.end_gain : gain_of(document.current_part);
   const int changed = gain + delta;
   if (changed >= lowest_level && changed <= highest_level)
     gain = static_cast<std::int16_t>(changed);
   clear_cues_round_level(document.current_part);
-  open_state.document_modified = true;
+  return Result::done;
 }
 
 enum class Stages { one, two };
@@ -105,8 +104,8 @@ std::int16_t bottom_gain() {
 
 std::string gain_text(int gain) { return fmt::format("{:+2.1f} dB", gain * 15 / 10.0); }
 
-void part_level_up() { level_step(1); }
-void part_level_down() { level_step(-1); }
+Result part_level_up() { return level_step(1); }
+Result part_level_down() { return level_step(-1); }
 
 Outcome need_fade() {
   constexpr std::size_t new_parts = 2;

@@ -23,8 +23,8 @@ std::string gain_text(int gain);
 
 /// One step up or down: the part of the cursor, or the end of the stream when it stands there. Does
 /// nothing in a stream without such levels.
-void part_level_up();
-void part_level_down();
+Result part_level_up();
+Result part_level_down();
 
 /// In front of a fade: without a selection it selects the cursor. There is nothing to do at the
 /// ends of the stream, and where other parts lie between the selection and its end.

@@ -57,6 +57,7 @@ constexpr Row rows[] = {
     {"Everything", "crop", "0-5:A 5-20:B =0-20 @9", "0-5:A 5-20:B @9 #1 !^"},
     {"CutAndCue", "remove_edit_points", "0-5 8-12* 12-20 =3-10", "0-20 =3-13 ^"},
     {"FromTheStart", "remove_edit_points", "0-5 5-20* =0-8", "0-20 =1-8 ^"},
+    {"NoSecondFrame", "remove_edit_points", "19-20 =0-1", "19-20 =0-1 ^ {Not possible}"},
     {"NotOneStretch", "remove_edit_points", "10-15 0-8 =3-8 @12",
      "10-13 3-8 =3-8 @8 ^ {Not possible}"},
     {"UpToTheEnd", "remove_edit_points", "0-5 8-20 =3-17 @17", "0-3 =3-3 @3 ^ {Not possible}"},

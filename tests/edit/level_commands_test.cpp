@@ -67,8 +67,9 @@ TEST_F(Levels, StepPartByPart) {
   dispatch_command(203);
   EXPECT_EQ(levels(), "0-5 5-20*|-1");
   ASSERT_TRUE(open("a.mp2", frames(20, {.layer = 2})));
-  dispatch_command(202);
+  EXPECT_EQ(dispatch_command(202), DispatchResult::nothing);
   EXPECT_EQ(document.parts[0].part_gainbeg, 0);
+  EXPECT_FALSE(open_state.document_modified);
   EXPECT_TRUE(host.boxes.empty());
 }
 
