@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <ctime>
+#include <filesystem>
 #include <span>
 #include <utility>
 
@@ -120,8 +121,17 @@ std::error_code write_pending() {
   return error;
 }
 
-// Whatever happens to the machine from now on, the slices before are safe.
+// Not also when the system can't tell at the moment, as on a network.
+bool is_file_gone() {
+  std::error_code error;
+  const auto status = std::filesystem::symlink_status(recorder.rec_file_name, error);
+  return status.type() == std::filesystem::file_type::not_found;
+}
+
+// Whatever happens to the machine from now on, the slices before are safe. A file that was removed,
+// perhaps with its folder, could still be written to, and all of that would be lost at the end.
 std::error_code write_slice_out() {
+  if (is_file_gone()) return std::make_error_code(std::errc::no_such_file_or_directory);
   if (const std::error_code error = write_pending()) return error;
   return recorder.rec_file.sync();
 }
@@ -357,7 +367,7 @@ RecordingEnd record_stop() {
   if (recorder.rec_writing) {
     end.error = finish_file();
     if (recorder.rec_error) end.error = recorder.rec_error;
-    end.has_file = recorder.rec_file_bytes > 0;
+    end.has_file = recorder.rec_file_bytes > 0 && !is_file_gone();
   }
   if (wave_in.is_open() && recorder.rec_writing)
     end.lost_seconds = static_cast<double>(wave_in.lost_bytes()) /

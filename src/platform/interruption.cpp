@@ -21,6 +21,10 @@ void catch_interruptions() {
   ::sigemptyset(&action.sa_mask);
   ::sigaction(SIGINT, &action, nullptr);
   ::sigaction(SIGTERM, &action, nullptr);
+  struct sigaction hang_up = {};
+  ::sigaction(SIGHUP, nullptr, &hang_up);
+  const bool outlives_terminal = hang_up.sa_handler == SIG_IGN;  // as nohup has it
+  if (!outlives_terminal) ::sigaction(SIGHUP, &action, nullptr);
 }
 
 int interruption() { return caught; }

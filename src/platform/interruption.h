@@ -1,5 +1,6 @@
-// The user's wish, from outside, that the program ends: Ctrl+C, or SIGTERM. Work is not cut off in
-// the middle: whoever steps a long run looks here between two steps and cancels it.
+// The user's wish, from outside, that the program ends: Ctrl+C, SIGTERM, or a terminal that is
+// closed. Work is not cut off in the middle: whoever steps a long run looks here between two steps
+// and cancels it.
 #pragma once
 
 namespace corvelin {

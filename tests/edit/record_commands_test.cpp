@@ -209,6 +209,14 @@ TEST_F(RecordCommands, KeepsWhatItHasWhenTheDeviceOrTheDiskFails) {
   EXPECT_NE(take_box().find("device is gone"), std::string::npos);
 
   system.is_lost = false;
+  ASSERT_TRUE(initialize_recording());
+  host.answers = {BoxAnswer::ok};  // a file of that name may go
+  ASSERT_TRUE(start_recording());
+  remove_file(folder.path("take.mp3"));
+  hear(5);
+  EXPECT_FALSE(is_recording_armed());
+  EXPECT_NE(take_box().find("No such file"), std::string::npos);
+
   settings.file_savepath = folder.path("none") + "/take";
   ASSERT_TRUE(initialize_recording());
   EXPECT_FALSE(start_recording());
