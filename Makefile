@@ -9,7 +9,7 @@ help:
 	@echo 'make demo    build, then edit and split the sample audio'
 	@echo 'make test    build and run the tests'
 	@echo 'make run     the desktop program'
-	@echo 'make screenshots  pictures of the window in each layout, dark and bright'
+	@echo 'make screenshots  pictures of the window: of each layout, and those of the manual'
 	@echo 'make bench   build and run the benchmarks'
 	@echo 'make install  build and install below prefix (/usr/local), or DESTDIR'
 	@echo 'make package  build a Debian package'

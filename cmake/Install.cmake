@@ -17,8 +17,8 @@ install(CODE "
   file(INSTALL \"${data}/completion/_corvelin-cli\"
        DESTINATION \"\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_DATADIR}/zsh/\${folder}\")")
 install(DIRECTORY ${data}/languages/ DESTINATION ${shared}/Languages)
-install(FILES ${data}/manual/Manual.htm ${data}/manual/FAQ.htm ${PROJECT_SOURCE_DIR}/License.txt
-        DESTINATION ${shared})
+install(DIRECTORY ${data}/manual/ DESTINATION ${shared})
+install(FILES ${PROJECT_SOURCE_DIR}/License.txt DESTINATION ${shared})
 install(FILES ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${shared} RENAME Version.txt)
 
 # Only a window belongs on a desktop.
