@@ -7,6 +7,7 @@
 #include <array>
 
 #include "platform/text.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -30,11 +31,11 @@ std::span<const std::uint16_t> bitrates() {
 std::string_view vbr_quality_remark(int quality) {
   switch (quality) {
     case 0:
-      return " (best)";
+      return ui_text(row::best);
     case 4:
-      return " (default)";
+      return ui_text(row::default_choice);
     case 9:
-      return " (smallest)";
+      return ui_text(row::smallest);
     default:
       return "";
   }
@@ -124,24 +125,24 @@ std::vector<EncoderChoice> lame_mode_choices() {
 }
 
 std::vector<EncoderChoice> lame_quality_choices() {
-  return {{0, "Normal quality"},
-          {1, "Low quality"},
-          {2, "High quality"},
-          {5, "Very high quality"},
-          {lame_quality_voice, "'Voice' (ABR / 56 / m)"}};
+  return {{0, std::string(ui_text(row::normal_quality))},
+          {1, std::string(ui_text(row::low_quality))},
+          {2, std::string(label_text(row::high_quality))},
+          {5, std::string(ui_text(row::very_high_quality))},
+          {lame_quality_voice, std::string(ui_text(row::voice_quality))}};
 }
 
 std::vector<EncoderChoice> lame_method_choices() {
-  return {{lame_method_cbr, "CBR - Constant bitrate"},
-          {lame_method_vbr, "VBR - Variable bitrate"},
-          {lame_method_abr, "ABR - Average bitrate"}};
+  return {{lame_method_cbr, std::string(ui_text(row::constant_bitrate))},
+          {lame_method_vbr, std::string(ui_text(row::variable_bitrate))},
+          {lame_method_abr, std::string(ui_text(row::average_bitrate))}};
 }
 
 std::vector<EncoderChoice> lame_vbr_quality_choices() {
   std::vector<EncoderChoice> choices;
   for (int quality = 0; quality <= 9; ++quality)
-    choices.push_back(
-        {quality, fmt::format("VBR quality {}{}", quality, vbr_quality_remark(quality))});
+    choices.push_back({quality, fmt::format("{} {}{}", ui_text(row::vbr_quality), quality,
+                                            vbr_quality_remark(quality))});
   return choices;
 }
 

@@ -8,6 +8,7 @@
 #include "desktop/qt_text.h"
 #include "desktop/view_widget.h"
 #include "shell/status_display.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -16,15 +17,14 @@ namespace {
 using Picture = ViewWidget::Area;
 constexpr int picture_count = 3;
 
-// In English: there is no row of texts for what nobody sees.
 QString name_of(Picture picture) {
   switch (picture) {
     case Picture::graph:
-      return QStringLiteral("Graph");
+      return as_qstring(ui_text(row::graph));
     case Picture::map:
-      return QStringLiteral("Overview");
+      return as_qstring(ui_text(row::overview));
     case Picture::meter:
-      return QStringLiteral("Level meter");
+      return as_qstring(ui_text(row::level_meter));
   }
   return {};
 }

@@ -30,6 +30,7 @@
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
 #include "platform/file.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -89,10 +90,16 @@ class FileList : public QTreeWidget {
   }
 };
 
+QString plain(TextRow row) { return as_qstring(menu_text_plain(ui_text(row))); }
+
+QString named(TextRow option, TextRow place) {
+  return plain(option) + QStringLiteral(": ") + as_qstring(ui_text(place));
+}
+
 class BatchWindow : public DialogWindow {
  public:
   BatchWindow(BatchDialog& dialog, QWidget* parent)
-      : DialogWindow(QStringLiteral("batch_dialog"), QStringLiteral("Batch processing"), parent),
+      : DialogWindow(QStringLiteral("batch_dialog"), plain(row::batch_processing), parent),
         dialog_(dialog),
         job_(dialog.job) {
     auto* const right = new QVBoxLayout;
@@ -145,7 +152,7 @@ class BatchWindow : public DialogWindow {
     choose->setFixedWidth(36);
     mask_ = new_line(as_qstring(job_.mask), 99);
     mask_->setObjectName(QStringLiteral("mask"));
-    mask_->setAccessibleName(QStringLiteral("Mask"));
+    mask_->setAccessibleName(as_qstring(ui_text(row::mask)));
     mask_->setFixedWidth(90);
     grid->addWidget(folder_, 0, 0);
     grid->addWidget(choose, 0, 1);
@@ -209,10 +216,10 @@ class BatchWindow : public DialogWindow {
     level_text_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("+48.0 dB ")));
     join_name_ = new_line({}, 396);
     limit_ = seconds_field("limit_seconds", label(dlg, 90));
-    cut_begin_ = seconds_field("cut_begin", label(dlg, 79) + QStringLiteral(" Cut"));
-    cut_end_ = seconds_field("cut_end", label(dlg, 79) + QStringLiteral(" Cut, end"));
-    fade_begin_ = seconds_field("fade_begin", label(dlg, 79) + QStringLiteral(" Simple fade"));
-    fade_end_ = seconds_field("fade_end", label(dlg, 79) + QStringLiteral(" Simple fade, end"));
+    cut_begin_ = seconds_field("cut_begin", named(row::cut, row::from_beginning));
+    cut_end_ = seconds_field("cut_end", named(row::cut, row::from_end));
+    fade_begin_ = seconds_field("fade_begin", named(row::simple_fade, row::from_beginning));
+    fade_end_ = seconds_field("fade_end", named(row::simple_fade, row::from_end));
     bottom_ = new QSpinBox;
     bottom_->setObjectName(QStringLiteral("batch_bottom"));
     bottom_->setRange(0, BatchJob::highest_bottom);
@@ -230,14 +237,14 @@ class BatchWindow : public DialogWindow {
       ++row;
     };
     add(BatchOption::only_save, label(dlg, 77));
-    add(BatchOption::normalize, QStringLiteral("Normalize"));
+    add(BatchOption::normalize, plain(row::normalize));
     add(BatchOption::level, label(dlg, 53), level_, level_text_);
     auto* const seconds = new QLabel(label(dlg, 79));
     grid->addWidget(seconds, row++, 0, 1, 3);
-    add(BatchOption::cut, QStringLiteral("Cut"), cut_begin_, cut_end_);
-    add(BatchOption::simple_fade, QStringLiteral("Simple fade"), fade_begin_, fade_end_);
+    add(BatchOption::cut, plain(row::cut), cut_begin_, cut_end_);
+    add(BatchOption::simple_fade, plain(row::simple_fade), fade_begin_, fade_end_);
     add(BatchOption::limit_length, label(dlg, 90), limit_);
-    add(BatchOption::auto_crop, QStringLiteral("Auto crop"));
+    add(BatchOption::auto_crop, plain(row::auto_crop));
     auto* const bottom_words = new QLabel(label(dlg, 48));
     bottom_words->setBuddy(bottom_);
     grid->addWidget(bottom_words, row, 0);
@@ -418,7 +425,7 @@ class BatchWindow : public DialogWindow {
     const bool overwrites = job_.has(BatchOption::overwrite_originals);
     to_folder_->setChecked(!overwrites);
     overwrite_->setChecked(overwrites);
-    const QString text = job_.dest_folder.empty() ? QStringLiteral("Select folder / current folder")
+    const QString text = job_.dest_folder.empty() ? as_qstring(ui_text(row::select_folder))
                                                   : as_shown(job_.dest_folder);
     to_folder_->setText(QString(text).replace(u'&', QStringLiteral("&&")));
     to_folder_->setToolTip(text);

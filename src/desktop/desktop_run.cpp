@@ -5,10 +5,12 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QLibraryInfo>
 #include <QMessageBox>
 #include <QScreen>
 #include <QSessionManager>
 #include <QTimer>
+#include <QTranslator>
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -35,10 +37,12 @@
 #include "platform/process.h"
 #include "platform/program.h"
 #include "platform/system.h"
+#include "platform/text.h"
 #include "settings/settings.h"
 #include "settings/settings_file.h"
 #include "settings/settings_storage.h"
 #include "shell/start_up.h"
+#include "text/language_list.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
 #include "unattended/remote_control.h"
@@ -221,6 +225,14 @@ class DesktopRun {
   QTimer remote_timer_;
 };
 
+// The toolkit's own dialogs and menus, where its translations are installed.
+void translate_toolkit(QTranslator& translator) {
+  const std::string locale = locale_of_language(wide_to_bytes(settings.language, true));
+  if (!locale.empty() && translator.load(as_qstring("qtbase_" + locale),
+                                         QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    QCoreApplication::installTranslator(&translator);
+}
+
 bool has_display() {
   constexpr std::array names = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
   return std::ranges::any_of(names, [](const char* name) {
@@ -263,6 +275,8 @@ int run_desktop(int argc, char** argv) {
     return 1;
   }
   load_language();
+  QTranslator translator;
+  translate_toolkit(translator);
   if (as_qstring(ui_text(row::file_menu)).isRightToLeft())
     QApplication::setLayoutDirection(Qt::RightToLeft);
   QApplication::setStyle(new Style);

@@ -103,13 +103,15 @@ class FileInfoWindow : public DialogWindow {
     connect(modify_, &QCheckBox::toggled, this, [this] { show_states(); });
     grid->addWidget(modify_, 0, 0);
     grid->addWidget(new QLabel(label(win, 21)), 0, 1);
-    copyright_ =
-        new_box(QStringLiteral("Copyright"), dialog_.rewrite_copyright, "rewrite_copyright");
-    original_ = new_box(QStringLiteral("Original"), dialog_.rewrite_original, "rewrite_original");
-    private_ = new_box(QStringLiteral("Private"), dialog_.rewrite_private, "rewrite_private");
-    current_copyright_ = new_current(QStringLiteral("Copyright"), "current_copyright");
-    current_original_ = new_current(QStringLiteral("Original"), "current_original");
-    current_private_ = new_current(QStringLiteral("Private"), "current_private");
+    copyright_ = new_box(as_qstring(ui_text(row::copyright)), dialog_.rewrite_copyright,
+                         "rewrite_copyright");
+    original_ =
+        new_box(as_qstring(ui_text(row::original)), dialog_.rewrite_original, "rewrite_original");
+    private_ =
+        new_box(as_qstring(ui_text(row::private_bit)), dialog_.rewrite_private, "rewrite_private");
+    current_copyright_ = new_current(as_qstring(ui_text(row::copyright)), "current_copyright");
+    current_original_ = new_current(as_qstring(ui_text(row::original)), "current_original");
+    current_private_ = new_current(as_qstring(ui_text(row::private_bit)), "current_private");
     current_crc_ = new_current(QStringLiteral("CRC"), "current_crc");
     int row = 1;
     for (QCheckBox* const box : {copyright_, original_, private_}) grid->addWidget(box, row++, 0);
@@ -130,7 +132,7 @@ class FileInfoWindow : public DialogWindow {
   // Tag ID3v1.
 
   QGroupBox* tag_group() {
-    auto* const group = new QGroupBox(QStringLiteral("Tag ID3v1"));
+    auto* const group = new QGroupBox(as_qstring(ui_text(row::tag_id3v1)));
     auto* const grid = new QGridLayout(group);
     QString text = label(dlg, 21);
     create_tag_ = new_box(text, dialog_.tag.create_tag, "create_tag");

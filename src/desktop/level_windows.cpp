@@ -18,6 +18,7 @@
 #include "document/open_state.h"
 #include "model/selection.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -30,7 +31,8 @@ constexpr int highest_level = 32;
 class LevelWindow : public DialogWindow {
  public:
   LevelWindow(LevelDialog& dialog, QWidget* parent)
-      : DialogWindow(QStringLiteral("level_dialog"), QStringLiteral("Change level"), parent),
+      : DialogWindow(QStringLiteral("level_dialog"), as_qstring(ui_text(row::change_level)),
+                     parent),
         dialog_(dialog) {
     auto* const columns = new QHBoxLayout;
     columns->addLayout(sliders());
@@ -151,7 +153,8 @@ class LevelWindow : public DialogWindow {
 class NormalizeWindow : public DialogWindow {
  public:
   NormalizeWindow(NormalizeDialog& dialog, QWidget* parent)
-      : DialogWindow(QStringLiteral("normalize_dialog"), QStringLiteral("Normalize level"), parent),
+      : DialogWindow(QStringLiteral("normalize_dialog"), as_qstring(ui_text(row::normalize_level)),
+                     parent),
         dialog_(dialog) {
     bar_ = new_progress_bar(windowTitle());
     peak_ = new QLabel;

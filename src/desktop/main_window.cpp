@@ -99,11 +99,11 @@ void MainWindow::make_controls() {
     apply_volume();
   });
   info_bar_ = new InfoBar(client_);
-  position_field_->setAccessibleName(QStringLiteral("Position"));
-  range_field_->setAccessibleName(QStringLiteral("Selection or part"));
-  info_bar_->setAccessibleName(QStringLiteral("Stream"));
-  position_bar_->setAccessibleName(QStringLiteral("Position in the stream"));
-  volume_->setAccessibleName(QStringLiteral("Volume"));
+  position_field_->setAccessibleName(as_qstring(ui_text(row::position)));
+  range_field_->setAccessibleName(as_qstring(ui_text(row::selection_or_part)));
+  info_bar_->setAccessibleName(as_qstring(ui_text(row::stream)));
+  position_bar_->setAccessibleName(as_qstring(ui_text(row::position_in_stream)));
+  volume_->setAccessibleName(as_qstring(ui_text(row::volume)));
   show_button_states();
 }
 

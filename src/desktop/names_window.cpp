@@ -32,7 +32,7 @@ class NamesWindow : public DialogWindow {
     add_field(*part_grid, label(dlg, 23), part_title_, "part_title");
     part_grid->addWidget(part_iscue_, part_grid->rowCount(), 1);
 
-    auto* const sheet = new QGroupBox(QStringLiteral("Album / Cue Sheet"));
+    auto* const sheet = new QGroupBox(as_qstring(ui_text(row::album_or_sheet)));
     auto* const sheet_grid = new QGridLayout(sheet);
     add_field(*sheet_grid, label(dlg, 24), sheet_artist_, "sheet_artist");
     add_field(*sheet_grid, label(dlg, 23), sheet_title_, "sheet_title");

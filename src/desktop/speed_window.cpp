@@ -46,9 +46,10 @@ class SpeedWindow : public DialogWindow {
  private:
   QGridLayout* fields() {
     auto* const grid = new QGridLayout;
-    original_ = add_speed(*grid, QStringLiteral("&Original speed"), dialog_.original, "original");
+    original_ =
+        add_speed(*grid, as_qstring(ui_text(row::original_speed)), dialog_.original, "original");
     recording_ =
-        add_speed(*grid, QStringLiteral("&Recording speed"), dialog_.recording, "recording");
+        add_speed(*grid, as_qstring(ui_text(row::recording_speed)), dialog_.recording, "recording");
     grid->addWidget(factor_, grid->rowCount() - 1, 2);
     grid->setColumnStretch(2, 1);
     return grid;

@@ -18,6 +18,7 @@
 #include "platform/text.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -96,7 +97,7 @@ bool AutoCueDialog::accept() {
   if (const auto last = read_seconds(last_length)) settings.autocue_last = *last;
   settings.autocue_names = creates_names ? 1 : 0;
   if (settings.autocue == 0) {
-    show_refusal("An interval of 0 seconds sets no cue.");
+    show_refusal(ui_text(row::no_interval));
     return false;
   }
   cues_set = set_auto_cues({.interval = static_cast<double>(settings.autocue),

@@ -152,10 +152,10 @@ std::vector<EncoderChoice> device_choices(const std::vector<std::string>& names,
 }
 
 std::vector<EncoderChoice> output_choices(Dialogue dialog) {
-  return device_choices(dialog.outputs, "No output devices!");
+  return device_choices(dialog.outputs, ui_text(row::no_output_devices));
 }
 std::vector<EncoderChoice> input_choices(Dialogue dialog) {
-  return device_choices(dialog.inputs, "No input devices!");
+  return device_choices(dialog.inputs, ui_text(row::no_input_devices));
 }
 
 // A buffer holds so many frames in any case.
@@ -377,15 +377,8 @@ constexpr ConfigControl flag(SettingPage page, std::string_view key, TextRow row
   return bound(box, page, key, row);
 }
 
-constexpr ConfigControl form(std::string_view name, std::int64_t value, TextRow row,
-                             std::string_view english = {}) {
-  return {.kind = radio,
-          .page = layout,
-          .name = name,
-          .key = "layout",
-          .row = row,
-          .english = english,
-          .value = value};
+constexpr ConfigControl form(std::string_view name, std::int64_t value, TextRow row) {
+  return {.kind = radio, .page = layout, .name = name, .key = "layout", .row = row, .value = value};
 }
 
 template <std::uint32_t S::*Colour>
@@ -420,7 +413,7 @@ constexpr ConfigControl device(std::string_view key, TextRow row, bool (*is_live
   return control;
 }
 
-constexpr ConfigControl encoder_list(std::string_view key, std::string_view english,
+constexpr ConfigControl encoder_list(std::string_view key, TextRow row,
                                      std::vector<EncoderChoice> (*choices)(Dialogue),
                                      bool (*is_live)(Dialogue) = uses_lame,
                                      void (*set)(ConfigDialog&, std::int64_t) = nullptr) {
@@ -428,7 +421,7 @@ constexpr ConfigControl encoder_list(std::string_view key, std::string_view engl
           .page = encoder,
           .name = key,
           .key = key,
-          .english = english,
+          .row = row,
           .is_live = is_live,
           .set = set,
           .then = correct_encoder,
@@ -474,10 +467,10 @@ constexpr ConfigControl table[] = {
     colour_row<&S::rgb_actual>("rgb_actual", 43),
     colour_row<&S::rgb_win>("rgb_win", 62),
     frame(layout, "form_group", {cfg, 51}),
-    with_live(form("layout_1", 1, no_label, "Bright symbols 1"), may_vary_symbols),
-    form("layout_4", 4, no_label, "Bright symbols 2"),
-    {.kind = radio, .page = layout, .name = "layout_2", .key = "layout", .english = "Dark symbols 1", .value = 2, .is_live = may_vary_symbols, .get = is_dark_symbols_1},
-    form("layout_5", 5, no_label, "Dark symbols 2"),
+    with_live(form("layout_1", 1, row::bright_symbols_1), may_vary_symbols),
+    form("layout_4", 4, row::bright_symbols_2),
+    {.kind = radio, .page = layout, .name = "layout_2", .key = "layout", .row = row::dark_symbols_1, .value = 2, .is_live = may_vary_symbols, .get = is_dark_symbols_1},
+    form("layout_5", 5, row::dark_symbols_2),
     form("layout_3", 3, {cfg, 65}),
     form("layout_16", 16, {cfg, 57}),
     form("layout_17", 17, {cfg, 58}),
@@ -509,23 +502,23 @@ constexpr ConfigControl table[] = {
     {.kind = presets, .page = encoder, .name = "enc_lam_preset", .key = "enc_lam_preset", .row = {cfg, 16}, .is_live = uses_lame, .get = chosen_preset, .set = choose_preset, .choices = preset_choices},
     push(encoder, "add_preset", {cfg, 17}, {}, add_preset, may_store_preset),
     push(encoder, "delete_preset", {cfg, 18}, {}, remove_preset, may_delete_preset),
-    encoder_list("enc_lam_vbr_method", "Method", choices_of<lame_method_choices>),
-    encoder_list("enc_lam_bitrate", "Bit rate", choices_of<lame_bitrate_choices>, uses_lame, set_bitrate),
-    encoder_list("enc_lam_bitrate_max", "Maximum bit rate", choices_of<lame_bitrate_max_choices>, uses_varying_rate, set_bitrate_max),
-    encoder_list("enc_lam_vbr_quality", "VBR quality", choices_of<lame_vbr_quality_choices>, uses_vbr),
+    encoder_list("enc_lam_vbr_method", row::method, choices_of<lame_method_choices>),
+    encoder_list("enc_lam_bitrate", row::bit_rate, choices_of<lame_bitrate_choices>, uses_lame, set_bitrate),
+    encoder_list("enc_lam_bitrate_max", row::maximum_bit_rate, choices_of<lame_bitrate_max_choices>, uses_varying_rate, set_bitrate_max),
+    encoder_list("enc_lam_vbr_quality", row::vbr_quality, choices_of<lame_vbr_quality_choices>, uses_vbr),
     {.kind = number, .page = encoder, .name = "enc_lam_abr_bitrate", .key = "enc_lam_abr_bitrate", .english = "ABR (kbps):", .is_live = uses_abr, .set = set_abr_bitrate},
-    encoder_list("enc_lam_samplerate", "Sample rate", choices_of<lame_samplerate_choices>),
-    encoder_list("enc_lam_mode", "Mode", choices_of<lame_mode_choices>),
-    encoder_list("enc_lam_quality", "Quality", choices_of<lame_quality_choices>, uses_lame, set_quality),
+    encoder_list("enc_lam_samplerate", row::sample_rate, choices_of<lame_samplerate_choices>),
+    encoder_list("enc_lam_mode", row::channel_mode, choices_of<lame_mode_choices>),
+    encoder_list("enc_lam_quality", row::quality, choices_of<lame_quality_choices>, uses_lame, set_quality),
     frame(encoder, "acm_group", no_label, "ACM"),
     {.kind = radio, .page = encoder, .name = "enc_type_1", .key = "enc_type", .value = 1, .text = codec_manager_text, .is_live = has_codec},
-    {.kind = list, .page = encoder, .name = "acm_format", .key = "enc_acm_bitrate", .english = "Format", .is_live = uses_codec_manager, .get = acm_format, .set = set_acm_format, .choices = choices_of<acm_format_choices>},
+    {.kind = list, .page = encoder, .name = "acm_format", .key = "enc_acm_bitrate", .row = row::format, .is_live = uses_codec_manager, .get = acm_format, .set = set_acm_format, .choices = choices_of<acm_format_choices>},
     with_live(flag(encoder, "enc_acm_highquality", {cfg, 19}), uses_codec_manager),
 
     frame(folders, "working_dir_group", {cfg, 55}),
     {.kind = button, .page = folders, .name = "working_dir", .key = "working_dir", .text = working_dir_text, .set = choose_working_dir},
     with_live(flag(folders, "workdir_onsave", {cfg, 56}), has_working_dir),
-    push(folders, "delete_working_dir", no_label, "Delete", delete_working_dir, has_working_dir),
+    push(folders, "delete_working_dir", row::delete_folder, {}, delete_working_dir, has_working_dir),
     frame(folders, "recording_group", {cfg, 22}),
     {.kind = button, .page = folders, .name = "file_savepath", .key = "file_savepath", .text = recording_text, .is_live = is_unarmed, .set = choose_recording},
     with_live(with_then(flag(folders, "rec_adddate", {cfg, 23}), behind_add_date), is_unarmed),

@@ -91,11 +91,13 @@ std::string NormalizeDialog::progress_text() const {
 }
 
 std::string NormalizeDialog::report() const {
-  return state == State::full_scale ? "The peak fills the range already.\r\n" : "";
+  if (state != State::full_scale) return {};
+  return fmt::format("{}\r\n", ui_text(row::peak_is_full));
 }
 
 std::string NormalizeDialog::peak_text() const {
-  if (norm_peak == 0) return state == State::scanning ? "" : "silence";
+  if (norm_peak == 0)
+    return state == State::scanning ? std::string() : std::string(ui_text(row::silence));
   return fmt::format("{:2.2f} dB", decibels(norm_peak));
 }
 
@@ -105,7 +107,7 @@ bool NormalizeDialog::accept() {
   constexpr std::size_t new_parts = 4;
   cancel();
   if (norm_peak == 0 && norm_change == 0) {
-    show_refusal("There is nothing but digital silence: no level was changed.");
+    show_refusal(ui_text(row::only_silence));
     return false;
   }
   if (!require(need_room_for_parts(new_parts))) return false;

@@ -166,7 +166,8 @@ std::string PauseDialog::progress_text() const {
 }
 
 std::string PauseDialog::report() const {
-  return pause_found == 0 ? "No pause was found.\r\n" : "";
+  if (pause_found != 0) return {};
+  return fmt::format("{}\r\n", ui_text(row::no_pause));
 }
 
 std::string PauseDialog::level_text() {

@@ -60,7 +60,7 @@ void take_buffer(WaveHeader& header) {
 void lose_device() {
   stop_recording();
   recorder.has_failed = true;
-  show_error("The input device is gone. What was recorded until then is kept.");
+  show_error(std::string(ui_text(row::input_is_gone)));
 }
 
 bool arm(bool by_level) {
@@ -129,20 +129,15 @@ void keep_cues_of_finished_files() {
   for (const FinishedRecording& finished : std::exchange(recorder.finished_files, {}))
     if (!finished.cues.empty() && keep_cues_of(finished)) ++count;
   if (count == 0) return;
-  host().show_message_box(
-      {.caption = std::string(ui_text(row::please_note)),
-       .text = fmt::format("The cues of {} earlier {} of this recording are in projects (.cvp) "
-                           "beside them.",
-                           count, count == 1 ? "file" : "files"),
-       .icon = BoxIcon::information});
+  host().show_message_box({.caption = std::string(ui_text(row::please_note)),
+                           .text = format_row(ui_text(row::cues_are_beside), count),
+                           .icon = BoxIcon::information});
 }
 
 void tell_end(const RecordingEnd& end) {
   if (end.error) recorder.has_failed = true;
   if (end.error) show_write_failure(end.error);
-  if (end.lost_seconds > 0)
-    show_error(fmt::format("{:.2f} seconds of sound were lost, as the system was too busy.",
-                           end.lost_seconds));
+  if (end.lost_seconds > 0) show_error(format_row(ui_text(row::seconds_lost), end.lost_seconds));
 }
 
 }  // namespace
@@ -167,10 +162,10 @@ bool start_recording_unattended(const std::string& path) {
   recorder.rec_file_name = settings.rec_appenddata != 0 ? wanted : free_recording_name(wanted);
   if (!begin_file()) return false;
   if (recorder.rec_file_name != wanted)
-    host().show_message_box({.caption = std::string(ui_text(row::please_note)),
-                             .text = fmt::format("{} exists.\nThe recording goes into {}", wanted,
-                                                 recorder.rec_file_name),
-                             .icon = BoxIcon::information});
+    host().show_message_box(
+        {.caption = std::string(ui_text(row::please_note)),
+         .text = format_row(ui_text(row::recording_goes_into), wanted, recorder.rec_file_name),
+         .icon = BoxIcon::information});
   return true;
 }
 

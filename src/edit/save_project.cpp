@@ -57,7 +57,7 @@ bool write_project_file(const std::string& name) {
 bool write_by_extension(const std::string& name, std::string& reason) {
   if (file_kind(name) == FileKind::cue_sheet) return write_sheet(name, reason);
   if (file_kind(name) == FileKind::project) return write_project_file(name);
-  reason = fmt::format("{}\nThe name must end in .cvp or .cue.", name);
+  reason = format_row(ui_text(row::name_must_end), name);
   return false;
 }
 

@@ -27,8 +27,13 @@ struct Section {
   std::uint32_t rows;
 };
 
-constexpr Section sections[] = {{men, "men", 80}, {win, "win", 40}, {ttp, "ttp", 40},
-                                {msg, "msg", 60}, {cfg, "cfg", 90}, {dlg, "dlg", 100}};
+constexpr Section sections[] = {{men, "men", 80},
+                                {win, "win", 40},
+                                {ttp, "ttp", 40},
+                                {msg, "msg", 60},
+                                {cfg, "cfg", 90},
+                                {dlg, "dlg", 100},
+                                {ext, "ext", ui_text_rows - 413}};
 
 // A row in the form of the file.
 std::string in_file_form(std::string_view text) {

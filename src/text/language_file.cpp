@@ -39,8 +39,13 @@ std::string language_file_in(const std::string& folder) {
 }
 
 std::optional<TextSection> section_called(std::string_view name) {
-  constexpr std::array<std::pair<std::string_view, TextSection>, 6> sections = {
-      {{"men", men}, {"win", win}, {"ttp", ttp}, {"msg", msg}, {"cfg", cfg}, {"dlg", dlg}}};
+  constexpr std::array<std::pair<std::string_view, TextSection>, 7> sections = {{{"men", men},
+                                                                                 {"win", win},
+                                                                                 {"ttp", ttp},
+                                                                                 {"msg", msg},
+                                                                                 {"cfg", cfg},
+                                                                                 {"dlg", dlg},
+                                                                                 {"ext", ext}}};
   const auto* const found =
       std::ranges::find(sections, name, &decltype(sections)::value_type::first);
   if (found == sections.end()) return {};

@@ -106,6 +106,11 @@ std::string language_of_locale(std::string_view locale) {
   return known == std::end(locale_names) ? std::string() : std::string(known->name);
 }
 
+std::string locale_of_language(std::string_view name) {
+  const auto* const known = std::ranges::find(locale_names, name, &LocaleName::name);
+  return known == std::end(locale_names) ? std::string() : std::string(known->locale);
+}
+
 std::string language_by_user_default() {
   for (const char* const variable : {"LC_ALL", "LC_MESSAGES", "LANG"}) {
     const char* const value = std::getenv(variable);

@@ -30,7 +30,11 @@ std::string language_of_entry(std::string_view entry);
 /// that there is no name for.
 std::string language_of_locale(std::string_view locale);
 
-/// The same for the user's locale.
+/// The other way round: the locale of a language, by its name; empty for English and for one that
+/// is not known.
+std::string locale_of_language(std::string_view name);
+
+/// The language of the user's locale.
 std::string language_by_user_default();
 
 }  // namespace corvelin

@@ -15,8 +15,11 @@ namespace corvelin {
 
 namespace {
 
+// `ui_text_rows` for what is no row.
 constexpr std::size_t row_index(TextSection section, std::uint32_t number) {
-  return static_cast<std::size_t>(section) + number;
+  const std::size_t end = section == ext ? ui_text_rows : static_cast<std::size_t>(ext);
+  const std::size_t row = static_cast<std::size_t>(section) + number;
+  return row < end ? row : ui_text_rows;
 }
 
 struct EnglishRow {

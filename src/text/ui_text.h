@@ -25,6 +25,7 @@ enum class TextSection : std::uint16_t {
   msg = 160,  // captions and messages
   cfg = 220,  // the configuration dialog
   dlg = 310,  // all other dialogs
+  ext = 413,  // what windows and their readers need beside
 };
 using enum TextSection;
 
@@ -34,7 +35,7 @@ struct TextRow {
   std::uint32_t number;
 };
 
-constexpr std::size_t ui_text_rows = 413;
+constexpr std::size_t ui_text_rows = 413 + 70;
 
 /// Rows of `dlg` that hold what a language file tells of itself; never set without one.
 constexpr std::uint32_t translation_language = 100;
@@ -59,7 +60,7 @@ std::string_view english_text(TextSection section, std::uint32_t number);
 bool is_translated(TextSection section, std::uint32_t number);
 
 /// Lays a translation over a row. A number that runs over the end of its section means a row of the
-/// next; false, and nothing done, behind the last row of all.
+/// next, but for `ext`; false, and nothing done, for what is no row.
 bool set_ui_text(TextSection section, std::uint32_t number, std::string text);
 
 /// Drops all translations: what is left is the English table.
