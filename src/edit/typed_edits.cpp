@@ -74,9 +74,13 @@ CutResult cut_ranges(std::span<const Range> ranges, const Command& change) {
 
 bool set_cue_at(EditPosition pos, const std::optional<std::u16string>& title,
                 const std::optional<std::u16string>& artist) {
-  if (!is_border(pos) && document.parts.size() >= most_parts) return false;
+  const bool is_new = !is_border(pos);
+  if (is_new && document.parts.size() >= most_parts) return false;
   carry_out(cue_change, [&] {
-    Part& part = document.parts[split_at(pos)];
+    const PartIndex index = split_at(pos);
+    Part& part = document.parts[index];
+    // The level in front goes on, as behind a cue that Cut/Cue sets.
+    if (is_new) part.part_gainbeg = document.parts[index - 1u].part_gainbeg;
     part.part_iscue = 1;
     if (title) part.part_title = *title;
     if (artist) part.part_artist = *artist;
