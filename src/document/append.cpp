@@ -90,6 +90,7 @@ AppendResult append_source(std::uint16_t index, StreamKind& other) {
   if (begin >= end) return AppendResult::no_sync;  // nothing but a header and half a frame
   file.first_audio = begin;
   file.audio_end = end;
+  file.index = {};  // of a file that was here before it may be made for narrower bounds
 
   const EditPosition place = document.total_size;
   if (make_border(place) == no_part) return AppendResult::table_full;
