@@ -42,12 +42,13 @@ screenshots:
 	scripts/screenshots build/release/src/desktop/corvelin build/screenshots
 
 bench:
-	scripts/install-packages build bench
+	scripts/install-packages build desktop bench
 	$(call configure,OFF)
-	$(build) --target corvelin_bench corvelin_measuring_bench corvelin_view_bench
+	$(build) --target corvelin_bench corvelin_measuring_bench corvelin_view_bench corvelin_desktop_bench
 	build/release/bench/corvelin_bench
 	build/release/bench/corvelin_measuring_bench
 	build/release/bench/corvelin_view_bench
+	build/release/bench/corvelin_desktop_bench
 
 prefix = /usr/local
 

@@ -8,15 +8,12 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
-#include <chrono>
 
 #include "desktop/qt_text.h"
 #include "document/open_state.h"
 #include "settings/settings.h"
 
 namespace corvelin {
-
-constexpr std::chrono::milliseconds retry_pause(10);  // between the tries of a cancel
 
 RunWindow::RunWindow(LongRun& run, QWidget* parent)
     : DialogWindow(QStringLiteral("run_window"), label(msg, 2), parent),
@@ -87,7 +84,7 @@ void RunWindow::reject() {
 }
 
 void RunWindow::cancel() {
-  if (!run_.try_cancel()) return timer_.start(retry_pause);
+  if (!run_.try_cancel()) return timer_.start(slice_patience);
   timer_.stop();
   is_over_ = true;
   QDialog::reject();

@@ -35,8 +35,7 @@ class ExtractRun : public LongRun {
   }
 
   bool step() override {
-    constexpr int patience = 50;  // milliseconds
-    return !is_cancelled_ && child_.wait(patience);
+    return !is_cancelled_ && child_.wait(static_cast<int>(slice_patience.count()));
   }
 
   void cancel() override {

@@ -4,10 +4,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <chrono>
 
 #include "document/tag_bounds.h"
 #include "model/stream_info.h"
+#include "platform/long_run.h"
 #include "stream/frame_header.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
@@ -35,9 +35,7 @@ void RangeWriter::begin(EditRange range, TagsToWrite tags) {
 }
 
 std::error_code RangeWriter::step() {
-  constexpr std::chrono::milliseconds patience(
-      10);  // nobody notices it, and it spares the processor
-  if (phase_ == Phase::over || !writer_.has_room(patience)) return {};
+  if (phase_ == Phase::over || !writer_.has_room(slice_patience)) return {};
   switch (state_) {
     case State::goes_on:
       if (const std::error_code error = writer_.error()) return error;
@@ -47,7 +45,7 @@ std::error_code RangeWriter::step() {
       state_ = State::is_handed_over;
       [[fallthrough]];
     case State::is_handed_over:
-      if (!writer_.is_idle(patience)) return {};
+      if (!writer_.is_idle(slice_patience)) return {};
       if (const std::error_code error = writer_.error()) return error;
       phase_ = static_cast<Phase>(static_cast<int>(phase_) + 1);
       state_ = State::goes_on;

@@ -3,7 +3,6 @@
 
 #include <fmt/format.h>
 
-#include <chrono>
 #include <utility>
 
 #include "exchange/id3v1.h"
@@ -118,8 +117,7 @@ void SaveRun::complete() {
 }
 
 void SaveRun::look_at_completion() {
-  constexpr std::chrono::milliseconds patience(10);  // a window that waits so long is alive
-  if (thread_.is_done(completion_, patience)) finish();
+  if (thread_.is_done(completion_, slice_patience)) finish();
 }
 
 void SaveRun::finish() {

@@ -2,9 +2,14 @@
 // does the work; the host steps it, from a timer or in a plain loop, and shows how far it is.
 #pragma once
 
+#include <chrono>
 #include <string>
 
 namespace corvelin {
+
+/// How long a slice waits at most for a disk or another program, so that it neither holds up a
+/// window nor keeps a processor busy.
+constexpr std::chrono::milliseconds slice_patience(5);
 
 class LongRun {
  public:
