@@ -35,9 +35,12 @@ void show_recorder() {
   host().show_transport();
 }
 
-void show_write_failure(std::error_code error) {
-  show_error(fmt::format("{}\n{}\n{}", ui_text(row::could_not_write), recorder.rec_file_name,
-                         error.message()));
+// The icon tells a file that could not be begun from one that breaks off.
+void show_write_failure(std::error_code error, BoxIcon icon) {
+  host().show_message_box({.caption = std::string(ui_text(row::error)),
+                           .text = fmt::format("{}\n{}\n{}", ui_text(row::could_not_write),
+                                               recorder.rec_file_name, error.message()),
+                           .icon = icon});
 }
 
 // Device events. A handler that ends the recording is the last that touches it.
@@ -91,7 +94,7 @@ bool begin_file(std::error_code error = {}) {
   show_recorder();
   host().refresh_view(error ? Refresh::no_document : Refresh::recording_state);
   if (error) {
-    show_write_failure(error);
+    show_write_failure(error, BoxIcon::warning);
   } else {
     open_state.audio_name = recorder.rec_file_name;
   }
@@ -136,7 +139,7 @@ void keep_cues_of_finished_files() {
 
 void tell_end(const RecordingEnd& end) {
   if (end.error) recorder.has_failed = true;
-  if (end.error) show_write_failure(end.error);
+  if (end.error) show_write_failure(end.error, BoxIcon::error);
   if (end.lost_seconds > 0) show_error(format_row(ui_text(row::seconds_lost), end.lost_seconds));
 }
 

@@ -34,6 +34,8 @@ std::string remaining_time_or_backlog() {
   return fmt::format("{} %", recorder.rec_backlog * 100 / recording_buffers);
 }
 
+std::string_view label_of_remaining() { return ui_text(win, settings.rec_time != 0 ? 24 : 27); }
+
 std::string special_kind() {
   if (recorder.rec_speed > 0) return menu_text_plain(ui_text(row::high_speed_recording));
   if (recorder.rec_level_on) return menu_text_plain(ui_text(row::level_activated_recording));
@@ -78,10 +80,17 @@ void draw_record_panel(const ViewLayout& layout, Canvas& canvas) {
     if (!text.empty()) canvas.text(centre, y, text, {.height = text_height, .colour = colour});
   };
   label(label_height + middle - height, ui_text(row::recording_time));
-  label(middle + below_middle, ui_text(win, settings.rec_time != 0 ? 24 : 27));
+  label(middle + below_middle, label_of_remaining());
   value(height * 7 / 10 + middle, special_kind(), label_height, settings.rgb_selection);
   value(middle + below_middle, remaining_time_or_backlog(), label_height, settings.rgb_cursor);
   value(middle - height + below_middle, recorded_time(), height, settings.rgb_cursor);
+}
+
+std::string recording_in_words() {
+  std::string words = fmt::format("{}: {}; {}: {}", ui_text(row::recording_time), recorded_time(),
+                                  label_of_remaining(), remaining_time_or_backlog());
+  const std::string special = special_kind();
+  return special.empty() ? words : words + "; " + special;
 }
 
 std::string encoder_text() {

@@ -11,6 +11,9 @@ namespace corvelin {
 
 void draw_record_panel(const ViewLayout& layout, Canvas& canvas);
 
+/// What the panel says, for who doesn't see it.
+std::string recording_in_words();
+
 /// The encoder and its settings.
 std::string encoder_text();
 

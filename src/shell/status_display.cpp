@@ -185,6 +185,7 @@ Refresh refresh_status(StatusDisplay& status, Refresh level) {
 }
 
 std::string view_in_words() {
+  if (playback.is_recording_armed) return recording_in_words();
   if (document.parts.empty()) return {};
   std::string words(trimmed(position_text(to_time_scale(play_position()))));
   words.append("; ").append(trimmed(part_text()));

@@ -59,6 +59,8 @@ TEST_F(RecordPanelTest, PanelTellsTimesAndWhatIsSpecial) {
   recorder.rec_speed = 1.35F;
   EXPECT_EQ(drawn().written("cursor"), "100,210'0'55.0'40 100,90'(0'05.0)'120");
   EXPECT_EQ(drawn().written("selection"), "100,264'\"High speed\" recording'40");
+  EXPECT_EQ(view_in_words(),
+            "Recording time: (0'05.0); Remaining time: 0'55.0; \"High speed\" recording");
 }
 
 TEST_F(RecordPanelTest, MeterShowsClippingAndTheThreshold) {
