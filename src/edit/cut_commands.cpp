@@ -77,12 +77,13 @@ Outcome edit_restore() {
   // At the end of the stream the tail is meant, whatever part was clicked.
   const bool is_tail = selection.cursor == document.total_size;
   const auto last = static_cast<PartIndex>(part_count() - 1);
-  const PartIndex part = is_tail ? last : document.current_part;
-  if (is_whole_at(part, selection.cursor)) return Result::nothing;  // names and selection stay
-  const PartIndex joined = restore_border(part, selection.cursor);
+  const std::uint32_t size = document.total_size;
+  const std::size_t parts = document.parts.size();
+  const PartIndex joined = restore_border(is_tail ? last : document.current_part, selection.cursor);
   if (joined == no_part) return refuse_as_impossible();
   document.current_part = joined;
-  return Result::done;
+  const bool is_same = document.total_size == size && document.parts.size() == parts;
+  return is_same ? Result::nothing : Result::done;
 }
 
 Outcome crop() {

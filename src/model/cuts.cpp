@@ -157,15 +157,6 @@ bool can_delete_range(EditPosition beg, EditPosition end) {
   return document.parts.size() + borders <= most_parts;
 }
 
-bool is_whole_at(PartIndex index, EditPosition pos) {
-  const Part& part = document.parts[index];
-  if (pos == document.total_size) return file_end_of(part) == file_of(part).audio_end;
-  if (index == 0) return !has_gap(0);
-  const Part& before = document.parts[index - 1u];
-  return part.part_file != before.part_file && part.part_filepos == file_of(part).first_audio &&
-         file_end_of(before) == file_of(before).audio_end;
-}
-
 bool has_gap(PartIndex index) {
   const Part& part = document.parts[index];
   if (index == 0) return part.part_filepos > file_of(part).first_audio;

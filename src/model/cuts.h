@@ -39,9 +39,6 @@ bool can_delete_range(EditPosition beg, EditPosition end);
 /// have it.
 PartIndex restore_border(PartIndex index, EditPosition pos);
 
-/// Whether `restore_border` would bring back no bytes there and take no border away.
-bool is_whole_at(PartIndex index, EditPosition pos);
-
 /// Whether source bytes are missing at the part's start: between it and the part before it, or, of
 /// part 0, in front of it in its file. Where two files meet there is always something missing.
 bool has_gap(PartIndex index);

@@ -50,8 +50,6 @@ constexpr Row rows[] = {
     {"Head", "edit_restore", "4-20*:A", "0-20* =0-4 !^"},
     {"Tail", "edit_restore", "0-5 8-15:A @12 #1", "0-5 8-20:A =12-17 @12 #1 !^"},
     {"TailFromAfar", "edit_restore", "0-5 8-15:A @12", "0-5 8-20:A =12-17 @12 #1 !^"},
-    {"NothingInFront", "edit_restore", "0-20*:A =3-5 @7", "0-20*:A =3-5 @7 ^"},
-    {"NothingBehind", "edit_restore", "0-5 8-20:A @17", "0-5 8-20:A @17 ^"},
     {"Reversed", "edit_restore", "5-10 0-5 @5 #1", "5-10 0-5 @5 #1 ^ {Not possible}"},
     {"CursorInside", "crop", "0-20:A =5-8 @6", "5-8 @1 !^"},
     {"CursorBehind", "crop", "0-20:A =5-8 @10", "5-8 @3 !^"},
@@ -180,7 +178,6 @@ TEST_F(EditCommands, EditGoesByTheFilesOfBothSides) {
   add_part(15 * length, *file, 4 * length, 16 * length);
   run("@15 edit_restore");
   EXPECT_EQ(parts(), "0-20:a.mp3 0-20:b.mp3");
-  EXPECT_EQ(dispatch_command(153), DispatchResult::nothing);
 }
 
 // Lengths 417, 1044, 417, 1044, ...: the stream behind a trimmed border has its frames elsewhere.
