@@ -66,7 +66,7 @@ constexpr Row rows[] = {
     {"every 0.1s", "0-20", "0-4 4-8* 8-12* 12-16* 16-20* !^"},
     {"every 1s", "0-20", "0-20 ^", "no multiple"},
     {"clear_selection", "0-20", "0-20 ^", "nothing is selected"},
-    {"edit_restore", "0-20", "0-20 ^", "found nothing to do"},
+    {"edit_restore", "0-20", "0-20 =0-0 !^", "found nothing to do"},
     {"trim_left_out", "0-20", "0-20", "found nothing to do"},
     {"trim_left_out", "0-5 5-20* #1", "0-5 5-20* #1", "found nothing to do"},
     {"move_cue_left", "0-5 8-20* #1", "0-5 8-20* #1", "found nothing to do"},
