@@ -13,16 +13,15 @@ namespace corvelin {
 
 namespace {
 
+// X11 hands on the keypad's signs without telling that they are the keypad's, so those of the other
+// keys do the same: a keyboard may have no keypad.
 QKeySequence key_sequence(std::string_view key) {
   constexpr struct {
     std::string_view key;
     QKeyCombination keys;
   } other_names[] = {
-      {"Page Up", Qt::Key_PageUp},
-      {"Page Down", Qt::Key_PageDown},
-      {"Num +", QKeyCombination(Qt::KeypadModifier, Qt::Key_Plus)},
-      {"Num -", QKeyCombination(Qt::KeypadModifier, Qt::Key_Minus)},
-      {"Num *", QKeyCombination(Qt::KeypadModifier, Qt::Key_Asterisk)},
+      {"Page Up", Qt::Key_PageUp}, {"Page Down", Qt::Key_PageDown}, {"Num +", Qt::Key_Plus},
+      {"Num -", Qt::Key_Minus},    {"Num *", Qt::Key_Asterisk},
   };
   for (const auto& row : other_names)
     if (row.key == key) return QKeySequence(row.keys);
