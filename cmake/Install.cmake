@@ -57,10 +57,10 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION sound)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libmpg123-0, libfaad2, libmp3lame0, libsdl2-2.0-0, qt6-translations-l10n, xdg-utils")
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libmpg123-0, libfaad2, libmp3lame0, libsdl2-2.0-0, qt6-qpa-plugins, qt6-translations-l10n, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "ffmpeg, qt6-wayland")
 set(notes ${PROJECT_BINARY_DIR}/changelog.gz)
-file(ARCHIVE_CREATE OUTPUT ${notes} PATHS ${data}/debian/changelog FORMAT raw COMPRESSION GZip
-     COMPRESSION_LEVEL 9)
+execute_process(COMMAND ${GZIP} -9nc ${data}/debian/changelog OUTPUT_FILE ${notes}
+                COMMAND_ERROR_IS_FATAL ANY)
 install(FILES ${data}/debian/copyright ${notes} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/corvelin)
 include(CPack)

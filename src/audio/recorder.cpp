@@ -17,6 +17,7 @@
 #include "model/document.h"
 #include "platform/host.h"
 #include "platform/path.h"
+#include "platform/system.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
@@ -331,6 +332,8 @@ std::string free_recording_name(const std::string& name) {
 
 std::error_code record_start_writing() {
   const std::string& name = recorder.rec_file_name;
+  const std::string documents = documents_folder();  // which a new user has not got yet
+  if (folder_of(name) == documents + "/") create_folders(documents);
   const bool goes_on = settings.rec_appenddata != 0 && file_facts(name).found;
   if (const std::error_code error =
           goes_on ? recorder.rec_file.open_existing(name) : recorder.rec_file.create_new(name))

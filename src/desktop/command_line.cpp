@@ -37,8 +37,9 @@ constexpr std::string_view about_file =
     "Opens FILE: MP3, MP2, AAC, MP4, a project (.cvp), a cue sheet (.cue) or a playlist (.m3u, "
     ".m3u8).";
 constexpr std::string_view about_switches =
-    "Switches, each also in the form --save. Those that save ask nothing, and the program ends "
-    "behind them:";
+    "Switches, each also in the form --save. The program ends behind those that save; they ask "
+    "only "
+    "where a file is in the way:";
 
 constexpr std::string_view words_of_call = "[--settings PATH] [FILE] [SWITCHES]";
 

@@ -116,6 +116,18 @@ TEST_F(RecordCommands, KeepsAnEarlierRecordingOfThatNameUnlessItIsGivenUp) {
   EXPECT_NEAR(seconds_of("take.mp3"), 1.05, 0.06);
 }
 
+TEST_F(RecordCommands, MakesTheFolderOfDocumentsThatANewUserHasNot) {
+  ::setenv("HOME", folder.path("home").c_str(), 1);
+  ::setenv("XDG_CONFIG_HOME", folder.path("config").c_str(), 1);
+  settings.file_savepath.clear();
+  complete_settings();
+  ASSERT_TRUE(initialize_recording());
+  ASSERT_TRUE(start_recording());
+  hear(1);
+  stop_recording();
+  EXPECT_EQ(open_state.audio_name, folder.path("home/Documents/Recording.mp3"));
+}
+
 TEST_F(RecordCommands, EndsAtTheLimitOrGoesOnInANewFile) {
   settings.rec_time = 1;
   ASSERT_TRUE(initialize_recording());
