@@ -10,6 +10,7 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -20,16 +21,19 @@
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QSpinBox>
+#include <QStyle>
 #include <QTimer>
 #include <QTreeWidget>
 #include <QUrl>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <vector>
 
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
 #include "platform/file.h"
+#include "platform/path.h"
 #include "text/text_rows.h"
 
 namespace corvelin {
@@ -40,12 +44,13 @@ QString as_shown(const std::string& path) { return QFile::decodeName(path.c_str(
 
 std::string as_path(const QString& text) { return QFile::encodeName(text).toStdString(); }
 
-// The files in their order. Dragged ones go in front of the one under the pointer; a folder dropped
-// from another program becomes the one of the list.
+// The files in their order. Dragged ones go in front of the one under the pointer, and Alt with an
+// arrow key moves them by a row. A folder dropped from another program becomes the one of the list,
+// and so does that of dropped files, which are then the selected ones.
 class FileList : public QTreeWidget {
  public:
   std::function<void(int row)> move_selected;
-  std::function<void(const QString& path)> take_dropped;
+  std::function<void(const QList<QUrl>& urls)> take_dropped;
 
   FileList() {
     setObjectName(QStringLiteral("items"));
@@ -85,8 +90,18 @@ class FileList : public QTreeWidget {
       move_selected(under.isValid() ? under.row() : topLevelItemCount());
     } else if (event->mimeData()->hasUrls()) {
       event->acceptProposedAction();
-      take_dropped(event->mimeData()->urls().front().toLocalFile());
+      take_dropped(event->mimeData()->urls());
     }
+  }
+
+  void keyPressEvent(QKeyEvent* event) override {
+    const QModelIndexList rows = selectionModel()->selectedRows();
+    const bool is_up = event->key() == Qt::Key_Up;
+    const bool moves = event->modifiers() == Qt::AltModifier && !rows.empty() &&
+                       (is_up || event->key() == Qt::Key_Down);
+    if (!moves) return QTreeWidget::keyPressEvent(event);
+    const auto [first, last] = std::ranges::minmax_element(rows, {}, &QModelIndex::row);
+    move_selected(is_up ? std::max(0, first->row() - 1) : last->row() + 2);
   }
 };
 
@@ -116,9 +131,9 @@ class BatchWindow : public DialogWindow {
     resize(980, 720);
     show_list();
     show_options();
-    show_destination();
     show_state();
-    dialog_.between_slices = [] {
+    dialog_.between_slices = [this] {
+      show_results();
       QApplication::processEvents();
       return true;
     };
@@ -137,6 +152,11 @@ class BatchWindow : public DialogWindow {
   void closeEvent(QCloseEvent* event) override {
     event->ignore();
     reject();
+  }
+
+  void resizeEvent(QResizeEvent* event) override {
+    DialogWindow::resizeEvent(event);
+    show_destination();
   }
 
  private:
@@ -185,11 +205,20 @@ class BatchWindow : public DialogWindow {
       job_.move_selected(static_cast<std::size_t>(row));
       show_list();
     };
-    list_->take_dropped = [this](const QString& path) {
-      const std::string dropped = as_path(path);
-      take_folder(file_facts(dropped).is_folder ? dropped : dropped.substr(0, dropped.rfind('/')));
-    };
+    list_->take_dropped = [this](const QList<QUrl>& urls) { take_dropped(urls); };
     return group;
+  }
+
+  void take_dropped(const QList<QUrl>& urls) {
+    const std::string first = as_path(urls.front().toLocalFile());
+    if (file_facts(first).is_folder) return take_folder(first);
+    take_folder(std::string(folder_of(first)));
+    const auto is_dropped = [&](const BatchItem& item) {
+      return urls.contains(QUrl::fromLocalFile(as_shown(job_.source_folder + item.name)));
+    };
+    if (std::ranges::none_of(job_.items, is_dropped)) return;
+    for (BatchItem& item : job_.items) item.is_selected = is_dropped(item);
+    show_list();
   }
 
   // A path that is only half typed is no folder yet.
@@ -231,16 +260,15 @@ class BatchWindow : public DialogWindow {
     int row = 0;
     const auto add = [&](BatchOption option, const QString& text, QWidget* first = nullptr,
                          QWidget* second = nullptr) {
-      grid->addWidget(option_box(option, text), row, 0);
-      if (first != nullptr) grid->addWidget(first, row, 1, 1, second == nullptr ? 2 : 1);
+      grid->addWidget(option_box(option, text), row, 0, 1, first == nullptr ? -1 : 1);
+      if (first != nullptr) grid->addWidget(first, row, 1, 1, second == nullptr ? -1 : 1);
       if (second != nullptr) grid->addWidget(second, row, 2);
       ++row;
     };
     add(BatchOption::only_save, label(dlg, 77));
     add(BatchOption::normalize, plain(row::normalize));
     add(BatchOption::level, label(dlg, 53), level_, level_text_);
-    auto* const seconds = new QLabel(label(dlg, 79));
-    grid->addWidget(seconds, row++, 0, 1, 3);
+    grid->addWidget(new QLabel(label(dlg, 79)), row++, 0, 1, -1);
     add(BatchOption::cut, plain(row::cut), cut_begin_, cut_end_);
     add(BatchOption::simple_fade, plain(row::simple_fade), fade_begin_, fade_end_);
     add(BatchOption::limit_length, label(dlg, 90), limit_);
@@ -303,9 +331,9 @@ class BatchWindow : public DialogWindow {
     auto* const source = new QPushButton(label(dlg, 73));
     source->setObjectName(QStringLiteral("destination_is_source"));
     source->setAccessibleName(label(dlg, 75) + QStringLiteral(": ") + label(dlg, 73));
-    grid->addWidget(to_folder_, 0, 0);
-    grid->addWidget(source, 0, 1);
-    grid->addWidget(overwrite_, 1, 0, 1, 2);
+    grid->addWidget(to_folder_, 0, 0, 1, 2);
+    grid->addWidget(overwrite_, 1, 0);
+    grid->addWidget(source, 1, 1, Qt::AlignTrailing);
     connect(to_folder_, &QRadioButton::clicked, this, [this] {
       const bool was_running = dialog_.is_running();
       dialog_.choose(BatchOption::overwrite_originals, false);
@@ -361,6 +389,8 @@ class BatchWindow : public DialogWindow {
     if (is_stepping_ || !dialog_.accept()) return;
     is_stepping_ = true;
     show_state();
+    results_->clear();
+    results_->addItem(QString());
     bool goes_on = true;
     while (goes_on) {
       goes_on = dialog_.run->step();
@@ -427,8 +457,14 @@ class BatchWindow : public DialogWindow {
     overwrite_->setChecked(overwrites);
     const QString text = job_.dest_folder.empty() ? as_qstring(ui_text(row::select_folder))
                                                   : as_shown(job_.dest_folder);
-    to_folder_->setText(QString(text).replace(u'&', QStringLiteral("&&")));
+    to_folder_->setAccessibleName(text);
     to_folder_->setToolTip(text);
+    // A long path is seen by its two ends.
+    const int mark = style()->pixelMetric(QStyle::PM_ExclusiveIndicatorWidth) +
+                     style()->pixelMetric(QStyle::PM_RadioButtonLabelSpacing);
+    const QString shown =
+        fontMetrics().elidedText(text, Qt::ElideMiddle, to_folder_->width() - mark);
+    to_folder_->setText(QString(shown).replace(u'&', QStringLiteral("&&")));
   }
 
   void show_state() {
@@ -439,18 +475,17 @@ class BatchWindow : public DialogWindow {
       widget->setEnabled(!is_running);
     if (auto* const choose = findChild<QPushButton*>(QStringLiteral("choose_source")))
       choose->setEnabled(!is_running);
-    if (!isVisible()) return;
-    (is_running ? stop_ : start_)->setFocus();
+    // Not to "Start" when it ends: a key that was meant for "Stop" would begin the run once more.
+    if (isVisible()) (is_running ? static_cast<QWidget*>(stop_) : results_)->setFocus();
   }
 
   // Only the first line changes; the others are added to.
   void show_results() {
-    const std::vector<std::string> lines = dialog_.run->results_list();
-    while (results_->count() > static_cast<int>(lines.size())) delete results_->takeItem(0);
-    for (int i = results_->count(); i < static_cast<int>(lines.size()); ++i)
-      results_->addItem(as_shown(lines[static_cast<std::size_t>(i)]));
-    results_->item(0)->setText(as_shown(lines.front()));
-    if (lines.size() > 1) results_->scrollToBottom();
+    results_->item(0)->setText(as_qstring(dialog_.run->progress_text()));
+    const std::vector<std::string>& problems = dialog_.run->problems();
+    const auto shown = static_cast<std::size_t>(results_->count()) - 1;
+    for (std::size_t i = shown; i < problems.size(); ++i) results_->addItem(as_shown(problems[i]));
+    if (shown < problems.size()) results_->scrollToBottom();
   }
 
   BatchDialog& dialog_;

@@ -64,16 +64,21 @@ std::int64_t number_at(std::string_view text, std::size_t at) {
 
 int sign_of(std::int64_t value) { return value < 0 ? -1 : value > 0 ? 1 : 0; }
 
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+
 // track2 comes before track10: where two names begin to differ with a digit each, the numbers
-// count.
+// count. Upper and lower case make a difference only where nothing else does.
 int compare_names(std::string_view a, std::string_view b) {
-  const auto [at_a, at_b] = std::ranges::mismatch(a, b);
-  if (at_a != a.end() && at_b != b.end() && is_digit(*at_a) && is_digit(*at_b)) {
+  const auto [at_a, at_b] = std::ranges::mismatch(a, b, {}, lower, lower);
+  if (at_a == a.end() && at_b == b.end()) return sign_of(a.compare(b));
+  if (at_a == a.end() || at_b == b.end()) return at_a == a.end() ? -1 : 1;
+  if (is_digit(*at_a) && is_digit(*at_b)) {
     const auto at = static_cast<std::size_t>(at_a - a.begin());
     const std::int64_t difference = number_at(a, at) - number_at(b, at);
     if (difference != 0) return sign_of(difference);
   }
-  return sign_of(a.compare(b));
+  return static_cast<unsigned char>(lower(*at_a)) < static_cast<unsigned char>(lower(*at_b)) ? -1
+                                                                                             : 1;
 }
 
 bool is_audio(const std::string& name) {

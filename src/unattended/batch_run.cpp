@@ -230,12 +230,12 @@ bool can_run_side_by_side(const BatchJob& job) {
   return !splits(job) || settings.split_pattern.find(u"%F") != std::u16string::npos;
 }
 
-BatchRun::BatchRun(const BatchJob& job, std::function<bool()> between_slices)
-    : job_(job), between_slices_(std::move(between_slices)) {
-  for (const BatchItem& item : job.items)
+BatchRun::BatchRun(BatchJob job, std::function<bool()> between_slices)
+    : job_(std::move(job)), between_slices_(std::move(between_slices)) {
+  for (const BatchItem& item : job_.items)
     if (item.is_selected) items_.push_back(&item);
   batch_active = true;
-  batch_bottom = job.usable_bottom();
+  batch_bottom = job_.usable_bottom();
 }
 
 BatchRun::~BatchRun() {
@@ -432,12 +432,6 @@ std::string BatchRun::progress_text() const {
       fmt::format("{} {} / {}", ui_text(row::processing_file), number_, items_.size());
   if (is_over_) text += fmt::format("  ({}: {})", ui_text(row::written), written_);
   return text;
-}
-
-std::vector<std::string> BatchRun::results_list() const {
-  std::vector<std::string> list = {progress_text()};
-  list.insert(list.end(), lines_.begin(), lines_.end());
-  return list;
 }
 
 }  // namespace corvelin

@@ -33,12 +33,12 @@ struct BatchResult {
 /// on at a time: none is joined, and no two splits can want the same name.
 bool can_run_side_by_side(const BatchJob& job);
 
-/// One file a step. `job` outlives the run.
+/// One file a step. What becomes of `job` meanwhile changes nothing in the run.
 class BatchRun : public LongRun {
  public:
   /// `between_slices` is called again and again while a file is worked on; it returns whether the
   /// work shall go on.
-  explicit BatchRun(const BatchJob& job, std::function<bool()> between_slices = nullptr);
+  explicit BatchRun(BatchJob job, std::function<bool()> between_slices = nullptr);
   ~BatchRun() override;
   BatchRun(const BatchRun&) = delete;
   BatchRun& operator=(const BatchRun&) = delete;
@@ -52,8 +52,8 @@ class BatchRun : public LongRun {
   [[nodiscard]] std::string progress_text() const override;  // "Processing file: 3 / 12"
   [[nodiscard]] std::string report() const override { return {}; }
 
-  /// The results list: the progress, then a line for each problem.
-  [[nodiscard]] std::vector<std::string> results_list() const;
+  /// A line for each problem: the results list below the progress.
+  [[nodiscard]] const std::vector<std::string>& problems() const { return lines_; }
   /// One for each file so far, and behind those of a join one for what they were joined to.
   [[nodiscard]] const std::vector<BatchResult>& results() const { return results_; }
 
@@ -75,7 +75,7 @@ class BatchRun : public LongRun {
   [[nodiscard]] std::string target_name(const std::string& name) const;
   void note(const BatchResult& result, std::string_view label);
 
-  const BatchJob& job_;
+  const BatchJob job_;
   std::function<bool()> between_slices_;
   std::vector<const BatchItem*> items_;
   std::size_t number_ = 0;  // of the file under way, from 1 on
