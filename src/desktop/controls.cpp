@@ -22,6 +22,16 @@ bool is_return(const QKeyEvent& event) {
   return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
 }
 
+// In a line of Hebrew or Arabic the digits on both sides of a "'" would change places. A mark that
+// is not seen keeps them as they are.
+constexpr QChar left_to_right_mark(0x200E);
+
+QString with_marked_numbers(QString text) {
+  static const QRegularExpression number(QStringLiteral("([0-9][0-9:'.]*)"));
+  return text.isRightToLeft() ? text.replace(number, left_to_right_mark + QStringLiteral("\\1"))
+                              : text;
+}
+
 }  // namespace
 
 CommandButton::CommandButton(CommandId id, RunCommand run, QWidget* parent)
@@ -46,8 +56,9 @@ TimeField::TimeField(Meaning meaning, RunCommand run, QWidget* parent)
                                              : QStringLiteral("range_field"));
 }
 
-void TimeField::show_status(const QString& text) {
-  status_ = text;
+void TimeField::show_status(const QString& status) {
+  const QString text = with_marked_numbers(status);
+  status_ = status;
   if (hasFocus() && isModified()) return;
   if (text == this->text()) return;
   const int place = cursorPosition();
@@ -97,7 +108,7 @@ void TimeField::keyPressEvent(QKeyEvent* event) {
 
 void TimeField::apply() {
   if (is_busy()) return;
-  const std::string typed = as_utf8(text());
+  const std::string typed = as_utf8(text().remove(left_to_right_mark));
   setModified(false);
   if (meaning_ == Meaning::position) {
     apply_now_field(typed);

@@ -38,7 +38,7 @@ class TimeField : public QLineEdit {
   TimeField(Meaning meaning, RunCommand run, QWidget* parent);
 
   /// What the status says. A text that is being typed stays.
-  void show_status(const QString& text);
+  void show_status(const QString& status);
 
   /// Goes into the field by a key: the first time in it that can be typed over is selected.
   void enter();

@@ -377,7 +377,12 @@ void Style::drawControl(ControlElement element, const QStyleOption* option, QPai
     if (const auto* const bar = qstyleoption_cast<const QStyleOptionProgressBar*>(option))
       return draw_progress(bar, painter);
   }
+  // By itself a text goes in the direction of the whole program: the "<<" of a button whose place
+  // is on the left in any language would turn round.
+  const Qt::LayoutDirection direction = painter->layoutDirection();
+  painter->setLayoutDirection(option->direction);
   QProxyStyle::drawControl(element, option, painter, widget);
+  painter->setLayoutDirection(direction);
 }
 
 void Style::drawComplexControl(ComplexControl control, const QStyleOptionComplex* option,

@@ -13,6 +13,7 @@
 #include <QScrollBar>
 #include <QSlider>
 #include <QTest>
+#include <QTextLayout>
 #include <QTimer>
 #include <QTreeWidget>
 #include <QtEvents>
@@ -29,6 +30,8 @@
 #include "settings/settings.h"
 #include "shell/window_layout.h"
 #include "support/core_test.h"
+#include "text/text_rows.h"
+#include "text/ui_text.h"
 
 namespace corvelin::test {
 
@@ -329,6 +332,29 @@ TEST_F(MainWindowTest, TypedTimesMoveTheCursorAndTheSelection) {
   QTest::keyClicks(range, QStringLiteral("0'01.31"));
   press("Tab");
   EXPECT_EQ(selection.sel_beg, 51 * length);
+}
+
+// In a line of Hebrew the digits of a time would change places round its "'".
+TEST_F(MainWindowTest, TimesKeepTheirOrderInALineThatGoesToTheLeft) {
+  set_ui_text(win, row::total.number, "\u05E1\u05DA");
+  set_ui_text(win, row::now.number, "\u05E2\u05DB");
+  open_frames(400);
+  auto* const position = find<QLineEdit>("position_field");
+  QTextLayout line(position->text(), position->font());
+  line.beginLayout();
+  line.createLine();
+  line.endLayout();
+  const auto x_of = [&](const char* text) {
+    return line.lineAt(0).cursorToX(
+        static_cast<int>(position->text().lastIndexOf(QString::fromLatin1(text))));
+  };
+  EXPECT_LT(x_of("0'00.00"), x_of(".00"));
+  press("Ctrl+P");
+  QApplication::processEvents();
+  QTest::keyClicks(position, QStringLiteral("0'02.61"));
+  press("Return");
+  EXPECT_EQ(selection.cursor, 100 * length);
+  ui_text_free();
 }
 
 TEST_F(MainWindowTest, SurvivesAnySizeAndASourceThatIsGone) {
