@@ -182,6 +182,10 @@ TEST_F(OpenDocument, EndsBeforeALastFrameThatIsCutOff) {
   EXPECT_EQ(end(), 99 * length);
   ASSERT_TRUE(open("b.mp3", Mp3Builder{}.frames(100).zeros(500).bytes()));
   EXPECT_EQ(end(), 100 * length + 500);
+  Bytes other = mpeg_frame({.sample_rate = 48000});  // no frame of this stream
+  other.resize(100);
+  ASSERT_TRUE(open("c.mp3", Mp3Builder{}.frames(100).raw(other).bytes()));
+  EXPECT_EQ(end(), 100 * length + 100);
 }
 
 TEST_F(OpenDocument, BeginsEachDocumentAfresh) {

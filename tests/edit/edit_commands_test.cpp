@@ -40,7 +40,7 @@ constexpr Row rows[] = {
     {"HeadOfAPart", "cut_or_cue", "0-20:A =0-4 @4", "4-20*:A !^"},
     {"HeadOverABorder", "cut_or_cue", "0-5:A 5-20:B =0-7 @6", "7-20*:B !^"},
     {"Tail", "cut_or_cue", "0-5:A 5-20:B =3-20 @20", "0-3:A @3 !^"},
-    {"LevelReturnsLater", "cut_or_cue", "0-5g-4 5-20g6 =3-7 @5", "0-3g-4 7-8g-4 8-20g6 @4 #2 !^"},
+    {"LevelReturnsLater", "cut_or_cue", "0-5g-4 5-20g6 =3-7 @7", "0-3g-4 7-8g-4 8-20g6 @4 #2 !^"},
     {"LevelReturnsAtBorder", "cut_or_cue", "0-5g-4 5-8g6 8-20g1 =3-7 @9",
      "0-3g-4 7-8g-4 8-20g6 @5 #2 !^"},
     {"LevelEnds", "cut_or_cue", "0-5g-4 5-8g6 =3-7", "0-3g-4 7-8g-4 !^"},
@@ -191,10 +191,13 @@ TEST_F(EditCommands, PlacesStayOnFrameStartsBehindATrim) {
   selection.cursor = 2922;  // the third frame behind the border
   set_sel_begin(1461);
   set_sel_end(1878);
+  undo_push(false, "Selection");
   run("trim_right_in");  // the first of 417 bytes goes; 1044 at 1461, 417 at
                          // 2505, 1044 at 2922
   EXPECT_EQ(selection.cursor, 2922U);
   EXPECT_EQ(selection.sel_beg, 1461U);
+  EXPECT_EQ(selection.sel_end, 2505U);
+  EXPECT_TRUE(undo_pop());  // where 1878 was stored no frame begins any more
   EXPECT_EQ(selection.sel_end, 2505U);
 }
 

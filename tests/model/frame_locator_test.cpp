@@ -31,6 +31,11 @@ TEST_F(FrameLocator, FindsTheNextFrameAndTheOneBefore) {
   ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(1).frame({.has_crc = true}).frames(3).bytes()));
   EXPECT_EQ(frame_at(0), 0U);
   EXPECT_EQ(frame_at(1), length);
+
+  Mp3Builder long_frames;
+  for (int i = 0; i < 4; ++i) long_frames.raw(adts_frame(8000, 3000));
+  ASSERT_TRUE(open("a.aac", long_frames.bytes()));
+  EXPECT_EQ(frame_before(6000), 3000U);
 }
 
 TEST_F(FrameLocator, WantsTwoFramesOfANewSampleRate) {
