@@ -173,11 +173,12 @@ class BatchWindow : public DialogWindow {
     mask_ = new_line(as_qstring(job_.mask), 99);
     mask_->setObjectName(QStringLiteral("mask"));
     mask_->setAccessibleName(as_qstring(ui_text(row::mask)));
-    mask_->setFixedWidth(90);
+    mask_->setFixedWidth(fontMetrics().averageCharWidth() * 14);
     grid->addWidget(folder_, 0, 0);
     grid->addWidget(choose, 0, 1);
     grid->addWidget(mask_, 0, 2);
     list_ = new FileList;
+    list_->setMinimumWidth(fontMetrics().averageCharWidth() * 50);
     grid->addWidget(list_, 1, 0, 1, 3);
     count_ = new QLabel;
     count_->setObjectName(QStringLiteral("selected"));
@@ -305,7 +306,7 @@ class BatchWindow : public DialogWindow {
     QLineEdit* const line = new_line({}, 7);
     line->setObjectName(QString::fromLatin1(name));
     line->setAccessibleName(accessible_name);
-    line->setFixedWidth(80);
+    line->setFixedWidth(line->fontMetrics().averageCharWidth() * 12);
     return line;
   }
 
@@ -331,6 +332,8 @@ class BatchWindow : public DialogWindow {
     auto* const source = new QPushButton(label(dlg, 73));
     source->setObjectName(QStringLiteral("destination_is_source"));
     source->setAccessibleName(label(dlg, 75) + QStringLiteral(": ") + label(dlg, 73));
+    to_folder_->setText(as_qstring(ui_text(row::select_folder)));
+    to_folder_->setMinimumWidth(to_folder_->sizeHint().width());  // a path may be wider
     grid->addWidget(to_folder_, 0, 0, 1, 2);
     grid->addWidget(overwrite_, 1, 0);
     grid->addWidget(source, 1, 1, Qt::AlignTrailing);

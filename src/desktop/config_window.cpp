@@ -9,13 +9,17 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QSlider>
 #include <QSpinBox>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <functional>
 #include <limits>
 #include <utility>
@@ -348,6 +352,12 @@ class ConfigWindow : public DialogWindow {
     resize(560, 620);
   }
 
+  void setVisible(bool visible) override {
+    ensurePolished();
+    make_room();
+    DialogWindow::setVisible(visible);
+  }
+
   /// Any way to close the window keeps what was typed.
   void done(int result) override {
     page_->finish();
@@ -359,6 +369,21 @@ class ConfigWindow : public DialogWindow {
     page_ = new ConfigPage(dialog_, [this] { show_values(); });
     static_cast<QScrollArea*>(tabs_->currentWidget())->setWidget(page_);
     show_values();
+    if (isVisible()) make_room();
+  }
+
+  // The window grows to the largest page that was seen; what the screen has no room for is
+  // scrolled.
+  void make_room() {
+    constexpr QSize around(100, 200);  // the window's own rows and what the desktop shows
+    auto* const area = static_cast<QScrollArea*>(tabs_->currentWidget());
+    const QSize room = screen()->availableSize() - around;
+    QSize needed = page_->minimumSizeHint();
+    needed.setHeight(std::max(needed.height(), page_->heightForWidth(needed.width())));
+    if (needed.height() > room.height())
+      needed.rwidth() += area->verticalScrollBar()->sizeHint().width();
+    area->setMinimumSize(needed.boundedTo(room));
+    tabs_->setMinimumWidth(std::min(tabs_->tabBar()->sizeHint().width(), room.width()));
   }
 
   void leave_page() {

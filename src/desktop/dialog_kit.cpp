@@ -9,6 +9,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QSlider>
+#include <algorithm>
 
 #include "desktop/qt_text.h"
 
@@ -22,6 +23,18 @@ DialogWindow::DialogWindow(const QString& name, const QString& title, QWidget* p
     : QDialog(parent) {
   setObjectName(name);
   setWindowTitle(title);
+}
+
+void DialogWindow::setVisible(bool visible) {
+  if (visible && !isVisible() && layout() != nullptr) {
+    ensurePolished();
+    if (!testAttribute(Qt::WA_Resized)) adjustSize();
+    QSize needed = size().expandedTo(sizeHint());
+    if (layout()->hasHeightForWidth())
+      needed.setHeight(std::max(height(), layout()->totalHeightForWidth(needed.width())));
+    resize(needed);
+  }
+  QDialog::setVisible(visible);
 }
 
 void add_field(QGridLayout& grid, const QString& text, QWidget* field, const char* name) {

@@ -26,6 +26,10 @@ QString label(TextSection section, std::uint32_t number);
 class DialogWindow : public QDialog {
  public:
   DialogWindow(const QString& name, const QString& title, QWidget* parent);
+
+  /// Appears as large as its texts are in the user's language and font. By itself the toolkit gives
+  /// it two thirds of the screen at most.
+  void setVisible(bool visible) override;
 };
 
 /// A row of a grid: a label, and beside it the field that it names.

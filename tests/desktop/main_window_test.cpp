@@ -390,8 +390,10 @@ TEST_F(MainWindowTest, EverythingThatTakesTheFocusIsCalledSomething) {
 }  // namespace corvelin::test
 
 int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  qputenv("QT_SCALE_FACTOR", "1");
+  // Other screens, scales and fonts come from the environment.
+  for (const auto& [name, value] :
+       {std::pair("QT_QPA_PLATFORM", "offscreen"), {"QT_SCALE_FACTOR", "1"}})
+    if (!qEnvironmentVariableIsSet(name)) qputenv(name, value);
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   QApplication application(argc, argv);
   QApplication::setStyle(new corvelin::Style);

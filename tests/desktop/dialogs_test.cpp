@@ -1,0 +1,184 @@
+// All windows in all languages: no text is cut, every control has a name, and Tab goes through them
+// as one reads.
+#include <QAccessible>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+
+#include "desktop/main_window.h"
+#include "desktop/qt_host.h"
+#include "desktop/qt_text.h"
+#include "edit/config_dialog.h"
+#include "edit/language_dialog.h"
+#include "settings/settings.h"
+#include "support/core_test.h"
+#include "text/language_file.h"
+
+namespace corvelin::test {
+
+namespace {
+
+bool is_cut(const QWidget& widget) {
+  constexpr int rounding = 1;  // at scales that are no whole number
+  if (const auto* const words = qobject_cast<const QLabel*>(&widget)) {
+    if (words->wordWrap())
+      return words->heightForWidth(words->width()) > words->height() + rounding;
+  } else if (const auto* const group = qobject_cast<const QGroupBox*>(&widget)) {
+    return group->fontMetrics().horizontalAdvance(group->title()) > group->width();
+  } else if (const auto* const button = qobject_cast<const QPushButton*>(&widget)) {
+    return button->fontMetrics().horizontalAdvance(button->text().remove(u'&')) >
+           button->width() - 8;
+  } else if (qobject_cast<const QAbstractButton*>(&widget) == nullptr &&
+             qobject_cast<const QTabBar*>(&widget) == nullptr) {
+    return false;
+  }
+  return widget.sizeHint().width() > widget.width() + rounding ||
+         widget.sizeHint().height() > widget.height() + rounding;
+}
+
+bool is_named(QWidget& widget) {
+  const QAccessibleInterface* const accessible = QAccessible::queryAccessibleInterface(&widget);
+  return accessible != nullptr && (!accessible->text(QAccessible::Name).isEmpty() ||
+                                   !accessible->relations(QAccessible::Label).isEmpty());
+}
+
+std::string told(const QWidget& widget) {
+  return as_utf8(widget.objectName() + QStringLiteral(" \"") + widget.property("text").toString() +
+                 u'"');
+}
+
+bool takes_tab(const QWidget& widget) {
+  return (widget.focusPolicy() & Qt::TabFocus) != 0 && widget.isVisible() && widget.isEnabled();
+}
+
+// The way of Tab through a window, from its first control on.
+std::vector<QWidget*> way_of_tab(QWidget& window) {
+  std::vector<QWidget*> way;
+  for (QWidget* next = window.nextInFocusChain(); next != &window; next = next->nextInFocusChain())
+    if (takes_tab(*next) && next->focusProxy() == nullptr) way.push_back(next);
+  return way;
+}
+
+// Whether `after` lies above what the way came from, in the same column.
+bool goes_back(const QWidget& before, const QWidget& after) {
+  const QRect from(before.mapToGlobal(QPoint()), before.size());
+  const QRect to(after.mapToGlobal(QPoint()), after.size());
+  return before.parentWidget() == after.parentWidget() && to.bottom() <= from.top() &&
+         to.left() <= from.right();
+}
+
+void inspect(QWidget& window) {
+  for (QWidget* const widget : window.findChildren<QWidget*>()) {
+    if (!widget->isVisible()) continue;
+    EXPECT_FALSE(is_cut(*widget)) << told(*widget) << " has " << widget->width() << " by "
+                                  << widget->height() << " and needs " << widget->sizeHint().width()
+                                  << " by " << widget->sizeHint().height();
+    // What is inside of another control speaks by that one's name.
+    const bool needs_name = widget->focusPolicy() != Qt::NoFocus && widget->focusProxy() == nullptr;
+    EXPECT_TRUE(!needs_name || is_named(*widget))
+        << widget->metaObject()->className() << told(*widget);
+  }
+  const std::vector<QWidget*> way = way_of_tab(window);
+  for (std::size_t i = 1; i < way.size(); ++i)
+    EXPECT_FALSE(goes_back(*way[i - 1], *way[i]))
+        << told(*way[i]) << " behind " << told(*way[i - 1]);
+}
+
+class DialogsTest : public CoreTest, public ::testing::WithParamInterface<const char*> {
+ protected:
+  void SetUp() override {
+    settings.msg_hide = 0xFFFF;
+    load_ui_text(GetParam());
+    ASSERT_TRUE(open("a.mp3", frames(200)));
+    window = std::make_unique<MainWindow>(look_of_settings());
+    window_host = std::make_unique<QtHost>(*window);
+    install_host(window_host.get());
+    window->resize(1150, 560);
+    window->show();
+  }
+  void TearDown() override {
+    install_host(&host);
+    ui_text_free();
+  }
+
+  // Runs `open`, which shows a window, and looks at it.
+  static void look_at(const char* name, const std::function<void()>& open) {
+    SCOPED_TRACE(name);
+    bool was_shown = false;
+    QTimer::singleShot(0, [&] {
+      auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      EXPECT_TRUE(QTest::qWaitForWindowExposed(dialog));
+      QApplication::processEvents();
+      was_shown = true;
+      inspect(*dialog);
+      if (qEnvironmentVariableIsSet("PICTURES"))
+        dialog->grab().save(qEnvironmentVariable("PICTURES") +
+                            QStringLiteral("/%1-%2.png").arg(name, GetParam()));
+      dialog->reject();
+    });
+    open();
+    EXPECT_TRUE(was_shown);
+  }
+  static void look_at(const char* name, CommandId id) {
+    look_at(name, [id] { dispatch_command(id); });
+  }
+
+  std::unique_ptr<MainWindow> window;
+  std::unique_ptr<QtHost> window_host;
+};
+
+}  // namespace
+
+TEST_P(DialogsTest, CutNoTextNameAllControlsAndAreReadByTab) {
+  inspect(*window);
+  dispatch_command(1024);  // all is selected
+  look_at("names", 1028);
+  look_at("file_info", 1027);
+  look_at("level", 1021);
+  look_at("normalize", 1025);
+  look_at("pause", 1026);
+  look_at("auto_cue", 1042);
+  look_at("split", 1014);
+  look_at("speed", 1043);
+  look_at("about", 1082);
+  for (std::uint16_t page = 0; page < ConfigDialog::page_count; ++page) {
+    settings.tabsel = page;
+    look_at(("config_" + std::to_string(page)).c_str(), 1050);
+  }
+  look_at("language", [] { language_dialog(); });
+  load_ui_text(GetParam());
+  look_at("batch", 1071);
+}
+
+TEST_P(DialogsTest, PanelsHaveRoomForTheirTexts) {
+  constexpr std::uint16_t layouts[] = {1, 3, 4, 16, 17, 18};
+  for (const std::uint16_t layout : layouts) {
+    settings.layout = layout;
+    MainWindow form(look_of_settings());
+    form.resize(1150, 560);
+    form.show();
+    form.refresh(Refresh::all);
+    QApplication::processEvents();
+    if (qEnvironmentVariableIsSet("PICTURES"))
+      form.grab().save(qEnvironmentVariable("PICTURES") +
+                       QStringLiteral("/layout_%1-%2.png").arg(layout).arg(GetParam()));
+    for (const QAbstractButton* const button : form.findChildren<QAbstractButton*>())
+      EXPECT_LE(button->fontMetrics().horizontalAdvance(button->text()),
+                std::max(button->width() - 4, 0))
+          << layout << told(*button);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Languages, DialogsTest,
+                         ::testing::Values("", "German", "French", "Spanish"));
+
+}  // namespace corvelin::test
