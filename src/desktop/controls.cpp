@@ -3,6 +3,7 @@
 
 #include <QKeyEvent>
 #include <QRegularExpression>
+#include <QSignalBlocker>
 #include <utility>
 
 #include "audio/playback.h"
@@ -152,16 +153,20 @@ PositionBar::PositionBar(RunCommand run, QWidget* parent)
   setPageStep(scroll_page);
   setFocusPolicy(Qt::TabFocus);
   connect(this, &QScrollBar::actionTriggered, [this](int action) { act(action); });
+  connect(this, &QScrollBar::valueChanged, [](int position) {
+    if (!is_busy()) scroll_to(position);
+  });
 }
 
 void PositionBar::show_position(int position) {
+  const QSignalBlocker blocker(this);  // only a move by somebody else is one of the cursor
   if (!isSliderDown()) setValue(position);
 }
 
 // The thumb alone moves by itself; all else is a command, which brings it to its place.
 void PositionBar::act(int action) {
-  const int thumb = sliderPosition();
-  if (action != SliderMove) setSliderPosition(value());
+  if (action == SliderMove) return;
+  setSliderPosition(value());
   if (is_busy()) return;
   switch (action) {
     case SliderSingleStepSub:
@@ -175,9 +180,6 @@ void PositionBar::act(int action) {
       break;
     case SliderPageStepAdd:
       run_(115);
-      break;
-    case SliderMove:
-      scroll_to(thumb);
       break;
     default:
       break;

@@ -22,6 +22,7 @@
 #include "desktop/qt_text.h"
 #include "edit/menu_state.h"
 #include "model/document.h"
+#include "platform/program.h"
 #include "platform/system.h"
 #include "settings/settings.h"
 #include "shell/button_texts.h"
@@ -57,6 +58,7 @@ MainWindow::MainWindow(const Look& look, RunCommand run)
   setAcceptDrops(true);
   setCentralWidget(client_);
   client_->setObjectName(QStringLiteral("client"));
+  client_->setAccessibleName(as_qstring(program_name));
   client_->setPalette(window_palette(look));
   client_->setAutoFillBackground(true);
   client_->setLayoutDirection(Qt::LeftToRight);  // time runs to the right in every language

@@ -12,6 +12,7 @@
 #include "desktop/qt_text.h"
 #include "edit/menu_state.h"
 #include "edit/undo.h"
+#include "platform/program.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -49,6 +50,7 @@ class CommandMenu : public QMenu {
 Menus::Menus(QMenuBar& bar, const Look& look, RunCommand run)
     : palette_(menu_palette(look)), run_(std::move(run)) {
   bar.setPalette(palette_);
+  bar.setAccessibleName(as_qstring(program_name));
   for (const Menu* const menu : menu_bar()) {
     QMenu* const made = add_menu(&bar, *menu);
     bar.addMenu(made);
@@ -90,10 +92,13 @@ QAction* Menus::add_entry(QMenu& menu, CommandId id, const QString& text) {
   QAction* const action = menu.addAction(QString());
   CommandMenu::set_text(*action, text);
   action->setObjectName(QStringLiteral("command_%1").arg(id));
-  QObject::connect(action, &QAction::triggered, action, [this, id] {
+  // Later, as a screen reader that chose the entry waits for the answer, and must not wait for the
+  // end of a dialog.
+  const auto run = [this, id] {
     run_(id);
     show_marks();  // the toolkit has moved the mark, whatever became of the command
-  });
+  };
+  QObject::connect(action, &QAction::triggered, &menu, run, Qt::QueuedConnection);
   return action;
 }
 

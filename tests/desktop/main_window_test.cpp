@@ -166,6 +166,7 @@ TEST_F(MainWindowTest, EachMenuEntryAndButtonReachesItsCommandAndNoOther) {
       const QString name = QStringLiteral("command_%1").arg(command.id);
       for (QAction* const action : window->findChildren<QAction*>(name)) {
         action->trigger();
+        QApplication::processEvents();
         EXPECT_EQ(asked, action->isEnabled() ? Ids{command.id} : Ids{});
         EXPECT_FALSE(action->text().isEmpty());
         asked.clear();
@@ -355,6 +356,15 @@ TEST_F(MainWindowTest, TimesKeepTheirOrderInALineThatGoesToTheLeft) {
   press("Return");
   EXPECT_EQ(selection.cursor, 100 * length);
   ui_text_free();
+}
+
+// As a screen reader does it.
+TEST_F(MainWindowTest, AValueSetOfTheScrollBarMovesTheCursor) {
+  open_frames(400);
+  find<QScrollBar>("position_bar")->setValue(500);
+  EXPECT_EQ(selection.cursor, 200 * length);
+  press("Home");
+  EXPECT_EQ(selection.cursor, 0U);
 }
 
 TEST_F(MainWindowTest, SurvivesAnySizeAndASourceThatIsGone) {
