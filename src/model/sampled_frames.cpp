@@ -104,7 +104,7 @@ SampledFrame SampledFrames::search(std::uint16_t file, std::uint32_t offset) {
       frame.begin = static_cast<std::uint32_t>(at + found);
       frame.frame_length = info.frame_length;
       frame.bitrate = info.bitrate;
-      frame.loudness = measure_loudness(block.subspan(found, info.frame_length), info);
+      frame.loudness = measure_loudness(block.subspan(found, info.frame_length), info, kind_.layer);
       break;
     }
     if (is_file_end) break;

@@ -95,9 +95,10 @@ std::uint8_t aac_global_gain(std::span<const std::uint8_t> frame, std::size_t bi
   return static_cast<std::uint8_t>(read_bits(frame, bit_pos, 8));
 }
 
-FrameLoudness measure_loudness(std::span<const std::uint8_t> frame, const FrameInfo& info) {
-  if (info.layer == 3) return layer3_gains(frame, info);
-  if (info.layer == 2) return layer2_bytes(frame);
+FrameLoudness measure_loudness(std::span<const std::uint8_t> frame, const FrameInfo& info,
+                               unsigned layer) {
+  if (layer == 3) return layer3_gains(frame, info);
+  if (layer == 2) return layer2_bytes(frame);
   const std::size_t block = adts_header_bits + (info.has_crc != 0 ? crc_bits : 0);
   return {1, {aac_global_gain(frame, block, info.sample_rate)}};
 }

@@ -24,7 +24,9 @@ struct FrameLoudness {
 /// nothing of it.
 extern std::uint16_t graph_gain_bit;
 
-FrameLoudness measure_loudness(std::span<const std::uint8_t> frame, const FrameInfo& info);
+/// `layer` is that of the stream, by which the heights are made, whatever a single frame says.
+FrameLoudness measure_loudness(std::span<const std::uint8_t> frame, const FrameInfo& info,
+                               unsigned layer);
 
 /// The next `count` bits at `bit_pos`, highest first, and moves `bit_pos` behind them. They lie
 /// within two bytes. What lies behind the end reads as 0.

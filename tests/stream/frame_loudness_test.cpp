@@ -49,7 +49,7 @@ TEST(FrameLoudness, HeightsFollowTheGainAndTheGraphLevel) {
     const Bytes frame = mpeg_frame(shape);
     FrameInfo info;
     EXPECT_TRUE(decode_frame_header(info, frame, FrameFormat::mpeg));
-    return heights.layer3(measure_loudness(frame, info), gain, level);
+    return heights.layer3(measure_loudness(frame, info, 3), gain, level);
   };
   struct {
     FrameShape shape;
@@ -81,13 +81,15 @@ TEST(FrameLoudness, Layer2IsSmoothedAndWrapsBelowZero) {
   Bytes frame(96, 0);
   for (std::size_t i = 28; i < 38; ++i) frame[i] = 109;  // the mean of 109 and a fraction
   frame[37] = 118;
-  const FrameLoudness loudness = measure_loudness(frame, {.layer = 2});
+  const FrameLoudness loudness =
+      measure_loudness(frame, {.layer = 3}, 2);  // whatever the frame says
   GraphHeights heights;
   EXPECT_EQ(heights.layer2(loudness, 100), 71);   // half of 100 + 2 x 51 - 60
   EXPECT_EQ(heights.layer2(loudness, 100), 106);  // half of 142 and 71
   EXPECT_EQ(heights.layer2({1, {10}}, 0), 180);   // 255 and 106
-  EXPECT_EQ(measure_loudness(Bytes(96, 200), {.layer = 2}).values[0], 0);
-  EXPECT_EQ(measure_loudness(Bytes(37, 0), {.layer = 2}).count, 0);
+  EXPECT_EQ(measure_loudness(Bytes(96, 200), {.layer = 2}, 2).values[0], 0);
+  EXPECT_EQ(measure_loudness(Bytes(37, 0), {.layer = 2}, 2).count, 0);
+  EXPECT_EQ(measure_loudness(frame, {.layer = 2}, 3).count, 0);
 }
 
 }  // namespace
