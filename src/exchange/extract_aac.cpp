@@ -48,6 +48,7 @@ class ExtractRun : public LongRun {
   [[nodiscard]] std::string report() const override { return {}; }
 
   [[nodiscard]] bool is_cancelled() const { return is_cancelled_; }
+  [[nodiscard]] bool has_succeeded() const { return child_.has_succeeded(); }
   [[nodiscard]] std::string_view complaints() const { return child_.complaints(); }
 
  private:
@@ -76,7 +77,7 @@ std::string take_over(const ExtractRun& run, const std::string& written,
   return last_error().message();
 }
 
-void report_nothing_made(const std::string& source, const std::string& reason) {
+void report_failure(const std::string& source, const std::string& reason) {
   show_error(fmt::format("{}\n{}: {}", source, settings.ffmpeg, reason));
 }
 
@@ -91,14 +92,18 @@ std::optional<std::string> extract_aac(const std::string& source) {
   const std::string written = name_beside(behind_links(target));
   ExtractRun run(target);
   if (const std::error_code error = run.begin(source, written)) {
-    report_nothing_made(source, error.message());
+    report_failure(source, error.message());
     return std::nullopt;
   }
   drive(run);
   const std::string fault = run.is_cancelled() ? "" : take_over(run, written, behind_links(target));
-  if (!run.is_cancelled() && fault.empty()) return target;
+  if (!run.is_cancelled() && fault.empty()) {
+    if (!run.has_succeeded())
+      report_failure(source, fmt::format("{} is not whole: {}", target, run.complaints()));
+    return target;
+  }
   remove_file(written);
-  if (!run.is_cancelled()) report_nothing_made(source, fault);
+  if (!run.is_cancelled()) report_failure(source, fault);
   return std::nullopt;
 }
 

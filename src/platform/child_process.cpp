@@ -19,6 +19,24 @@ namespace {
 
 constexpr std::size_t most_complaints = 2000;  // bytes
 
+// A group of processes of its own: a script that stands for the program ends with what it started.
+class ChildGroup {
+ public:
+  ChildGroup() {
+    ::posix_spawnattr_init(&attributes_);
+    ::posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETPGROUP);
+    ::posix_spawnattr_setpgroup(&attributes_, 0);
+  }
+  ChildGroup(const ChildGroup&) = delete;
+  ChildGroup& operator=(const ChildGroup&) = delete;
+  ~ChildGroup() { ::posix_spawnattr_destroy(&attributes_); }
+
+  [[nodiscard]] const posix_spawnattr_t* get() const { return &attributes_; }
+
+ private:
+  posix_spawnattr_t attributes_ = {};
+};
+
 // What a child has in the place of the three standard streams.
 class ChildStreams {
  public:
@@ -54,9 +72,10 @@ std::error_code ChildProcess::start(const std::vector<std::string>& words) {
   for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
   const ChildStreams streams(writing.get());
+  const ChildGroup group;
   pid_t process = 0;
   const int error =
-      ::posix_spawnp(&process, arguments[0], streams.get(), nullptr, arguments.data(), environ);
+      ::posix_spawnp(&process, arguments[0], streams.get(), group.get(), arguments.data(), environ);
   if (error != 0) return {error, std::system_category()};
   process_ = process;
   return {};
@@ -80,7 +99,7 @@ bool ChildProcess::wait(int milliseconds) {
 
 void ChildProcess::kill() {
   if (process_ == 0) return;
-  ::kill(process_, SIGKILL);
+  ::kill(-process_, SIGKILL);
   while (::waitpid(process_, &status_, 0) < 0 && errno == EINTR) {
   }
   reap();

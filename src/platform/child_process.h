@@ -26,7 +26,8 @@ class ChildProcess {
   /// Waits up to so many milliseconds for the end. Returns whether the program still runs.
   bool wait(int milliseconds);
 
-  /// Ends the program at once, and waits until it is gone. Nothing when it has ended.
+  /// Ends the program and what it has started at once, and waits until it is gone. Nothing when it
+  /// has ended.
   void kill();
 
   /// Of a program that has ended: whether it says that all went well.

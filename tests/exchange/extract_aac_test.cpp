@@ -49,6 +49,12 @@ TEST_F(ExtractAac, TellsWhatTheProgramSaidWhenNothingCameOfIt) {
   EXPECT_FALSE(open(source));
   EXPECT_NE(take_box().find("no such codec"), std::string::npos);
   EXPECT_EQ(read_text(target), "mine");
+
+  program_does("cp \"" + track + "\" \"${t#file:}\"; echo no space >&2; exit 1");
+  host.answers = {BoxAnswer::ok};
+  EXPECT_TRUE(open(source));
+  EXPECT_NE(take_box().find(target + " is not whole: no space"), std::string::npos);
+
   settings.ffmpeg = folder.path("none");
   host.answers = {BoxAnswer::ok};
   EXPECT_FALSE(open(source));
