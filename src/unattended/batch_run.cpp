@@ -107,8 +107,8 @@ bool limit_length(double seconds) {
 double frames_of(double seconds) { return stream.current_frame.sample_rate * seconds / 1152; }
 
 void cut_begin(double seconds) {
-  constexpr std::uint32_t slack =
-      5;  // bytes before the end of a frame where the next is looked for
+  // The next frame is looked for from so many bytes in front of the end of this one.
+  constexpr std::uint32_t slack = 5;
   EditPosition pos = frame_at(0);
   const double frames = frames_of(seconds);
   for (int i = 0; i < frames && pos < document.total_size; ++i)
