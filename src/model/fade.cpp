@@ -10,6 +10,7 @@ int gain_at(EditPosition pos, PartIndex part) {
   const double start = range.part_gainbeg;
   const double target = gain_behind(part);
   const double change = target - start;
+  if (change == 0) return range.part_gainbeg;  // a level, which a save asks for at every frame
   const double t = 1.5 * (pos - range.part_beg) / range.part_size;
   const double gain = change > 0 ? target + (std::cos(t - 1.6) - 1) * change
                                  : start - (std::cos(t + 0.1) - 1) * change;

@@ -16,10 +16,10 @@ GainPositions positions_without_crc(const FrameInfo& info) {
   return is_mono ? GainPositions{62} : GainPositions{63, 126};
 }
 
-// Entry [n][b] is the CRC of the byte b with n zeros behind it. A CRC is linear, so that eight
+// Entry [n][b] is the CRC of the byte b with n zeros behind it. A CRC is linear, so that many
 // bytes can be looked up at once, none waiting for the one before. Bit by bit it would be the
 // greater part of a save.
-constexpr std::size_t bytes_at_once = 8;
+constexpr std::size_t bytes_at_once = 16;
 using CrcTables = std::array<std::array<std::uint16_t, 256>, bytes_at_once>;
 
 constexpr std::uint16_t crc_of_bits(std::uint16_t crc, unsigned count) {
@@ -72,7 +72,8 @@ std::uint16_t crc16_step(std::uint16_t crc, std::uint8_t byte) {
 
 std::uint16_t crc16(std::uint16_t crc, std::span<const std::uint8_t> bytes) {
   for (; bytes.size() >= bytes_at_once; bytes = bytes.subspan(bytes_at_once)) {
-    unsigned next = crc_tables[7][bytes[0] ^ crc >> 8] ^ crc_tables[6][bytes[1] ^ (crc & 0xFF)];
+    unsigned next = crc_tables[bytes_at_once - 1][bytes[0] ^ crc >> 8] ^
+                    crc_tables[bytes_at_once - 2][bytes[1] ^ (crc & 0xFF)];
     for (std::size_t i = 2; i < bytes_at_once; ++i)
       next ^= crc_tables[bytes_at_once - 1 - i][bytes[i]];
     crc = static_cast<std::uint16_t>(next);
