@@ -4,7 +4,6 @@
 #include <fmt/format.h>
 
 #include <QApplication>
-#include <QDialog>
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QScreen>
@@ -123,11 +122,17 @@ class DesktopRun {
 
  private:
   void begin() {
-    for (const MessageBox& box : boxes_) host_.show_message_box(box);
+    show_early_boxes();
+    if (end_signal() != 0) return;
     host_.rebuild_recent_menu();
     const bool records = line_.records && record();
     if (!records && open() && line_.work != nullptr) return work();
     if (as_utf8(as_qstring(settings.version)) != program_version) welcome();
+  }
+
+  void show_early_boxes() {
+    const Busy busy;
+    for (const MessageBox& box : boxes_) host_.show_message_box(box);
   }
 
   // The program is another version than the last time, or was never started here.
@@ -137,7 +142,7 @@ class DesktopRun {
     host_.call_later(pause, [this] {
       if (is_busy()) return welcome();
       dispatch_command(about);
-      if (settings.version.empty()) language_dialog();
+      if (settings.version.empty() && end_signal() == 0) language_dialog();
     });
   }
 
@@ -180,14 +185,7 @@ class DesktopRun {
   void end_by_signal() {
     store();
     keep_recording();
-    for (QWidget* dialog = QApplication::activeModalWidget(); dialog != nullptr;
-         dialog = QApplication::activeModalWidget()) {
-      auto* const window = qobject_cast<QDialog*>(dialog);
-      if (window == nullptr) break;
-      window->reject();
-      if (QApplication::activeModalWidget() == dialog) break;
-    }
-    request_close();
+    host_.end();
   }
 
   void end_of_session(QSessionManager& session) {

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QClipboard>
 #include <QColorDialog>
+#include <QDialog>
 #include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
@@ -236,7 +237,25 @@ bool QtHost::show(Dialog& dialog) {
 
 void QtHost::drive(LongRun& run) { RunWindow(run, parent_of_next_window(window_)).exec(); }
 
-void QtHost::close() { window_.close(); }
+void QtHost::close() {
+  is_ending_ = false;  // a question that comes now is for the user
+  window_.close();
+}
+
+void QtHost::end() {
+  is_ending_ = true;
+  request_close();
+  close_dialogs();
+}
+
+// One that closes may bring up another, or show a run that ends a little later.
+void QtHost::close_dialogs() {
+  if (!is_ending_) return;
+  if (auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
+    dialog->reject();
+  constexpr std::chrono::milliseconds pause(50);
+  call_later(pause, [this] { close_dialogs(); });
+}
 
 void QtHost::refresh_view(Refresh level) {
   window_.refresh(level);

@@ -41,16 +41,21 @@ class QtHost : public Host {
   void enter_field(StatusField field) override;
   void show_debug_window() override;
 
+  /// Ends the program from outside: what is open is closed as by Esc, and then the window.
+  void end();
+
   /// What ends the program and starts it anew.
   std::function<void()> restart_program = [] {};
 
  private:
+  void close_dialogs();
   void offer_graph_note();
 
   MainWindow& window_;
   std::string noted_;          // the document whose graph the user was told about
   SoundEvents* sound_events_;  // the window's
   QPointer<DebugWindow> debug_window_;
+  bool is_ending_ = false;
 };
 
 }  // namespace corvelin

@@ -26,6 +26,7 @@
 #include "desktop/qt_text.h"
 #include "desktop/style.h"
 #include "edit/undo.h"
+#include "edit/window_commands.h"
 #include "platform/file.h"
 #include "settings/settings.h"
 #include "shell/window_layout.h"
@@ -248,6 +249,19 @@ TEST_F(MainWindowTest, ASaveThatIsCancelledLeavesTheDocumentOpen) {
   EXPECT_LT(file_facts(folder.path("b.mp3")).size, 100'000 * length);
   EXPECT_EQ(document.total_size, 100'000 * length);
   EXPECT_FALSE(is_busy());
+}
+
+TEST_F(MainWindowTest, AnEndFromOutsideWaitsForNoDialogNorForTheNextOne) {
+  show_window();
+  QTimer::singleShot(0, [this] { window_host->end(); });
+  {
+    const Busy busy;
+    for (int i = 0; i < 2; ++i) {
+      AboutDialog dialog;
+      show_dialog(dialog);
+    }
+  }
+  EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(MainWindowTest, ADropOnTheGraphAppendsAndOneBesideItOpens) {
