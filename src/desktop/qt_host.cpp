@@ -1,15 +1,20 @@
 // Windows for what the core asks and shows.
 #include "desktop/qt_host.h"
 
+#include <fmt/format.h>
+#include <unistd.h>
+
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QColorDialog>
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QMimeData>
+#include <QProcess>
 #include <QPushButton>
 #include <QTimer>
 #include <algorithm>
@@ -25,6 +30,7 @@
 #include "model/document.h"
 #include "platform/path.h"
 #include "settings/note.h"
+#include "text/boxes.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -305,6 +311,27 @@ ClipboardContent QtHost::get_clipboard_text(std::string& text) {
   if (!data->hasText()) return ClipboardContent::no_text;
   text = as_utf8(data->text());
   return ClipboardContent::text;
+}
+
+// The viewer may be what shows the file, too, and lives as long as that. Only an early failure
+// means that there is nothing to show it; until the end of this program nobody else waits for it.
+std::error_code QtHost::open_in_viewer(const std::string& path) {
+  constexpr qint64 early = 10'000;  // milliseconds
+  auto* const process = new QProcess;
+  process->setProcessChannelMode(QProcess::ForwardedChannels);
+  process->setStandardInputFile(QProcess::nullDevice());
+  process->setChildProcessModifier([] { ::setsid(); });  // lives on behind this program
+  QElapsedTimer age;
+  age.start();
+  QObject::connect(process, &QProcess::finished, &window_, [=](int status) {
+    process->deleteLater();
+    if (status != 0 && !age.hasExpired(early))
+      show_no_viewer(path, fmt::format("exit status {}", status));
+  });
+  process->start(QString::fromLatin1(viewer), {QFile::decodeName(path.c_str())});
+  if (process->waitForStarted()) return {};
+  process->deleteLater();
+  return std::make_error_code(std::errc::no_such_file_or_directory);
 }
 
 void QtHost::show_transport() {

@@ -31,6 +31,7 @@ class QtHost : public Host {
   void restart() override { restart_program(); }
   bool set_clipboard_text(std::string_view text) override;
   ClipboardContent get_clipboard_text(std::string& text) override;
+  std::error_code open_in_viewer(const std::string& path) override;
   void refresh_view(Refresh level) override;
   void rebuild_part_list() override { window_.rebuild_part_list(); }
   void rebuild_recent_menu() override { window_.rebuild_recent_menu(); }

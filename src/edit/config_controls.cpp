@@ -11,7 +11,6 @@
 #include "edit/config_dialog.h"
 #include "edit/record_commands.h"
 #include "platform/path.h"
-#include "platform/process.h"
 #include "platform/program.h"
 #include "platform/system.h"
 #include "platform/text.h"
@@ -334,9 +333,7 @@ void set_portable(ConfigDialog& dialog, std::int64_t value) {
 std::string settings_path_text(Dialogue) { return settings_path; }
 
 void explore_settings(ConfigDialog&, std::int64_t) {
-  const std::string folder(folder_of(settings_path));
-  if (const std::error_code error = open_in_viewer(folder))
-    show_error(fmt::format("{}\nxdg-open: {}", folder, error.message()));
+  open_for_user(std::string(folder_of(settings_path)));
 }
 
 bool user_agrees(std::string text) {
@@ -353,7 +350,7 @@ void uninstall_settings(ConfigDialog&, std::int64_t) {
   if (!remove_user_settings())
     return show_error(std::string(ui_text(row::could_not_remove_settings)));
   if (user_agrees(std::string(ui_text(row::settings_removed))))
-    open_in_viewer(std::string(folder_of(program_path())));
+    open_for_user(std::string(folder_of(program_path())));
 }
 
 // The page "Misc".

@@ -18,7 +18,6 @@
 #include "model/selection.h"
 #include "platform/file.h"
 #include "platform/host.h"
-#include "platform/process.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
@@ -74,10 +73,7 @@ bool load_cue_sheet_over_audio() {
 bool edit_cue_sheet() {
   const std::string& sheet = open_state.project_name;
   if (!save_project(true, true) || !file_facts(sheet).found) return false;
-  if (const std::error_code error = open_in_viewer(sheet)) {
-    show_error("xdg-open: " + error.message());
-    return false;
-  }
+  if (!open_for_user(sheet)) return false;
   const BoxAnswer answer =
       host().show_message_box({.caption = "Corvelin",
                                .text = std::string(ui_text(row::reload_cue_sheet)),

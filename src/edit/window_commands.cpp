@@ -9,6 +9,7 @@
 #include "platform/process.h"
 #include "platform/program.h"
 #include "platform/system.h"
+#include "text/boxes.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
 
@@ -23,10 +24,10 @@ MessageBox error_box(std::string text) {
 
 Outcome open_page(std::string_view name) {
   const std::string path = program_file(name);
-  if (!file_facts(path).found) return {Result::refused, error_box(path)};
-  if (const std::error_code error = open_in_viewer(path))
-    return {Result::refused, error_box(fmt::format("xdg-open: {}\n\n{}", error.message(), path))};
-  return Result::done;
+  const std::error_code missing = std::make_error_code(std::errc::no_such_file_or_directory);
+  if (!file_facts(path).found)
+    return {Result::refused, error_box(fmt::format("{}\n{}", path, missing.message()))};
+  return open_for_user(path) ? Result::done : Result::refused;
 }
 
 // Who made the translation that is shown, if there is one.

@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "platform/process.h"
+
 namespace corvelin {
 
 namespace {
@@ -43,6 +45,10 @@ void Host::drive(LongRun& run) {
 bool Host::set_clipboard_text(std::string_view text) { return write_clipboard_file(text); }
 
 ClipboardContent Host::get_clipboard_text(std::string& text) { return read_clipboard_file(text); }
+
+std::error_code Host::open_in_viewer(const std::string& path) {
+  return start_program({viewer, path});
+}
 
 void Host::refresh_view(Refresh) {}
 

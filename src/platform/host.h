@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "platform/clipboard.h"
@@ -133,6 +134,10 @@ class Host {
   /// Fetches the clipboard's text. `text` is untouched unless that is the answer.
   virtual ClipboardContent get_clipboard_text(std::string& text);
 
+  /// Opens a file or a folder with `viewer`. An error when that can't be started. That it found no
+  /// program for the file is a host's own to tell.
+  virtual std::error_code open_in_viewer(const std::string& path);
+
   // What is on screen is out of date. The state to be shown is in the records.
   virtual void refresh_view(Refresh level);
   virtual void rebuild_part_list() {}    // the entries of the List menu
@@ -156,6 +161,9 @@ class Host {
   /// Opens the window of the inner state, unless it is open.
   virtual void show_debug_window() {}
 };
+
+/// Finds the program that the user has for a kind of file, and starts it.
+constexpr const char* viewer = "xdg-open";
 
 /// The host that is installed, or one that is nobody.
 Host& host();

@@ -82,8 +82,4 @@ void set_high_priority(bool on) {
     ::setpriority(PRIO_PROCESS, 0, std::max(wanted, permitted));
 }
 
-std::error_code open_in_viewer(const std::string& path) {
-  return start_program({"xdg-open", path});
-}
-
 }  // namespace corvelin

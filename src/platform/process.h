@@ -18,7 +18,4 @@ bool has_program(const std::string& name);
 /// Lets this program go before others, as far as the user may do that, or no longer.
 void set_high_priority(bool on);
 
-/// Opens a file with the program that the user has for its kind.
-std::error_code open_in_viewer(const std::string& path);
-
 }  // namespace corvelin

@@ -1,6 +1,8 @@
 // The boxes of errors and refusals.
 #include "text/boxes.h"
 
+#include <fmt/format.h>
+
 #include "platform/host.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
@@ -10,6 +12,19 @@ namespace corvelin {
 void show_error(const std::string& text) {
   host().show_message_box(
       {.caption = std::string(ui_text(row::error)), .text = text, .icon = BoxIcon::error});
+}
+
+bool open_for_user(const std::string& path) {
+  const std::error_code error = host().open_in_viewer(path);
+  if (error) show_no_viewer(path, error.message());
+  return !error;
+}
+
+void show_no_viewer(const std::string& path, const std::string& cause) {
+  host().show_message_box({.caption = std::string(ui_text(row::error)),
+                           .text = "There is no program here that opens this:\n\n" + path,
+                           .cause = fmt::format("{}: {}", viewer, cause),
+                           .icon = BoxIcon::error});
 }
 
 void show_refusal(std::string_view text) {

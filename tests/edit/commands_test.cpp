@@ -246,7 +246,8 @@ TEST_F(Commands, AnEditedCueSheetIsReadBack) {
   EXPECT_EQ(document.parts[0].part_title, u"After");
   ::setenv("PATH", "/nowhere", 1);
   dispatch_command(1030);
-  EXPECT_EQ(host.boxes.back().text, "xdg-open: No such file or directory");
+  EXPECT_EQ(host.boxes.back().text,
+            "There is no program here that opens this:\n\n" + folder.path("s.cue"));
   EXPECT_EQ(document.parts[0].part_title, u"After");
   ::setenv("PATH", path.c_str(), 1);
 }
