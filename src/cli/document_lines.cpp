@@ -22,9 +22,9 @@ Refusal open_line(Arguments words, HeadlessHost&) {
 Refusal append_line(Arguments words, HeadlessHost&) { return append_to_document(words); }
 
 Refusal load_cue_line(Arguments words, HeadlessHost& host) {
-  constexpr CommandId load_cue_sheet = 1044;
   host.set_next_path(in_current_folder(words[0]));
-  const bool is_loaded = dispatch_command(load_cue_sheet) == DispatchResult::done;
+  const bool is_loaded =
+      dispatch_command(command::load_cue_sheet_over_audio) == DispatchResult::done;
   return is_loaded ? no_refusal : fmt::format("{} was not loaded", words[0]);
 }
 

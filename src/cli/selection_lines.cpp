@@ -50,8 +50,7 @@ Refusal set_sel_end_line(Arguments words, HeadlessHost&) {
 }
 
 Refusal clear_selection_line(Arguments, HeadlessHost&) {
-  constexpr CommandId remove_selection = 1023;
-  const bool was_selected = dispatch_command(remove_selection) == DispatchResult::done;
+  const bool was_selected = dispatch_command(command::remove_selection) == DispatchResult::done;
   return was_selected ? no_refusal : "nothing is selected";
 }
 

@@ -121,7 +121,7 @@ void TimeField::apply() {
 void TimeField::leave() { window()->setFocus(Qt::OtherFocusReason); }
 
 void TimeField::focusInEvent(QFocusEvent* event) {
-  if (meaning_ == Meaning::range) run_(160);
+  if (meaning_ == Meaning::range) run_(command::begin_selection_for_field);
   QLineEdit::focusInEvent(event);
   if (event->reason() != Qt::MouseFocusReason && event->reason() != Qt::PopupFocusReason)
     select_time();
@@ -170,16 +170,16 @@ void PositionBar::act(int action) {
   if (is_busy()) return;
   switch (action) {
     case SliderSingleStepSub:
-      run_(167);
+      run_(command::frame_back);
       break;
     case SliderSingleStepAdd:
-      run_(168);
+      run_(command::frame_forward);
       break;
     case SliderPageStepSub:
-      run_(112);
+      run_(command::skip_back_large);
       break;
     case SliderPageStepAdd:
-      run_(115);
+      run_(command::skip_forward_large);
       break;
     default:
       break;

@@ -138,10 +138,9 @@ class DesktopRun {
   // The program is another version than the last time, or was never started here.
   void welcome() {
     constexpr std::chrono::milliseconds pause(1000);
-    constexpr CommandId about = 1082;
     host_.call_later(pause, [this] {
       if (is_busy()) return welcome();
-      dispatch_command(about);
+      dispatch_command(command::about);
       if (settings.version.empty() && end_signal() == 0) language_dialog();
     });
   }

@@ -4,7 +4,8 @@
 
 #include <QColor>
 #include <QIcon>
-#include <cstdint>
+
+#include "edit/command_ids.h"
 
 namespace corvelin {
 
@@ -15,10 +16,10 @@ struct IconColours {
 };
 
 /// Pictures for what two buttons do while fast play runs.
-constexpr std::uint16_t slower_icon = 1;
-constexpr std::uint16_t faster_icon = 2;
+constexpr CommandId slower_icon = 1;
+constexpr CommandId faster_icon = 2;
 
 /// The picture of a command, by its id. A null icon for one that has none.
-QIcon command_icon(std::uint16_t id, const IconColours& colours);
+QIcon command_icon(CommandId id, const IconColours& colours);
 
 }  // namespace corvelin

@@ -34,8 +34,6 @@ namespace corvelin {
 
 namespace {
 
-constexpr CommandId margin_command = 138;
-
 // The paths as the other program wrote them: a name need not be valid text in any encoding.
 std::vector<std::string> dropped_paths(const QMimeData& data) {
   std::vector<std::string> paths;
@@ -82,8 +80,8 @@ void MainWindow::make_controls() {
   range_field_ = new TimeField(TimeField::Meaning::range, run_, client_);
   make_buttons(layout.panel_buttons);
   if (has_text_buttons(panel_form())) {
-    make_buttons({{.id = margin_command, .area = layout.margin}});
-    margin_button_ = buttons_[margin_command];
+    make_buttons({{.id = command::margin_button, .area = layout.margin}});
+    margin_button_ = buttons_[command::margin_button];
   } else {
     margin_ = new QLabel(client_);
     margin_->setObjectName(QStringLiteral("margin"));
@@ -123,7 +121,8 @@ void MainWindow::make_buttons(const std::vector<PlacedButton>& places) {
     if (settings.showtt != 0) button->setToolTip(as_qstring(button_tooltip(place.id)));
     button->setToolTipDuration(20000);
     button->setAccessibleName(as_qstring(button_name(place.id)));
-    button->setCheckable(place.id == 212 || place.id == 213);
+    button->setCheckable(place.id == command::toggle_keep_id3v2 ||
+                         place.id == command::toggle_save_id3v1);
     buttons_[place.id] = button;
   }
 }
@@ -201,8 +200,8 @@ void MainWindow::show_status() {
 }
 
 void MainWindow::show_button_states() {
-  buttons_[212]->setChecked(settings.keep_id3v2 != 0);
-  buttons_[213]->setChecked(settings.save_id3v1 != 0);
+  buttons_[command::toggle_keep_id3v2]->setChecked(settings.keep_id3v2 != 0);
+  buttons_[command::toggle_save_id3v1]->setChecked(settings.save_id3v1 != 0);
   for (const auto& [id, button] : buttons_) button->setEnabled(is_command_enabled(id));
   if (margin_ != nullptr) margin_->setEnabled(settings.margin != 0);
   if (margin_button_ != nullptr) margin_button_->setEnabled(settings.margin != 0);
@@ -213,11 +212,11 @@ void MainWindow::show_pressed_buttons() {
   for (const auto& [id, button] : buttons_)
     if (!button->isCheckable()) button->setDown(is_button_pressed(id));
   if (std::exchange(has_fast_labels_, has_fast_labels()) == has_fast_labels_) return;
-  for (const CommandId id : {CommandId{128}, CommandId{129}}) {
+  for (const CommandId id : {command::prelisten_to_end, command::prelisten_from_end}) {
     if (has_text_buttons(panel_form())) {
       buttons_[id]->setText(panel_text(id));
     } else {
-      const CommandId fast = id == 128 ? slower_icon : faster_icon;
+      const CommandId fast = id == command::prelisten_to_end ? slower_icon : faster_icon;
       buttons_[id]->setIcon(command_icon(has_fast_labels_ ? fast : id, look_.icon_colours()));
     }
   }
@@ -229,7 +228,8 @@ QString MainWindow::panel_text(CommandId id) const {
 }
 
 void MainWindow::show_undo_label() {
-  if (settings.showtt != 0) buttons_[1022]->setToolTip(as_qstring(button_tooltip(1022)));
+  if (settings.showtt != 0)
+    buttons_[command::undo]->setToolTip(as_qstring(button_tooltip(command::undo)));
 }
 
 void MainWindow::rebuild_part_list() { menus_->rebuild_part_list(); }

@@ -127,7 +127,7 @@ void Menus::rebuild_recent_menu() {
 
 void Menus::show_states() {
   for (const auto& [id, action] : actions_) action->setEnabled(is_command_enabled(id));
-  const auto undo = actions_.find(1022);
+  const auto undo = actions_.find(command::undo);
   if (undo != actions_.end()) CommandMenu::set_text(*undo->second, as_qstring(undo_menu_text()));
 }
 

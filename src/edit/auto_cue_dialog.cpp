@@ -108,7 +108,7 @@ bool AutoCueDialog::accept() {
 
 int set_auto_cues(const AutoCues& cues) {
   int count = 0;
-  carry_out(*command_of(auto_cue_command), [&] {
+  carry_out(*command_of(command::auto_cue_dialog), [&] {
     count = set_cues(cues);
     selection.sel_beg = selection.sel_end = no_position;
     return count > 0 ? Result::done : Result::nothing;

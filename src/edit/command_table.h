@@ -8,13 +8,12 @@
 #include <string_view>
 #include <variant>
 
+#include "edit/command_ids.h"
 #include "edit/outcome.h"
 #include "settings/settings.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
-
-using CommandId = std::uint16_t;
 
 /// What holds of a command, as bits.
 namespace rule {
@@ -58,16 +57,6 @@ struct CheckMark {
   std::uint32_t value = 0;
   bool is_radio = false;  // one of a group; else a box to be checked
 };
-
-// Commands that another module names.
-constexpr CommandId names_command = 1028;
-constexpr CommandId level_command = 1021;
-constexpr CommandId normalize_command = 1025;
-constexpr CommandId file_info_command = 1027;
-constexpr CommandId auto_cue_command = 1042;
-constexpr CommandId load_cue_sheet_command = 1044;
-constexpr CommandId text_is_ansi_command = 1075;
-constexpr CommandId text_is_utf8_command = 1076;
 
 /// For what has no text.
 constexpr TextRow unnamed = {.section = men, .number = 999};

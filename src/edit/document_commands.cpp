@@ -67,7 +67,7 @@ std::size_t append_in_one_step(std::span<const std::string> names) {
 bool load_cue_sheet_over_audio() {
   if (!choose_cue_sheet()) return false;
   const auto load = [] { return load_cue_sheet(true) ? Result::done : Result::refused; };
-  return carry_out(*command_of(load_cue_sheet_command), load) == Result::done;
+  return carry_out(*command_of(command::load_cue_sheet_over_audio), load) == Result::done;
 }
 
 bool edit_cue_sheet() {

@@ -114,7 +114,8 @@ Outcome FileInfoDialog::write() const {
 }
 
 bool FileInfoDialog::accept() {
-  return carry_out(*command_of(file_info_command), [this] { return write(); }) == Result::done;
+  return carry_out(*command_of(command::file_info_dialog), [this] { return write(); }) ==
+         Result::done;
 }
 
 }  // namespace corvelin

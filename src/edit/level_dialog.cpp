@@ -121,7 +121,7 @@ Outcome LevelDialog::write() {
 bool LevelDialog::accept() {
   constexpr std::size_t new_parts = 4;
   if (!has_selected_range() || !require(need_room_for_parts(new_parts))) return false;
-  return carry_out(*command_of(level_command), write) == Result::done;
+  return carry_out(*command_of(command::level_dialog), write) == Result::done;
 }
 
 bool level_dialog() {

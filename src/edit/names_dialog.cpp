@@ -35,7 +35,7 @@ Outcome NamesDialog::write() const {
 }
 
 bool NamesDialog::accept() {
-  return carry_out(*command_of(names_command), [this] { return write(); }) == Result::done;
+  return carry_out(*command_of(command::names_dialog), [this] { return write(); }) == Result::done;
 }
 
 }  // namespace corvelin

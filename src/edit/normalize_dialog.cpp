@@ -115,7 +115,7 @@ bool NormalizeDialog::accept() {
     shift_selection_level(norm_change);
     return Result::done;
   };
-  return carry_out(*command_of(normalize_command), shift) == Result::done;
+  return carry_out(*command_of(command::normalize_dialog), shift) == Result::done;
 }
 
 bool NormalizeDialog::close_unattended() {

@@ -60,7 +60,7 @@ void set_encoding(CommandId id, bool to_utf8) {
 
 }  // namespace
 
-void text_is_ansi() { set_encoding(text_is_ansi_command, false); }
-void text_is_utf8() { set_encoding(text_is_utf8_command, true); }
+void text_is_ansi() { set_encoding(command::text_is_ansi, false); }
+void text_is_utf8() { set_encoding(command::text_is_utf8, true); }
 
 }  // namespace corvelin

@@ -13,18 +13,16 @@ namespace corvelin {
 
 namespace {
 
-constexpr CommandId undo_command = 1022;
-
 // The buttons of editing have a word of their own, and a tooltip that tells more.
 std::optional<std::uint32_t> longer_text_of(CommandId id) {
   switch (id) {
-    case 152:
+    case command::cut_or_cue:
       return 10;
-    case 153:
+    case command::edit_restore:
       return 12;
-    case 154:
+    case command::set_begin:
       return 13;
-    case 155:
+    case command::set_end:
       return 14;
     default:
       return std::nullopt;
@@ -43,7 +41,7 @@ std::string text_with_key(CommandId id) {
 }  // namespace
 
 std::string button_tooltip(CommandId id) {
-  return id == undo_command ? menu_text_plain(undo_menu_text(), true) : text_with_key(id);
+  return id == command::undo ? menu_text_plain(undo_menu_text(), true) : text_with_key(id);
 }
 
 std::string button_name(CommandId id) {

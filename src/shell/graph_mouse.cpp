@@ -129,10 +129,10 @@ bool release_mouse(GraphMouse& mouse) {
 }
 
 CommandId wheel_command(bool is_up, bool shift, bool ctrl) {
-  if (ctrl && shift) return is_up ? 214 : 215;
-  if (ctrl) return is_up ? 120 : 121;
-  if (shift) return is_up ? 112 : 115;
-  return is_up ? 113 : 114;
+  if (ctrl && shift) return is_up ? command::volume_up : command::volume_down;
+  if (ctrl) return is_up ? command::zoom_in : command::zoom_out;
+  if (shift) return is_up ? command::skip_back_large : command::skip_forward_large;
+  return is_up ? command::skip_back_small : command::skip_forward_small;
 }
 
 }  // namespace corvelin

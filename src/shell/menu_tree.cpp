@@ -7,39 +7,88 @@ namespace corvelin {
 
 namespace {
 
+using namespace command;
+
 constexpr MenuRow line = {};
 
-constexpr MenuRow encoding_rows[] = {{1075}, {1076}};
+constexpr MenuRow encoding_rows[] = {{text_is_ansi}, {text_is_utf8}};
 constexpr Menu encoding_menu = {74, encoding_rows};
 
-constexpr MenuRow graph_level_rows[] = {{1061}, {1062}, {1063}};
+constexpr MenuRow graph_level_rows[] = {{graph_higher}, {graph_lower}, {graph_default}};
 constexpr Menu graph_level_menu = {70, graph_level_rows};
 
-constexpr MenuRow file_rows[] = {{1010},
-                                 {1011},
+constexpr MenuRow file_rows[] = {{open_by_dialog},
+                                 {close},
                                  line,
-                                 {1012},
-                                 {1013},
-                                 {1073},
-                                 {1014},
+                                 {save_complete},
+                                 {save_selected},
+                                 {save_reencoded},
+                                 {split_dialog},
                                  line,
-                                 {1016},
-                                 {1017},
+                                 {save_project_or_sheet},
+                                 {save_project_as},
                                  {.menu = &encoding_menu},
                                  line,
-                                 {1071},
-                                 {1070},
-                                 {1018}};
-constexpr MenuRow edit_rows[] = {{1027}, line,   {1022}, line,   {1031}, {1032}, {1033},
-                                 line,   {1024}, {1034}, {1023}, line,   {1019}, {1047},
-                                 {1025}, {1021}, line,   {1029}, {1028}};
-constexpr MenuRow special_rows[] = {{1042}, {1026}, {1046}, line,   {1074}, {1072}, line,
-                                    {1066}, {1020}, {1048}, {1049}, {1035}, line,   {1044},
-                                    {1030}, line,   {1077}, {1043}, {1045}};
-constexpr MenuRow settings_rows[] = {
-    {1050}, line,   {1051}, {1057}, {1065}, {1052}, {1059}, line,   {1060},
-    {1053}, {1056}, {1058}, line,   {1054}, {1064}, line,   {1055}, {.menu = &graph_level_menu}};
-constexpr MenuRow help_rows[] = {{1080}, {1081}, line, {1082}};
+                                 {batch_dialog},
+                                 {new_window},
+                                 {exit_program}};
+constexpr MenuRow edit_rows[] = {{file_info_dialog},
+                                 line,
+                                 {undo},
+                                 line,
+                                 {cut_clipboard},
+                                 {copy},
+                                 {paste},
+                                 line,
+                                 {select_all},
+                                 {select_current_part},
+                                 {remove_selection},
+                                 line,
+                                 {simple_fade},
+                                 {two_stage_fade},
+                                 {normalize_dialog},
+                                 {level_dialog},
+                                 line,
+                                 {crop},
+                                 {names_dialog}};
+constexpr MenuRow special_rows[] = {{auto_cue_dialog},
+                                    {pause_detection_dialog},
+                                    {auto_crop},
+                                    line,
+                                    {mute_cut},
+                                    {check_resyncs},
+                                    line,
+                                    {cues_at_selection_ends},
+                                    {remove_edit_points},
+                                    {set_cue_flags},
+                                    {remove_cue_flags},
+                                    {cue_pure_splits},
+                                    line,
+                                    {load_cue_sheet_over_audio},
+                                    {edit_cue_sheet},
+                                    line,
+                                    {level_activated_recording},
+                                    {recording_speed_dialog},
+                                    {loop_play}};
+constexpr MenuRow settings_rows[] = {{configuration_dialog},
+                                     line,
+                                     {toggle_big_timer},
+                                     {toggle_big_relative},
+                                     {toggle_big_total},
+                                     {toggle_show_milisec},
+                                     {toggle_time_marks},
+                                     line,
+                                     {toggle_map_names},
+                                     {toggle_db_scale},
+                                     {toggle_bitrate_graph},
+                                     {toggle_use_toc},
+                                     line,
+                                     {toggle_keep_date_of_source},
+                                     {toggle_keep_date_on_new},
+                                     line,
+                                     {toggle_margin},
+                                     {.menu = &graph_level_menu}};
+constexpr MenuRow help_rows[] = {{manual}, {faq}, line, {about}};
 
 constexpr Menu edit_menu = {1, edit_rows};
 constexpr Menu special_menu = {2, special_rows};
@@ -58,6 +107,8 @@ std::span<const Menu* const> menu_bar() {
 }
 
 // Looped play has a button of its own where buttons have symbols.
-bool has_entry(const MenuRow& row) { return row.command != 1045 || has_text_buttons(panel_form()); }
+bool has_entry(const MenuRow& row) {
+  return row.command != loop_play || has_text_buttons(panel_form());
+}
 
 }  // namespace corvelin

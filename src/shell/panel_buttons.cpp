@@ -15,19 +15,19 @@ namespace {
 CommandId command_of(PrelistenMode mode) {
   switch (mode) {
     case plain_play:
-      return 134;
+      return command::play;
     case prelisten_as_cut:
-      return 131;
+      return command::prelisten_as_cut;
     case prelisten_to_begin:
-      return 126;
+      return command::prelisten_to_begin;
     case prelisten_from_begin:
-      return 127;
+      return command::prelisten_from_begin;
     case prelisten_to_end:
-      return 128;
+      return command::prelisten_to_end;
     case prelisten_from_end:
-      return 129;
+      return command::prelisten_from_end;
     case loop_selection:
-      return 1045;
+      return command::loop_play;
   }
   return 0;
 }
@@ -38,11 +38,11 @@ bool is_on() { return playback.is_playing || playback.is_requested; }
 }  // namespace
 
 bool is_button_pressed(CommandId id) {
-  if (id == 137) return playback.is_recording_armed;
-  if (id == 134 && recorder.rec_writing) return true;
+  if (id == command::initialize_recording) return playback.is_recording_armed;
+  if (id == command::play && recorder.rec_writing) return true;
   if (!is_on()) return false;
   const bool is_pair = playback.prelisten_mode == loop_selection && has_text_buttons(panel_form());
-  if (is_pair) return id == 127 || id == 128;
+  if (is_pair) return id == command::prelisten_from_begin || id == command::prelisten_to_end;
   return id == command_of(playback.prelisten_mode);
 }
 
@@ -50,53 +50,53 @@ bool has_fast_labels() { return is_on() && playback.prelisten_mode == plain_play
 
 std::string_view panel_label(CommandId id, bool has_fast_labels) {
   switch (id) {
-    case 112:
+    case command::skip_back_large:
       return "<<";
-    case 113:
+    case command::skip_back_small:
       return "<";
-    case 114:
+    case command::skip_forward_small:
       return ">";
-    case 115:
+    case command::skip_forward_large:
       return ">>";
-    case 116:
+    case command::go_to_previous_range:
       return "|<";
-    case 117:
+    case command::go_to_next_range:
       return ">|";
-    case 118:
+    case command::go_to_selection_begin:
       return "[<";
-    case 119:
+    case command::go_to_selection_end:
       return ">]";
-    case 120:
+    case command::zoom_in:
       return label_text(row::zoom_in);
-    case 121:
+    case command::zoom_out:
       return label_text(row::zoom_out);
-    case 126:
+    case command::prelisten_to_begin:
       return "=> I..";
-    case 127:
+    case command::prelisten_from_begin:
       return "I => ..";
-    case 128:
+    case command::prelisten_to_end:
       return has_fast_labels ? ">> -" : "..=>I";
-    case 129:
+    case command::prelisten_from_end:
       return has_fast_labels ? ">> +" : "..I=>";
-    case 131:
+    case command::prelisten_as_cut:
       return "=> I...I =>";
-    case 133:
+    case command::rewind:
       return label_text(row::rewind);
-    case 134:
+    case command::play:
       return label_text(row::play);
-    case 135:
+    case command::stop:
       return label_text(row::stop);
-    case 137:
+    case command::initialize_recording:
       return label_text(row::record);
-    case 138:
+    case command::margin_button:
       return label_text(row::margin);
-    case 152:
+    case command::cut_or_cue:
       return label_text(row::cut_or_cue);
-    case 153:
+    case command::edit_restore:
       return label_text(row::edit);
-    case 154:
+    case command::set_begin:
       return label_text(row::set_begin);
-    case 155:
+    case command::set_end:
       return label_text(row::set_end);
     default:
       return {};

@@ -13,11 +13,11 @@ namespace corvelin {
 
 namespace {
 
+using namespace command;
+
 // Buttons that belong together stand side by side; between the groups there is a gap.
 using Group = std::vector<CommandId>;
 using Groups = std::vector<Group>;
-
-constexpr CommandId margin_command = 138;  // in the text forms a button, which shows the margin
 
 class Layouter {
  public:
@@ -58,12 +58,14 @@ class Layouter {
 
   int lay_out_toolbar() {
     RowFlow rows(space_for_rows(0, space_.width), gap(), gap() / 2, layout_.toolbar_buttons);
-    add_symbols(rows, {{1010, 1012, 1016},
-                       {1031, 1032, 1033, 1022, 1050},
-                       {1027, 213, 212, 1028},
-                       {1024, 1034, 1023},
-                       {1036, 1037, 1038, 1039, 1040, 1041},
-                       {205, 206, 207, 208, 209, 210}});
+    add_symbols(rows, {{open_by_dialog, save_complete, save_project_or_sheet},
+                       {cut_clipboard, copy, paste, undo, configuration_dialog},
+                       {file_info_dialog, toggle_save_id3v1, toggle_keep_id3v2, names_dialog},
+                       {select_all, select_current_part, remove_selection},
+                       {move_begin_left, move_begin_right, move_end_left, move_end_right,
+                        move_selection_left, move_selection_right},
+                       {trim_left_out, trim_left_in, trim_right_in, trim_right_out, move_cue_left,
+                        move_cue_right}});
     rows.end_row();
     return rows.bottom() + gap() / 2;
   }
@@ -77,10 +79,16 @@ class Layouter {
     }
   }
   void add_navigation_symbols(RowFlow& rows) const {
-    add_symbols(rows, {{113, 114, 112, 115}, {118, 119, 116, 117, 133, 122}, {120, 121, 163}});
+    add_symbols(rows, {{skip_back_small, skip_forward_small, skip_back_large, skip_forward_large},
+                       {go_to_selection_begin, go_to_selection_end, go_to_previous_range,
+                        go_to_next_range, rewind, go_to_track_end},
+                       {zoom_in, zoom_out, margin_reset}});
   }
   void add_editing_symbols(RowFlow& rows) const {
-    add_symbols(rows, {{152, 153, 154, 155}, {1045, 131, 126, 127, 128, 129}, {134, 135, 137}});
+    add_symbols(rows, {{cut_or_cue, edit_restore, set_begin, set_end},
+                       {loop_play, prelisten_as_cut, prelisten_to_begin, prelisten_from_begin,
+                        prelisten_to_end, prelisten_from_end},
+                       {play, stop, initialize_recording}});
   }
 
   void add_words(RowFlow& rows, const Groups& groups) {
@@ -88,7 +96,7 @@ class Layouter {
       std::vector<FlowItem> group;
       for (const CommandId id : ids)
         group.push_back({.id = id,
-                         .area = id == margin_command ? &layout_.margin : nullptr,
+                         .area = id == margin_button ? &layout_.margin : nullptr,
                          .width = word_width(id),
                          .height = word_height()});
       rows.add_group(group);
@@ -99,7 +107,7 @@ class Layouter {
 
   // Wide enough for all that the button may say.
   [[nodiscard]] int word_width(CommandId id) const {
-    int width = id == margin_command ? margin_width() : 0;
+    int width = id == margin_button ? margin_width() : 0;
     for (const bool is_fast : {false, true}) {
       std::string label(panel_label(id, is_fast));
       std::erase(label, '&');
@@ -165,8 +173,12 @@ class Layouter {
     int left = 0;
     int bottom = 0;
     if (form == PanelForm::text_navigation_left) {
-      const Groups upper = {{112, 113, 114, 115}, {120, 121}};
-      const Groups lower = {{116, 117, 118, 119}, {133}};
+      const Groups upper = {
+          {skip_back_large, skip_back_small, skip_forward_small, skip_forward_large},
+          {zoom_in, zoom_out}};
+      const Groups lower = {
+          {go_to_previous_range, go_to_next_range, go_to_selection_begin, go_to_selection_end},
+          {rewind}};
       left = std::min(2 * gap() + std::max(words_width(upper), words_width(lower)), right / 2);
       RowFlow rows(space_for_rows(0, left), gap(), gap() / 2, layout_.panel_buttons);
       add_words(rows, upper);
@@ -177,10 +189,17 @@ class Layouter {
     }
     RowFlow rows(space_for_rows(left, right), gap(), gap() / 2, layout_.panel_buttons);
     add_field_row(rows);
-    if (left == 0) add_words(rows, {{112, 113, 114, 115}, {116, 117, 118, 119, 133}, {120, 121}});
-    add_words(rows, {{152, 153, 154, 155}});
+    if (left == 0)
+      add_words(rows, {{skip_back_large, skip_back_small, skip_forward_small, skip_forward_large},
+                       {go_to_previous_range, go_to_next_range, go_to_selection_begin,
+                        go_to_selection_end, rewind},
+                       {zoom_in, zoom_out}});
+    add_words(rows, {{cut_or_cue, edit_restore, set_begin, set_end}});
     if (form == PanelForm::text) rows.end_row();
-    add_words(rows, {{131, 126, 127, 128, 129}, {134, 135, 137}, {margin_command}});
+    add_words(rows, {{prelisten_as_cut, prelisten_to_begin, prelisten_from_begin, prelisten_to_end,
+                      prelisten_from_end},
+                     {play, stop, initialize_recording},
+                     {margin_button}});
     rows.end_row();
     bottom = std::max(bottom, rows.bottom());
     layout_.volume_slider = {right, gap() / 2, right + slider_w, bottom};
