@@ -155,7 +155,13 @@ std::string format_settings() {
 }
 
 std::error_code write_settings(const std::string& path) {
-  return replace_text(path, format_settings(), is_settings_text);
+  // Of instances that end at one moment the last one counts, too.
+  constexpr int tries = 20;
+  const std::string text = format_settings();
+  std::error_code error = FileError::changed;
+  for (int i = 0; i < tries && error == FileError::changed; ++i)
+    error = replace_text(path, text, is_settings_text);
+  return error;
 }
 
 }  // namespace corvelin

@@ -69,7 +69,8 @@ bool start_up(const std::optional<std::string>& path) {
   if (settings.high_pri != 0) apply_priority();
   if (!error) return true;
   settings_storage = SettingsStorage::removed;
-  show_error(fmt::format("{}\n{}", *path, error.message()));
+  show_error(fmt::format("The settings can't be read, so none will be stored:\n\n{}\n{}", *path,
+                         error.message()));
   return false;
 }
 

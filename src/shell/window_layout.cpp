@@ -282,6 +282,9 @@ void move_window_onto(const Rect& desktop) {
   constexpr int hidden_left = 20;  // pixels of the window that may lie outside
   constexpr int hidden_top = 6;
   constexpr int least_visible = 200;
+  constexpr int least_size = 100;
+  settings.window_w = std::max(std::min(settings.window_w, desktop.width()), least_size);
+  settings.window_h = std::max(std::min(settings.window_h, desktop.height()), least_size);
   std::int32_t& x = settings.window_x;
   std::int32_t& y = settings.window_y;
   if (x < desktop.left - hidden_left) x = desktop.left;

@@ -69,7 +69,7 @@ struct WindowLayout {
 WindowLayout window_layout(const WindowSpace& space);
 
 /// Moves the main window's place in the settings onto the desktop, when hardly anything of it could
-/// be seen or taken hold of.
+/// be seen or taken hold of. It gets no larger than the desktop.
 void move_window_onto(const Rect& desktop);
 
 }  // namespace corvelin

@@ -89,6 +89,22 @@ TEST_F(SettingsTest, ReaderTakesOddFilesInItsStride) {
   EXPECT_EQ(settings.zoom, 65535);
 }
 
+TEST_F(SettingsTest, OfTwoThatAreWrittenAtOnceTheLastOneStays) {
+  static std::string path;
+  path = folder.file("s.ini", "[Corvelin]\r\n");
+  system_calls.fsync = [](int file) {  // another instance comes in between
+    system_calls = original_system_calls;
+    settings.volume = 1;
+    EXPECT_FALSE(write_settings(path));
+    return original_system_calls.fsync(file);
+  };
+  settings.volume = 2;
+  EXPECT_FALSE(write_settings(path));
+  EXPECT_EQ(settings.volume, 1);
+  ASSERT_FALSE(read_settings(path));
+  EXPECT_EQ(settings.volume, 2);
+}
+
 TEST_F(SettingsTest, ListsHaveTheirLimits) {
   std::string text = "[Corvelin]\n";
   for (int i = 0; i < 12; ++i) text += "file_recent=/" + std::to_string(i) + "\n";

@@ -1,6 +1,7 @@
 // The grid of the window in its forms.
 #include "shell/window_layout.h"
 
+#include <climits>
 #include <set>
 
 #include "settings/settings.h"
@@ -37,6 +38,28 @@ TEST_F(WindowLayoutTest, PartsFollowEachOtherFromTopToBottom) {
   layout = layout_at(1150, 500, 1.25F);
   EXPECT_EQ(layout.info_bar, (Rect{0, 475, 1150, 500}));  // 32 less 7
   EXPECT_EQ(layout.scroll_bar.height(), 20);
+}
+
+TEST_F(WindowLayoutTest, TheWindowIsBroughtOntoTheDesktop) {
+  struct {
+    int x, y, w, h;
+    Rect expected;
+  } const rows[] = {{-20, -6, 1150, 560, {-20, -6, 1130, 554}},
+                    {-21, -7, 1150, 560, {0, 0, 1150, 560}},
+                    {1400, 800, 1150, 560, {1400, 800, 2550, 1360}},
+                    {1401, 801, 1150, 560, {1400, 800, 2550, 1360}},
+                    {50, 50, 65535, 99'999'999, {50, 50, 1650, 1050}},
+                    {INT_MIN, INT_MAX, 0, INT_MIN, {0, 800, 100, 900}}};
+  for (const auto& row : rows) {
+    settings.window_x = row.x;
+    settings.window_y = row.y;
+    settings.window_w = row.w;
+    settings.window_h = row.h;
+    move_window_onto({0, 0, 1600, 1000});
+    EXPECT_EQ((Rect{settings.window_x, settings.window_y, settings.window_x + settings.window_w,
+                    settings.window_y + settings.window_h}),
+              row.expected);
+  }
 }
 
 TEST_F(WindowLayoutTest, ButtonsGrowBySymbolsAndPadding) {
