@@ -93,6 +93,15 @@ void ConfigDialog::open_page(SettingPage which) {
     correct_lame_settings();
   }
   if (page == SettingPage::folders) is_portable = local_marker(MarkerOperation::test);
+  bring_into_limits();
+}
+
+// A file of settings may hold any number.
+void ConfigDialog::bring_into_limits() {
+  for (const ConfigControl& control : config_controls())
+    if (control.page == page &&
+        (control.kind == ControlKind::number || control.kind == ControlKind::slider))
+      set(control, value_of(control));
 }
 
 bool ConfigDialog::accept() { return true; }

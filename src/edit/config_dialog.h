@@ -66,6 +66,9 @@ struct ConfigDialog : Dialog {
   void set(const ConfigControl& control, std::int64_t value);
   void set_text(const ConfigControl& control, std::string_view text);
   void press(const ConfigControl& control) { set(control, 1); }
+
+ private:
+  void bring_into_limits();
 };
 
 /// The command; and the same opened on the page of the encoder.

@@ -55,6 +55,19 @@ TEST_F(ConfigDialogTest, NumbersStayInTheirLimitsAndPullOthersAlong) {
   EXPECT_FALSE(dialog.is_live(control_called("no_padding")));
 }
 
+TEST_F(ConfigDialogTest, APageThatIsOpenedBringsTheNumbersOfTheFileIntoTheirLimits) {
+  settings.buffer_max = 999;
+  settings.rec_threshold = 0xFFFF;
+  settings.max_undo = 0;
+  ConfigDialog dialog;
+  dialog.open_page(SettingPage::devices);
+  EXPECT_EQ(settings.buffer_max, 64);
+  EXPECT_EQ(settings.rec_threshold, 30 << 8 | 64);
+  EXPECT_EQ(settings.max_undo, 0);
+  dialog.open_page(SettingPage::misc);
+  EXPECT_EQ(settings.max_undo, 1);
+}
+
 TEST_F(ConfigDialogTest, DefaultsAreOfThePageInSightAndOnlyWhenAgreed) {
   ConfigDialog dialog;
   dialog.open_page(SettingPage::misc);
