@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <QApplication>
+#include <QFontInfo>
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QScreen>
@@ -238,6 +239,18 @@ bool has_display() {
   });
 }
 
+[[noreturn]] void end_without_display(const char* reason) {
+  fmt::print(stderr, "corvelin: {}; corvelin-cli works without one\n", reason);
+  std::fflush(stderr);
+  std::_Exit(1);
+}
+
+// Of a display that can't be opened the toolkit would make an abort, as if the program had a fault.
+void hear_toolkit(QtMsgType type, const QMessageLogContext&, const QString& text) {
+  if (type == QtFatalMsg) end_without_display("the display can't be opened");
+  fmt::print(stderr, "corvelin: {}\n", as_utf8(text));
+}
+
 }  // namespace
 
 int run_desktop(int argc, char** argv) {
@@ -254,11 +267,12 @@ int run_desktop(int argc, char** argv) {
     fmt::print("{} {}\n", program_name, program_version);
     return 0;
   }
-  if (!has_display()) {
-    fmt::print(stderr, "corvelin: there is no display; corvelin-cli works without one\n");
-    return 1;
-  }
+  if (!has_display()) end_without_display("there is no display");
+  const QtMessageHandler usual = qInstallMessageHandler(hear_toolkit);
   QApplication application(argc, argv);
+  qInstallMessageHandler(usual);
+  if (QFontInfo(QApplication::font()).family().isEmpty())
+    fmt::print(stderr, "corvelin: no fonts are installed, so no text can be shown\n");
   QApplication::setApplicationName(as_qstring(program_name));
   QApplication::setWindowIcon(program_icon());
   measure_display();
