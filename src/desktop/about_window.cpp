@@ -49,7 +49,7 @@ class AboutWindow : public DialogWindow {
     text->setReadOnly(true);
     text->setTabChangesFocus(true);
     auto* const buttons = new QDialogButtonBox;
-    QPushButton* const ok = buttons->addButton(label(dlg, 0), QDialogButtonBox::AcceptRole);
+    QPushButton* const ok = buttons->addButton(label(row::ok), QDialogButtonBox::AcceptRole);
     ok->setObjectName(QStringLiteral("ok"));
     ok->setDefault(true);
     connect(buttons, &QDialogButtonBox::accepted, this, &QDialog::accept);

@@ -54,7 +54,7 @@ class FileList : public QTreeWidget {
 
   FileList() {
     setObjectName(QStringLiteral("items"));
-    setAccessibleName(label(dlg, 73));
+    setAccessibleName(label(row::source));
     setRootIsDecorated(false);
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
@@ -62,7 +62,7 @@ class FileList : public QTreeWidget {
     setDragDropMode(DragDrop);
     setDefaultDropAction(Qt::MoveAction);
     setAutoScrollMargin(20);  // pixels
-    setHeaderLabels({label(dlg, 70), label(dlg, 71), label(dlg, 72)});
+    setHeaderLabels({label(row::file), label(row::size), label(row::modified)});
     header()->setSectionsClickable(true);
     header()->setSortIndicatorShown(true);
     header()->setStretchLastSection(false);
@@ -161,14 +161,14 @@ class BatchWindow : public DialogWindow {
 
  private:
   QGroupBox* source_group() {
-    auto* const group = new QGroupBox(label(dlg, 73));
+    auto* const group = new QGroupBox(label(row::source));
     auto* const grid = new QGridLayout(group);
     folder_ = new_line(as_shown(job_.source_folder), 396);
-    folder_->setAccessibleName(label(dlg, 73));
+    folder_->setAccessibleName(label(row::source));
     folder_->setObjectName(QStringLiteral("source_folder"));
     auto* const choose = new QPushButton(QStringLiteral("..."));
     choose->setObjectName(QStringLiteral("choose_source"));
-    choose->setAccessibleName(label(dlg, 73) + QStringLiteral(" ..."));
+    choose->setAccessibleName(label(row::source) + QStringLiteral(" ..."));
     choose->setFixedWidth(36);
     mask_ = new_line(as_qstring(job_.mask), 99);
     mask_->setObjectName(QStringLiteral("mask"));
@@ -186,7 +186,7 @@ class BatchWindow : public DialogWindow {
 
     connect(choose, &QPushButton::clicked, this, [this] {
       const QString chosen =
-          QFileDialog::getExistingDirectory(this, label(dlg, 73), folder_->text());
+          QFileDialog::getExistingDirectory(this, label(row::source), folder_->text());
       if (!chosen.isEmpty()) take_folder(as_path(chosen));
     });
     connect(folder_, &QLineEdit::editingFinished, this, [this] {
@@ -237,15 +237,15 @@ class BatchWindow : public DialogWindow {
   }
 
   QGroupBox* action_group() {
-    auto* const group = new QGroupBox(label(dlg, 74));
+    auto* const group = new QGroupBox(label(row::action));
     auto* const grid = new QGridLayout(group);
     level_ =
         new_slider(Qt::Horizontal, 0, BatchJob::highest_level, job_.batch_level, "batch_level");
-    level_->setAccessibleName(label(dlg, 53));
+    level_->setAccessibleName(label(row::dialog_level));
     level_text_ = new QLabel;
     level_text_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("+48.0 dB ")));
     join_name_ = new_line({}, 396);
-    limit_ = seconds_field("limit_seconds", label(dlg, 90));
+    limit_ = seconds_field("limit_seconds", label(row::limit_length));
     cut_begin_ = seconds_field("cut_begin", named(row::cut, row::from_beginning));
     cut_end_ = seconds_field("cut_end", named(row::cut, row::from_end));
     fade_begin_ = seconds_field("fade_begin", named(row::simple_fade, row::from_beginning));
@@ -256,7 +256,7 @@ class BatchWindow : public DialogWindow {
     bottom_->setSuffix(QStringLiteral(" dB"));
     bottom_->setValue(job_.usable_bottom());
     join_name_->setObjectName(QStringLiteral("join_name"));
-    join_name_->setAccessibleName(label(dlg, 78));
+    join_name_->setAccessibleName(label(row::join));
 
     int row = 0;
     const auto add = [&](BatchOption option, const QString& text, QWidget* first = nullptr,
@@ -266,22 +266,22 @@ class BatchWindow : public DialogWindow {
       if (second != nullptr) grid->addWidget(second, row, 2);
       ++row;
     };
-    add(BatchOption::only_save, label(dlg, 77));
+    add(BatchOption::only_save, label(row::only_save));
     add(BatchOption::normalize, plain(row::normalize));
-    add(BatchOption::level, label(dlg, 53), level_, level_text_);
-    grid->addWidget(new QLabel(label(dlg, 79)), row++, 0, 1, -1);
+    add(BatchOption::level, label(row::dialog_level), level_, level_text_);
+    grid->addWidget(new QLabel(label(row::seconds_of_both_ends)), row++, 0, 1, -1);
     add(BatchOption::cut, plain(row::cut), cut_begin_, cut_end_);
     add(BatchOption::simple_fade, plain(row::simple_fade), fade_begin_, fade_end_);
-    add(BatchOption::limit_length, label(dlg, 90), limit_);
+    add(BatchOption::limit_length, label(row::limit_length), limit_);
     add(BatchOption::auto_crop, plain(row::auto_crop));
-    auto* const bottom_words = new QLabel(label(dlg, 48));
+    auto* const bottom_words = new QLabel(label(row::bottom_level));
     bottom_words->setBuddy(bottom_);
     grid->addWidget(bottom_words, row, 0);
     grid->addWidget(bottom_, row++, 1);
-    add(BatchOption::pause_detection, label(dlg, 50));
-    add(BatchOption::auto_cue, label(dlg, 64));
-    add(BatchOption::join, label(dlg, 78), join_name_);
-    add(BatchOption::skip_unchanged, label(dlg, 93));
+    add(BatchOption::pause_detection, label(row::dialog_pause_detection));
+    add(BatchOption::auto_cue, label(row::auto_cue));
+    add(BatchOption::join, label(row::join), join_name_);
+    add(BatchOption::skip_unchanged, label(row::skip_unchanged));
 
     connect(level_, &QSlider::valueChanged, this, [this](int value) {
       job_.batch_level = static_cast<std::uint8_t>(value);
@@ -322,16 +322,16 @@ class BatchWindow : public DialogWindow {
   }
 
   QGroupBox* destination_group() {
-    auto* const group = new QGroupBox(label(dlg, 75));
+    auto* const group = new QGroupBox(label(row::destination));
     auto* const grid = new QGridLayout(group);
     to_folder_ = new QRadioButton;
     to_folder_->setObjectName(QStringLiteral("dest_folder"));
     to_folder_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    overwrite_ = new QRadioButton(label(dlg, 81));
+    overwrite_ = new QRadioButton(label(row::overwrite_originals));
     overwrite_->setObjectName(QStringLiteral("overwrite_originals"));
-    auto* const source = new QPushButton(label(dlg, 73));
+    auto* const source = new QPushButton(label(row::source));
     source->setObjectName(QStringLiteral("destination_is_source"));
-    source->setAccessibleName(label(dlg, 75) + QStringLiteral(": ") + label(dlg, 73));
+    source->setAccessibleName(label(row::destination) + QStringLiteral(": ") + label(row::source));
     to_folder_->setText(as_qstring(ui_text(row::select_folder)));
     to_folder_->setMinimumWidth(to_folder_->sizeHint().width());  // a path may be wider
     grid->addWidget(to_folder_, 0, 0, 1, 2);
@@ -353,17 +353,18 @@ class BatchWindow : public DialogWindow {
 
   void choose_destination() {
     const std::string& start = job_.dest_folder.empty() ? job_.source_folder : job_.dest_folder;
-    const QString chosen = QFileDialog::getExistingDirectory(this, label(dlg, 75), as_shown(start));
+    const QString chosen =
+        QFileDialog::getExistingDirectory(this, label(row::destination), as_shown(start));
     if (!chosen.isEmpty()) job_.dest_folder = as_path(chosen);
     show_destination();
   }
 
   QGroupBox* results_group() {
-    auto* const group = new QGroupBox(label(dlg, 76));
+    auto* const group = new QGroupBox(label(row::results));
     auto* const rows = new QVBoxLayout(group);
     results_ = new QListWidget;
     results_->setObjectName(QStringLiteral("results"));
-    results_->setAccessibleName(label(dlg, 76));
+    results_->setAccessibleName(label(row::results));
     results_->setMinimumHeight(results_->fontMetrics().lineSpacing() * 4);
     rows->addWidget(results_);
     return group;
@@ -378,9 +379,9 @@ class BatchWindow : public DialogWindow {
       return made;
     };
     row->addStretch();
-    start_ = button(label(dlg, 56), "start");
-    stop_ = button(label(dlg, 37), "stop");
-    QPushButton* const close = button(label(dlg, 2), "close");
+    start_ = button(label(row::start), "start");
+    stop_ = button(label(row::stop_work), "stop");
+    QPushButton* const close = button(label(row::close), "close");
     connect(start_, &QPushButton::clicked, this, [this] { start(); });
     connect(stop_, &QPushButton::clicked, this, [this] { dialog_.stop(); });
     connect(close, &QPushButton::clicked, this, [this] { reject(); });

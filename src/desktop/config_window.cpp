@@ -30,6 +30,7 @@
 #include "desktop/look.h"
 #include "desktop/qt_text.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -317,7 +318,7 @@ class ConfigWindow : public DialogWindow {
     QPushButton* const defaults = new_defaults_button();
     restart_->setObjectName(QStringLiteral("restart"));
     restart_->setAutoDefault(false);
-    auto* const close = new QPushButton(label(dlg, 2));
+    auto* const close = new QPushButton(label(row::close));
     close->setObjectName(QStringLiteral("close"));
     close->setDefault(true);
     auto* const buttons = new QHBoxLayout;

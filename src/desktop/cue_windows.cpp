@@ -18,6 +18,7 @@
 #include "desktop/qt_text.h"
 #include "document/open_state.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -26,8 +27,9 @@ namespace {
 class PauseWindow : public DialogWindow {
  public:
   PauseWindow(PauseDialog& dialog, QWidget* parent)
-      : DialogWindow(QStringLiteral("pause_dialog"), label(dlg, 50), parent), dialog_(dialog) {
-    auto* const words = new QLabel(label(dlg, 51));
+      : DialogWindow(QStringLiteral("pause_dialog"), label(row::dialog_pause_detection), parent),
+        dialog_(dialog) {
+    auto* const words = new QLabel(label(row::note_on_pauses));
     words->setWordWrap(true);
     bar_ = new_progress_bar(windowTitle());
     found_ = new QLabel;
@@ -53,17 +55,18 @@ class PauseWindow : public DialogWindow {
  private:
   QGridLayout* fields() {
     auto* const grid = new QGridLayout;
-    level_ = add_slider(*grid, label(dlg, 53), &Settings::silence_level, 1, 100, "silence_level");
-    duration_ =
-        add_slider(*grid, label(dlg, 54), &Settings::silence_duration, 1, 30, "silence_duration");
-    offset_ =
-        add_slider(*grid, label(dlg, 59), &Settings::silence_offset, 0, 100, "silence_offset");
+    level_ = add_slider(*grid, label(row::dialog_level), &Settings::silence_level, 1, 100,
+                        "silence_level");
+    duration_ = add_slider(*grid, label(row::min_duration), &Settings::silence_duration, 1, 30,
+                           "silence_duration");
+    offset_ = add_slider(*grid, label(row::cue_offset), &Settings::silence_offset, 0, 100,
+                         "silence_offset");
     skip_ = new QSpinBox;
     skip_->setRange(0, 65535);
     connect(skip_, &QSpinBox::valueChanged, this,
             [](int seconds) { settings.silence_skip = static_cast<std::uint16_t>(seconds); });
-    add_field(*grid, label(dlg, 58), skip_, "silence_skip");
-    cut_ = new_box(label(dlg, 61), false, "silence_cut");
+    add_field(*grid, label(row::skip_after_pause), skip_, "silence_skip");
+    cut_ = new_box(label(row::cut_whole_pause), false, "silence_cut");
     connect(cut_, &QCheckBox::toggled, this,
             [](bool is_set) { settings.silence_cut = is_set ? 1 : 0; });
     grid->addWidget(cut_, grid->rowCount(), 1);
@@ -88,10 +91,10 @@ class PauseWindow : public DialogWindow {
 
   QDialogButtonBox* buttons() {
     auto* const box = new QDialogButtonBox;
-    start_ = box->addButton(label(dlg, 56), QDialogButtonBox::ActionRole);
+    start_ = box->addButton(label(row::start), QDialogButtonBox::ActionRole);
     start_->setObjectName(QStringLiteral("start"));
     start_->setDefault(true);
-    QPushButton* const close = box->addButton(label(dlg, 2), QDialogButtonBox::RejectRole);
+    QPushButton* const close = box->addButton(label(row::close), QDialogButtonBox::RejectRole);
     close->setObjectName(QStringLiteral("close"));
     defaults_ = new_defaults_button();
     box->addButton(defaults_, QDialogButtonBox::ResetRole);
@@ -152,7 +155,7 @@ class PauseWindow : public DialogWindow {
   void show_progress() {
     bar_->setValue(dialog_.percent_done());
     found_->setText(as_qstring(dialog_.progress_text()));
-    start_->setText(label(dlg, dialog_.pause_running ? 37 : 56));
+    start_->setText(label(dialog_.pause_running ? row::stop_work : row::start));
     for (QWidget* const control :
          std::initializer_list<QWidget*>{level_, duration_, offset_, skip_, cut_, defaults_})
       control->setEnabled(!dialog_.pause_running);
@@ -175,14 +178,15 @@ class PauseWindow : public DialogWindow {
 class AutoCueWindow : public DialogWindow {
  public:
   AutoCueWindow(AutoCueDialog& dialog, QWidget* parent)
-      : DialogWindow(QStringLiteral("auto_cue_dialog"), label(dlg, 64), parent), dialog_(dialog) {
+      : DialogWindow(QStringLiteral("auto_cue_dialog"), label(row::auto_cue), parent),
+        dialog_(dialog) {
     constexpr int longest_time = 20;
     interval_ = new_line(as_qstring(dialog.interval), longest_time);
     last_length_ = new_line(as_qstring(dialog.last_length), longest_time);
-    names_ = new_box(label(dlg, 89), dialog.creates_names, "autocue_names");
+    names_ = new_box(label(row::create_time_names), dialog.creates_names, "autocue_names");
     auto* const grid = new QGridLayout;
-    add_field(*grid, label(dlg, 65), interval_, "autocue");
-    add_field(*grid, label(dlg, 88), last_length_, "autocue_last");
+    add_field(*grid, label(row::cue_interval), interval_, "autocue");
+    add_field(*grid, label(row::least_last_part), last_length_, "autocue_last");
     grid->addWidget(names_, grid->rowCount(), 0, 1, 2);
     QDialogButtonBox* const buttons = ok_and_cancel();
     connect(buttons, &QDialogButtonBox::accepted, this, [this] { take(); });

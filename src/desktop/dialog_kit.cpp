@@ -12,12 +12,11 @@
 #include <algorithm>
 
 #include "desktop/qt_text.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
-QString label(TextSection section, std::uint32_t number) {
-  return as_qstring(label_text({section, number}));
-}
+QString label(TextRow row) { return as_qstring(label_text(row)); }
 
 DialogWindow::DialogWindow(const QString& name, const QString& title, QWidget* parent)
     : QDialog(parent) {
@@ -83,7 +82,7 @@ QSlider* new_slider(Qt::Orientation orientation, int lowest, int highest, int va
 
 // The question stands behind the label.
 QPushButton* new_defaults_button() {
-  auto* const button = new QPushButton(label(dlg, 5).section(u'\n', 0, 0));
+  auto* const button = new QPushButton(label(row::defaults).section(u'\n', 0, 0));
   button->setObjectName(QStringLiteral("defaults"));
   button->setAutoDefault(false);
   return button;
@@ -91,8 +90,8 @@ QPushButton* new_defaults_button() {
 
 QDialogButtonBox* ok_and_cancel(QPushButton** ok) {
   auto* const buttons = new QDialogButtonBox;
-  QPushButton* const accept = buttons->addButton(label(dlg, 0), QDialogButtonBox::AcceptRole);
-  QPushButton* const reject = buttons->addButton(label(dlg, 1), QDialogButtonBox::RejectRole);
+  QPushButton* const accept = buttons->addButton(label(row::ok), QDialogButtonBox::AcceptRole);
+  QPushButton* const reject = buttons->addButton(label(row::cancel), QDialogButtonBox::RejectRole);
   accept->setObjectName(QStringLiteral("ok"));
   reject->setObjectName(QStringLiteral("cancel"));
   accept->setDefault(true);

@@ -5,7 +5,6 @@
 #include <QDialog>
 #include <QString>
 #include <QWidget>
-#include <cstdint>
 
 #include "text/ui_text.h"
 
@@ -20,7 +19,7 @@ class QSlider;
 namespace corvelin {
 
 /// The text of a control.
-QString label(TextSection section, std::uint32_t number);
+QString label(TextRow row);
 
 /// A dialog over `parent` that knows the name of its record for outside programs.
 class DialogWindow : public QDialog {

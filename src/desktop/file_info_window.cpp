@@ -55,7 +55,7 @@ class FileInfoWindow : public DialogWindow {
   // File information.
 
   QGroupBox* summary_group() {
-    auto* const group = new QGroupBox(label(dlg, 20));
+    auto* const group = new QGroupBox(label(row::file_information));
     auto* const grid = new QGridLayout(group);
     int row = 0;
     for (const InfoLine& line : file_info_lines(play_position())) {
@@ -97,12 +97,12 @@ class FileInfoWindow : public DialogWindow {
   // MPEG header bits: what they are to be, and what they are.
 
   QGroupBox* bits_group() {
-    auto* const group = new QGroupBox(label(dlg, 33));
+    auto* const group = new QGroupBox(label(row::header_bits));
     auto* const grid = new QGridLayout(group);
-    modify_ = new_box(label(dlg, 34), dialog_.rewrite_header, "rewrite_header");
+    modify_ = new_box(label(row::modify_bits), dialog_.rewrite_header, "rewrite_header");
     connect(modify_, &QCheckBox::toggled, this, [this] { show_states(); });
     grid->addWidget(modify_, 0, 0);
-    grid->addWidget(new QLabel(label(win, 21)), 0, 1);
+    grid->addWidget(new QLabel(label(row::now)), 0, 1);
     copyright_ = new_box(as_qstring(ui_text(row::copyright)), dialog_.rewrite_copyright,
                          "rewrite_copyright");
     original_ =
@@ -134,7 +134,7 @@ class FileInfoWindow : public DialogWindow {
   QGroupBox* tag_group() {
     auto* const group = new QGroupBox(as_qstring(ui_text(row::tag_id3v1)));
     auto* const grid = new QGridLayout(group);
-    QString text = label(dlg, 21);
+    QString text = label(row::create_or_use_id3v1);
     create_tag_ = new_box(text, dialog_.tag.create_tag, "create_tag");
     create_tag_->setEnabled(can_create_tag());
     connect(create_tag_, &QCheckBox::toggled, this, [this] { show_states(); });
@@ -149,14 +149,14 @@ class FileInfoWindow : public DialogWindow {
     genre_ = new QComboBox;
     genre_->addItem({});
     for (const std::string_view name : genre_names()) genre_->addItem(as_qstring(name));
-    add_field(*grid, label(dlg, 23), title_, "title");
-    add_field(*grid, label(dlg, 24), artist_, "artist");
-    add_field(*grid, label(dlg, 25), album_, "album");
-    add_field(*grid, label(dlg, 26), year_, "year");
-    add_field(*grid, label(dlg, 27), comment_, "comment");
-    add_field(*grid, label(dlg, 31), track_, "track");
-    add_field(*grid, label(dlg, 32), genre_, "genre");
-    names_from_cue_ = new QPushButton(label(dlg, 22));
+    add_field(*grid, label(row::title), title_, "title");
+    add_field(*grid, label(row::artist), artist_, "artist");
+    add_field(*grid, label(row::album), album_, "album");
+    add_field(*grid, label(row::year), year_, "year");
+    add_field(*grid, label(row::comment), comment_, "comment");
+    add_field(*grid, label(row::track), track_, "track");
+    add_field(*grid, label(row::genre), genre_, "genre");
+    names_from_cue_ = new QPushButton(label(row::names_from_cue));
     names_from_cue_->setObjectName(QStringLiteral("names_from_current_cue"));
     names_from_cue_->setAutoDefault(false);
     connect(names_from_cue_, &QPushButton::clicked, this, [this] {
@@ -196,12 +196,12 @@ class FileInfoWindow : public DialogWindow {
   // Save options.
 
   QGroupBox* save_group() {
-    auto* const group = new QGroupBox(label(dlg, 28));
+    auto* const group = new QGroupBox(label(row::save_options));
     auto* const rows = new QVBoxLayout(group);
-    write_xing_ = new_box(label(dlg, 94), dialog_.write_xing, "write_xing");
-    keep_info_ = new_box(label(dlg, 91), dialog_.keep_info, "keep_info");
-    keep_lame_ = new_box(label(dlg, 67), dialog_.keep_lame, "keep_lame");
-    keep_id3v2_ = new_box(label(dlg, 66), dialog_.keep_id3v2, "keep_id3v2");
+    write_xing_ = new_box(label(row::create_vbr_header), dialog_.write_xing, "write_xing");
+    keep_info_ = new_box(label(row::keep_info_header), dialog_.keep_info, "keep_info");
+    keep_lame_ = new_box(label(row::keep_encoder_data), dialog_.keep_lame, "keep_lame");
+    keep_id3v2_ = new_box(label(row::keep_id3v2), dialog_.keep_id3v2, "keep_id3v2");
     for (QCheckBox* const box : {write_xing_, keep_info_, keep_lame_, keep_id3v2_}) {
       box->setEnabled(dialog_.can_edit_boxes);
       rows->addWidget(box);

@@ -11,6 +11,7 @@
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
 #include "platform/program.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
@@ -61,13 +62,13 @@ class LanguageWindow : public DialogWindow {
 
  private:
   void show_texts() {
-    question_->setText(label(dlg, 96));
+    question_->setText(label(row::select_language));
     list_->setAccessibleName(question_->text());
-    portable_->setText(label(dlg, 97));
-    portable_words_->setText(label(dlg, 98));
+    portable_->setText(label(row::portable_forced));
+    portable_words_->setText(label(row::note_on_portable));
     portable_->setAccessibleDescription(portable_words_->text());
-    ok_->setText(label(dlg, 0));
-    buttons_->findChild<QPushButton*>(QStringLiteral("cancel"))->setText(label(dlg, 1));
+    ok_->setText(label(row::ok));
+    buttons_->findChild<QPushButton*>(QStringLiteral("cancel"))->setText(label(row::cancel));
   }
 
   LanguageDialog& dialog_;

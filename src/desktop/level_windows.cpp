@@ -38,7 +38,7 @@ class LevelWindow : public DialogWindow {
     columns->addLayout(sliders());
     columns->addSpacing(16);
     columns->addLayout(buttons_column());
-    auto* const note = new QLabel(label(dlg, 68));
+    auto* const note = new QLabel(label(row::note_on_bottom_level));
     note->setWordWrap(true);
     QDialogButtonBox* const buttons = ok_and_cancel();
     QPushButton* const defaults = new_defaults_button();
@@ -66,8 +66,8 @@ class LevelWindow : public DialogWindow {
     to_text_ = new QLabel;
     from_ = new_slider(Qt::Vertical, lowest_level, highest_level, 0, "sel_gain");
     to_ = new_slider(Qt::Vertical, lowest_level, highest_level, 0, "sel_gain_end");
-    from_->setAccessibleName(label(dlg, 41));
-    to_->setAccessibleName(label(dlg, 42));
+    from_->setAccessibleName(label(row::from));
+    to_->setAccessibleName(label(row::to));
     connect(from_, &QSlider::valueChanged, this, [this](int gain) {
       dialog_.set_from(gain);
       show_levels();
@@ -86,7 +86,7 @@ class LevelWindow : public DialogWindow {
       grid->addWidget(slider, 1, column, Qt::AlignHCenter);
       ++column;
     }
-    lock_ = new_box(label(dlg, 46), dialog_.locks_sliders, "locks_sliders");
+    lock_ = new_box(label(row::lock_sliders), dialog_.locks_sliders, "locks_sliders");
     connect(lock_, &QCheckBox::toggled, this,
             [this](bool is_set) { dialog_.locks_sliders = is_set; });
     grid->addWidget(lock_, 2, 0, 1, 2, Qt::AlignHCenter);
@@ -95,16 +95,16 @@ class LevelWindow : public DialogWindow {
 
   QVBoxLayout* buttons_column() {
     const struct {
-      std::uint32_t row;
+      TextRow text;
       const char* name;
       void (*set)();
-    } presets[] = {{43, "fade_in", LevelDialog::fade_in},
-                   {44, "fade_out", LevelDialog::fade_out},
-                   {45, "flat", LevelDialog::flat},
-                   {47, "silence", LevelDialog::silence}};
+    } presets[] = {{row::fade_in, "fade_in", LevelDialog::fade_in},
+                   {row::fade_out, "fade_out", LevelDialog::fade_out},
+                   {row::flat, "flat", LevelDialog::flat},
+                   {row::silent, "silence", LevelDialog::silence}};
     auto* const column = new QVBoxLayout;
     for (const auto& preset : presets) {
-      auto* const button = new QPushButton(label(dlg, preset.row));
+      auto* const button = new QPushButton(label(preset.text));
       button->setObjectName(QString::fromLatin1(preset.name));
       button->setAutoDefault(false);
       connect(button, &QPushButton::clicked, this, [this, set = preset.set] {
@@ -122,7 +122,7 @@ class LevelWindow : public DialogWindow {
     connect(bottom_, &QSpinBox::valueChanged, this, [](int decibels) {
       LevelDialog::set_bottom_level(static_cast<std::uint32_t>(decibels));
     });
-    auto* const words = new QLabel(label(dlg, 48));
+    auto* const words = new QLabel(label(row::bottom_level));
     words->setBuddy(bottom_);
     row->addWidget(words);
     row->addWidget(bottom_);
@@ -167,17 +167,17 @@ class NormalizeWindow : public DialogWindow {
       dialog_.set_change(steps);
       show_result();
     });
-    auto* const change_label = new QLabel(label(dlg, 39));
+    auto* const change_label = new QLabel(label(row::level_change));
     change_label->setBuddy(change_);
     auto* const grid = new QGridLayout;
-    grid->addWidget(new QLabel(label(dlg, 38)), 0, 0);
+    grid->addWidget(new QLabel(label(row::peak_found)), 0, 0);
     grid->addWidget(peak_, 0, 1);
     grid->addWidget(change_label, 1, 0);
     grid->addWidget(change_text_, 1, 1);
     grid->setColumnStretch(1, 1);
 
     QDialogButtonBox* const buttons = ok_and_cancel(&ok_);
-    stop_ = buttons->addButton(label(dlg, 37), QDialogButtonBox::ActionRole);
+    stop_ = buttons->addButton(label(row::stop_work), QDialogButtonBox::ActionRole);
     stop_->setObjectName(QStringLiteral("stop"));
     stop_->setAutoDefault(false);
     connect(stop_, &QPushButton::clicked, this, [this] { stop(); });

@@ -23,19 +23,19 @@ class NamesWindow : public DialogWindow {
         dialog_(dialog),
         part_artist_(new_text(dialog.part_artist)),
         part_title_(new_text(dialog.part_title)),
-        part_iscue_(new_box(label(dlg, 69), dialog.part_iscue, "part_iscue")),
+        part_iscue_(new_box(label(row::is_cue), dialog.part_iscue, "part_iscue")),
         sheet_artist_(new_text(dialog.sheet_artist)),
         sheet_title_(new_text(dialog.sheet_title)) {
     auto* const part = new QGroupBox(as_qstring(dialog.group_title()));
     auto* const part_grid = new QGridLayout(part);
-    add_field(*part_grid, label(dlg, 24), part_artist_, "part_artist");
-    add_field(*part_grid, label(dlg, 23), part_title_, "part_title");
+    add_field(*part_grid, label(row::artist), part_artist_, "part_artist");
+    add_field(*part_grid, label(row::title), part_title_, "part_title");
     part_grid->addWidget(part_iscue_, part_grid->rowCount(), 1);
 
     auto* const sheet = new QGroupBox(as_qstring(ui_text(row::album_or_sheet)));
     auto* const sheet_grid = new QGridLayout(sheet);
-    add_field(*sheet_grid, label(dlg, 24), sheet_artist_, "sheet_artist");
-    add_field(*sheet_grid, label(dlg, 23), sheet_title_, "sheet_title");
+    add_field(*sheet_grid, label(row::artist), sheet_artist_, "sheet_artist");
+    add_field(*sheet_grid, label(row::title), sheet_title_, "sheet_title");
 
     QDialogButtonBox* const buttons = ok_and_cancel();
     connect(buttons, &QDialogButtonBox::accepted, this, [this] { take(); });

@@ -31,6 +31,7 @@
 #include "platform/path.h"
 #include "settings/note.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -70,13 +71,13 @@ std::vector<BoxAnswer> answers_of(BoxButtons buttons) {
 QPushButton* add_button(QMessageBox& window, BoxAnswer answer) {
   switch (answer) {
     case BoxAnswer::ok:
-      return window.addButton(label(dlg, 0), QMessageBox::AcceptRole);
+      return window.addButton(label(row::ok), QMessageBox::AcceptRole);
     case BoxAnswer::yes:
-      return window.addButton(label(dlg, 3), QMessageBox::YesRole);
+      return window.addButton(label(row::yes), QMessageBox::YesRole);
     case BoxAnswer::no:
-      return window.addButton(label(dlg, 4), QMessageBox::NoRole);
+      return window.addButton(label(row::no), QMessageBox::NoRole);
     case BoxAnswer::cancel:
-      return window.addButton(label(dlg, 1), QMessageBox::RejectRole);
+      return window.addButton(label(row::cancel), QMessageBox::RejectRole);
   }
   return nullptr;
 }
@@ -182,7 +183,7 @@ bool QtHost::show_note(const MessageBox& note) {
   fill(window, note);
   window.setIcon(QMessageBox::NoIcon);
   add_button(window, BoxAnswer::ok);
-  auto* const hide = new QCheckBox(label(msg, 28));
+  auto* const hide = new QCheckBox(label(row::hide_note));
   hide->setObjectName(QStringLiteral("hide_note"));
   window.setCheckBox(hide);
   window.exec();

@@ -12,17 +12,19 @@
 #include "desktop/qt_text.h"
 #include "document/open_state.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
 
 namespace corvelin {
 
 RunWindow::RunWindow(LongRun& run, QWidget* parent)
-    : DialogWindow(QStringLiteral("run_window"), label(msg, 2), parent),
+    : DialogWindow(QStringLiteral("run_window"), label(row::create_audio_file), parent),
       run_(run),
       bar_(new_progress_bar(windowTitle())),
       progress_(new QLabel),
       log_(new QPlainTextEdit),
-      closes_(new_box(label(dlg, 7), settings.nokeep_savewin != 0, "nokeep_savewin")),
-      button_(new QPushButton(label(dlg, 1))) {
+      closes_(
+          new_box(label(row::close_on_messages), settings.nokeep_savewin != 0, "nokeep_savewin")),
+      button_(new QPushButton(label(row::cancel))) {
   progress_->setObjectName(QStringLiteral("progress"));
   progress_->setTextFormat(Qt::PlainText);
   log_->setObjectName(QStringLiteral("log"));
@@ -71,7 +73,7 @@ void RunWindow::end() {
   is_over_ = true;
   const bool is_read = settings.nokeep_savewin == 0 && !batch_active;
   if (run_.report().empty() || !is_read) return accept();
-  button_->setText(label(dlg, 2));
+  button_->setText(label(row::close));
   button_->setObjectName(QStringLiteral("close"));
   button_->setDefault(true);
 }

@@ -22,7 +22,7 @@ class SpeedWindow : public DialogWindow {
       : DialogWindow(QStringLiteral("speed_dialog"),
                      as_qstring(menu_text_plain(ui_text(row::high_speed_recording))), parent),
         dialog_(dialog) {
-    auto* const note = new QLabel(label(msg, 33));
+    auto* const note = new QLabel(label(row::note_on_speed));
     note->setWordWrap(true);
     factor_ = new QLabel;
     factor_->setObjectName(QStringLiteral("factor"));

@@ -43,7 +43,7 @@ class SplitWindow : public DialogWindow {
     rows->addWidget(folder_group());
     rows->addWidget(names_group());
     rows->addWidget(options_group());
-    rows->addWidget(new_words(label(dlg, 13)));
+    rows->addWidget(new_words(label(row::note_on_split)));
     rows->addLayout(progress_row());
     rows->addWidget(buttons());
     setMinimumWidth(620);
@@ -60,19 +60,19 @@ class SplitWindow : public DialogWindow {
 
  private:
   QGroupBox* folder_group() {
-    auto* const group = new QGroupBox(label(dlg, 14));
+    auto* const group = new QGroupBox(label(row::destination_folder));
     auto* const row = new QHBoxLayout(group);
     folder_ = new_line({}, static_cast<int>(longest_setting));
     folder_->setObjectName(QStringLiteral("folder"));
-    folder_->setAccessibleName(label(dlg, 14));
+    folder_->setAccessibleName(label(row::destination_folder));
     auto* const choose = new QPushButton(QStringLiteral("..."));
     choose->setObjectName(QStringLiteral("choose_folder"));
-    choose->setAccessibleName(label(dlg, 14) + QStringLiteral(" ..."));
+    choose->setAccessibleName(label(row::destination_folder) + QStringLiteral(" ..."));
     choose->setAutoDefault(false);
     choose->setFixedWidth(36);
     connect(choose, &QPushButton::clicked, this, [this] {
       const QString folder =
-          QFileDialog::getExistingDirectory(this, label(dlg, 14), folder_->text());
+          QFileDialog::getExistingDirectory(this, label(row::destination_folder), folder_->text());
       if (!folder.isEmpty()) folder_->setText(folder);
     });
     row->addWidget(folder_);
@@ -81,37 +81,37 @@ class SplitWindow : public DialogWindow {
   }
 
   QGroupBox* names_group() {
-    auto* const group = new QGroupBox(label(dlg, 15));
+    auto* const group = new QGroupBox(label(row::filename_creation));
     auto* const grid = new QGridLayout(group);
     pattern_ = new_line({}, static_cast<int>(longest_setting));
     pattern_->setObjectName(QStringLiteral("pattern"));
-    pattern_->setAccessibleName(label(dlg, 15));
+    pattern_->setAccessibleName(label(row::filename_creation));
     first_number_ = new QSpinBox;
     first_number_->setObjectName(QStringLiteral("first_number"));
     first_number_->setRange(0, 9999);
-    auto* const words = new QLabel(label(dlg, 16));
+    auto* const words = new QLabel(label(row::number_begins_with));
     words->setBuddy(first_number_);
     grid->addWidget(pattern_, 0, 0, 1, 3);
     grid->addWidget(words, 1, 0);
     grid->addWidget(first_number_, 1, 1);
     auto* const texts = new QHBoxLayout;
-    texts->addWidget(new_words(label(dlg, 11)), 1);
+    texts->addWidget(new_words(label(row::split_variables)), 1);
     texts->addSpacing(12);
-    texts->addWidget(new_words(label(dlg, 12)), 1);
+    texts->addWidget(new_words(label(row::note_on_numbers)), 1);
     grid->addLayout(texts, 2, 0, 1, 3);
     grid->setColumnStretch(2, 1);
     return group;
   }
 
   QGroupBox* options_group() {
-    auto* const group = new QGroupBox(label(dlg, 28));
+    auto* const group = new QGroupBox(label(row::save_options));
     auto* const grid = new QGridLayout(group);
-    id3v11_ = new_box(label(dlg, 17), false, "split_id3v11");
-    id3v2_ = new_box(label(dlg, 19), false, "split_id3v2");
-    overlap_ = new_box(label(dlg, 18), false, "overlaps");
+    id3v11_ = new_box(label(row::create_tags), false, "split_id3v11");
+    id3v2_ = new_box(label(row::copy_id3v2), false, "split_id3v2");
+    overlap_ = new_box(label(row::overlap), false, "overlaps");
     seconds_ = new QSpinBox;
     seconds_->setObjectName(QStringLiteral("overlap_seconds"));
-    seconds_->setAccessibleName(label(dlg, 18).remove(u'&'));
+    seconds_->setAccessibleName(label(row::overlap).remove(u'&'));
     seconds_->setRange(0, 127);
     connect(overlap_, &QCheckBox::toggled, seconds_, &QWidget::setEnabled);
     grid->addWidget(id3v11_, 0, 0, 1, 3);
