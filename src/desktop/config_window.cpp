@@ -306,6 +306,8 @@ class ConfigWindow : public DialogWindow {
       : DialogWindow(QStringLiteral("config_dialog"), as_qstring(ConfigDialog::title()), parent),
         dialog_(dialog),
         tabs_(new QTabWidget),
+        defaults_(new_defaults_button()),
+        close_(new QPushButton(label(row::close))),
         restart_(new QPushButton(as_qstring(ConfigDialog::restart_label()))) {
     tabs_->setObjectName(QStringLiteral("pages"));
     for (std::size_t i = 0; i < ConfigDialog::page_count; ++i) {
@@ -315,21 +317,19 @@ class ConfigWindow : public DialogWindow {
       area->setFocusPolicy(Qt::NoFocus);
       tabs_->addTab(area, as_qstring(ConfigDialog::page_title(static_cast<SettingPage>(i))));
     }
-    QPushButton* const defaults = new_defaults_button();
     restart_->setObjectName(QStringLiteral("restart"));
     restart_->setAutoDefault(false);
-    auto* const close = new QPushButton(label(row::close));
-    close->setObjectName(QStringLiteral("close"));
-    close->setDefault(true);
+    close_->setObjectName(QStringLiteral("close"));
+    close_->setDefault(true);
     auto* const buttons = new QHBoxLayout;
-    buttons->addWidget(defaults);
+    buttons->addWidget(defaults_);
     buttons->addWidget(restart_);
     buttons->addStretch();
-    buttons->addWidget(close);
+    buttons->addWidget(close_);
     auto* const rows = new QVBoxLayout(this);
     rows->addWidget(tabs_, 1);
     rows->addLayout(buttons);
-    connect(defaults, &QPushButton::clicked, this, [this] {
+    connect(defaults_, &QPushButton::clicked, this, [this] {
       dialog_.restore_defaults();
       show_values();
     });
@@ -337,7 +337,7 @@ class ConfigWindow : public DialogWindow {
       page_->finish();
       if (dialog_.restart()) accept();
     });
-    connect(close, &QPushButton::clicked, this, &QDialog::accept);
+    connect(close_, &QPushButton::clicked, this, &QDialog::accept);
     tabs_->setCurrentIndex(static_cast<int>(dialog_.page));
     build_page();
     connect(tabs_, &QTabWidget::currentChanged, this, [this](int index) {
@@ -369,6 +369,8 @@ class ConfigWindow : public DialogWindow {
   void build_page() {
     page_ = new ConfigPage(dialog_, [this] { show_values(); });
     static_cast<QScrollArea*>(tabs_->currentWidget())->setWidget(page_);
+    for (QWidget* const button : {defaults_, restart_, close_})  // behind the new page
+      setTabOrder(previousInFocusChain(), button);
     show_values();
     if (isVisible()) make_room();
   }
@@ -400,6 +402,8 @@ class ConfigWindow : public DialogWindow {
 
   ConfigDialog& dialog_;
   QTabWidget* tabs_;
+  QPushButton* defaults_;
+  QPushButton* close_;
   QPushButton* restart_;
   ConfigPage* page_ = nullptr;
 };

@@ -16,6 +16,22 @@
 
 namespace corvelin {
 
+namespace {
+
+// Tab comes to the first of the buttons and then leaves them all: a box of buttons hands the focus
+// on to the one that stands first, and the toolkit has it last in the order of Tab.
+void order_buttons(const QDialogButtonBox& box) {
+  QWidget* before = nullptr;
+  for (int i = 0; i < box.layout()->count(); ++i) {
+    QWidget* const button = box.layout()->itemAt(i)->widget();
+    if (button == nullptr) continue;
+    if (before != nullptr) QWidget::setTabOrder(before, button);
+    before = button;
+  }
+}
+
+}  // namespace
+
 QString label(TextRow row) { return as_qstring(label_text(row)); }
 
 DialogWindow::DialogWindow(const QString& name, const QString& title, QWidget* parent)
@@ -32,6 +48,7 @@ void DialogWindow::setVisible(bool visible) {
     if (layout()->hasHeightForWidth())
       needed.setHeight(std::max(height(), layout()->totalHeightForWidth(needed.width())));
     resize(needed);
+    for (const QDialogButtonBox* const box : findChildren<QDialogButtonBox*>()) order_buttons(*box);
   }
   QDialog::setVisible(visible);
 }
@@ -66,6 +83,7 @@ QProgressBar* new_progress_bar(const QString& accessible_name) {
   bar->setObjectName(QStringLiteral("progress_bar"));
   bar->setAccessibleName(accessible_name);
   bar->setRange(0, 100);
+  bar->setValue(0);
   bar->setTextVisible(false);
   return bar;
 }
