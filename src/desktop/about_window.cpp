@@ -28,6 +28,7 @@ class AboutWindow : public DialogWindow {
     auto* const picture = new QLabel;
     picture->setPixmap(
         program_icon().pixmap(QSize(picture_size, picture_size), devicePixelRatioF()));
+    picture->setAccessibleName(as_qstring(program_name));
     auto* const name = new QLabel(as_qstring(program_name));
     QFont font = name->font();
     font.setBold(true);

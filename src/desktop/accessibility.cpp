@@ -1,10 +1,14 @@
-// The view and its three pictures as accessible objects.
+// The view and its three pictures as accessible objects, and who makes those of other kinds.
 #include "desktop/accessibility.h"
 
 #include <QAccessible>
 #include <QAccessibleWidget>
+#include <QAction>
+#include <QLineEdit>
 #include <array>
 
+#include "desktop/accessible_lines.h"
+#include "desktop/accessible_marks.h"
 #include "desktop/qt_text.h"
 #include "desktop/view_widget.h"
 #include "shell/status_display.h"
@@ -109,8 +113,10 @@ class AccessibleView : public QAccessibleWidget {
 };
 
 QAccessibleInterface* make_interface(const QString&, QObject* object) {
-  auto* const view = dynamic_cast<ViewWidget*>(object);
-  return view == nullptr ? nullptr : new AccessibleView(*view);
+  if (auto* const view = dynamic_cast<ViewWidget*>(object)) return new AccessibleView(*view);
+  if (auto* const entry = qobject_cast<QAction*>(object)) return new_accessible_mark(*entry);
+  auto* const line = qobject_cast<QLineEdit*>(object);
+  return line != nullptr && line->isReadOnly() ? new_accessible_read_only_line(*line) : nullptr;
 }
 
 }  // namespace

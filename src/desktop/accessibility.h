@@ -1,5 +1,6 @@
-// What screen readers are told of the view, which is one widget to the toolkit and three pictures
-// to the user: graph, overview and level meter.
+// What screen readers are told that the toolkit does not tell by itself: above all of the view,
+// which is one widget to the toolkit and three pictures to the user, graph, overview and level
+// meter.
 #pragma once
 
 namespace corvelin {

@@ -35,12 +35,20 @@ QString with_marked_numbers(QString text) {
 
 }  // namespace
 
-CommandButton::CommandButton(CommandId id, RunCommand run, QWidget* parent)
+CommandButton::CommandButton(CommandId id, const RunCommand& run, QWidget* parent)
     : QToolButton(parent), id_(id) {
   setObjectName(QStringLiteral("command_%1").arg(id));
   setAutoRaise(true);
   setFocusPolicy(Qt::TabFocus);
-  connect(this, &QToolButton::clicked, [id, run = std::move(run)] { run(id); });
+  connect(this, &QToolButton::clicked, [this, run] {
+    if (!isCheckable()) run(id_);
+  });
+  connect(this, &QToolButton::toggled, [this, run] { run(id_); });  // by a click or from outside
+}
+
+void CommandButton::show_checked(bool is_checked) {
+  const QSignalBlocker quiet(this);
+  setChecked(is_checked);
 }
 
 void CommandButton::keyPressEvent(QKeyEvent* event) {

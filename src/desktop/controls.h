@@ -18,9 +18,12 @@ using RunCommand = std::function<void(CommandId)>;
 /// A button that runs a command. It can be reached by Tab and pressed by Return.
 class CommandButton : public QToolButton {
  public:
-  CommandButton(CommandId id, RunCommand run, QWidget* parent);
+  CommandButton(CommandId id, const RunCommand& run, QWidget* parent);
 
   [[nodiscard]] CommandId id() const { return id_; }
+
+  /// What its command has made of the state that it holds.
+  void show_checked(bool is_checked);
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;

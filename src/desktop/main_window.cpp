@@ -194,14 +194,20 @@ void MainWindow::show_status() {
   position_bar_->setVisible(status_.has_scroll_bar);
   position_bar_->show_position(status_.scroll_position);
   const QString margin = as_qstring(status_.margin);
-  if (margin_ != nullptr && margin_->text() != margin) margin_->setText(margin);
-  if (margin_button_ != nullptr && !margin.isEmpty()) margin_button_->setText(margin);
+  if (margin_ != nullptr && margin_->text() != margin) {
+    margin_->setText(margin);
+    margin_->setAccessibleDescription(margin);
+  }
+  if (margin_button_ != nullptr && !margin.isEmpty() && margin_button_->text() != margin) {
+    margin_button_->setText(margin);
+    margin_button_->setAccessibleDescription(margin);
+  }
   if (volume_->value() != settings.volume) volume_->setValue(settings.volume);
 }
 
 void MainWindow::show_button_states() {
-  buttons_[command::toggle_keep_id3v2]->setChecked(settings.keep_id3v2 != 0);
-  buttons_[command::toggle_save_id3v1]->setChecked(settings.save_id3v1 != 0);
+  buttons_[command::toggle_keep_id3v2]->show_checked(settings.keep_id3v2 != 0);
+  buttons_[command::toggle_save_id3v1]->show_checked(settings.save_id3v1 != 0);
   for (const auto& [id, button] : buttons_) button->setEnabled(is_command_enabled(id));
   if (margin_ != nullptr) margin_->setEnabled(settings.margin != 0);
   if (margin_button_ != nullptr) margin_button_->setEnabled(settings.margin != 0);

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "desktop/accessible_marks.h"
 #include "desktop/qt_text.h"
 #include "edit/menu_state.h"
 #include "edit/undo.h"
@@ -71,7 +72,8 @@ QMenu* Menus::add_menu(QWidget* parent, const Menu& menu) {
   QActionGroup* radio_marks = nullptr;
   for (const MenuRow& row : menu.rows) {
     if (row.menu != nullptr) {
-      made->addMenu(add_menu(made, *row.menu));
+      submenus_.push_back(add_menu(made, *row.menu));
+      made->addMenu(submenus_.back());
     } else if (row.command == 0) {
       made->addSeparator();
     } else if (has_entry(row)) {
@@ -80,6 +82,7 @@ QMenu* Menus::add_menu(QWidget* parent, const Menu& menu) {
       actions_[command.id] = action;
       if (command.mark.bits == 0) continue;
       action->setCheckable(true);
+      QObject::connect(action, &QAction::toggled, made, [action] { announce_mark(*action); });
       if (!command.mark.is_radio) continue;
       if (radio_marks == nullptr) radio_marks = new QActionGroup(made);
       radio_marks->addAction(action);
@@ -127,6 +130,8 @@ void Menus::rebuild_recent_menu() {
 
 void Menus::show_states() {
   for (const auto& [id, action] : actions_) action->setEnabled(is_command_enabled(id));
+  for (QMenu* const menu : submenus_)
+    menu->menuAction()->setEnabled(std::ranges::any_of(menu->actions(), &QAction::isEnabled));
   const auto undo = actions_.find(command::undo);
   if (undo != actions_.end()) CommandMenu::set_text(*undo->second, as_qstring(undo_menu_text()));
 }

@@ -32,6 +32,7 @@ class Menus {
   QPalette palette_;
   RunCommand run_;
   std::map<CommandId, QAction*> actions_;  // of the table's commands
+  std::vector<QMenu*> submenus_;           // grey when all their entries are
   std::vector<QAction*> recent_;           // with the line in front of them
   QMenu* file_menu_ = nullptr;
   QMenu* list_menu_ = nullptr;

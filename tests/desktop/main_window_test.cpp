@@ -8,6 +8,7 @@
 #include <QDialog>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
 #include <QScrollBar>
@@ -25,6 +26,7 @@
 #include "desktop/qt_host.h"
 #include "desktop/qt_text.h"
 #include "desktop/style.h"
+#include "edit/menu_state.h"
 #include "edit/undo.h"
 #include "edit/window_commands.h"
 #include "platform/file.h"
@@ -113,6 +115,14 @@ class MainWindowTest : public CoreTest {
 
 using Ids = std::vector<CommandId>;
 
+// As a screen reader presses or toggles it.
+void act(QObject& control) {
+  QAccessibleActionInterface* const actions =
+      QAccessible::queryAccessibleInterface(&control)->actionInterface();
+  actions->doAction(actions->actionNames().front());
+  QApplication::processEvents();
+}
+
 }  // namespace
 
 TEST_F(MainWindowTest, EachKeyOfTheTableReachesItsCommandAndNoOther) {
@@ -179,6 +189,9 @@ TEST_F(MainWindowTest, EachMenuEntryAndButtonReachesItsCommandAndNoOther) {
         EXPECT_EQ(asked, Ids{command.id}) << layout;
         EXPECT_FALSE(button->hasFocus());
         EXPECT_NE(button->icon().isNull(), button->text().isEmpty()) << command.id;
+        asked.clear();
+        act(*button);
+        EXPECT_EQ(asked, Ids{command.id});
         asked.clear();
       }
     }
@@ -409,6 +422,27 @@ TEST_F(MainWindowTest, EverythingThatTakesTheFocusIsCalledSomething) {
     names.push_back(as_utf8(view->child(i)->text(QAccessible::Name)));
   }
   EXPECT_EQ(names, (std::vector<std::string>{"Graph", "Overview", "Level meter"}));
+  EXPECT_FALSE(QAccessible::queryAccessibleInterface(find<QWidget>("info_bar"))->state().editable);
+}
+
+TEST_F(MainWindowTest, MarksOfTheMenusAreTold) {
+  show_window();
+  EXPECT_FALSE(find<QMenu>("menu_74")->menuAction()->isEnabled());  // there is no document
+  open_frames(40);
+  EXPECT_TRUE(find<QMenu>("menu_74")->menuAction()->isEnabled());
+  const struct {
+    CommandId id;
+    QAccessible::Role role;
+  } marks[] = {{1051, QAccessible::CheckBox}, {1075, QAccessible::RadioButton}};
+  for (const auto& mark : marks) {
+    auto* const entry = find<QAction>(("command_" + std::to_string(mark.id)).c_str());
+    const QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(entry);
+    const bool was_checked = told->state().checked;
+    act(*entry);
+    EXPECT_EQ(told->role(), mark.role);
+    EXPECT_NE(told->state().checked, was_checked) << mark.id;
+    EXPECT_EQ(told->state().checked, is_checked(*command_of(mark.id)));
+  }
 }
 
 }  // namespace corvelin::test
