@@ -189,14 +189,12 @@ class BatchWindow : public DialogWindow {
           QFileDialog::getExistingDirectory(this, label(row::source), folder_->text());
       if (!chosen.isEmpty()) take_folder(as_path(chosen));
     });
-    connect(folder_, &QLineEdit::editingFinished, this, [this] {
-      if (folder_->text() != as_shown(job_.source_folder)) take_folder(as_path(folder_->text()));
-    });
-    connect(mask_, &QLineEdit::editingFinished, this, [this] {
-      if (mask_->text() == as_qstring(job_.mask)) return;
-      job_.mask = as_utf8(mask_->text());
-      scan();
-    });
+    for (const QLineEdit* const field : {folder_, mask_}) {
+      connect(field, &QLineEdit::editingFinished, this, [this] { take_source(); });
+      connect(field, &QLineEdit::textChanged, this, [this, field] {
+        if (!field->hasFocus()) take_source();  // by another program, which never leaves the field
+      });
+    }
     connect(list_, &QTreeWidget::itemSelectionChanged, this, [this] { take_selection(); });
     connect(list_->header(), &QHeaderView::sectionClicked, this, [this](int column) {
       job_.sort_by(static_cast<BatchColumn>(column));
@@ -208,6 +206,13 @@ class BatchWindow : public DialogWindow {
     };
     list_->take_dropped = [this](const QList<QUrl>& urls) { take_dropped(urls); };
     return group;
+  }
+
+  void take_source() {
+    if (folder_->text() != as_shown(job_.source_folder)) take_folder(as_path(folder_->text()));
+    if (mask_->text() == as_qstring(job_.mask)) return;
+    job_.mask = as_utf8(mask_->text());
+    scan();
   }
 
   void take_dropped(const QList<QUrl>& urls) {
@@ -313,7 +318,7 @@ class BatchWindow : public DialogWindow {
   QCheckBox* option_box(BatchOption option, const QString& text) {
     auto* const box = new_box(text, job_.has(option),
                               ("option_" + std::to_string(static_cast<int>(option))).c_str());
-    connect(box, &QCheckBox::clicked, this, [this, option](bool is_on) {
+    connect(box, &QCheckBox::toggled, this, [this, option](bool is_on) {
       dialog_.choose(option, is_on);
       show_options();
     });
@@ -337,13 +342,12 @@ class BatchWindow : public DialogWindow {
     grid->addWidget(to_folder_, 0, 0, 1, 2);
     grid->addWidget(overwrite_, 1, 0);
     grid->addWidget(source, 1, 1, Qt::AlignTrailing);
+    connect(overwrite_, &QRadioButton::toggled, this,
+            [this](bool is_on) { dialog_.choose(BatchOption::overwrite_originals, is_on); });
     connect(to_folder_, &QRadioButton::clicked, this, [this] {
-      const bool was_running = dialog_.is_running();
-      dialog_.choose(BatchOption::overwrite_originals, false);
-      if (!was_running) choose_destination();
+      if (is_stepping_) return dialog_.stop();
+      choose_destination();
     });
-    connect(overwrite_, &QRadioButton::clicked, this,
-            [this] { dialog_.choose(BatchOption::overwrite_originals, true); });
     connect(source, &QPushButton::clicked, this, [this] {
       job_.dest_folder.clear();
       show_destination();
@@ -441,7 +445,10 @@ class BatchWindow : public DialogWindow {
   }
 
   void show_options() {
-    for (const auto& [option, box] : options_) box->setChecked(job_.has(option));
+    for (const auto& [option, box] : options_) {
+      const QSignalBlocker quiet(box);
+      box->setChecked(job_.has(option));
+    }
     level_->setEnabled(job_.can_edit_level());
     bottom_->setEnabled(job_.can_edit_bottom());
     join_name_->setEnabled(job_.has(BatchOption::join));
@@ -457,8 +464,11 @@ class BatchWindow : public DialogWindow {
 
   void show_destination() {
     const bool overwrites = job_.has(BatchOption::overwrite_originals);
-    to_folder_->setChecked(!overwrites);
-    overwrite_->setChecked(overwrites);
+    {
+      const QSignalBlocker quiet(overwrite_);
+      to_folder_->setChecked(!overwrites);
+      overwrite_->setChecked(overwrites);
+    }
     const QString text = job_.dest_folder.empty() ? as_qstring(ui_text(row::select_folder))
                                                   : as_shown(job_.dest_folder);
     to_folder_->setAccessibleName(text);

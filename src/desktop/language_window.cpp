@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -47,8 +48,9 @@ class LanguageWindow : public DialogWindow {
       show_texts();
     });
     connect(list_, &QListWidget::itemDoubleClicked, this, [this] { accept(); });
-    connect(portable_, &QCheckBox::clicked, this, [this](bool is_set) {
+    connect(portable_, &QCheckBox::toggled, this, [this](bool is_set) {
       dialog_.set_portable(is_set);
+      const QSignalBlocker quiet(portable_);
       portable_->setChecked(dialog_.is_portable);
     });
     connect(buttons_, &QDialogButtonBox::accepted, this, &QDialog::accept);

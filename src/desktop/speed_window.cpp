@@ -60,7 +60,7 @@ class SpeedWindow : public DialogWindow {
     constexpr int longest_number = 12;
     QLineEdit* const field = new_line({}, longest_number);
     field->setMaximumWidth(field->fontMetrics().averageCharWidth() * (longest_number + 4));
-    connect(field, &QLineEdit::textEdited, this, [this, &speed](const QString& typed) {
+    connect(field, &QLineEdit::textChanged, this, [this, &speed](const QString& typed) {
       speed = as_utf8(typed);
       show_factor();
     });
