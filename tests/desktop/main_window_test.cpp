@@ -433,7 +433,8 @@ TEST_F(MainWindowTest, MarksOfTheMenusAreTold) {
   const struct {
     CommandId id;
     QAccessible::Role role;
-  } marks[] = {{1051, QAccessible::CheckBox}, {1075, QAccessible::RadioButton}};
+  } marks[] = {{command::toggle_big_timer, QAccessible::CheckBox},
+               {command::text_is_ansi, QAccessible::RadioButton}};
   for (const auto& mark : marks) {
     auto* const entry = find<QAction>(("command_" + std::to_string(mark.id)).c_str());
     const QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(entry);
