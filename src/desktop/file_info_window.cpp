@@ -126,7 +126,7 @@ class FileInfoWindow : public DialogWindow {
   static QCheckBox* new_current(const QString& text, const char* name) {
     QCheckBox* const box = new_box(text, false, name);
     box->setEnabled(false);
-    box->setAccessibleName(label(win, 21).remove(u'&') + QStringLiteral(": ") + text);
+    box->setAccessibleName(label(row::now).remove(u'&') + QStringLiteral(": ") + text);
     return box;
   }
 
