@@ -16,6 +16,7 @@
 #include "cli/messages.h"
 #include "cli/progress_line.h"
 #include "platform/file.h"
+#include "platform/folder_list.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -34,11 +35,11 @@ bool can_begin(BatchJob& job) {
   const FileFacts facts = file_facts(job.source_folder);
   if (!facts.found) return refuse(job.source_folder + ": No such folder");
   if (!facts.is_folder) return refuse(job.source_folder + ": Not a folder");
-  if (!can_enter_folder(job.source_folder))
-    return refuse(job.source_folder + ": Permission denied");
+  if (!can_list_folder(job.source_folder)) return refuse(job.source_folder + ": Permission denied");
   if (job.dest_folder.empty()) return true;
   if (const std::error_code error = create_folders(job.dest_folder))
     return refuse(job.dest_folder + ": " + error.message());
+  if (!file_facts(job.dest_folder).is_folder) return refuse(job.dest_folder + ": Not a folder");
   return true;
 }
 
@@ -46,7 +47,16 @@ std::string line_of(const BatchResult& result) {
   std::string line = fmt::format("{:9}  {}", name_of(result.outcome), result.name);
   if (!result.target.empty()) line += " -> " + result.target;
   if (!result.reason.empty()) line += ": " + result.reason;
-  return printable(std::move(line));
+  return printable(on_one_line(std::move(line)));
+}
+
+// Of a file that failed, or that was left half written by a run that was stopped.
+bool has_fault(const BatchResult& result) {
+  return result.outcome == BatchOutcome::failed || !result.reason.empty();
+}
+
+std::string fault_of(const BatchResult& result) {
+  return on_one_line(result.name + ": " + result.reason);
 }
 
 // A line a file, as it comes; where standard output is for JSON, only for a person who watches.
@@ -61,9 +71,9 @@ class Progress {
       print(place + line_of(result) + "\n");
       flush_output();
     } else {
-      line_.show(place + printable(result.name));
+      line_.show(place + printable(on_one_line(result.name)));
     }
-    if (result.outcome == BatchOutcome::failed) complain(result.name + ": " + result.reason);
+    if (has_fault(result)) complain(fault_of(result));
   }
 
  private:
@@ -89,7 +99,7 @@ std::size_t count_of(const std::vector<BatchResult>& results, BatchOutcome outco
   return static_cast<std::size_t>(std::ranges::count(results, outcome, &BatchResult::outcome));
 }
 
-// How many files came to what. Those that failed are named once more: of thousands of lines nobody
+// How many files came to what. Those with a fault are named once more: of thousands of lines nobody
 // reads the ones in the middle.
 void print_table(const std::vector<BatchResult>& results) {
   print("\n");
@@ -98,10 +108,9 @@ void print_table(const std::vector<BatchResult>& results) {
         BatchOutcome::failed, BatchOutcome::stopped}) {
     const std::size_t count = count_of(results, outcome);
     if (count != 0) print(fmt::format("{:9} {:6}\n", name_of(outcome), count));
-    if (outcome != BatchOutcome::failed) continue;
     for (const BatchResult& result : results)
-      if (result.outcome == outcome)
-        print(printable(fmt::format("  {}: {}\n", result.name, result.reason)));
+      if (result.outcome == outcome && has_fault(result))
+        print("  " + printable(fault_of(result)) + "\n");
   }
 }
 
@@ -136,7 +145,8 @@ bool run_batch(BatchJob job, unsigned jobs, bool prints_json) {
   if (job.items.empty()) complain("there is no file to work on in " + job.source_folder);
 
   if (jobs == 0) jobs = std::max(1U, std::thread::hardware_concurrency());
-  Progress progress(job.items.size(), !prints_json);
+  const std::size_t joined_file = job.has(BatchOption::join) ? 1 : 0;
+  Progress progress(job.items.size() + joined_file, !prints_json);
   const auto tell_of = [&progress](const BatchResult& result) { progress.tell_of(result); };
   std::vector<BatchResult> results;
   if (can_run_side_by_side(job)) {

@@ -3,6 +3,7 @@
 
 #include <dirent.h>
 #include <fnmatch.h>
+#include <unistd.h>
 
 #include <memory>
 
@@ -46,6 +47,10 @@ std::vector<FolderEntry> list_folder(const std::string& folder, std::string_view
                        .write_time = facts.write_time});
   }
   return entries;
+}
+
+bool can_list_folder(const std::string& folder) {
+  return can_enter_folder(folder) && ::access(folder.c_str(), R_OK) == 0;
 }
 
 }  // namespace corvelin

@@ -22,4 +22,7 @@ struct FolderEntry {
 /// out.
 std::vector<FolderEntry> list_folder(const std::string& folder, std::string_view mask);
 
+/// Whether the names in a folder can be read, and the files that have them reached.
+bool can_list_folder(const std::string& folder);
+
 }  // namespace corvelin
