@@ -4,7 +4,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <filesystem>
+#include <map>
 #include <optional>
+#include <system_error>
 #include <utility>
 
 #include "document/append.h"
@@ -29,6 +32,7 @@
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
+#include "text/boxes.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
 #include "unattended/dialog_runs.h"
@@ -92,13 +96,12 @@ std::uint32_t bytes_of(double seconds) {
   return whole_part(seconds * double{stream.avg_bitrate} * 0.125);
 }
 
-// Frames that end before the limit stay.
+// The limit may lie within a frame, which is not saved then: the reader drops what runs over the
+// end of a part.
 bool limit_length(double seconds) {
   const std::uint32_t limit = bytes_of(seconds);
   if (limit >= document.total_size) return false;
-  const EditPosition frame = frame_at(limit);
-  const EditPosition end = frame > limit ? frame_before(frame) : frame;
-  delete_range(end, document.total_size);
+  delete_range(limit, document.total_size);
   return true;
 }
 
@@ -123,11 +126,11 @@ void cut_end(double seconds) {
   if (pos > 0 && pos < document.total_size) delete_range(pos, document.total_size);
 }
 
+// A fade that is longer than the stream takes all of it.
 void fade_ends(double begin_seconds, double end_seconds, int bottom) {
   const auto gain = static_cast<std::int16_t>(-(2 * bottom) / 3);
   const EditPosition begin = frame_at(bytes_of(begin_seconds));
-  if (begin != 0 && begin < document.total_size && delete_range(begin, begin) != no_part)
-    document.parts[0].part_gainbeg = gain;
+  if (begin != 0 && delete_range(begin, begin) != no_part) document.parts[0].part_gainbeg = gain;
   const EditPosition end =
       frame_at(document.total_size - std::min(bytes_of(end_seconds), document.total_size));
   if (end < document.total_size && delete_range(end, end) != no_part) document.end_gain = gain;
@@ -205,6 +208,22 @@ bool splits(const BatchJob& job) {
   return job.has(BatchOption::pause_detection) || job.has(BatchOption::auto_cue);
 }
 
+// Of several names that lead to one file by links, each but the first, with the first. A source
+// that is replaced is to be changed once.
+std::map<std::string, std::string> names_of_same_file(const std::string& folder,
+                                                      const std::vector<const BatchItem*>& items) {
+  std::map<std::string, std::string> first_names;  // by the path without links
+  std::map<std::string, std::string> others;
+  for (const BatchItem* const item : items) {
+    std::error_code error;
+    const std::string path = std::filesystem::canonical(folder + item->name, error).string();
+    if (error) continue;  // it will not open either
+    const auto [first, is_new] = first_names.try_emplace(path, item->name);
+    if (!is_new) others.emplace(item->name, first->second);
+  }
+  return others;
+}
+
 }  // namespace
 
 std::string_view name_of(BatchOutcome outcome) {
@@ -234,6 +253,8 @@ BatchRun::BatchRun(BatchJob job, std::function<bool()> between_slices)
     : job_(std::move(job)), between_slices_(std::move(between_slices)) {
   for (const BatchItem& item : job_.items)
     if (item.is_selected) items_.push_back(&item);
+  if (job_.has(BatchOption::overwrite_originals))
+    same_files_ = names_of_same_file(job_.source_folder, items_);
   batch_active = true;
   batch_bottom = job_.usable_bottom();
 }
@@ -271,8 +292,11 @@ void BatchRun::process(const BatchItem& item) {
 
 BatchResult BatchRun::work_on(const BatchItem& item) {
   BatchHost quiet(between_slices_);
-  BatchResult result = open(item);
-  if (!document.parts.empty()) {
+  BatchResult result = {.name = item.name};
+  const auto same = same_files_.find(item.name);
+  if (same != same_files_.end()) {
+    result.reason = "leads to the same file as " + same->second;
+  } else if (open(result)) {
     const Change change = splits(job_) ? Change::made : Changes(job_).make();
     if (change == Change::impossible) {
       result.reason = quiet.take_said();
@@ -283,27 +307,30 @@ BatchResult BatchRun::work_on(const BatchItem& item) {
       if (result.outcome == BatchOutcome::failed && result.reason.empty())
         result.reason = quiet.take_said();
     }
-    if (result.outcome == BatchOutcome::failed && !result.reason.empty() &&
-        (lines_.empty() || !lines_.back().starts_with(fmt::format("{}: ", number_))))
-      lines_.push_back(fmt::format("{}: {}  {}", number_, result.name, result.reason));
   }
+  if (result.outcome == BatchOutcome::failed && !result.reason.empty() &&
+      (lines_.empty() || !lines_.back().starts_with(fmt::format("{}: ", number_))))
+    lines_.push_back(fmt::format("{}: {}  {}", number_, result.name, result.reason));
+  // Nothing is wrong with a file that Ctrl+C came upon.
+  if (result.outcome == BatchOutcome::failed && interruption() != 0)
+    result.outcome = BatchOutcome::stopped;
   close_all();
   open_state.document_modified = false;
   return result;
 }
 
-BatchResult BatchRun::open(const BatchItem& item) {
-  BatchResult result = {.name = item.name};
+bool BatchRun::open(BatchResult& result) {
+  const std::string path = job_.source_folder + result.name;
   close_all();
   reset_state(ResetLevel::new_stream);
-  if (open_audio_file(job_.source_folder + item.name)) {
+  if (open_audio_file(path)) {
     host().refresh_view(Refresh::all);
-    return result;
+    return true;
   }
-  result.reason = one_line(audio_fault(job_.source_folder + item.name));
+  result.reason = one_line(audio_fault(path));
   note(result, ui_text(row::open_failed));
   close_all();
-  return result;
+  return false;
 }
 
 BatchResult BatchRun::split(BatchResult result) {
@@ -352,18 +379,18 @@ void BatchRun::save_to(const std::string& name, bool replaces_source, BatchResul
 
 // Beside the source song.mp3 is saved as song.mp3.mp3.
 std::string BatchRun::target_name(const std::string& name) const {
-  if (job_.dest_folder.empty()) return job_.source_folder + name + std::string(extension_of(name));
+  if (job_.dest_folder.empty() || job_.has(BatchOption::overwrite_originals))
+    return job_.source_folder + name + std::string(extension_of(name));
   return in_folder(job_.dest_folder, name);
 }
 
 BatchResult BatchRun::begin_join(const BatchItem& item) {
-  BatchHost quiet(between_slices_);
-  BatchResult result = open(item);
-  if (document.parts.empty()) return result;
+  BatchResult result = {.name = item.name};
+  if (!open(result)) return result;
   if (items_.size() > most_files) {
     result.reason = fmt::format("{}{}{}", ui_text(row::too_many_files),
                                 ui_text(row::too_many_files).ends_with(' ') ? "" : " ", most_files);
-    lines_.push_back(result.reason);
+    show_refusal(result.reason);
     return result;
   }
   if (job_.join_name.empty()) {
@@ -371,9 +398,10 @@ BatchResult BatchRun::begin_join(const BatchItem& item) {
     lines_.push_back(result.reason);
     return result;
   }
-  // The mask *.mp3 tells the extension; one that fits several is that of the first file.
+  // The mask *.mp3 tells the extension; where it fits several, that of the first file holds.
   std::string extension = job_.mask.substr(std::min(job_.mask.find('.'), job_.mask.size()));
-  if (file_kind(extension) == FileKind::other) extension = extension_of(item.name);
+  const bool fits_several = extension.find_first_of("*?") != std::string::npos;
+  if (fits_several || file_kind(extension) == FileKind::other) extension = extension_of(item.name);
   join_target_ = std::string(folder_of(target_name(item.name))) + job_.join_name + extension;
   result.outcome = BatchOutcome::joined;
   return result;

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -64,7 +65,7 @@ class BatchRun : public LongRun {
 
  private:
   void process(const BatchItem& item);
-  BatchResult open(const BatchItem& item);
+  bool open(BatchResult& result);
   BatchResult begin_join(const BatchItem& item);
   BatchResult join(const BatchItem& item);
   void end_join();
@@ -78,7 +79,8 @@ class BatchRun : public LongRun {
   const BatchJob job_;
   std::function<bool()> between_slices_;
   std::vector<const BatchItem*> items_;
-  std::size_t number_ = 0;  // of the file under way, from 1 on
+  std::map<std::string, std::string> same_files_;  // names that lead to the file of another one
+  std::size_t number_ = 0;                         // of the file under way, from 1 on
   std::size_t written_ = 0;
   std::string join_target_;  // empty while no join is under way
   bool is_stopped_ = false;

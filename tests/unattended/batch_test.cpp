@@ -116,6 +116,10 @@ TEST_F(Batch, DoesToEachFileWhatTheOptionsSay) {
   job.batch_level = 14;
   EXPECT_EQ(size_after({level}), 100U);
   EXPECT_NE(read_file(folder.path("a.mp3.mp3")), read_file(source));
+  job.fade_begin = "60";  // longer than the file
+  job.batch_bottom = 60;
+  EXPECT_EQ(size_after({simple_fade}), 100U);
+  EXPECT_NE(read_file(folder.path("a.mp3.mp3")), read_file(source));
 }
 
 TEST_F(Batch, WritesOverNothingUnasked) {
@@ -149,6 +153,17 @@ TEST_F(Batch, WritesOverNothingUnasked) {
   EXPECT_EQ(folder.names(), (std::vector<std::string>{"a.mp3", "bad.mp3"}));
 }
 
+TEST_F(Batch, ReplacesAFileOfSeveralNamesOnce) {
+  folder.file("a.mp3", frames(30));
+  std::filesystem::create_symlink("a.mp3", folder.path("b.mp3"));
+  for (const BatchOption option : {overwrite_originals, cut}) job.set_option(option, true);
+  job.cut_begin = "0.1";
+  job.dest_folder = "/nowhere";  // is for copies
+  EXPECT_EQ(run(), "a.mp3 written; b.mp3 failed; ");
+  EXPECT_EQ(lines[1], "2: b.mp3  leads to the same file as a.mp3");
+  EXPECT_EQ(read_file(folder.path("a.mp3")).size(), 26U * length);
+}
+
 TEST_F(Batch, JoinsAllOrNothing) {
   for (const char* const name : {"1.mp3", "2.mp3", "10.mp3"}) folder.file(name, frames(30));
   job.set_option(join, true);
@@ -156,6 +171,9 @@ TEST_F(Batch, JoinsAllOrNothing) {
   job.join_name = "all";
   EXPECT_EQ(run(), "1.mp3 joined; 2.mp3 joined; 10.mp3 joined; all.mp3 written; ");
   EXPECT_EQ(read_file(folder.path("all.mp3")).size(), 90U * length);
+  std::filesystem::remove(folder.path("all.mp3"));
+  job.mask = "*.mp?";
+  EXPECT_EQ(run(), "1.mp3 joined; 2.mp3 joined; 10.mp3 joined; all.mp3 written; ");
   std::filesystem::remove(folder.path("all.mp3"));
   folder.file("2.mp3", frames(30, {.has_crc = true}));
   EXPECT_EQ(run(), "1.mp3 joined; 2.mp3 failed; 10.mp3 stopped; ");
