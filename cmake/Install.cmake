@@ -19,11 +19,11 @@ install(CODE "
 install(DIRECTORY ${data}/languages/ DESTINATION ${shared}/Languages)
 install(DIRECTORY ${data}/manual/ DESTINATION ${shared})
 install(FILES ${PROJECT_SOURCE_DIR}/License.txt DESTINATION ${shared})
-install(FILES ${PROJECT_SOURCE_DIR}/CHANGELOG.md DESTINATION ${shared} RENAME Version.txt)
 
 # Only a window belongs on a desktop.
 if(TARGET corvelin)
   install(TARGETS corvelin)
+  install(FILES ${PROJECT_BINARY_DIR}/src/desktop/Version.txt DESTINATION ${shared})
   install(FILES ${data}/completion/corvelin-cli  # bash looks for a file of the program's name
           DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
           RENAME corvelin)

@@ -39,6 +39,7 @@ constexpr Help table[] = {
     {"margin_button", "marks the loudest level so far"},
     {"cut_or_cue", "cuts the selection out; one without length becomes a cue"},
     {"edit_restore", "brings back what was cut at the start of the current part, or takes its cue away"},
+    {"set_recording_cue", "sets a cue in the recording that is running"},
     {"set_begin", "begins the selection at the cursor"},
     {"set_end", "ends the selection at the cursor"},
     {"begin_selection_for_field", "without a selection makes one without length at the cursor"},

@@ -262,6 +262,9 @@ class CommandLine {
       return "FILE is missing; see --help";
     if (options.request.overwrite && (options.work == nullptr || !options.work->saves))
       return "/overwrite goes with a switch that saves: /save";
+    if (!options.output.empty() && options.work != nullptr && options.work->saves)
+      return fmt::format("-o and /{} exclude each other, as both save the result",
+                         options.work->name);
     if (options.settings_path && options.localini)
       return "--settings and --localini exclude each other";
     return {};

@@ -76,8 +76,10 @@ Refusal play_line(Arguments words, HeadlessHost&) {
 }
 
 constexpr EditLine table[] = {
-    {"play", "[MODE] [SPEED]", "plays from the cursor, or a stretch at the selection", 0, 2, true,
-     play_line},
+    {"play", "[MODE] [SPEED]",
+     "plays from the cursor; MODE 1 over the selection as if cut, 2 and 3 up to its begin and from "
+     "there, 4 and 5 the same at its end, 6 in a loop",
+     0, 2, true, play_line},
 };
 
 }  // namespace

@@ -54,6 +54,7 @@ TEST(Options, WrongUsageIsTold) {
       {"a.mp3", "/overwrite"},
       {"a.mp3", "/split", "/overwrite"},
       {"a.mp3", "/save", "--split", "x"},
+      {"a.mp3", "-o", "x.mp3", "/normalize"},
       {"a.mp3", "--settings", "x", "/localini"},
       {"a.mp3", "/rec", "/save"},
       {"/rec", "a.mp3", "b.mp3"},
