@@ -1,6 +1,6 @@
 # The front door: each target installs the packages it needs, so git and make are enough to start.
 
-configure = cmake --preset release -DCORVELIN_TESTS=$(1)
+configure = cmake --preset release
 build = cmake --build --preset release
 
 .PHONY: help demo test run screenshots bench install package format clean
@@ -16,34 +16,34 @@ help:
 	@echo 'make format  format the sources'
 	@echo 'make clean   remove everything that was built'
 
-# Neither the demo nor the benchmarks need what the tests are built with.
+# Only `test` needs what the tests are built with; whoever has that keeps the tests in the folder.
 demo:
 	scripts/install-packages build
-	$(call configure,OFF)
+	$(configure)
 	$(build) --target corvelin-cli
 	scripts/demo
 
 test:
 	scripts/install-packages build desktop test
-	$(call configure,ON)
+	$(configure) -DCORVELIN_TESTS=ON
 	$(build)
 	ctest --preset release
 
 run:
 	scripts/install-packages build desktop
-	$(call configure,OFF)
+	$(configure)
 	$(build) --target corvelin
 	build/release/src/desktop/corvelin
 
 screenshots:
 	scripts/install-packages build desktop screenshots
-	$(call configure,OFF)
+	$(configure)
 	$(build) --target corvelin
 	scripts/screenshots build/release/src/desktop/corvelin build/screenshots
 
 bench:
 	scripts/install-packages build desktop bench
-	$(call configure,OFF)
+	$(configure)
 	$(build) --target corvelin_bench corvelin_measuring_bench corvelin_view_bench corvelin_desktop_bench
 	build/release/bench/corvelin_bench
 	build/release/bench/corvelin_measuring_bench
@@ -54,14 +54,14 @@ prefix = /usr/local
 
 install:
 	scripts/install-packages build desktop
-	$(call configure,OFF)
+	$(configure)
 	$(build) --target corvelin corvelin-cli manual_pages
 	cmake --install build/release --prefix "$(prefix)"
 
 package:
 	scripts/install-packages build desktop package
-	$(call configure,OFF)
-	$(build)
+	$(configure)
+	$(build) --target corvelin corvelin-cli manual_pages
 	cpack --config build/release/CPackConfig.cmake -B build/package
 	lintian --fail-on error build/package/*.deb
 
