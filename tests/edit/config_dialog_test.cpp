@@ -6,15 +6,12 @@
 #include <cstdlib>
 #include <set>
 
+#include "audio/playback.h"
 #include "edit/language_dialog.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {
 namespace {
-
-const ConfigControl& control_called(std::string_view name) {
-  return *std::ranges::find(config_controls(), name, &ConfigControl::name);
-}
 
 using ConfigDialogTest = CoreTest;
 
@@ -32,27 +29,6 @@ TEST_F(ConfigDialogTest, EachSettingOfAPageHasItsControlThere) {
   }
   for (const SettingKey& row : setting_keys())
     EXPECT_EQ(row.page != SettingPage::elsewhere, keys.contains(row.key)) << row.key;
-}
-
-TEST_F(ConfigDialogTest, NumbersStayInTheirLimitsAndPullOthersAlong) {
-  constexpr struct {
-    std::string_view control;
-    std::int64_t value;
-    std::string_view key, expected;
-  } cases[] = {
-      {"frameskiplo", 0, "frameskiplo", "1"},  {"frameskiphi", 5, "frameskiphi", "10"},
-      {"max_undo", 70, "max_undo", "50"},      {"buffer_frm", 8, "buffer_max", "40"},
-      {"buffer_max", 32, "buffer_frm", "6"},   {"rec_threshold", 99, "rec_threshold", "1088"},
-      {"warn_replacing", 0, "warn", "1"},      {"rec_split", 1, "rec_adddate", "1"},
-      {"rec_appenddata", 1, "rec_split", "0"}, {"large_symbols", 1, "layout", "4"}};
-  ConfigDialog dialog;
-  dialog.begin();
-  for (const auto& row : cases) {
-    dialog.set(control_called(row.control), row.value);
-    EXPECT_EQ(get_setting(row.key), row.expected) << row.control;
-  }
-  EXPECT_TRUE(dialog.offers_restart);
-  EXPECT_FALSE(dialog.is_live(control_called("no_padding")));
 }
 
 TEST_F(ConfigDialogTest, APageThatIsOpenedBringsTheNumbersOfTheFileIntoTheirLimits) {
@@ -79,6 +55,14 @@ TEST_F(ConfigDialogTest, DefaultsAreOfThePageInSightAndOnlyWhenAgreed) {
   dialog.restore_defaults();
   EXPECT_EQ(settings.max_undo, 20);
   EXPECT_EQ(settings.frameskiplo, 3);
+
+  playback.is_playing = true;
+  dialog.open_page(SettingPage::devices);
+  settings.peakbeep = 1;
+  dialog.restore_defaults();
+  EXPECT_EQ(settings.peakbeep, 1U);
+  EXPECT_EQ(host.beeps, 1);
+  playback.is_playing = false;
 }
 
 TEST_F(ConfigDialogTest, TheFirstStartSpeaksTheLanguageThatIsChosenAndKeepsItOnlyOnOk) {
