@@ -1,6 +1,6 @@
 // Measures the window without a screen: the start to a window that shows a file of 400 MB, drawings
-// of it with their texts, how long an event waits at most while 2 GB are saved, to a new file and
-// in the place of the source, and the memory of each. Needs 4.4 GB below TMPDIR.
+// of it with their texts, how long an event waits at most while 2 GB are split, saved to a new file
+// and in the place of the source, and the memory of each. Needs 4.4 GB below TMPDIR.
 #include <fmt/format.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -13,6 +13,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "audio/playback.h"
@@ -46,7 +47,24 @@ void report(const char* name, double milliseconds, double limit) {
 }
 
 const Clock::time_point process_start = Clock::now();
-std::vector<std::string> switches;  // of the command line, for a save
+
+struct Work {
+  std::string_view name;
+  const char* title;  // of what is measured
+  const char* file;
+  std::vector<std::string> switches;  // of the command line
+};
+
+const Work works[] = {
+    {"show", "start to a shown file of 400 MB", "small.mp3", {}},
+    {"split", "longest wait of an event in a split of 2 GB", "large.cue", {"/split", "pieces"}},
+    {"save", "longest wait of an event in a save of 2 GB", "large.mp3", {"/save"}},
+    {"replace",
+     "longest wait while 2 GB replace their source",
+     "large.mp3",
+     {"/save", "/overwrite"}},
+};
+const Work* work = nullptr;  // of this process
 
 // As it is drawn while it plays, on an image of its own.
 void report_drawings(std::uint16_t zoom, double limit) {
@@ -77,7 +95,7 @@ class FirstDrawing : public QObject {
     const bool is_view = dynamic_cast<ViewWidget*>(watched) != nullptr;
     if (is_view && event->type() == QEvent::Paint && document.total_size != 0)
       QTimer::singleShot(0, this, [] {
-        report("start to a shown file of 400 MB", milliseconds_since(process_start), 400);
+        report(work->title, milliseconds_since(process_start), 400);
         report_drawings(32, 2);
         report_drawings(8, 2);
         report_drawings(1, 4);
@@ -98,12 +116,7 @@ class Latency : public QObject {
     });
     timer_.start(2);
   }
-  ~Latency() override {
-    const bool replaces = switches.size() > 1;
-    report(replaces ? "longest wait while 2 GB replace their source"
-                    : "longest wait of an event in a save of 2 GB",
-           worst_, 50);
-  }
+  ~Latency() override { report(work->title, worst_, 50); }
 
  private:
   QTimer timer_;
@@ -113,7 +126,7 @@ class Latency : public QObject {
 };
 
 void watch() {
-  if (switches.empty()) {
+  if (work->switches.empty()) {
     qApp->installEventFilter(new FirstDrawing(qApp));
   } else {
     new Latency(qApp);
@@ -130,18 +143,18 @@ void write_audio(const std::string& path, std::size_t size) {
               static_cast<std::streamsize>(builder.size()));
 }
 
-int run_window(const std::string& folder, const std::string& name) {
-  std::vector<std::string> words = {"corvelin", "--settings", folder + "/bench.ini",
-                                    folder + "/" + name};
-  words.insert(words.end(), switches.begin(), switches.end());
+int run_window(const std::filesystem::path& folder) {
+  std::filesystem::current_path(folder);
+  std::vector<std::string> words = {"corvelin", "--settings", "bench.ini", work->file};
+  words.insert(words.end(), work->switches.begin(), work->switches.end());
   std::vector<char*> arguments;
   arguments.reserve(words.size());
   for (std::string& word : words) arguments.push_back(word.data());
   return run_desktop(static_cast<int>(arguments.size()), arguments.data());
 }
 
-void run_child(const char* program, const char* work, const std::string& folder) {
-  const std::string line = fmt::format("'{}' {} '{}'", program, work, folder);
+void run_child(const char* program, std::string_view name, const std::string& folder) {
+  const std::string line = fmt::format("'{}' {} '{}'", program, name, folder);
   if (std::system(line.c_str()) != 0) std::exit(1);
 }
 
@@ -150,10 +163,8 @@ void run_child(const char* program, const char* work, const std::string& folder)
 int main(int argc, char** argv) {
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   if (argc == 3) {
-    const std::string work = argv[1];
-    if (work != "show") switches = {"/save"};
-    if (work == "replace") switches.emplace_back("/overwrite");
-    return run_window(argv[2], work == "show" ? "small.mp3" : "large.mp3");
+    work = std::ranges::find(works, std::string_view(argv[1]), &Work::name);
+    return work == std::end(works) ? 1 : run_window(argv[2]);
   }
   const std::filesystem::path folder =
       std::filesystem::temp_directory_path() / fmt::format("corvelin-bench-{}", ::getpid());
@@ -162,9 +173,14 @@ int main(int argc, char** argv) {
       << "[Corvelin]\r\nutf8=1\r\nversion=2.40\r\nmsg_hide=255\r\n";
   write_audio(folder / "small.mp3", 400'000'000);
   write_audio(folder / "large.mp3", 2'000'000'000);
+  std::ofstream(folder / "large.cue") << "FILE \"large.mp3\" MP3\n"
+                                         "  TRACK 01 AUDIO\n    INDEX 01 00:00:00\n"
+                                         "  TRACK 02 AUDIO\n    INDEX 01 500:00:00\n"
+                                         "  TRACK 03 AUDIO\n    INDEX 01 1000:00:00\n";
   ::sync();  // what is still to be written would have the system hold up the save
-  run_child(argv[0], "show", folder);
-  run_child(argv[0], "save", folder);
-  run_child(argv[0], "replace", folder);
+  for (const Work& each : works) {
+    run_child(argv[0], each.name, folder);
+    std::filesystem::remove_all(folder / "pieces");
+  }
   std::filesystem::remove_all(folder);
 }

@@ -51,7 +51,10 @@ class SplitWindow : public DialogWindow {
     connect(&timer_, &QTimer::timeout, this, [this] { step(); });
   }
 
+  // The system may still be busy with something for the run.
   void reject() override {
+    is_unwanted_ = true;
+    if (dialog_.run && !dialog_.run->try_cancel()) return timer_.start(slice_patience);
     timer_.stop();
     take_fields();
     dialog_.cancel();
@@ -184,6 +187,7 @@ class SplitWindow : public DialogWindow {
   }
 
   void step() {
+    if (is_unwanted_) return reject();
     const bool has_more = dialog_.run->step();
     bar_->setValue(dialog_.run->percent_done());
     status_->setText(as_qstring(dialog_.run->progress_text()));
@@ -196,6 +200,7 @@ class SplitWindow : public DialogWindow {
 
   SplitDialog& dialog_;
   QTimer timer_;
+  bool is_unwanted_ = false;
   QLineEdit* folder_ = nullptr;
   QLineEdit* pattern_ = nullptr;
   QSpinBox* first_number_ = nullptr;

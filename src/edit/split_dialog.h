@@ -29,7 +29,7 @@ struct SplitDialog : Dialog {
   /// False, and nothing started, when the folder is none.
   bool accept() override;
 
-  /// Stores the fields and ends the run between two regions.
+  /// Stores the fields and ends a run that is under way between two regions.
   void cancel() override;
 
   /// Asks, and resets all but the folder.

@@ -1,10 +1,11 @@
-// The regions of a split, one after the other.
+// The regions of a split, one after the other, each in slices.
 #include "exchange/split_save.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <utility>
 
 #include "document/open_state.h"
@@ -17,6 +18,7 @@
 #include "platform/host.h"
 #include "platform/numbers.h"
 #include "platform/path.h"
+#include "platform/patient_thread.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
@@ -65,13 +67,13 @@ SplitRun::SplitRun(std::string folder, std::uint16_t first_number)
 
 bool SplitRun::step() {
   if (is_over_) return false;
-  result_ = next_region();
+  result_ = is_in_piece_ ? write_piece() : begin_piece();
   if (result_ == SplitResult::more) return true;
   finish();
   return false;
 }
 
-SplitResult SplitRun::next_region() {
+SplitResult SplitRun::begin_piece() {
   if (document.parts.empty()) return SplitResult::finished;
   const EditPosition begin = document.parts[split_region_part_].part_beg;
   const EditPosition end = find_region_end();
@@ -81,10 +83,13 @@ SplitResult SplitRun::next_region() {
   open_state.save_name = path_;
   if (settings.split_id3v11 != 0)
     set_id3v1_of_piece(split_region_part_, split_done_ - 1U + first_number_);
-  const SplitResult result = save_region({.begin = with_overlap(begin), .end = end});
-  if (result != SplitResult::more) return result;
-  if (split_scan_ >= part_count()) return SplitResult::finished;
-  split_region_part_ = split_scan_++;
+  reason_ = read_fault();
+  if (!reason_.empty()) return SplitResult::write_error;
+  if (const std::error_code error = file_.create_new(path_))
+    return failed(SplitResult::create_error, error);
+  is_in_piece_ = true;
+  copy_.begin({.begin = with_overlap(begin), .end = end},
+              {.id3v2 = keeps_id3v2(true), .id3v1 = keeps_id3v1()});
   return SplitResult::more;
 }
 
@@ -93,36 +98,17 @@ EditPosition SplitRun::find_region_end() {
   return split_scan_ < part_count() ? document.parts[split_scan_].part_beg : document.total_size;
 }
 
-SplitResult SplitRun::save_region(EditRange range) {
-  const SplitResult result = write_region(range);
-  copy_.wait();
-  if (result != SplitResult::more) file_.close();  // it stays as far as it is written
-  return result;
-}
-
-SplitResult SplitRun::write_region(EditRange range) {
-  reason_ = read_fault();
+SplitResult SplitRun::write_piece() {
+  const RangeCopy::Phase phase = copy_.phase();
+  if (phase == RangeCopy::Phase::over) return complete_piece();
+  if (const std::error_code error = copy_.step()) return failed(failure_in(phase), error);
+  if (copy_.phase() == phase) return SplitResult::more;
+  reason_ = copy_.source_fault();
   if (!reason_.empty()) return SplitResult::write_error;
-  if (const std::error_code error = file_.create_new(path_))
-    return failed(SplitResult::create_error, error);
-  copy_.begin(range, {.id3v2 = keeps_id3v2(true), .id3v1 = keeps_id3v1()});
-  const SplitResult result = write_frames_and_tags();
-  split_resyncs_ += copy_.resyncs();
-  return result;
-}
-
-SplitResult SplitRun::write_frames_and_tags() {
-  while (copy_.phase() != RangeCopy::Phase::over) {
-    const RangeCopy::Phase phase = copy_.phase();
-    if (const std::error_code error = copy_.step()) return failed(failure_in(phase), error);
-    if (copy_.phase() == phase) continue;
-    reason_ = copy_.source_fault();
-    if (!reason_.empty()) return SplitResult::write_error;
-    if (phase == RangeCopy::Phase::frames && copy_.frames() == 0) return pass_over();
-    if (phase == RangeCopy::Phase::header && copy_.has_header() && !copy_.is_header_complete())
-      return SplitResult::xing_error;
-  }
-  return complete_piece();
+  if (phase == RangeCopy::Phase::frames && copy_.frames() == 0) return pass_over_piece();
+  const bool is_header_missing = copy_.has_header() && !copy_.is_header_complete();
+  if (phase == RangeCopy::Phase::header && is_header_missing) return SplitResult::xing_error;
+  return SplitResult::more;
 }
 
 SplitResult SplitRun::complete_piece() {
@@ -131,16 +117,31 @@ SplitResult SplitRun::complete_piece() {
   if (!error) error = file_.close();
   if (error) return failed(SplitResult::write_error, error);
   log_ += path_ + "\r\n";
-  return SplitResult::more;
+  return end_piece();
 }
 
 // A region in a damaged stretch makes no file. The others are still wanted.
-SplitResult SplitRun::pass_over() {
-  file_.close();
-  if (const std::error_code error = remove_file(path_))
-    return failed(SplitResult::write_error, error);
+SplitResult SplitRun::pass_over_piece() {
+  if (const std::error_code error = drop_piece()) return failed(SplitResult::write_error, error);
   passed_over_ += path_ + "\r\n";
+  return end_piece();
+}
+
+SplitResult SplitRun::end_piece() {
+  is_in_piece_ = false;
+  split_resyncs_ += copy_.resyncs();
+  if (split_scan_ >= part_count()) return SplitResult::finished;
+  split_region_part_ = split_scan_++;
   return SplitResult::more;
+}
+
+// The system takes its time to free the space of a large file when it is closed. Nobody has to wait
+// for that.
+std::error_code SplitRun::drop_piece() {
+  copy_.wait();
+  const std::error_code error = remove_file(path_);
+  PatientThread().give([file = std::make_shared<OutputFile>(std::move(file_))] {});
+  return error;
 }
 
 // Where a source is what failed, it is named.
@@ -150,13 +151,16 @@ SplitResult SplitRun::failed(SplitResult failure, std::error_code error) {
   return failure;
 }
 
+// A piece that could not be completed stays as far as it is written.
 void SplitRun::finish() {
   is_over_ = true;
+  copy_.wait();
+  file_.close();
   keep_id3v1_as_set();
   clear_selection();
   if (result_ == SplitResult::finished && log_.empty()) result_ = SplitResult::write_error;
   if (!passed_over_.empty())
-    report_ = fmt::format("{}:\r\n{}", ui_text(row::no_sync_found), passed_over_);
+    report_ += fmt::format("{}:\r\n{}", ui_text(row::no_sync_found), passed_over_);
   if (!status().empty()) {
     report_ += fmt::format("{}\r\n{}\r\n", status(), path_);
     if (!reason_.empty()) report_ += reason_ + "\r\n";
@@ -170,15 +174,24 @@ void SplitRun::finish() {
 }
 
 void SplitRun::cancel() {
-  if (!is_over_) finish();
+  if (is_over_) return;
+  if (is_in_piece_ && drop_piece()) report_ = fmt::format("{} is not whole.\r\n", path_);
+  finish();
+}
+
+bool SplitRun::try_cancel() {
+  if (!copy_.is_idle()) return false;
+  cancel();
+  return true;
 }
 
 int SplitRun::percent_done() const {
-  return split_total_ == 0 ? 100 : split_done_ * 100 / split_total_;
+  if (split_total_ == 0) return 100;
+  return (regions_written() * 100 + (is_in_piece_ ? copy_.percent_done() : 0)) / split_total_;
 }
 
 std::string SplitRun::progress_text() const {
-  return fmt::format("{} / {}", split_done_, split_total_);
+  return fmt::format("{} / {}", regions_written(), split_total_);
 }
 
 std::string_view SplitRun::status() const {

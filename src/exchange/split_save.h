@@ -36,11 +36,12 @@ class SplitRun : public LongRun {
   /// `folder`, with its "/", is where the files go; `first_number` is the first one's number.
   SplitRun(std::string folder, std::uint16_t first_number);
 
-  /// Writes one region as a whole.
+  /// Writes up to two megabytes of a region.
   bool step() override;
 
-  /// Gives up between two regions: the files written so far are complete.
+  /// Gives up between two regions: a file that is not complete goes, the ones before it stay.
   void cancel() override;
+  [[nodiscard]] bool try_cancel() override;
 
   [[nodiscard]] int percent_done() const override;
   [[nodiscard]] std::string progress_text() const override;  // "3 / 12"
@@ -53,25 +54,27 @@ class SplitRun : public LongRun {
   [[nodiscard]] std::string log() const override { return log_; }
 
  private:
-  SplitResult next_region();
+  SplitResult begin_piece();
   EditPosition find_region_end();
-  SplitResult save_region(EditRange range);
-  SplitResult write_region(EditRange range);
-  SplitResult write_frames_and_tags();
+  SplitResult write_piece();
   SplitResult complete_piece();
-  SplitResult pass_over();
+  SplitResult pass_over_piece();
+  SplitResult end_piece();
+  std::error_code drop_piece();
   SplitResult failed(SplitResult failure, std::error_code error);
   void finish();
+  [[nodiscard]] int regions_written() const { return split_done_ - (is_in_piece_ ? 1 : 0); }
 
   std::string path_;  // the folder, then the piece being written
   std::uint16_t first_number_;
   PartIndex split_region_part_ = 0;  // the part at which the region begins
   PartIndex split_scan_ = 1;         // the next part to be tested for a cue
-  std::uint16_t split_done_ = 0;     // regions written
+  std::uint16_t split_done_ = 0;     // regions written, and the one that is being written
   std::uint16_t split_total_;
   std::uint32_t split_resyncs_ = 0;
   OutputFile file_;  // the piece
   RangeCopy copy_{file_};
+  bool is_in_piece_ = false;
   SplitResult result_ = SplitResult::more;
   bool is_over_ = false;
   std::string reason_;       // of a failure

@@ -89,7 +89,7 @@ TEST_F(DialogsTest, SplitKeepsItsFields) {
   dialog.folder = folder.path("").substr(0, folder.path("").size() - 1);
   dialog.first_number = 5;
   ASSERT_TRUE(dialog.accept());
-  EXPECT_TRUE(dialog.run->step());
+  while (dialog.run->progress_text() != "1 / 2") ASSERT_TRUE(dialog.run->step());
   ASSERT_TRUE(dialog.accept());  // ends the first run and begins anew
   EXPECT_FALSE(dialog.run->step());
   EXPECT_EQ(dialog.run->status(), "Create error!");
