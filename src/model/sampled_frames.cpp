@@ -12,7 +12,6 @@ namespace {
 constexpr std::size_t block_size = 62000;             // bytes of one read
 constexpr std::size_t longest_frame = 4095;           // bytes, ADTS
 constexpr std::uint32_t longest_search = 10'000'000;  // bytes
-constexpr std::size_t smallest_rest = 16;             // bytes of a file that are looked at
 
 // Frames are kept until they are so many times what a sampling asks for.
 constexpr std::size_t kept_samplings = 4;
@@ -97,7 +96,6 @@ SampledFrame SampledFrames::search(std::uint16_t file, std::uint32_t offset) {
   for (std::uint64_t at = offset; at - offset < longest_search;) {
     const std::span<const std::uint8_t> block = block_at(file, at);
     const bool is_file_end = block.size() <= longest_frame;
-    if (block.size() < smallest_rest) break;
     FrameInfo info;
     const std::size_t found = find_header(block, kind_, info);
     if (found + info.frame_length <= block.size() && info.frame_length != 0) {

@@ -75,6 +75,13 @@ TEST_F(GraphSampling, MovesOnOverWhatIsNoFrame) {
   EXPECT_EQ(sampled(14), "< < < < < < 0(*/64 1 2@ 3 172+328 173+328 174+328 175+331/64 >/64");
 }
 
+TEST_F(GraphSampling, ShowsALastFrameOfAFewBytes) {
+  ASSERT_TRUE(open("b.aac", Mp3Builder{}.adts(30, length).adts(1, 9).bytes()));
+  stream.avg_frame_size = length;
+  selection.cursor = 30 * length;
+  EXPECT_EQ(sampled(4), "28 29 30@/64 >/64 >");
+}
+
 TEST_F(GraphSampling, EndsWhereAFileBecameShorter) {
   make("0-5* 5-20* @5");
   EXPECT_EQ(sampled(8), "1 2 3 4 5(@/64 6 7 8 9");
