@@ -386,12 +386,16 @@ TEST_F(MainWindowTest, TimesKeepTheirOrderInALineThatGoesToTheLeft) {
 }
 
 // As a screen reader does it.
-TEST_F(MainWindowTest, AValueSetOfTheScrollBarMovesTheCursor) {
+TEST_F(MainWindowTest, SlidersSetAndShowWhatTheyStandFor) {
   open_frames(400);
   find<QScrollBar>("position_bar")->setValue(500);
   EXPECT_EQ(selection.cursor, 200 * length);
   press("Home");
   EXPECT_EQ(selection.cursor, 0U);
+  press(",");
+  EXPECT_EQ(find<QSlider>("volume")->value(), 71);
+  find<QSlider>("volume")->setValue(30);
+  EXPECT_EQ(settings.volume, 30);
 }
 
 TEST_F(MainWindowTest, SurvivesAnySizeAndASourceThatIsGone) {
