@@ -30,6 +30,16 @@ void order_buttons(const QDialogButtonBox& box) {
   }
 }
 
+// A dialog knows the default button only of which it hears when the button is in it. Else the last
+// one that had the focus stays it, and Enter in a field means Cancel.
+void tell_of_default(const QDialog& dialog) {
+  for (QPushButton* const button : dialog.findChildren<QPushButton*>()) {
+    if (!button->isDefault()) continue;
+    button->setDefault(false);
+    button->setDefault(true);
+  }
+}
+
 }  // namespace
 
 QString label(TextRow row) { return as_qstring(label_text(row)); }
@@ -49,6 +59,7 @@ void DialogWindow::setVisible(bool visible) {
       needed.setHeight(std::max(height(), layout()->totalHeightForWidth(needed.width())));
     resize(needed);
     for (const QDialogButtonBox* const box : findChildren<QDialogButtonBox*>()) order_buttons(*box);
+    tell_of_default(*this);
   }
   QDialog::setVisible(visible);
 }

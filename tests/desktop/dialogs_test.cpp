@@ -12,6 +12,7 @@
 #include <QTabBar>
 #include <QTest>
 #include <QTimer>
+#include <algorithm>
 #include <functional>
 #include <set>
 
@@ -77,6 +78,12 @@ std::set<const QWidget*> reached_by_tab(QWidget& window) {
   return reached;
 }
 
+const QPushButton* default_button(const QWidget& window) {
+  const QList<QPushButton*> buttons = window.findChildren<QPushButton*>();
+  const auto found = std::ranges::find_if(buttons, &QPushButton::isDefault);
+  return found == buttons.end() ? nullptr : *found;
+}
+
 // Whether `after` lies above what the way came from, in the same column.
 bool goes_back(const QWidget& before, const QWidget& after) {
   const QRect from(before.mapToGlobal(QPoint()), before.size());
@@ -129,7 +136,9 @@ class DialogsTest : public CoreTest, public ::testing::WithParamInterface<const 
       QApplication::processEvents();
       was_shown = true;
       inspect(*dialog);
+      const QPushButton* const standard = default_button(*dialog);
       const std::set<const QWidget*> reached = reached_by_tab(*dialog);
+      EXPECT_EQ(default_button(*dialog), standard);
       for (const QWidget* const widget : way_of_tab(*dialog)) {
         const bool is_choice = qobject_cast<const QRadioButton*>(widget) != nullptr;
         EXPECT_TRUE(is_choice || reached.contains(widget)) << told(*widget);
