@@ -8,7 +8,11 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
 #include <QSlider>
+#include <QStyle>
+#include <QVBoxLayout>
 #include <algorithm>
 
 #include "desktop/qt_text.h"
@@ -57,11 +61,34 @@ void DialogWindow::setVisible(bool visible) {
     QSize needed = size().expandedTo(sizeHint());
     if (layout()->hasHeightForWidth())
       needed.setHeight(std::max(height(), layout()->totalHeightForWidth(needed.width())));
-    resize(needed);
+    constexpr QSize around(40, 80);  // what the desktop shows round a window
+    const QSize room = screen()->availableSize() - around;
+    if (needed.width() > room.width() || needed.height() > room.height()) {
+      scroll_content();
+      needed.rwidth() += style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    }
+    resize(needed.boundedTo(room));
     for (const QDialogButtonBox* const box : findChildren<QDialogButtonBox*>()) order_buttons(*box);
     tell_of_default(*this);
   }
   QDialog::setVisible(visible);
+}
+
+// A large font must not push a control off the screen.
+void DialogWindow::scroll_content() {
+  QWidget* const focus = focusWidget();
+  auto* const area = new QScrollArea(this);
+  area->setWidgetResizable(true);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);
+  auto* const content = new QWidget(area);
+  content->setLayout(layout());  // and all that is in it
+  area->setWidget(content);
+  auto* const rows = new QVBoxLayout(this);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->addWidget(area);
+  rows->activate();  // or the window keeps the least size that the content had
+  if (focus != nullptr) focus->setFocus();
 }
 
 void add_field(QGridLayout& grid, const QString& text, QWidget* field, const char* name) {

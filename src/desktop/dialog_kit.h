@@ -27,8 +27,11 @@ class DialogWindow : public QDialog {
   DialogWindow(const QString& name, const QString& title, QWidget* parent);
 
   /// Appears as large as its texts are in the user's language and font. By itself the toolkit gives
-  /// it two thirds of the screen at most.
+  /// it two thirds of the screen at most. What the screen has no room for is scrolled to.
   void setVisible(bool visible) override;
+
+ private:
+  void scroll_content();
 };
 
 /// A row of a grid: a label, and beside it the field that it names.

@@ -136,9 +136,11 @@ WindowSpace MainWindow::space() const {
           .height = device(client_->height()),
           .display_scale = static_cast<float>(logicalDpiX() / 96.0 * ratio),
           .arrow_width = device(style()->pixelMetric(QStyle::PM_ScrollBarExtent)),
-          .text_width = [this, device](std::string_view text) {
-            return device(client_->fontMetrics().horizontalAdvance(as_qstring(text)));
-          }};
+          .text_width =
+              [this, device](std::string_view text) {
+                return device(client_->fontMetrics().horizontalAdvance(as_qstring(text)));
+              },
+          .text_height = device(client_->fontMetrics().height())};
 }
 
 QRect MainWindow::logical(const Rect& area) const {

@@ -1,8 +1,11 @@
 // Scale, bars and peak marks of the level meter.
 #include "shell/meter_drawing.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdlib>
 #include <string_view>
+#include <vector>
 
 #include "audio/level_meter.h"
 #include "audio/playback.h"
@@ -20,6 +23,29 @@ int row_of(const ViewLayout& layout, int value) {
   return bottom - value * layout.meter_height / highest_meter;
 }
 
+// Of labels that would run into each other, as in a low window with a large font, the first one is
+// written.
+class ScaleLabels {
+ public:
+  ScaleLabels(const ViewLayout& layout, int right, Canvas& canvas)
+      : height_(layout.small_font_h), right_(right), canvas_(canvas) {}
+
+  void write(int y, std::string_view text) {
+    const int room = height_ * 3 / 4;  // what digits have of a line
+    if (std::ranges::any_of(written_, [&](int other) { return std::abs(other - y) < room; }))
+      return;
+    written_.push_back(y);
+    canvas_.text(right_, y - height_ / 2, text,
+                 {.height = height_, .colour = settings.rgb_vumeter, .align = TextAlign::right});
+  }
+
+ private:
+  int height_;
+  int right_;
+  Canvas& canvas_;
+  std::vector<int> written_;
+};
+
 void draw_scale(const ViewLayout& layout, int left, int right, Canvas& canvas) {
   constexpr struct {
     std::uint8_t raw;
@@ -28,19 +54,16 @@ void draw_scale(const ViewLayout& layout, int left, int right, Canvas& canvas) {
   constexpr int label_gap = 10;  // pixels
   constexpr int tick = 6;        // pixels
   const Colour colour = settings.rgb_vumeter;
-  const auto label = [&](int y, std::string_view text) {
-    canvas.text(left - label_gap, y - layout.small_font_h / 2, text,
-                {.height = layout.small_font_h, .colour = colour, .align = TextAlign::right});
-  };
-  label(layout.meter_top, "[dB]   0");
+  const int bottom = row_of(layout, 0);
+  ScaleLabels labels(layout, left - label_gap, canvas);
+  labels.write(layout.meter_top, "[dB]   0");
+  labels.write(bottom, "-48");
   for (const auto& mark : marks) {
     const int y = row_of(layout, meter_curve(mark.raw)) - 1;
     canvas.fill({left, y, right, y + 1}, colour);
-    label(y, mark.label);
+    labels.write(y, mark.label);
   }
-  const int bottom = row_of(layout, 0);
   canvas.fill({left - 1 - tick, bottom, left - 1, bottom + 1}, colour);
-  label(bottom, "-48");
 }
 
 }  // namespace

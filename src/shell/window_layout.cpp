@@ -26,8 +26,8 @@ class Layouter {
   WindowLayout lay_out() {
     const int view_top = lay_out_toolbar();
     const int panel_h = lay_out_panel();
-    const int info_h = scaled(26);
     const int info_gap = scaled(6);
+    const int info_h = std::max(scaled(26), line_height(0) + info_gap);
     const int bar_h = scaled(16);
     const int width = space_.width;
     const int panel_top = space_.height - panel_h - info_h;
@@ -48,6 +48,10 @@ class Layouter {
   [[nodiscard]] float scale() const { return space_.display_scale; }
   [[nodiscard]] int scaled(int logical) const {
     return static_cast<int>(static_cast<float>(logical) * scale());
+  }
+  // Of what holds a line of text: no less than a font needs that is large for the display.
+  [[nodiscard]] int line_height(int logical) const {
+    return std::max(scaled(logical), space_.text_height + scaled(4));
   }
   [[nodiscard]] int gap() const { return scaled(8); }
 
@@ -103,7 +107,7 @@ class Layouter {
     }
   }
   static bool is_slim() { return panel_form() == PanelForm::text_extra_slim; }
-  [[nodiscard]] int word_height() const { return scaled(is_slim() ? 22 : 26); }
+  [[nodiscard]] int word_height() const { return line_height(is_slim() ? 22 : 26); }
 
   // Wide enough for all that the button may say.
   [[nodiscard]] int word_width(CommandId id) const {
@@ -121,12 +125,12 @@ class Layouter {
   [[nodiscard]] int margin_width() const { return text_width(" 00.0  /  00.0"); }
 
   [[nodiscard]] FlowItem field(Rect& area) const {
-    return {.area = &area, .width = scaled(200), .height = scaled(24), .stretches = true};
+    return {.area = &area, .width = scaled(200), .height = line_height(24), .stretches = true};
   }
   // The margin and the slider are of one width, so that what stands in front of them ends alike.
   [[nodiscard]] int side_width() const { return std::max(margin_width() + gap(), scaled(120)); }
   FlowItem margin() {
-    return {.area = &layout_.margin, .width = side_width(), .height = scaled(24)};
+    return {.area = &layout_.margin, .width = side_width(), .height = line_height(24)};
   }
   FlowItem lying_slider() {
     return {.area = &layout_.volume_slider, .width = side_width(), .height = scaled(24)};

@@ -48,8 +48,9 @@ struct WindowSpace {
   int height = 0;
   float display_scale = 1;
   int arrow_width = 0;  // of the scroll bar's arrow buttons
-  /// The width of a text in the font of buttons and fields.
+  /// The width of a text in the font of buttons and fields, and the height of its lines.
   std::function<int(std::string_view)> text_width;
+  int text_height = 0;
 };
 
 struct WindowLayout {
