@@ -46,8 +46,12 @@ void tell(std::string_view text, std::string_view caption, BoxIcon icon) {
       {.caption = std::string(caption), .text = std::string(text), .icon = icon});
 }
 
+// Where the library is there, all that is left to do is to choose it.
 void tell_to_install_mpglib(std::string_view caption) {
-  tell(with_package(ui_text(row::mpglib_installation), "libmpg123-0"), caption, BoxIcon::warning);
+  const std::string_view steps = ui_text(row::mpglib_installation);
+  tell(mpglib.load() ? std::string(steps) + "\n\nIt is installed: set use_mpglib to 1"
+                     : with_package(steps, "libmpg123-0"),
+       caption, BoxIcon::warning);
 }
 
 // The cursor moves behind the frame that the library looks at, which is not heard. None when there

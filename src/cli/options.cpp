@@ -24,6 +24,9 @@ bool is_switch(std::string_view name) {
          std::ranges::find(work_switches(), name, &WorkSwitch::name) != work_switches().end();
 }
 
+// An empty word comes from a variable that a script forgot to set.
+std::string is_named(const std::string& path) { return path.empty() ? "the name is empty" : ""; }
+
 // A switch is also one in the form of the desktop's command line: /save beside --save. Only these
 // words are, so that a path of this platform is never taken for one.
 std::vector<std::string> with_dashed_switches(int argc, const char* const* argv) {
@@ -131,7 +134,8 @@ class CommandLine {
     add_edits("--script", true, "PATH", "Run the edit lines of a file, - for standard input");
     app_.add_flag("--keep-going", options.keep_going, "Go on with the next line after a refusal");
     app_.add_option("-o,--output", options.output, "Save the result under this name")
-        ->type_name("PATH");
+        ->type_name("PATH")
+        ->check(is_named);
     auto* const yes = app_.add_flag("--yes", yes_, "Answer every question with yes");
     app_.add_flag("--no", no_, "Answer every question with no")->excludes(yes);
     app_.add_option("--clipboard", options.clipboard, "Use a file as the clipboard")
@@ -202,6 +206,7 @@ class CommandLine {
     constexpr const char* group = "Batch processing";
     app_.add_option("--batch", batch_folder_, "Work on the files of a folder, each by itself")
         ->type_name("FOLDER")
+        ->check(is_named)
         ->group(group);
     app_.add_option("--do", batch_words_, batch_help())
         ->type_name("WORD[,WORD...]")
@@ -213,6 +218,7 @@ class CommandLine {
     app_.add_option("--to", batch_.dest_folder,
                     "Where the results go; song.mp3.mp3 beside its source without it")
         ->type_name("FOLDER")
+        ->check(is_named)
         ->group(group);
     app_.add_option("-j", options.jobs, "How many files at a time; one a core without it")
         ->type_name("N")
@@ -223,9 +229,9 @@ class CommandLine {
   // Takes the words together as a batch. Returns what is wrong with them.
   std::string take_batch() {
     if (batch_folder_.empty()) {
-      const bool has_any =
-          !batch_words_.empty() || !batch_.dest_folder.empty() || options.jobs != 0;
-      return has_any ? "--do, --to and -j go with --batch FOLDER" : "";
+      const bool has_any = !batch_words_.empty() || !batch_.dest_folder.empty() ||
+                           batch_.mask != BatchJob{}.mask || options.jobs != 0;
+      return has_any ? "--do, --mask, --to and -j go with --batch FOLDER" : "";
     }
     if (!options.files.empty() || !options.edits.empty() || !options.output.empty() ||
         options.work != nullptr || options.records || options.info || options.frames)
@@ -251,11 +257,13 @@ class CommandLine {
     for (const std::string& word : app_.remaining())
       if (word != "--") return unknown_option(word);
     if (options.listing != nullptr) return {};
+    if (options.settings_path && options.localini)
+      return "--settings and --localini exclude each other";
+    if (options.remote && !options.records) return "--remote goes with /rec";
     std::string batch_fault = take_batch();
     if (!batch_fault.empty() || options.batch) return batch_fault;
     if (options.records && options.work != nullptr)
       return fmt::format("/rec and /{} exclude each other", options.work->name);
-    if (options.remote && !options.records) return "--remote goes with /rec";
     if (options.records && options.files.size() > 1) return "/rec takes one FILE";
     const bool needs_file = options.work == nullptr || options.work->needs_document;
     if (needs_file && !options.records && options.files.empty() && options.edits.empty())
@@ -265,8 +273,6 @@ class CommandLine {
     if (!options.output.empty() && options.work != nullptr && options.work->saves)
       return fmt::format("-o and /{} exclude each other, as both save the result",
                          options.work->name);
-    if (options.settings_path && options.localini)
-      return "--settings and --localini exclude each other";
     return {};
   }
 

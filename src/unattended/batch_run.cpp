@@ -51,6 +51,16 @@ std::string one_line(std::string text) {
   return line;
 }
 
+// The fault that a box tells. One that tells what to do about it has the fault in its caption, and
+// the step that this platform needs in its last paragraph.
+std::string fault_in(const MessageBox& box) {
+  std::string fault = box.text;
+  if (const std::size_t last = fault.rfind("\n\n"); last != std::string::npos)
+    fault = box.caption + fault.substr(last + 1);
+  if (!box.cause.empty()) fault += "\n" + box.cause;
+  return one_line(std::move(fault));
+}
+
 // Stands in front of the program's own host while a file is worked on: nobody is there to close a
 // box, so that what it says becomes the reason of the result.
 class BatchHost : public Host {
@@ -65,7 +75,7 @@ class BatchHost : public Host {
 
   BoxAnswer show_message_box(const MessageBox& box) override {
     if (!said_.empty()) said_ += ": ";
-    said_ += one_line(box.cause.empty() ? box.text : box.text + "\n" + box.cause);
+    said_ += fault_in(box);
     return box.default_answer;
   }
 

@@ -67,6 +67,9 @@ TEST(Options, WrongUsageIsTold) {
       {"--batch", "x", "--do", "cut=1:1,bottom=3"},
       {"--batch", "x", "--do", "level=40"},
       {"--batch", "x", "--do", "save", "-j", "0"},
+      {"--batch", "x", "--do", "save", "--to", ""},
+      {"--batch", "x", "--do", "save", "--settings", "y", "--localini"},
+      {"a.mp3", "--mask", "*.aac"},
       {"--batch", "x", "--do", "save", "--to", "y", "--overwrite"}};
   for (const auto& words : wrong) EXPECT_EQ(parse(words).exit_status, 2);
   EXPECT_EQ(parse({"--help"}).exit_status, 0);
