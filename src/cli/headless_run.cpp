@@ -21,6 +21,7 @@
 #include "cli/unsaved.h"
 #include "document/open_state.h"
 #include "edit/record_commands.h"
+#include "edit/requirements.h"
 #include "edit/save_audio.h"
 #include "model/document.h"
 #include "platform/clipboard.h"
@@ -210,9 +211,10 @@ class HeadlessRun {
   void run_work(const WorkSwitch& work) {
     if (status_ != succeeded) return fail(fmt::format("/{} was not run", work.name));
     if (host_.wants_close()) return;
-    if (work.needs_document && document.parts.empty()) return fail("no document is open");
+    if (document.parts.empty()) return fail("no document is open");
     batch_active = true;
-    if (work.run(options_.request) != SaveOutcome::saved) {
+    const bool can_run = !work.needs_levels || require(need_level_control());
+    if (!can_run || work.run(options_.request) != SaveOutcome::saved) {
       status_ = failed;
     } else {
       remember_saved();

@@ -265,8 +265,7 @@ class CommandLine {
     if (options.records && options.work != nullptr)
       return fmt::format("/rec and /{} exclude each other", options.work->name);
     if (options.records && options.files.size() > 1) return "/rec takes one FILE";
-    const bool needs_file = options.work == nullptr || options.work->needs_document;
-    if (needs_file && !options.records && options.files.empty() && options.edits.empty())
+    if (!options.records && options.files.empty() && options.edits.empty())
       return "FILE is missing; see --help";
     if (options.request.overwrite && (options.work == nullptr || !options.work->saves))
       return "/overwrite goes with a switch that saves: /save";

@@ -32,6 +32,7 @@
 #include "edit/commands.h"
 #include "edit/language_dialog.h"
 #include "edit/record_commands.h"
+#include "edit/requirements.h"
 #include "edit/save_project.h"
 #include "model/document.h"
 #include "platform/process.h"
@@ -161,10 +162,11 @@ class DesktopRun {
     return is_open;
   }
 
-  // The program ends whatever became of the work.
+  // The program ends whatever became of the work, and is silent about a stream that has none.
   void work() const {
     batch_active = true;
-    line_.work->run(line_.request);
+    if (!line_.work->needs_levels || need_level_control().result == Result::done)
+      line_.work->run(line_.request);
     open_state.document_modified = false;
     request_close();
   }

@@ -1,7 +1,6 @@
 // Dialogs without a person.
 #include "unattended/dialog_runs.h"
 
-#include "edit/requirements.h"
 #include "model/selection.h"
 
 namespace corvelin {
@@ -30,7 +29,6 @@ bool run_unattended(PauseDialog& dialog) {
 bool run_unattended(AutoCueDialog& dialog) { return dialog.accept() && dialog.cues_set > 0; }
 
 bool normalize_whole_stream() {
-  if (!require(need_level_control())) return false;
   select_whole_stream();
   batch_level = batch_level_unchanged;
   NormalizeDialog dialog;

@@ -13,7 +13,7 @@ bool run_unattended(NormalizeDialog& dialog);
 bool run_unattended(PauseDialog& dialog);
 bool run_unattended(AutoCueDialog& dialog);
 
-/// Normalizes the whole stream. False when its level can't be changed or already is the highest.
+/// Normalizes the whole stream, whose level can be changed. False when it already is the highest.
 bool normalize_whole_stream();
 
 /// Sets cues at the pauses of the whole stream. False when it can't be decoded.

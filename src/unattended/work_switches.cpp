@@ -36,14 +36,14 @@ SaveOutcome split_at_pauses(const WorkRequest& request) {
 }
 
 constexpr WorkSwitch table[] = {
-    {"save", "Save beside the file: song.mp3 gives song.mp3.mp3", false, true, true, save},
+    {"save", "Save beside the file: song.mp3 gives song.mp3.mp3", false, true, false, save},
     {"normalize", "Bring the level to full scale, and save", false, true, true, normalize},
-    {"autocrop", "Cut the silence off both ends, and save", false, true, true, crop},
-    {"autocue", "Split by the clock, into FOLDER or beside the audio", true, false, true,
+    {"autocrop", "Cut the silence off both ends, and save", false, true, false, crop},
+    {"autocue", "Split by the clock, into FOLDER or beside the audio", true, false, false,
      split_by_clock},
-    {"pausesplit", "Split at the pauses, into FOLDER or beside the audio", true, false, true,
+    {"pausesplit", "Split at the pauses, into FOLDER or beside the audio", true, false, false,
      split_at_pauses},
-    {"split", "Save a file a track, in FOLDER or beside the audio", true, false, true, split},
+    {"split", "Save a file a track, in FOLDER or beside the audio", true, false, false, split},
 };
 
 }  // namespace

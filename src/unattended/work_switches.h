@@ -20,8 +20,8 @@ struct WorkSwitch {
   std::string_view name;  // of /save and --save
   std::string_view help;
   bool takes_folder;
-  bool saves;           // one file, which may be the source with /overwrite
-  bool needs_document;  // FILE, or one that a line opens
+  bool saves;         // one file, which may be the source with /overwrite
+  bool needs_levels;  // has nothing to do where the level can't be changed
   SaveOutcome (*run)(const WorkRequest& request);
 };
 
