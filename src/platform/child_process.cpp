@@ -17,7 +17,7 @@ namespace corvelin {
 
 namespace {
 
-constexpr std::size_t most_complaints = 2000;  // bytes
+constexpr std::size_t most_complaints = 1000;  // bytes: what a box can show
 
 // A group of processes of its own: a script that stands for the program ends with what it started.
 class ChildGroup {
@@ -117,8 +117,11 @@ void ChildProcess::take_complaints() {
     return;
   }
   complaints_.append(block.data(), static_cast<std::size_t>(got));
-  if (complaints_.size() > most_complaints)
-    complaints_.erase(0, complaints_.size() - most_complaints);
+  if (complaints_.size() <= most_complaints) return;
+  // The last lines, none of them without its beginning.
+  complaints_.erase(0, complaints_.size() - most_complaints);
+  const std::size_t line_end = complaints_.find('\n');
+  if (line_end < complaints_.size() - 1) complaints_.erase(0, line_end + 1);
 }
 
 // The last words may still be in the pipe. A grandchild may hold it open, and isn't waited for.
