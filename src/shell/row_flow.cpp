@@ -12,7 +12,7 @@ void RowFlow::add_group(const std::vector<FlowItem>& group) {
     for (const FlowItem& item : group) add(item);
     return;
   }
-  if (!row_.empty() && row_width_ + gap_ + width > space_.width()) end_row();
+  if (!has_room_for(width)) end_row();
   row_width_ += width + (row_.empty() ? 0 : gap_);
   row_.push_back(group);
 }

@@ -36,6 +36,11 @@ class RowFlow {
   void add(const FlowItem& item) { add_group({item}); }
   void end_row();
 
+  /// Whether an item of its own with that width still goes into the row.
+  [[nodiscard]] bool has_room_for(int width) const {
+    return row_.empty() || row_width_ + gap_ + width <= space_.width();
+  }
+
   [[nodiscard]] int bottom() const { return bottom_; }
 
  private:

@@ -154,11 +154,15 @@ class Layouter {
     if (form == PanelForm::symbols_2) {
       add_navigation_symbols(rows);
       rows.add(field(layout_.position_field));
-      rows.add(margin());
+      // In a narrow window both go below: the margin alone would mostly be an empty row.
+      const bool fits_beside = rows.has_room_for(side_width());
+      if (fits_beside) rows.add(margin());
       rows.end_row();
       add_editing_symbols(rows);
       rows.add(field(layout_.range_field));
+      if (!fits_beside) rows.end_row();
       rows.add(lying_slider());
+      if (!fits_beside) rows.add(margin());
       rows.end_row();
       return rows.bottom();
     }

@@ -128,6 +128,11 @@ TEST_F(WindowLayoutTest, EveryFormHasItsControlsApartFromEachOther) {
       }
     }
   }
+  settings.large_symbols = 0;
+  settings.layout = 4;  // narrow, the margin has no row of its own, where it is mostly empty
+  const WindowLayout narrow = layout_at(740, 560);
+  EXPECT_GE(narrow.volume_slider.top, narrow.range_field.bottom);
+  EXPECT_EQ(narrow.margin.top, narrow.volume_slider.top);
   for (const int width : {1, 200, 8000}) {
     const WindowLayout layout = layout_at(width, 1);
     EXPECT_GE(layout.view.bottom, layout.view.top);
