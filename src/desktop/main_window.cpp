@@ -151,6 +151,7 @@ QRect MainWindow::logical(const Rect& area) const {
 }
 
 void MainWindow::lay_out() {
+  placed_ratio_ = ratio();
   const WindowSpace space = this->space();
   const WindowLayout layout = window_layout(space);
   view_->place(layout.view, space.display_scale, ratio());
@@ -280,8 +281,13 @@ void MainWindow::keep_geometry() const {
   settings.window_h = device(height());
 }
 
+// A window that comes to a screen of another ratio keeps its size in logical pixels: it is painted
+// anew, and that is all that tells of it.
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
   if (watched == client_ && event->type() == QEvent::Resize) lay_out();
+  if (watched == client_ && event->type() == QEvent::Paint && placed_ratio_ != ratio())
+    QMetaObject::invokeMethod(
+        this, [this] { lay_out(); }, Qt::QueuedConnection);
   if (event->type() != QEvent::Wheel || !watched->isWidgetType()) return false;
   const auto* const widget = static_cast<QWidget*>(watched);
   const bool is_ours =

@@ -78,6 +78,7 @@ class MainWindow : public QMainWindow {
   CommandButton* margin_button_ = nullptr;  // and in those with words
   std::map<CommandId, CommandButton*> buttons_;
   std::unique_ptr<Menus> menus_;
+  double placed_ratio_ = 0;  // of pixels, at which everything has its place
   bool has_fast_labels_ = false;
   int wheel_turned_ = 0;  // eighths of a degree that don't make a step yet
 };

@@ -11,12 +11,14 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QSlider>
 #include <QTest>
 #include <QTextLayout>
 #include <QTimer>
 #include <QTreeWidget>
+#include <QWindow>
 #include <QtEvents>
 #include <algorithm>
 #include <set>
@@ -409,6 +411,16 @@ TEST_F(MainWindowTest, SurvivesAnySizeAndASourceThatIsGone) {
   EXPECT_EQ(window->view().image().size(), window->view().size());
 }
 
+TEST_F(MainWindowTest, FollowsTheRatioOfTheScreenThatItComesTo) {
+  open_frames(40);
+  const QSize size = window->view().image().size();
+  window->windowHandle()->setScreen(QApplication::screens().last());
+  QTest::qWait(50);
+  EXPECT_EQ(window->view().devicePixelRatioF(), 2);
+  EXPECT_EQ(window->view().image().width(), 2 * size.width());
+  EXPECT_EQ(window->view().image().size(), window->view().size() * 2);
+}
+
 TEST_F(MainWindowTest, EverythingThatTakesTheFocusIsCalledSomething) {
   open_frames(40);
   for (const QWidget* const widget : window->findChildren<QWidget*>()) {
@@ -455,7 +467,8 @@ TEST_F(MainWindowTest, MarksOfTheMenusAreTold) {
 int main(int argc, char** argv) {
   // Other screens, scales and fonts come from the environment.
   for (const auto& [name, value] :
-       {std::pair("QT_QPA_PLATFORM", "offscreen"), {"QT_SCALE_FACTOR", "1"}})
+       {std::pair("QT_QPA_PLATFORM", "offscreen:configfile=" CORVELIN_TWO_SCREENS),
+        {"QT_SCALE_FACTOR", "1"}})
     if (!qEnvironmentVariableIsSet(name)) qputenv(name, value);
   QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
   QApplication application(argc, argv);
