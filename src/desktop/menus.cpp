@@ -78,7 +78,8 @@ QMenu* Menus::add_menu(QWidget* parent, const Menu& menu) {
       made->addSeparator();
     } else if (has_entry(row)) {
       const Command& command = *command_of(row.command);
-      QAction* const action = add_entry(*made, command.id, as_qstring(text_of(command)));
+      QAction* const action = add_entry(*made, command.id);
+      CommandMenu::set_text(*action, as_qstring(text_of(command)));
       actions_[command.id] = action;
       if (command.mark.bits == 0) continue;
       action->setCheckable(true);
@@ -91,9 +92,8 @@ QMenu* Menus::add_menu(QWidget* parent, const Menu& menu) {
   return made;
 }
 
-QAction* Menus::add_entry(QMenu& menu, CommandId id, const QString& text) {
+QAction* Menus::add_entry(QMenu& menu, CommandId id) {
   QAction* const action = menu.addAction(QString());
-  CommandMenu::set_text(*action, text);
   action->setObjectName(QStringLiteral("command_%1").arg(id));
   // Later, as a screen reader that chose the entry waits for the answer, and must not wait for the
   // end of a dialog.
@@ -109,8 +109,8 @@ void Menus::rebuild_part_list() {
   list_menu_->clear();
   CommandId id = first_part_command;
   for (const std::string& text : part_list()) {
-    // A name may hold the sign that underlines a letter.
-    add_entry(*list_menu_, id++, as_qstring(text).replace(u'&', QStringLiteral("&&")));
+    // A name may hold the sign that underlines a letter. Behind the tab is a title here, no key.
+    add_entry(*list_menu_, id++)->setText(as_qstring(text).replace(u'&', QStringLiteral("&&")));
   }
   list_menu_->setEnabled(!list_menu_->isEmpty());
 }
@@ -123,8 +123,8 @@ void Menus::rebuild_recent_menu() {
   recent_.push_back(file_menu_->addSeparator());
   for (const MenuEntry& entry : entries) {
     QString name = as_qstring(entry.text).mid(1);  // behind the number's own sign
-    recent_.push_back(
-        add_entry(*file_menu_, entry.id, u'&' + name.replace(u'&', QStringLiteral("&&"))));
+    recent_.push_back(add_entry(*file_menu_, entry.id));
+    recent_.back()->setText(u'&' + name.replace(u'&', QStringLiteral("&&")));
   }
 }
 

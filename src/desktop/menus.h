@@ -27,7 +27,7 @@ class Menus {
 
  private:
   QMenu* add_menu(QWidget* parent, const Menu& menu);
-  QAction* add_entry(QMenu& menu, CommandId id, const QString& text);
+  QAction* add_entry(QMenu& menu, CommandId id);
 
   QPalette palette_;
   RunCommand run_;

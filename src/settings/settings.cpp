@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "platform/host.h"
 #include "platform/system.h"
 
 namespace corvelin {
@@ -20,6 +21,7 @@ void add_recent(const std::string& path) {
   if (most == 0 || std::ranges::find(list, path) != list.end()) return;
   list.insert(list.begin(), path);
   if (list.size() > most) list.resize(most);
+  host().rebuild_recent_menu();
 }
 
 void remove_recent(const std::string& path) {

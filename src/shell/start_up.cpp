@@ -57,6 +57,7 @@ void connect_levels() {
   setting_listeners = {{"save_id3v1", keep_id3v1_as_set},
                        {"volume", apply_volume},
                        {"high_pri", apply_priority},
+                       {"max_recent", [] { host().rebuild_recent_menu(); }},
                        {"use_toc", [] { host().rebuild_part_list(); }}};  // its times change
 }
 

@@ -32,6 +32,7 @@
 #include "edit/undo.h"
 #include "edit/window_commands.h"
 #include "platform/file.h"
+#include "settings/setting_table.h"
 #include "settings/settings.h"
 #include "shell/window_layout.h"
 #include "support/core_test.h"
@@ -300,6 +301,9 @@ TEST_F(MainWindowTest, ADropOnTheGraphAppendsAndOneBesideItOpens) {
   window_host->answer = BoxAnswer::no;  // to the question about unsaved changes
   drop({20, window->view().height() + 20});
   EXPECT_EQ(document.total_size, 30 * length);
+  EXPECT_EQ(as_utf8(find<QAction>("command_1100")->text()), "&1 other song.mp3");
+  EXPECT_EQ(set_setting("max_recent", "0"), SetResult::done);
+  EXPECT_TRUE(window->findChildren<QAction*>(QStringLiteral("command_1100")).isEmpty());
 }
 
 TEST_F(MainWindowTest, ABatchIsChosenRunAndTold) {
