@@ -83,6 +83,7 @@ class FileInfoWindow : public DialogWindow {
     const std::vector<InfoLine> lines = file_info_lines(play_position());
     for (std::size_t i = 0; i < std::min(lines.size(), values_.size()); ++i) {
       const QString value = as_qstring(lines[i].value);
+      values_[i]->setFocusPolicy(value.isEmpty() ? Qt::NoFocus : Qt::StrongFocus);
       if (values_[i]->text() == value) continue;
       values_[i]->setText(value);
       values_[i]->setCursorPosition(0);

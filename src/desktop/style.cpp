@@ -14,6 +14,7 @@ namespace corvelin {
 namespace {
 
 constexpr double rounding = 3;  // of corners, logical pixels
+constexpr double focus_width = 2;
 
 class Shapes {
  public:
@@ -75,6 +76,12 @@ bool has(const QStyleOption* option, QStyle::State state) { return (option->stat
 
 bool is_enabled(const QStyleOption* option) { return has(option, QStyle::State_Enabled); }
 
+void draw_focus_frame(const QStyleOption* option, QPainter* painter) {
+  if (!has(option, QStyle::State_KeyboardFocusChange)) return;
+  Shapes shapes(painter, option->palette);
+  shapes.border(option->rect, shapes.accent(), focus_width);
+}
+
 void draw_push_button(const QStyleOption* option, QPainter* painter) {
   Shapes shapes(painter, option->palette);
   const QRectF area = option->rect;
@@ -90,6 +97,7 @@ void draw_push_button(const QStyleOption* option, QPainter* painter) {
   }
   shapes.border(area,
                 is_default && is_enabled(option) ? shapes.accent() : shapes.colour(QPalette::Mid));
+  if (has(option, QStyle::State_HasFocus)) draw_focus_frame(option, painter);
 }
 
 // A button that is nothing but its picture until the mouse, the focus or its state lifts it.
@@ -162,12 +170,6 @@ void draw_radio_button(const QStyleOption* option, QPainter* painter) {
   const double dot = box.width() * 0.3;
   if (has(option, QStyle::State_On))
     shapes.fill(box.adjusted(dot, dot, -dot, -dot), mark_colour(option, shapes), radius);
-}
-
-void draw_focus_frame(const QStyleOption* option, QPainter* painter) {
-  if (!has(option, QStyle::State_KeyboardFocusChange)) return;
-  Shapes shapes(painter, option->palette);
-  shapes.border(option->rect, shapes.accent(), 1.5);
 }
 
 void draw_menu_bar_item(const QStyleOptionMenuItem* item, QPainter* painter, const QStyle& style) {
@@ -356,6 +358,10 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
       return draw_radio_button(option, painter);
     case PE_FrameFocusRect:
       return draw_focus_frame(option, painter);
+    case PE_Frame:
+      QProxyStyle::drawPrimitive(element, option, painter, widget);
+      if (has(option, State_HasFocus)) draw_focus_frame(option, painter);
+      return;
     case PE_PanelStatusBar:
     case PE_PanelMenuBar:
       return;  // no lines

@@ -97,6 +97,17 @@ bool goes_back(const QWidget& before, const QWidget& after) {
   return to.bottom() <= from.top() && to.left() <= from.right();
 }
 
+// Whether one sees that the control has the focus.
+bool shows_focus(QWidget& control) {
+  control.window()->setAttribute(Qt::WA_KeyboardFocusChange);  // as Tab does
+  control.window()->activateWindow();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(control.window()));
+  if (QWidget* const other = QApplication::focusWidget()) other->clearFocus();
+  const QImage without = control.grab().toImage();
+  control.setFocus(Qt::TabFocusReason);
+  return control.grab().toImage() != without;
+}
+
 void inspect(QWidget& window) {
   EXPECT_LE(window.height(), window.screen()->availableSize().height());
   for (QWidget* const widget : window.findChildren<QWidget*>()) {
@@ -113,7 +124,19 @@ void inspect(QWidget& window) {
   for (std::size_t i = 1; i < way.size(); ++i)
     EXPECT_FALSE(goes_back(*way[i - 1], *way[i]))
         << told(*way[i]) << " behind " << told(*way[i - 1]);
+  for (QWidget* const control : way)
+    EXPECT_TRUE(control->objectName() == QStringLiteral("view") || shows_focus(*control))
+        << told(*control);
 }
+
+class EndlessRun : public LongRun {
+ public:
+  bool step() override { return true; }
+  void cancel() override {}
+  [[nodiscard]] int percent_done() const override { return 50; }
+  [[nodiscard]] std::string progress_text() const override { return "a.mp3"; }
+  [[nodiscard]] std::string report() const override { return {}; }
+};
 
 class DialogsTest : public CoreTest, public ::testing::WithParamInterface<const char*> {
  protected:
@@ -162,13 +185,13 @@ class DialogsTest : public CoreTest, public ::testing::WithParamInterface<const 
     look_at(name, [id] { dispatch_command(id); });
   }
 
-  static void look_at_all();
+  void look_at_all() const;
 
   std::unique_ptr<MainWindow> window;
   std::unique_ptr<QtHost> window_host;
 };
 
-void DialogsTest::look_at_all() {
+void DialogsTest::look_at_all() const {
   dispatch_command(1024);  // all is selected
   look_at("names", 1028);
   look_at("file_info", 1027);
@@ -186,6 +209,12 @@ void DialogsTest::look_at_all() {
   look_at("language", [] { language_dialog(); });
   load_ui_text(GetParam());
   look_at("batch", 1071);
+  EndlessRun run;
+  look_at("run", [&run] { drive(run); });
+  dispatch_command(230);
+  auto* const debug = window->findChild<QDialog*>(QStringLiteral("debug_window"));
+  inspect(*debug);
+  debug->close();
 }
 
 }  // namespace
