@@ -428,16 +428,28 @@ class BatchWindow : public DialogWindow {
       rows.push_back(row);
     }
     list_->addTopLevelItems(rows);
-    QItemSelection chosen;
-    for (int i = 0; i < rows.size(); ++i)
-      if (job_.items[static_cast<std::size_t>(i)].is_selected)
-        chosen.select(list_->model()->index(i, 0), list_->model()->index(i, 2));
-    list_->selectionModel()->select(chosen, QItemSelectionModel::ClearAndSelect);
+    list_->selectionModel()->select(selected_rows(), QItemSelectionModel::ClearAndSelect);
     list_->header()->setSortIndicator(static_cast<int>(job_.sort_column), job_.sort_descending
                                                                               ? Qt::DescendingOrder
                                                                               : Qt::AscendingOrder);
     folder_->setText(as_shown(job_.source_folder));
     show_count();
+  }
+
+  // In as few ranges as can be: the toolkit compares each with each.
+  [[nodiscard]] QItemSelection selected_rows() const {
+    const auto is_selected = [this](int row) {
+      return job_.items[static_cast<std::size_t>(row)].is_selected;
+    };
+    const QAbstractItemModel& rows = *list_->model();
+    QItemSelection selection;
+    for (int row = 0; row < rows.rowCount(); ++row) {
+      if (!is_selected(row)) continue;
+      const int first = row;
+      while (row + 1 < rows.rowCount() && is_selected(row + 1)) ++row;
+      selection.select(rows.index(first, 0), rows.index(row, 2));
+    }
+    return selection;
   }
 
   void show_count() {

@@ -93,6 +93,7 @@ QPalette palette_on(const QColor& ground, const QColor& text) {
     palette.setColor(role, text);
     palette.setColor(QPalette::Disabled, role, grey);
   }
+  palette.setColor(QPalette::Disabled, QPalette::Base, ground);  // an empty field has no grey text
   palette.setColor(QPalette::Disabled, QPalette::Highlight, mixed(ground, text, 0.2));
   palette.setColor(QPalette::Disabled, QPalette::HighlightedText, grey);
   return palette;
