@@ -91,7 +91,9 @@ class DesktopRun {
     install_host(&host_);
     window_.may_close = [this] {
       if (recorder.rec_writing) stop_recording();  // its cues are then asked about
-      return restarts_ || confirm_discard_changes();
+      if (restarts_ || confirm_discard_changes()) return true;
+      forget_end_signal();
+      return false;
     };
     host_.restart_program = [this] {
       restarts_ = true;

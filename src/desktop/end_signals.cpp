@@ -37,4 +37,6 @@ void watch_end_signals(QObject& owner, std::function<void()> ask) {
 
 int end_signal() { return arrived; }
 
+void forget_end_signal() { arrived = 0; }
+
 }  // namespace corvelin

@@ -14,4 +14,7 @@ void watch_end_signals(QObject& owner, std::function<void()> ask);
 /// The signal that arrived, or 0.
 int end_signal();
 
+/// The user goes on in spite of the signal, so that the next one is the first again.
+void forget_end_signal();
+
 }  // namespace corvelin
