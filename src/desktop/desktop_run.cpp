@@ -37,6 +37,7 @@
 #include "model/document.h"
 #include "platform/process.h"
 #include "platform/program.h"
+#include "platform/quiet_host.h"
 #include "platform/system.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -61,17 +62,6 @@ void measure_display() {
              .width = size.width(),
              .height = size.height()};
 }
-
-// Keeps the boxes of the time before there is a window.
-class EarlyHost : public Host {
- public:
-  BoxAnswer show_message_box(const MessageBox& box) override {
-    boxes.push_back(box);
-    return box.default_answer;
-  }
-
-  std::vector<MessageBox> boxes;
-};
 
 // For an end that waits for no answer.
 void keep_recording() {
@@ -281,8 +271,7 @@ int run_desktop(int argc, char** argv) {
   QApplication::setWindowIcon(program_icon());
   measure_display();
   const CommandLine line = parse_command_line(words);
-  EarlyHost early;
-  install_host(&early);
+  QuietHost early;  // until there is a window
   const bool is_read =
       start_up(line.settings_path ? *line.settings_path : choose_settings_file(line.localini));
   if (line.settings_path && !is_read) {
@@ -297,7 +286,7 @@ int run_desktop(int argc, char** argv) {
   QApplication::setStyle(new Style);
   QApplication::setPalette(dialog_palette(look_of_settings()));
   install_accessibility();
-  return DesktopRun(line, early.boxes).run();
+  return DesktopRun(line, early.take_boxes()).run();
 }
 
 }  // namespace corvelin

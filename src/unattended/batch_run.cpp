@@ -30,6 +30,7 @@
 #include "platform/interruption.h"
 #include "platform/numbers.h"
 #include "platform/path.h"
+#include "platform/quiet_host.h"
 #include "platform/text.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
@@ -61,42 +62,32 @@ std::string fault_in(const MessageBox& box) {
   return one_line(std::move(fault));
 }
 
-// Stands in front of the program's own host while a file is worked on: nobody is there to close a
-// box, so that what it says becomes the reason of the result.
-class BatchHost : public Host {
+// What is said while a file is worked on becomes the reason of its result.
+class BatchHost : public QuietHost {
  public:
   explicit BatchHost(const std::function<bool()>& between_slices)
-      : between_slices_(between_slices), behind_(host()) {
-    install_host(this);
-  }
-  ~BatchHost() override { install_host(&behind_); }
-  BatchHost(const BatchHost&) = delete;
-  BatchHost& operator=(const BatchHost&) = delete;
-
-  BoxAnswer show_message_box(const MessageBox& box) override {
-    if (!said_.empty()) said_ += ": ";
-    said_ += fault_in(box);
-    return box.default_answer;
-  }
+      : between_slices_(between_slices) {}
 
   void drive(LongRun& run) override {
     while (run.step()) {
       const bool goes_on = !between_slices_ || between_slices_();
       if (goes_on && interruption() == 0) continue;
       run.cancel();
-      said_ = one_line(run.report());
+      take_boxes();
+      report_ = one_line(run.report());
       return;
     }
   }
 
-  void refresh_view(Refresh level) override { behind_.refresh_view(level); }
-
-  std::string take_said() { return std::exchange(said_, {}); }
+  std::string take_said() {
+    std::string said = std::exchange(report_, {});
+    for (const MessageBox& box : take_boxes()) said += (said.empty() ? "" : ": ") + fault_in(box);
+    return said;
+  }
 
  private:
   const std::function<bool()>& between_slices_;
-  Host& behind_;
-  std::string said_;
+  std::string report_;  // of a run that was cancelled
 };
 
 double seconds_of(const std::string& field) { return std::max(leading_decimal(field), 0.0); }

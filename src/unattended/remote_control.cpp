@@ -21,6 +21,7 @@
 #include "model/time_mapping.h"
 #include "platform/file.h"
 #include "platform/path.h"
+#include "platform/quiet_host.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
 #include "unattended/remote_text.h"
@@ -28,31 +29,6 @@
 namespace corvelin {
 
 namespace {
-
-// Stands in front of the program's own host while a command is carried out: nobody is there to
-// close a box, so that what it says goes into the status.
-class RemoteHost : public Host {
- public:
-  RemoteHost() : behind_(host()) { install_host(this); }
-  ~RemoteHost() override { install_host(&behind_); }
-  RemoteHost(const RemoteHost&) = delete;
-  RemoteHost& operator=(const RemoteHost&) = delete;
-
-  BoxAnswer show_message_box(const MessageBox& box) override {
-    boxes.push_back(box);
-    return box.default_answer;
-  }
-  void refresh_view(Refresh level) override { behind_.refresh_view(level); }
-  void rebuild_part_list() override { behind_.rebuild_part_list(); }
-  void rebuild_recent_menu() override { behind_.rebuild_recent_menu(); }
-  void update_menu_state(std::uint8_t mask) override { behind_.update_menu_state(mask); }
-  void show_transport() override { behind_.show_transport(); }
-
-  std::vector<MessageBox> boxes;
-
- private:
-  Host& behind_;
-};
 
 // Empty without a folder for recordings.
 std::string remote_file() {
@@ -174,9 +150,11 @@ std::vector<MessageBox> remote_scan() {
   const std::optional<RemoteCommand> command = remote_command(head_of(path));
   if (!command || is_busy() || remove_file(path)) return {};
   const Busy busy;
-  RemoteHost quiet;
-  if (carry_out(*command, path)) write_state(path, state_text() + said_in(quiet.boxes));
-  return std::move(quiet.boxes);
+  QuietHost quiet;
+  const bool goes_on = carry_out(*command, path);
+  std::vector<MessageBox> boxes = quiet.take_boxes();
+  if (goes_on) write_state(path, state_text() + said_in(boxes));
+  return boxes;
 }
 
 void end_remote_control() {
