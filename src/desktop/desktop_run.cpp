@@ -135,7 +135,8 @@ class DesktopRun {
     host_.call_later(pause, [this] {
       if (is_busy()) return welcome();
       dispatch_command(command::about);
-      if (settings.version.empty() && end_signal() == 0) language_dialog();
+      const bool is_first_start = settings.version.empty() && keeps_settings();
+      if (is_first_start && end_signal() == 0) language_dialog();
     });
   }
 
@@ -200,9 +201,11 @@ class DesktopRun {
       fmt::print(stderr, "corvelin: {}: {}\n", words.front(), error.message());
   }
 
+  static bool keeps_settings() { return settings_storage != SettingsStorage::removed; }
+
   void store() {
     window_.keep_geometry();
-    if (settings_storage == SettingsStorage::removed) return;
+    if (!keeps_settings()) return;
     const std::error_code error =
         line_.settings_path ? write_settings(*line_.settings_path) : store_settings();
     if (error) fmt::print(stderr, "corvelin: the settings were not written: {}\n", error.message());

@@ -73,8 +73,8 @@ std::int64_t chosen_language(Dialogue dialog) {
 void choose_language(ConfigDialog& dialog, std::int64_t index) {
   if (index < 0 || static_cast<std::size_t>(index) >= dialog.languages.size()) return;
   const std::u16string before = settings.language;
-  change_setting(&S::language,
-                 bytes_to_wide(dialog.languages[static_cast<std::size_t>(index)].name, true));
+  const std::string entry = dialog.languages[static_cast<std::size_t>(index)].entry();
+  change_setting(&S::language, bytes_to_wide(language_of_entry(entry), true));
   if (settings.language != before) dialog.offers_restart = true;
 }
 

@@ -119,6 +119,7 @@ void ConfigDialog::restore_defaults() {
       offers_restart = true;
   }
   complete_settings();  // the name of recordings
+  if (page == SettingPage::layout) offers_restart = true;
   open_page(page);
   host().refresh_view(Refresh::all);
 }

@@ -27,7 +27,7 @@ void LanguageDialog::set_portable(bool on) { is_portable = force_portable(on); }
 
 bool LanguageDialog::accept() {
   if (!confirm_discard_changes()) return false;
-  settings.language = bytes_to_wide(languages[chosen].name, true);
+  settings.language = bytes_to_wide(language_of_entry(languages[chosen].entry()), true);
   return true;
 }
 

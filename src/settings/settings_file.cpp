@@ -108,10 +108,21 @@ std::string read_text(const InputFile& file) {
   return text;
 }
 
-// Some editors put the mark in front.
+bool is_setting_line(std::string_view line) {
+  const std::size_t equal = line.find('=');
+  return equal != std::string_view::npos && find_setting(line.substr(0, equal)) != nullptr;
+}
+
+// Some editors put the mark in front, and who writes such a file by hand may have another first
+// line, which is not read.
 bool is_settings_text(std::string_view head) {
   if (head.starts_with(utf8_mark)) head.remove_prefix(utf8_mark.size());
-  return head.starts_with(header);
+  if (head.starts_with(header)) return true;
+  std::string_view line;
+  if (head.find('\0') != std::string_view::npos || !take_line(head, line)) return false;
+  while (take_line(head, line))
+    if (is_setting_line(line)) return true;
+  return false;
 }
 
 }  // namespace

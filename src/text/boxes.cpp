@@ -22,7 +22,7 @@ bool open_for_user(const std::string& path) {
 
 void show_no_viewer(const std::string& path, const std::string& cause) {
   host().show_message_box({.caption = std::string(ui_text(row::error)),
-                           .text = "There is no program here that opens this:\n\n" + path,
+                           .text = fmt::format("{}\n\n{}", ui_text(row::no_viewer), path),
                            .cause = fmt::format("{}: {}", viewer, cause),
                            .icon = BoxIcon::error});
 }

@@ -245,6 +245,7 @@ constexpr TextRow voice_quality = {ext, 54};
 constexpr TextRow best = {ext, 55};
 constexpr TextRow default_choice = {ext, 56};
 constexpr TextRow smallest = {ext, 57};
+constexpr TextRow no_viewer = {ext, 58};
 constexpr TextRow peak_is_full = {ext, 60};
 constexpr TextRow only_silence = {ext, 61};
 constexpr TextRow no_pause = {ext, 62};

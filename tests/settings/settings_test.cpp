@@ -78,8 +78,13 @@ TEST_F(SettingsTest, ReaderTakesOddFilesInItsStride) {
   EXPECT_FALSE(parse_settings("[Corvelin]"));
   EXPECT_FALSE(read_settings(folder.path("absent.ini")));  // nothing to tell
   settings.volume = 7;
-  EXPECT_EQ(read_settings(folder.file("a.mp3", "ID3\nvolume=1\n")), FileError::other_kind);
+  using namespace std::string_literals;
+  for (const std::string& other : {"ID3\0\nvolume=1\n"s, "volume=1"s, "Dear\nreader\n"s})
+    EXPECT_EQ(read_settings(folder.file("a.mp3", other)), FileError::other_kind);
   EXPECT_EQ(settings.volume, 7);
+  EXPECT_FALSE(read_settings(folder.file("by_hand.ini", "; mine\nvolume=8\n")));
+  EXPECT_EQ(settings.volume, 8);
+  EXPECT_FALSE(write_settings(folder.path("by_hand.ini")));
 
   std::string text = "[Corvelin]\nvolume=1\n" + std::string(20000, 'x');
   text.resize(19992);  // keys behind 20000 bytes are not seen
