@@ -136,6 +136,7 @@ void print_json(const BatchJob& job, const std::vector<BatchResult>& results) {
 
 bool run_batch(BatchJob job, unsigned jobs, bool prints_json) {
   if (!can_begin(job)) return false;
+  outlive_readers();
   if (job.batch_bottom == no_bottom_given)
     job.batch_bottom = static_cast<std::uint8_t>(
         std::min<unsigned>(settings.lowest_gain, BatchJob::highest_bottom));

@@ -20,6 +20,10 @@ void complain(std::string text);
 /// Writes a text as it stands to standard output. A failure is remembered until `flush_output`.
 void print(std::string_view text);
 
+/// From now on output that nobody reads any more is lost, and ends nothing: for work that is worth
+/// more than what it says.
+void outlive_readers();
+
 /// Writes what is still in memory. False when anything that was printed is lost.
 bool flush_output();
 

@@ -96,6 +96,7 @@ bool keep_cues() {
 
 bool record_unattended(const std::string& path) {
   catch_user_signals();
+  outlive_readers();
   if (!initialize_recording() || !start_recording_unattended(path)) return false;
   wait_for_end();
   if (document.parts.empty() && !recorder.has_failed) tell("Nothing was recorded.");

@@ -350,6 +350,8 @@ TEST_F(Cli, ABatchTellsWhatBecameOfEachFile) {
   EXPECT_NE(three.out.find("1 / 4  written    -2.mp3 -> "), std::string::npos);
   EXPECT_NE(three.out.find("\nwritten        3\nfailed         1\n  bad.mp3: "), std::string::npos);
   EXPECT_EQ(shell("diff -r one three").out, "");
+  cli("--batch in --do normalize=-1,limit=3 --to unread -j 1 | true");
+  EXPECT_EQ(shell("diff -r one unread").out, "");
   const Result again = cli("--batch in --do save --to one --mask 1.mp3");
   EXPECT_EQ(again.status, 1);
   EXPECT_NE(again.err.find("exists already"), std::string::npos);
