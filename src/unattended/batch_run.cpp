@@ -247,6 +247,11 @@ std::string_view name_of(BatchOutcome outcome) {
 
 bool can_run_side_by_side(const BatchJob& job) {
   if (job.has(BatchOption::join)) return false;
+  // Where the disk takes a.mp3 and A.mp3 for one name, the second must find the file of the first.
+  const auto differ_by_case = [](const BatchItem& a, const BatchItem& b) {
+    return equal_ignoring_case(a.name, b.name);
+  };
+  if (std::ranges::adjacent_find(job.items, differ_by_case) != job.items.end()) return false;
   return !splits(job) || settings.split_pattern.find(u"%F") != std::u16string::npos;
 }
 

@@ -30,8 +30,8 @@ struct BatchResult {
   std::string reason;  // of a failure, on one line
 };
 
-/// Whether the files of a batch have nothing to do with one another, so that several can be worked
-/// on at a time: none is joined, and no two splits can want the same name.
+/// Whether the files of a batch, sorted by their names, have nothing to do with one another, so
+/// that several can be worked on at a time: none is joined, and no two can want the same name.
 bool can_run_side_by_side(const BatchJob& job);
 
 /// One file a step. What becomes of `job` meanwhile changes nothing in the run.
