@@ -143,10 +143,18 @@ class Layouter {
     return bottom + gap() / 2;
   }
 
-  void add_field_row(RowFlow& rows) {
+  void add_fields(RowFlow& rows) {
     rows.add(field(layout_.position_field));
     rows.add(field(layout_.range_field));
-    rows.end_row();
+  }
+
+  // Whether there is room for them in the row that the last buttons are in.
+  [[nodiscard]] bool has_sides_behind_symbols() const {
+    std::vector<PlacedButton> tried;
+    RowFlow rows(space_for_rows(0, space_.width), gap(), gap() / 2, tried);
+    add_navigation_symbols(rows);
+    add_editing_symbols(rows);
+    return rows.has_room_for(2 * side_width());
   }
 
   int lay_out_symbols(PanelForm form) {
@@ -166,12 +174,18 @@ class Layouter {
       rows.end_row();
       return rows.bottom();
     }
-    if (form == PanelForm::symbols_1) add_field_row(rows);
+    const bool is_behind_symbols = has_sides_behind_symbols();
+    const auto add_field_row = [&] {
+      add_fields(rows);
+      if (!is_behind_symbols) rows.add_group({margin(), lying_slider()});
+      rows.end_row();
+    };
+    if (form == PanelForm::symbols_1) add_field_row();
     add_navigation_symbols(rows);
     add_editing_symbols(rows);
-    rows.add_group({{.stretches = true}, margin(), lying_slider()});
+    if (is_behind_symbols) rows.add_group({{.stretches = true}, margin(), lying_slider()});
     rows.end_row();
-    if (form == PanelForm::classic_symbols) add_field_row(rows);
+    if (form == PanelForm::classic_symbols) add_field_row();
     return rows.bottom();
   }
 
@@ -196,7 +210,8 @@ class Layouter {
       bottom = rows.bottom();
     }
     RowFlow rows(space_for_rows(left, right), gap(), gap() / 2, layout_.panel_buttons);
-    add_field_row(rows);
+    add_fields(rows);
+    rows.end_row();
     if (left == 0)
       add_words(rows, {{skip_back_large, skip_back_small, skip_forward_small, skip_forward_large},
                        {go_to_previous_range, go_to_next_range, go_to_selection_begin,
