@@ -99,6 +99,8 @@ void ViewWidget::show_pointer() {
 void ViewWidget::mousePressEvent(QMouseEvent* event) {
   if (is_busy() || !is_our_button(*event)) return;
   setFocus(Qt::MouseFocusReason);
+  // A dialog that came up in the middle of a drag has taken the release.
+  if (event->buttons() == event->button()) release_mouse(mouse_);
   const QPoint at = device_point(*event);
   const MouseButtons buttons = buttons_of(*event, event->button());
   if (press_mouse(mouse_, view_, buttons, at.x(), at.y())) host().refresh_view(Refresh::places);

@@ -247,6 +247,12 @@ TEST_F(MainWindowTest, EditsByMouseAndKeysAndSaves) {
   EXPECT_EQ(document.parts[1].part_gainbeg, 0);
   EXPECT_TRUE(find<QLineEdit>("range_field")->text().contains(QStringLiteral("2")));
 
+  QApplication::processEvents();
+  QTest::mousePress(view, Qt::LeftButton, {}, grip);
+  QTest::mousePress(view, Qt::LeftButton, {}, point_of_frame(20));  // the release went elsewhere
+  QTest::mouseRelease(view, Qt::LeftButton, {}, point_of_frame(20));
+  EXPECT_EQ(document.parts[1].part_gainbeg, 0);
+
   window_host->new_file = folder.path("b.mp3");
   press("Ctrl+W");
   EXPECT_EQ(file_facts(folder.path("b.mp3")).size, 350 * length);
