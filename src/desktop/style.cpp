@@ -288,7 +288,7 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option,
     case PM_IndicatorHeight:
     case PM_ExclusiveIndicatorWidth:
     case PM_ExclusiveIndicatorHeight:
-      return 15;
+      return std::max(15, option == nullptr ? 0 : option->fontMetrics.ascent());
     case PM_MessageBoxIconSize:
       return 40;
     case PM_MenuBarItemSpacing:

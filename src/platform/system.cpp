@@ -77,9 +77,12 @@ std::string runtime_folder() {
 }
 
 std::string program_path() {
-  std::error_code error;
-  const std::filesystem::path path = std::filesystem::read_symlink("/proc/self/exe", error);
-  return error ? std::string{} : path.string();
+  // Asked once: when an update takes the file away the link tells another name.
+  static const std::string path = [] {
+    std::error_code error;
+    return std::filesystem::read_symlink("/proc/self/exe", error).string();
+  }();
+  return path;
 }
 
 std::string program_file(std::string_view name) {
