@@ -104,7 +104,8 @@ void MainWindow::make_controls() {
   info_bar_->setAccessibleName(as_qstring(ui_text(row::stream)));
   position_bar_->setAccessibleName(as_qstring(ui_text(row::position_in_stream)));
   volume_->setAccessibleName(as_qstring(ui_text(row::volume)));
-  show_button_states();
+  show_button_marks();
+  show_button_states(all_states);
 }
 
 void MainWindow::make_buttons(const std::vector<PlacedButton>& places) {
@@ -177,7 +178,7 @@ void MainWindow::refresh(Refresh level) {
   refresh_status(status_, level);
   show_status();
   if (level == Refresh::all) {
-    show_button_states();
+    show_button_marks();
     menus_->show_marks();
   }
   show_pressed_buttons();
@@ -208,12 +209,16 @@ void MainWindow::show_status() {
   if (volume_->value() != settings.volume) volume_->setValue(settings.volume);
 }
 
-void MainWindow::show_button_states() {
+void MainWindow::show_button_marks() {
   buttons_[command::toggle_keep_id3v2]->show_checked(settings.keep_id3v2 != 0);
   buttons_[command::toggle_save_id3v1]->show_checked(settings.save_id3v1 != 0);
-  for (const auto& [id, button] : buttons_) button->setEnabled(is_command_enabled(id));
   if (margin_ != nullptr) margin_->setEnabled(settings.margin != 0);
   if (margin_button_ != nullptr) margin_button_->setEnabled(settings.margin != 0);
+}
+
+void MainWindow::show_button_states(std::uint8_t mask) {
+  for (const auto& [id, button] : buttons_)
+    if ((state_bit(*command_of(id)) & mask) != 0) button->setEnabled(is_command_enabled(id));
 }
 
 // What plays, or is recorded, and what its buttons mean meanwhile.
@@ -245,8 +250,8 @@ void MainWindow::rebuild_part_list() { menus_->rebuild_part_list(); }
 void MainWindow::rebuild_recent_menu() { menus_->rebuild_recent_menu(); }
 
 void MainWindow::update_menu_state(std::uint8_t mask) {
-  menus_->show_states();
-  show_button_states();
+  menus_->show_states(mask);
+  show_button_states(mask);
   if ((mask & undo_states) != 0) show_undo_label();
 }
 

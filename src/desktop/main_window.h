@@ -56,7 +56,8 @@ class MainWindow : public QMainWindow {
   void make_controls();
   void make_buttons(const std::vector<PlacedButton>& places);
   void show_status();
-  void show_button_states();
+  void show_button_marks();
+  void show_button_states(std::uint8_t mask);
   void show_undo_label();
   bool turn_wheel(const QWheelEvent& event);
   [[nodiscard]] WindowSpace space() const;

@@ -60,7 +60,7 @@ Menus::Menus(QMenuBar& bar, const Look& look, RunCommand run)
   }
   rebuild_part_list();
   rebuild_recent_menu();
-  show_states();
+  show_states(all_states);
   show_marks();
 }
 
@@ -128,8 +128,9 @@ void Menus::rebuild_recent_menu() {
   }
 }
 
-void Menus::show_states() {
-  for (const auto& [id, action] : actions_) action->setEnabled(is_command_enabled(id));
+void Menus::show_states(std::uint8_t mask) {
+  for (const auto& [id, action] : actions_)
+    if ((state_bit(*command_of(id)) & mask) != 0) action->setEnabled(is_command_enabled(id));
   for (QMenu* const menu : submenus_)
     menu->menuAction()->setEnabled(std::ranges::any_of(menu->actions(), &QAction::isEnabled));
   const auto undo = actions_.find(command::undo);

@@ -22,8 +22,10 @@ class Menus {
 
   void rebuild_part_list();
   void rebuild_recent_menu();
-  void show_states();  // grey or live, and what Undo would take back
-  void show_marks();   // check and radio marks
+  void show_marks();  // check and radio marks
+
+  /// Grey or live, the entries of the mask, and what Undo would take back.
+  void show_states(std::uint8_t mask);
 
  private:
   QMenu* add_menu(QWidget* parent, const Menu& menu);

@@ -23,6 +23,7 @@
 #include <algorithm>
 #include <set>
 
+#include "audio/playback.h"
 #include "desktop/accessibility.h"
 #include "desktop/keys.h"
 #include "desktop/qt_host.h"
@@ -408,6 +409,17 @@ TEST_F(MainWindowTest, SlidersSetAndShowWhatTheyStandFor) {
   EXPECT_EQ(find<QSlider>("volume")->value(), 71);
   find<QSlider>("volume")->setValue(30);
   EXPECT_EQ(settings.volume, 30);
+}
+
+// Nobody is told when the sound ends, so what needs silence must not have become grey meanwhile.
+TEST_F(MainWindowTest, EditingWhileAudioPlaysLeavesOpenLive) {
+  open_frames(40);
+  playback.is_playing = true;
+  for (const char* const key : {"B", "Ctrl+J"}) press(key);
+  playback.is_playing = false;
+  EXPECT_TRUE(find<QAction>("command_1022")->isEnabled());
+  EXPECT_TRUE(find<QAction>("command_1010")->isEnabled());
+  EXPECT_TRUE(find<CommandButton>("command_1010")->isEnabled());
 }
 
 TEST_F(MainWindowTest, SurvivesAnySizeAndASourceThatIsGone) {
