@@ -472,7 +472,7 @@ class BatchWindow : public DialogWindow {
     show_level();
   }
 
-  void show_level() { level_text_->setText(as_qstring(job_.level_text())); }
+  void show_level() { show_meaning(*level_, *level_text_, job_.level_text()); }
 
   void show_destination() {
     const bool overwrites = job_.has(BatchOption::overwrite_originals);

@@ -123,9 +123,9 @@ class PauseWindow : public DialogWindow {
 
   void show_texts() {
     if (texts_.size() < 3) return;  // while they are made
-    texts_[0]->setText(as_qstring(PauseDialog::level_text()));
-    texts_[1]->setText(as_qstring(PauseDialog::duration_text()));
-    texts_[2]->setText(as_qstring(PauseDialog::offset_text()));
+    show_meaning(*level_, *texts_[0], PauseDialog::level_text());
+    show_meaning(*duration_, *texts_[1], PauseDialog::duration_text());
+    show_meaning(*offset_, *texts_[2], PauseDialog::offset_text());
   }
 
   void start_or_stop() {

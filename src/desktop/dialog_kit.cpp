@@ -136,6 +136,12 @@ QSlider* new_slider(Qt::Orientation orientation, int lowest, int highest, int va
   return slider;
 }
 
+void show_meaning(QSlider& slider, QLabel& beside, const std::string& meaning) {
+  const QString words = as_qstring(meaning);
+  beside.setText(words);
+  if (slider.accessibleDescription() != words) slider.setAccessibleDescription(words);
+}
+
 // The question stands behind the label.
 QPushButton* new_defaults_button() {
   auto* const button = new QPushButton(label(row::defaults).section(u'\n', 0, 0));

@@ -5,12 +5,14 @@
 #include <QDialog>
 #include <QString>
 #include <QWidget>
+#include <string>
 
 #include "text/ui_text.h"
 
 class QCheckBox;
 class QDialogButtonBox;
 class QGridLayout;
+class QLabel;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
@@ -45,6 +47,9 @@ QProgressBar* new_progress_bar(const QString& accessible_name);
 /// A slider, and the way to hand its value on. Its accessible name is that of the label beside it.
 QSlider* new_slider(Qt::Orientation orientation, int lowest, int highest, int value,
                     const char* name);
+
+/// What a slider's value means, in words on the label beside it and for those who can't see that.
+void show_meaning(QSlider& slider, QLabel& beside, const std::string& meaning);
 
 /// The button that sets the fields of a dialog to their defaults, which its record asks about.
 QPushButton* new_defaults_button();

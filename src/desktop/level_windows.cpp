@@ -137,8 +137,8 @@ class LevelWindow : public DialogWindow {
     from_->setValue(selection.sel_gain);
     to_->setValue(selection.sel_gain_end);
     bottom_->setValue(settings.lowest_gain);
-    from_text_->setText(as_qstring(LevelDialog::from_text()));
-    to_text_->setText(as_qstring(LevelDialog::to_text()));
+    show_meaning(*from_, *from_text_, LevelDialog::from_text());
+    show_meaning(*to_, *to_text_, LevelDialog::to_text());
   }
 
   LevelDialog& dialog_;
@@ -229,7 +229,7 @@ class NormalizeWindow : public DialogWindow {
     bar_->setValue(dialog_.percent_done());
     change_->setValue(dialog_.norm_change);
     peak_->setText(as_qstring(dialog_.peak_text()));
-    change_text_->setText(as_qstring(dialog_.change_text()));
+    show_meaning(*change_, *change_text_, dialog_.change_text());
   }
 
   NormalizeDialog& dialog_;

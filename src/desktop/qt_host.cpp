@@ -94,7 +94,7 @@ BoxAnswer answer_of_escape(BoxButtons buttons) { return answers_of(buttons).back
 
 // "MP3 (*.mp3)"; our patterns are parted by ";".
 QString filter_of(const FileType& type) {
-  std::string patterns = type.pattern;
+  std::string patterns = type.pattern == "*.*" ? "*" : type.pattern;  // names without a point too
   std::ranges::replace(patterns, ';', ' ');
   std::string name = type.name.substr(0, type.name.find(" ("));
   return as_qstring(name + " (" + patterns + ")");
