@@ -50,7 +50,7 @@ std::string line_of(const BatchResult& result) {
   return printable(on_one_line(std::move(line)));
 }
 
-// Of a file that failed, or that was left half written by a run that was stopped.
+// Of a file that failed, that lost bad data, or that a run left half written when it was stopped.
 bool has_fault(const BatchResult& result) {
   return result.outcome == BatchOutcome::failed || !result.reason.empty();
 }

@@ -48,8 +48,16 @@ std::string one_line(std::string text) {
   while (text.ends_with('\n') || text.ends_with('\r')) text.pop_back();
   std::erase(text, '\r');
   std::string line;
-  for (const char c : text) line += c == '\n' ? std::string(": ") : std::string(1, c);
+  for (const char c : text) {
+    if (c != '\n') line += c;
+    if (c == '\n') line += line.ends_with(':') ? " " : ": ";
+  }
   return line;
+}
+
+// Both texts, of which either may be empty.
+std::string in_a_row(const std::string& first, const std::string& second) {
+  return first + (first.empty() || second.empty() ? "" : ": ") + second;
 }
 
 // The fault that a box tells. One that tells what to do about it has the fault in its caption, and
@@ -81,7 +89,7 @@ class BatchHost : public QuietHost {
 
   std::string take_said() {
     std::string said = std::exchange(report_, {});
-    for (const MessageBox& box : take_boxes()) said += (said.empty() ? "" : ": ") + fault_in(box);
+    for (const MessageBox& box : take_boxes()) said = in_a_row(said, fault_in(box));
     return said;
   }
 
@@ -310,11 +318,10 @@ BatchResult BatchRun::work_on(const BatchItem& item) {
       result.outcome = BatchOutcome::unchanged;
     } else {
       result = splits(job_) ? split(std::move(result)) : save(std::move(result));
-      if (result.outcome == BatchOutcome::failed && result.reason.empty())
-        result.reason = quiet.take_said();
+      result.reason = in_a_row(quiet.take_said(), result.reason);
     }
   }
-  if (result.outcome == BatchOutcome::failed && !result.reason.empty() &&
+  if (!result.reason.empty() &&
       (lines_.empty() || !lines_.back().starts_with(fmt::format("{}: ", number_))))
     lines_.push_back(fmt::format("{}: {}  {}", number_, result.name, result.reason));
   // Nothing is wrong with a file that Ctrl+C came upon.
@@ -376,11 +383,11 @@ void BatchRun::save_to(const std::string& name, bool replaces_source, BatchResul
   SaveRun run(name, whole_stream(),
               replaces_source ? std::optional<std::uint16_t>(0) : std::nullopt);
   if (run.begin()) drive(run);
-  if (run.is_written() && !run.has_failed()) {
-    result.outcome = BatchOutcome::written;
-  } else {
-    result.target.clear();
-  }
+  const bool is_saved = run.is_written() && !run.has_failed();
+  if (is_saved) result.outcome = BatchOutcome::written;
+  if (!is_saved) result.target.clear();
+  // Bad data that was left out, or where the work is that could not take its place.
+  if (run.is_written()) result.reason = one_line(run.report());
 }
 
 // Beside the source song.mp3 is saved as song.mp3.mp3.
@@ -434,12 +441,9 @@ void BatchRun::end_join() {
     lines_.push_back(fmt::format("{}  {}", ui_text(row::file_exists), result.name));
   } else {
     save_to(join_target_, false, result);
-    if (result.outcome == BatchOutcome::written) {
-      ++written_;
-    } else {
-      result.reason = quiet.take_said();
-      lines_.push_back(result.reason);
-    }
+    if (result.outcome == BatchOutcome::written) ++written_;
+    result.reason = in_a_row(quiet.take_said(), result.reason);
+    if (!result.reason.empty()) lines_.push_back(result.reason);
   }
   results_.push_back(std::move(result));
   join_target_.clear();

@@ -27,7 +27,7 @@ struct BatchResult {
   std::string name;  // of the source, without its folder
   BatchOutcome outcome = BatchOutcome::failed;
   std::string target;  // the file or, of a split, the folder that was written; empty for none
-  std::string reason;  // of a failure, on one line
+  std::string reason;  // of a failure, or what was left out of what was written, on one line
 };
 
 /// Whether the files of a batch, sorted by their names, have nothing to do with one another, so

@@ -164,6 +164,13 @@ TEST_F(Batch, ReplacesAFileOfSeveralNamesOnce) {
   EXPECT_EQ(read_file(folder.path("a.mp3")).size(), 26U * length);
 }
 
+TEST_F(Batch, TellsOfBadDataThatIsLeftOut) {
+  folder.file("a.mp3", Mp3Builder{}.frames(30).zeros(300).frames(30).bytes());
+  job.set_option(only_save, true);
+  EXPECT_EQ(run(), "a.mp3 written; ");
+  EXPECT_NE(lines[1].find("1: a.mp3  Frames: 60    Re-syncs: 1"), std::string::npos) << lines[1];
+}
+
 TEST_F(Batch, JoinsAllOrNothing) {
   for (const char* const name : {"1.mp3", "2.mp3", "10.mp3"}) folder.file(name, frames(30));
   job.set_option(join, true);
