@@ -318,7 +318,8 @@ BatchResult BatchRun::work_on(const BatchItem& item) {
       result.outcome = BatchOutcome::unchanged;
     } else {
       result = splits(job_) ? split(std::move(result)) : save(std::move(result));
-      result.reason = in_a_row(quiet.take_said(), result.reason);
+      if (result.outcome == BatchOutcome::failed)
+        result.reason = in_a_row(quiet.take_said(), result.reason);
     }
   }
   if (!result.reason.empty() &&
