@@ -67,7 +67,8 @@ std::span<std::uint8_t> read_first_frame() {
   return block.first(got);
 }
 
-// A frame of another kind in the midst of the stream makes no more.
+// By the kind of the whole stream: the decoder gives no more samples for a frame of another kind in
+// its midst.
 std::uint32_t samples_per_frame() {
   const bool is_low = stream_kind.sample_rate < low_rate;
   if (stream.is_aac != 0) return is_low ? 2048 : 1024;
@@ -77,7 +78,7 @@ std::uint32_t samples_per_frame() {
 bool load_faad() {
   if (faad.is_loaded()) return true;
   if (const std::string reason = faad.load(); !reason.empty())
-    tell(reason, ui_text(row::changes_unsaved), BoxIcon::information);
+    tell(reason, ui_text(row::error), BoxIcon::information);
   if (!faad.is_loaded())
     tell(with_package(ui_text(row::aac_installation), "libfaad2"),
          "libfaad2.dll needed for AAC playback", BoxIcon::warning);

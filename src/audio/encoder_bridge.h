@@ -27,8 +27,8 @@ extern EncoderSession encoder_session;
 
 /// What a session is opened for. A recording tells its failures under other captions and is marked
 /// as an original. One that goes behind what a file has already gets no header frame: that would
-/// stand in the midst of the file. Nor does one that goes over several files, whose frames stand
-/// each by itself: so none at the start of a file lacks what the end of the last one has.
+/// stand in the midst of the file. Nor does one that goes over several files; and there no frame
+/// takes data from those before it, so that each file can be decoded from its first frame on.
 enum class EncoderUse { reencode, record, record_behind, record_split };
 
 /// Opens the encoder that the settings name, for samples of this form. False after a failure, which

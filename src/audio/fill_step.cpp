@@ -25,7 +25,7 @@ Frames frames_to_play(std::uint32_t most) {
   return {.bytes = input_block().first(read.size), .count = read.frames};
 }
 
-// The decoder is behind by what it makes of the last frames, so it is reset with the next ones.
+// The decoder still holds the frames of the old place; the next fill makes it forget them.
 void go_to(EditPosition pos) {
   selection.cursor = pos;
   document.current_part = part_at(pos);

@@ -27,7 +27,8 @@ int raw_level(std::span<const std::uint8_t> pcm, std::size_t slot) {
   return highest;
 }
 
-// Of one beep a run of clipped buffers, unless it outlives most of the mark.
+// Buffers that clip one after the other sound one beep, and another when the clip mark has stood
+// for a quarter of its time.
 bool is_new_clip(std::size_t slot, int hold_time) {
   const auto is_clipping = [](std::uint8_t hold) { return hold == highest_meter; };
   if (std::ranges::none_of(level_meter.meter_hold, is_clipping)) return true;

@@ -122,7 +122,8 @@ std::error_code write_pending() {
   return error;
 }
 
-// Not also when the system can't tell at the moment, as on a network.
+// False when the system can't tell at the moment, as on a network that is slow: that is no reason
+// to end a recording.
 bool is_file_gone() {
   std::error_code error;
   const auto status = std::filesystem::symlink_status(recorder.rec_file_name, error);
@@ -137,8 +138,8 @@ std::error_code write_slice_out() {
   return recorder.rec_file.sync();
 }
 
-// The error ends the recording. Its end may find room on the disk again, and the user is told all
-// the same.
+// The error ends the recording, and is kept for the user: what is written at the end may find room
+// on the disk again.
 RecordStep fail(std::error_code error) {
   recorder.rec_error = error;
   return RecordStep::write_failed;
@@ -175,8 +176,9 @@ std::int64_t length_of(std::span<const std::uint8_t> pcm) {
   return static_cast<std::int64_t>(stretched * recorder.rec_rate / 8);
 }
 
-// A recording ends in front of the block that would go beyond the limit. It isn't encoded, as the
-// encoder may have put the end of the frame before it in the same output.
+// A recording ends in front of the block that would go beyond the limit. That block isn't encoded:
+// what the encoder gives for it begins with the end of sound from before the limit, and the two
+// can't be told apart.
 bool is_limit_in(std::span<const std::uint8_t> pcm) {
   return settings.rec_time != 0 && settings.rec_split == 0 &&
          recorder.rec_remaining < length_of(pcm);

@@ -72,7 +72,7 @@ std::uint16_t StretchPeaks::read() {
   try {
     second = std::async(stretch_peaks_on_two_cores ? std::launch::async : std::launch::deferred,
                         measure, std::ref(halves_[1]));
-  } catch (const std::system_error&) {  // no thread to be had: one behind the other
+  } catch (const std::system_error&) {  // the system has no thread left: one half after the other
     second = std::async(std::launch::deferred, measure, std::ref(halves_[1]));
   }
   const std::uint16_t first = measure(halves_[0]);

@@ -5,9 +5,9 @@
 
 #include <algorithm>
 
-#include "cli/command_help.h"
 #include "cli/edit_lines.h"
 #include "cli/messages.h"
+#include "edit/command_help.h"
 #include "edit/commands.h"
 #include "settings/setting_table.h"
 #include "text/text_rows.h"

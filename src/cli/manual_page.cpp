@@ -3,12 +3,12 @@
 
 #include <fmt/format.h>
 
-#include "cli/command_help.h"
 #include "cli/edit_lines.h"
 #include "cli/listings.h"
 #include "cli/messages.h"
 #include "cli/options.h"
 #include "cli/place.h"
+#include "edit/command_help.h"
 #include "edit/commands.h"
 #include "settings/setting_table.h"
 #include "text/man_page.h"

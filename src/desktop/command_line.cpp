@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "edit/command_help.h"
 #include "edit/command_table.h"
 #include "shell/button_texts.h"
 #include "text/man_page.h"
@@ -59,12 +60,10 @@ std::vector<std::pair<std::string, std::string_view>> switch_rows() {
   return rows;
 }
 
-// What a key does: the text of its menu entry or button, or the name of the operation.
+// What a key does: the text of its menu entry or button, or the line of help.
 std::string purpose_of(const Command& command) {
   if (!text_of(command).empty()) return button_name(command.id);
-  std::string words(command.name);
-  std::ranges::replace(words, '_', ' ');
-  return words;
+  return std::string(command_help(command.name));
 }
 
 // The name of a switch, or an empty one for a word that is none: a path begins with "/" too.

@@ -63,7 +63,7 @@ void measure_display() {
              .height = size.height()};
 }
 
-// For an end that waits for no answer.
+// The end can't wait for an answer, so the cues of a recording are kept without a question.
 void keep_recording() {
   if (!recorder.rec_writing) return;
   stop_recording();

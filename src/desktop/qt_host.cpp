@@ -255,7 +255,8 @@ void QtHost::end() {
   close_dialogs();
 }
 
-// One that closes may bring up another, or show a run that ends a little later.
+// Again and again until the program has ended: behind a dialog that is closed another one may come
+// up, and a run takes a while to stop.
 void QtHost::close_dialogs() {
   if (!is_ending_) return;
   if (auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget()))
@@ -279,7 +280,7 @@ void QtHost::offer_graph_note() {
   });
 }
 
-// What the field asks for when the input comes to it is a command of its own, behind this one.
+// Later, as a field that is entered runs a command itself, which must not begin inside this one.
 void QtHost::enter_field(StatusField field) {
   QMetaObject::invokeMethod(
       &window_, [this, field] { window_.enter_field(field); }, Qt::QueuedConnection);

@@ -51,7 +51,7 @@ class SplitWindow : public DialogWindow {
     connect(&timer_, &QTimer::timeout, this, [this] { step(); });
   }
 
-  // The system may still be busy with something for the run.
+  // A run that waits for the disk can't be cancelled at once: it is asked again until it can.
   void reject() override {
     is_unwanted_ = true;
     if (dialog_.run && !dialog_.run->try_cancel()) return timer_.start(slice_patience);

@@ -29,7 +29,9 @@ std::string vbr_header_value() {
   std::string text = (stream.vbr & vbr_header) != 0 ? "Xing"
                      : stream.has_info_header != 0  ? "Info"
                                                     : std::string(ui_text(row::no));
-  if (stream.xing_frames != 0) text += " (" + group_thousands(stream.xing_frames) + " frames)";
+  if (stream.xing_frames != 0)
+    text += " (" + format_row(ui_text(row::number_of_frames), group_thousands(stream.xing_frames)) +
+            ")";
   return text;
 }
 

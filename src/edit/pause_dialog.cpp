@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 
 #include "audio/decoder_bridge.h"
 #include "audio/peak_seek.h"
@@ -181,7 +182,8 @@ std::string PauseDialog::duration_text() {
 }
 
 std::string PauseDialog::offset_text() {
-  return fmt::format("{} frames", settings.silence_offset - offset_of_loud_frame);
+  return format_row(ui_text(row::number_of_frames),
+                    std::to_string(settings.silence_offset - offset_of_loud_frame));
 }
 
 bool pause_dialog() {

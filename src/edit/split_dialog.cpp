@@ -1,14 +1,13 @@
 // Fields and run of split save.
 #include "edit/split_dialog.h"
 
-#include <fmt/format.h>
-
 #include "document/open_state.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
+#include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
@@ -23,7 +22,7 @@ std::string first_folder() {
 }  // namespace
 
 void SplitDialog::begin() {
-  cues_text = fmt::format("Cues: {}", count_split_regions());
+  cues_text = format_row(ui_text(row::number_of_cues), count_split_regions());
   const std::string& last = open_state.split_dest_folder;
   folder = last.empty() ? first_folder() : last;
   pattern = settings.split_pattern;

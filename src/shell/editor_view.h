@@ -1,8 +1,7 @@
 // The view of the document: the graph of the frames round the cursor, below it the map of the whole
 // stream, over the graph the level meter, the big timer and the names. Owns what is drawn where and
-// in which order; the graph's frames come from the sampler, the pixels go to a canvas.
-//
-// What the view remembers between two drawings are numbers.
+// in which order; the graph's frames come from the sampler, the pixels go to a canvas. Between two
+// drawings it keeps no pixels, only what the mouse has to find again.
 #pragma once
 
 #include <vector>

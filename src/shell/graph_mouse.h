@@ -12,13 +12,13 @@ namespace corvelin {
 
 struct GraphMouse {
   bool on_handle = false;        // kept up to date while no button is held; the cursor is a hand
-  std::uint16_t level_drag = 0;  // 0, or 1 + the part whose level is dragged; behind the last part
-                                 // that of the stream's end
+  std::uint16_t level_drag = 0;  // 0, or 1 + the part whose level is dragged; the number behind the
+                                 // last part stands for the level at the stream's end
   std::uint16_t split_drag = 0;  // 0, or 1 + the part whose start is dragged
   bool overview_drag = false;    // seeking in the map
 };
 
-// What an event asks for is the result: whether to refresh the view at level 2. Without a document
+// Each returns whether the view and its texts have to be brought up to date. Without a document
 // nothing happens.
 
 bool press_mouse(GraphMouse& mouse, const EditorView& view, MouseButtons buttons, int x, int y);

@@ -122,7 +122,7 @@ std::string margin_text() {
   return fmt::format(" {:2.1f}  /  {:2.1f}", margin_in_db(level_meter.meter_margin[0]), right);
 }
 
-// What a bar shows, back from its compressed scale.
+// The decibels that a bar stands for: its scale is a compressed one, which this undoes.
 double level_in_db(std::uint8_t level) {
   constexpr double lowest = -48;
   const double raw = -60 * std::log(1 - level / 144.0);

@@ -34,8 +34,8 @@ struct ViewLayout {
   }
 };
 
-/// `zoom` as the setting has it: eighths of a column for each frame, 1 to 32. What a settings file
-/// says otherwise counts as the step below.
+/// `zoom` as the setting has it: eighths of a column for each frame, a power of two from 1 to 32.
+/// Any other number, as a settings file may have it, counts as the nearest one below.
 ViewLayout view_layout(int width, int height, float display_scale, unsigned zoom);
 
 }  // namespace corvelin

@@ -256,5 +256,7 @@ constexpr TextRow recording_goes_into = {ext, 66};
 constexpr TextRow cues_are_beside = {ext, 67};
 constexpr TextRow name_must_end = {ext, 68};
 constexpr TextRow silence = {ext, 69};
+constexpr TextRow number_of_frames = {ext, 70};
+constexpr TextRow number_of_cues = {ext, 71};
 
 }  // namespace corvelin::row

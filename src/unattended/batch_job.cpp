@@ -149,7 +149,7 @@ void BatchJob::sort() {
 void BatchJob::move_selected(std::size_t before) {
   before = std::min(before, items.size());
   const auto border = items.begin() + static_cast<std::ptrdiff_t>(before);
-  // Those in front of the border come up to it from below, those behind it from above.
+  // The selected ones in front of the border go to its left side, those behind it to its right.
   std::stable_partition(items.begin(), border, [](const BatchItem& i) { return !i.is_selected; });
   std::stable_partition(border, items.end(), [](const BatchItem& i) { return i.is_selected; });
 }

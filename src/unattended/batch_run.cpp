@@ -119,7 +119,8 @@ bool limit_length(double seconds) {
 double frames_of(double seconds) { return stream.current_frame.sample_rate * seconds / 1152; }
 
 void cut_begin(double seconds) {
-  // The next frame is looked for from so many bytes in front of the end of this one.
+  // The search for the next frame begins a few bytes before the end of this one, should its header
+  // tell a length that is a little too large.
   constexpr std::uint32_t slack = 5;
   EditPosition pos = frame_at(0);
   const double frames = frames_of(seconds);

@@ -1,5 +1,5 @@
 // The lines of help.
-#include "cli/command_help.h"
+#include "edit/command_help.h"
 
 #include <algorithm>
 #include <iterator>
