@@ -228,7 +228,9 @@ TEST_F(PeakSeek, TellsWhatToInstall) {
       settings.use_mpglib = row.use_mpglib;
       EXPECT_FALSE(peak_seek_open(1));
       ASSERT_EQ(host.boxes.size(), row.bytes == aac ? 2U : 1U);
-      if (row.bytes == aac) EXPECT_EQ(host.boxes[0].caption, "Error");  // the system's reason
+      if (row.bytes == aac) {
+        EXPECT_EQ(host.boxes[0].caption, "Error");  // the system's reason
+      }
       const std::string box = take_box();
       EXPECT_TRUE(box.starts_with(row.caption)) << box;
       EXPECT_TRUE(box.ends_with(std::string("install the package ") + row.last_line)) << box;
