@@ -77,7 +77,7 @@ void print_manual_page() {
       "encoded anew, so an edit costs no quality. It needs neither a display nor a sound card.");
   page.paragraph(
       "The first line that is refused ends the run, and nothing is saved then. A file that exists "
-      "is replaced only with --yes, the source only by --overwrite too.");
+      "is replaced only with --yes, the source only with that or by --overwrite.");
   add_options(page);
   add_lines(page);
   add_settings(page);

@@ -133,7 +133,8 @@ class CommandLine {
     add_edits("-e,--edit", false, "LINE", "Run an edit line; may be repeated");
     add_edits("--script", true, "PATH", "Run the edit lines of a file, - for standard input");
     app_.add_flag("--keep-going", options.keep_going, "Go on with the next line after a refusal");
-    app_.add_option("-o,--output", options.output, "Save the result under this name")
+    app_.add_option("-o,--output", options.output,
+                    "Save the result of the edit lines under this name")
         ->type_name("PATH")
         ->check(is_named);
     auto* const yes = app_.add_flag("--yes", yes_, "Answer every question with yes");
