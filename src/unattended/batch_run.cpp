@@ -98,6 +98,13 @@ class BatchHost : public QuietHost {
   std::string report_;  // of a run that was cancelled
 };
 
+// Gives a failure its reason. Nothing is wrong with a file that Ctrl+C came upon.
+void settle(BatchResult& result, BatchHost& quiet) {
+  if (result.outcome != BatchOutcome::failed) return;
+  result.reason = in_a_row(quiet.take_said(), result.reason);
+  if (interruption() != 0) result.outcome = BatchOutcome::stopped;
+}
+
 double seconds_of(const std::string& field) { return std::max(leading_decimal(field), 0.0); }
 
 // The bytes that so many seconds take at the average rate of the stream.
@@ -313,22 +320,14 @@ BatchResult BatchRun::work_on(const BatchItem& item) {
     result.reason = "leads to the same file as " + same->second;
   } else if (open(result)) {
     const Change change = splits(job_) ? Change::made : Changes(job_).make();
-    if (change == Change::impossible) {
-      result.reason = quiet.take_said();
-    } else if (change == Change::none) {
-      result.outcome = BatchOutcome::unchanged;
-    } else {
+    if (change == Change::made)
       result = splits(job_) ? split(std::move(result)) : save(std::move(result));
-      if (result.outcome == BatchOutcome::failed)
-        result.reason = in_a_row(quiet.take_said(), result.reason);
-    }
+    if (change == Change::none) result.outcome = BatchOutcome::unchanged;
   }
+  settle(result, quiet);
   if (!result.reason.empty() &&
       (lines_.empty() || !lines_.back().starts_with(fmt::format("{}: ", number_))))
     lines_.push_back(fmt::format("{}: {}  {}", number_, result.name, result.reason));
-  // Nothing is wrong with a file that Ctrl+C came upon.
-  if (result.outcome == BatchOutcome::failed && interruption() != 0)
-    result.outcome = BatchOutcome::stopped;
   close_all();
   open_state.document_modified = false;
   return result;
@@ -444,7 +443,7 @@ void BatchRun::end_join() {
   } else {
     save_to(join_target_, false, result);
     if (result.outcome == BatchOutcome::written) ++written_;
-    result.reason = in_a_row(quiet.take_said(), result.reason);
+    settle(result, quiet);
     if (!result.reason.empty()) lines_.push_back(result.reason);
   }
   results_.push_back(std::move(result));
