@@ -80,9 +80,28 @@ std::string_view switch_name(std::string_view word) {
   return is_other || work_of(word) != nullptr ? word : std::string_view{};
 }
 
+bool takes_value(std::string_view option) {
+  const WorkSwitch* const work = work_of(switch_name(option));
+  return option == "--settings" || (work != nullptr && work->takes_folder);
+}
+
+// The words with --split=FOLDER as --split FOLDER.
+std::vector<std::string> with_values_apart(const std::vector<std::string>& words) {
+  std::vector<std::string> apart;
+  for (const std::string& word : words) {
+    const std::string option = word.substr(0, word.find('='));
+    const bool has_value =
+        option.size() < word.size() && option.starts_with("--") && takes_value(option);
+    apart.push_back(has_value ? option : word);
+    if (has_value) apart.push_back(word.substr(option.size() + 1));
+  }
+  return apart;
+}
+
 }  // namespace
 
-CommandLine parse_command_line(const std::vector<std::string>& words) {
+CommandLine parse_command_line(const std::vector<std::string>& command_words) {
+  const std::vector<std::string> words = with_values_apart(command_words);
   CommandLine line;
   for (std::size_t i = 0; i < words.size(); ++i) {
     const bool has_next = i + 1 < words.size();

@@ -18,10 +18,10 @@ struct CommandLine {
   WorkRequest request;
 };
 
-/// `words` without the program's own name. Switches may stand in any order, with "/" or "--"; of
+/// The words without the program's own name. Switches may stand in any order, with "/" or "--"; of
 /// several pieces of work the first one of the table counts. A word that means nothing is passed
 /// over.
-CommandLine parse_command_line(const std::vector<std::string>& words);
+CommandLine parse_command_line(const std::vector<std::string>& command_words);
 
 /// What `--help` prints.
 std::string command_line_help();

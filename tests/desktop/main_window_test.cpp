@@ -25,6 +25,7 @@
 
 #include "audio/playback.h"
 #include "desktop/accessibility.h"
+#include "desktop/command_line.h"
 #include "desktop/keys.h"
 #include "desktop/qt_host.h"
 #include "desktop/qt_text.h"
@@ -125,6 +126,21 @@ void act(QObject& control) {
       QAccessible::queryAccessibleInterface(&control)->actionInterface();
   actions->doAction(actions->actionNames().front());
   QApplication::processEvents();
+}
+
+TEST(CommandLineTest, TakesASwitchInEachForm) {
+  const std::vector<std::vector<std::string>> lines = {
+      {"/home/a.mp3", "/split", "x y", "--settings", "s"},
+      {"--settings=s", "--split=x y", "/home/a.mp3"},
+      {"/home/a.mp3", "--split", "x y", "--unknown", "--settings=s"}};
+  for (const auto& words : lines) {
+    const CommandLine line = parse_command_line(words);
+    ASSERT_NE(line.work, nullptr);
+    EXPECT_EQ(line.work->name, "split");
+    EXPECT_EQ(line.request.folder, "x y");
+    EXPECT_EQ(line.file, "/home/a.mp3");
+    EXPECT_EQ(line.settings_path, "s");
+  }
 }
 
 }  // namespace
