@@ -498,6 +498,9 @@ TEST_F(MainWindowTest, MarksOfTheMenusAreTold) {
     EXPECT_NE(told->state().checked, was_checked) << mark.id;
     EXPECT_EQ(told->state().checked, is_checked(*command_of(mark.id)));
   }
+  const Busy busy;  // a dialog is open
+  act(*find<CommandButton>("command_212"));
+  EXPECT_EQ(find<CommandButton>("command_212")->isChecked(), settings.keep_id3v2 != 0);
 }
 
 }  // namespace corvelin::test
