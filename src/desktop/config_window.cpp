@@ -150,12 +150,15 @@ class ConfigPage : public QWidget {
   void add_radio(const ConfigControl& control) {
     auto* const radio = new QRadioButton(text(control));
     prepare(radio, control);
-    radio->setAutoExclusive(false);  // none of them may be set
     shows_.emplace_back([this, radio, &control] {
       const QSignalBlocker quiet(radio);
+      radio->setAutoExclusive(false);  // none of them may be set
       radio->setChecked(dialog_.value_of(control) != 0);
+      radio->setAutoExclusive(true);
     });
-    connect(radio, &QRadioButton::toggled, this, [this, &control] { change(control, 1); });
+    connect(radio, &QRadioButton::toggled, this, [this, &control](bool is_set) {
+      if (is_set) change(control, 1);
+    });
     if (control.page == SettingPage::layout) {
       add_half(radio);
     } else {
@@ -241,7 +244,7 @@ class ConfigPage : public QWidget {
   }
 
   void add_list(const ConfigControl& control) {
-    auto* const list = new QComboBox;
+    QComboBox* const list = new_list();
     prepare(list, control);
     list->setMinimumContentsLength(12);
     list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);

@@ -1,9 +1,12 @@
 // The kit of the dialogs.
 #include "desktop/dialog_kit.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QGridLayout>
+#include <QItemSelectionModel>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -114,6 +117,21 @@ QLineEdit* new_line(const QString& text, int most_characters) {
   line->setText(text);
   line->setCursorPosition(0);
   return line;
+}
+
+// A screen reader can only mark an entry; in a list that isn't open that means to choose it.
+QComboBox* new_list() {
+  auto* const list = new QComboBox;
+  QAbstractItemView* const entries = list->view();
+  QObject::connect(entries->selectionModel(), &QItemSelectionModel::selectionChanged, list,
+                   [list, entries](const QItemSelection& marked) {
+                     if (entries->isVisible() || marked.isEmpty()) return;
+                     const int row = marked.first().top();
+                     if (row == list->currentIndex()) return;
+                     list->setCurrentIndex(row);
+                     entries->clearSelection();  // it can be marked again
+                   });
+  return list;
 }
 
 QProgressBar* new_progress_bar(const QString& accessible_name) {

@@ -10,6 +10,7 @@
 #include "text/ui_text.h"
 
 class QCheckBox;
+class QComboBox;
 class QDialogButtonBox;
 class QGridLayout;
 class QLabel;
@@ -41,6 +42,9 @@ void add_field(QGridLayout& grid, const QString& text, QWidget* field, const cha
 
 QCheckBox* new_box(const QString& text, bool is_checked, const char* name);
 QLineEdit* new_line(const QString& text, int most_characters);
+
+/// A list to choose from, by a screen reader too.
+QComboBox* new_list();
 
 QProgressBar* new_progress_bar(const QString& accessible_name);
 

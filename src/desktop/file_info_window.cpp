@@ -148,7 +148,7 @@ class FileInfoWindow : public DialogWindow {
     comment_ = new_line({}, id3v1_text_limit);
     track_ = new_line({}, id3v1_track_digits);
     track_->setValidator(new QIntValidator(0, 99, track_));
-    genre_ = new QComboBox;
+    genre_ = new_list();
     genre_->addItem({});
     for (const std::string_view name : genre_names()) genre_->addItem(as_qstring(name));
     add_field(*grid, label(row::title), title_, "title");

@@ -1,5 +1,6 @@
 // Each control of the configuration, found by the words that a person or a screen reader finds it
 // by and moved the same way: what becomes of the file.
+#include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
@@ -80,7 +81,10 @@ void change(QWidget& control, const QString& value) {
   if (auto* const list = qobject_cast<QComboBox*>(&control)) {
     const int index = list->findText(value, Qt::MatchStartsWith);
     EXPECT_GE(index, 0) << as_utf8(value);
-    list->setCurrentIndex(index);
+    QAccessible::queryAccessibleInterface(list->view())
+        ->child(index)
+        ->actionInterface()
+        ->doAction(QAccessibleActionInterface::toggleAction());
   } else if (auto* const button = qobject_cast<QAbstractButton*>(&control)) {
     button->click();
   } else if (accessible->valueInterface() != nullptr) {
