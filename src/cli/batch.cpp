@@ -143,7 +143,8 @@ bool run_batch(BatchJob job, unsigned jobs, bool prints_json) {
   job.source_folder = in_current_folder(job.source_folder);
   if (!job.dest_folder.empty()) job.dest_folder = in_current_folder(job.dest_folder);
   job.scan_batch_folder();
-  if (job.items.empty()) complain("there is no file to work on in " + job.source_folder);
+  if (job.items.empty())
+    complain(fmt::format("there is no audio file in {} that fits {}", job.source_folder, job.mask));
 
   if (jobs == 0) jobs = std::max(1U, std::thread::hardware_concurrency());
   const std::size_t joined_file = job.has(BatchOption::join) ? 1 : 0;

@@ -186,7 +186,7 @@ class CommandLine {
       }
     }
     app_.add_flag("--overwrite", options.request.overwrite,
-                  "With a switch that saves: replace the file")
+                  "With a switch that saves, or --batch: replace the file itself")
         ->group(group);
     app_.add_flag(
             "--rec", options.records,
