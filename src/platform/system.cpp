@@ -89,7 +89,8 @@ std::string program_file(std::string_view name) {
   const std::string folder(folder_of(program_path()));
   std::string beside = folder + std::string(name);
   if (file_facts(beside).found) return beside;
-  std::string installed = folder + "../share/corvelin/" + std::string(name);
+  const std::filesystem::path shared = folder + "../share/corvelin/" + std::string(name);
+  std::string installed = shared.lexically_normal();  // the user may be shown it
   if (file_facts(installed).found) return installed;
   return beside;
 }
