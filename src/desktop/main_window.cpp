@@ -76,6 +76,7 @@ void MainWindow::make_controls() {
   make_buttons(layout.toolbar_buttons);
   view_ = new ViewWidget(client_);
   position_bar_ = new PositionBar(run_, client_);
+  position_bar_->stackUnder(view_);  // at high ratios it would lie over the map's last rows
   position_field_ = new TimeField(TimeField::Meaning::position, run_, client_);
   range_field_ = new TimeField(TimeField::Meaning::range, run_, client_);
   make_buttons(layout.panel_buttons);
