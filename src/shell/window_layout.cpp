@@ -306,10 +306,12 @@ void move_window_onto(const Rect& desktop) {
   constexpr int hidden_top = 6;
   constexpr int least_visible = 200;
   constexpr int least_size = 100;
-  settings.window_w = std::max(std::min(settings.window_w, desktop.width()), least_size);
-  settings.window_h = std::max(std::min(settings.window_h, desktop.height()), least_size);
   std::int32_t& x = settings.window_x;
   std::int32_t& y = settings.window_y;
+  if (settings.window_w > desktop.width()) x = desktop.left;
+  if (settings.window_h > desktop.height()) y = desktop.top;
+  settings.window_w = std::max(std::min(settings.window_w, desktop.width()), least_size);
+  settings.window_h = std::max(std::min(settings.window_h, desktop.height()), least_size);
   if (x < desktop.left - hidden_left) x = desktop.left;
   if (y < desktop.top - hidden_top) y = desktop.top;
   if (x >= desktop.right - least_visible + 1) x = desktop.right - least_visible;

@@ -70,7 +70,7 @@ struct WindowLayout {
 WindowLayout window_layout(const WindowSpace& space);
 
 /// Moves the main window's place in the settings onto the desktop, when hardly anything of it could
-/// be seen or taken hold of. It gets no larger than the desktop.
+/// be seen or taken hold of. A larger one gets the desktop's size.
 void move_window_onto(const Rect& desktop);
 
 }  // namespace corvelin
