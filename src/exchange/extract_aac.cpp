@@ -98,8 +98,11 @@ std::optional<std::string> extract_aac(const std::string& source) {
   drive(run);
   const std::string fault = run.is_cancelled() ? "" : take_over(run, written, behind_links(target));
   if (!run.is_cancelled() && fault.empty()) {
-    if (!run.has_succeeded())
-      report_failure(source, fmt::format("{} is not whole: {}", target, run.complaints()));
+    // On a full disk the program may complain and end as if all were well.
+    if (!run.has_succeeded() || !run.complaints().empty())
+      report_failure(source,
+                     fmt::format("{} {} whole: {}", target,
+                                 run.has_succeeded() ? "may not be" : "is not", run.complaints()));
     return target;
   }
   remove_file(written);

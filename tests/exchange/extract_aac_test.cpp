@@ -55,6 +55,11 @@ TEST_F(ExtractAac, TellsWhatTheProgramSaidWhenNothingCameOfIt) {
   EXPECT_TRUE(open(source));
   EXPECT_NE(take_box().find(target + " is not whole: no space"), std::string::npos);
 
+  program_does("cp \"" + track + "\" \"${t#file:}\"; echo disk full >&2");
+  host.answers = {BoxAnswer::ok};
+  EXPECT_TRUE(open(source));
+  EXPECT_NE(take_box().find(target + " may not be whole: disk full"), std::string::npos);
+
   settings.ffmpeg = folder.path("none");
   host.answers = {BoxAnswer::ok};
   EXPECT_FALSE(open(source));
