@@ -1,4 +1,4 @@
-// Two decoders side by side.
+// Reads a stretch in two halves, and decodes them on two threads.
 #include "audio/stretch_peaks.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Words and switches.
+// Reads the words, and prints the help and the manual page.
 #include "desktop/command_line.h"
 
 #include <fmt/format.h>

@@ -40,8 +40,8 @@ std::vector<QKeySequence> key_sequences(std::string_view keys) {
   return sequences;
 }
 
-// A menu entry that is grey keeps its key, which runs into the checks of the command. So the keys
-// are not those of the entries.
+// The keys belong to the window and not to the menu entries: the toolkit gives no key to an entry
+// that is grey, but here the command runs, and its checks tell why it can't be done.
 void make_shortcuts(QWidget* window, const RunCommand& run) {
   for (const Command& command : command_table()) {
     for (const QKeySequence& keys : key_sequences(command.keys)) {

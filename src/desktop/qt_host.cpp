@@ -315,8 +315,8 @@ ClipboardContent QtHost::get_clipboard_text(std::string& text) {
   return ClipboardContent::text;
 }
 
-// The viewer may be what shows the file, too, and lives as long as that. Only an early failure
-// means that there is nothing to show it; until the end of this program nobody else waits for it.
+// What is started may only hand the file on and end, or be the viewer itself and run for hours. An
+// end with a failure within the first seconds means that no program opens the file.
 std::error_code QtHost::open_in_viewer(const std::string& path) {
   constexpr qint64 early = 10'000;  // milliseconds
   auto* const process = new QProcess;

@@ -1,4 +1,4 @@
-// The tree.
+// The entries of each menu.
 #include "shell/menu_tree.h"
 
 #include "shell/window_layout.h"

@@ -1,4 +1,4 @@
-// Filling of pixels.
+// Fills rectangles of pixels, whole, dotted or hatched.
 #include "shell/pixel_canvas.h"
 
 #include <algorithm>

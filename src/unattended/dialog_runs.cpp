@@ -1,4 +1,4 @@
-// Dialogs without a person.
+// Begins each dialog, waits for what it measures, and takes its OK.
 #include "unattended/dialog_runs.h"
 
 #include "model/selection.h"
