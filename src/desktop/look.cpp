@@ -28,10 +28,11 @@ double contrast(const QColor& a, const QColor& b) {
 
 bool is_dark_colour(const QColor& colour) { return luminance(colour) < 0.18; }
 
-// The settings of layout and ground are free, and one of the two colours can be seen on any.
+// The settings of layout and ground are free, and one of the two colours can be read on any.
 QColor legible(const QColor& wanted, const QColor& other, const QColor& ground) {
-  constexpr double least_contrast = 2.5;
-  return contrast(wanted, ground) >= least_contrast ? wanted : other;
+  constexpr double enough = 4.5;  // for texts, as WCAG 2 has it
+  const double reached = contrast(wanted, ground);
+  return reached >= enough || reached >= contrast(other, ground) ? wanted : other;
 }
 
 constexpr QColor dark_accent(0x00, 0x79, 0xA2);

@@ -459,6 +459,19 @@ TEST_F(MainWindowTest, FollowsTheRatioOfTheScreenThatItComesTo) {
   EXPECT_EQ(window->view().image().size(), window->view().size() * 2);
 }
 
+TEST_F(MainWindowTest, TextsCanBeReadOnAnyGround) {
+  for (std::uint32_t grey = 0; grey < 256; ++grey) {
+    settings.rgb_win = grey * 0x010101;
+    for (const std::uint16_t layout : {std::uint16_t{1}, std::uint16_t{2}}) {
+      settings.layout = layout;
+      const QPalette palette = window_palette(look_of_settings());
+      const int text = qGray(palette.color(QPalette::Text).rgb());
+      EXPECT_GT(std::abs(text - qGray(palette.color(QPalette::Window).rgb())), 90) << grey;
+      EXPECT_GT(std::abs(text - qGray(palette.color(QPalette::Base).rgb())), 90) << grey;
+    }
+  }
+}
+
 TEST_F(MainWindowTest, EverythingThatTakesTheFocusIsCalledSomething) {
   open_frames(40);
   for (const QWidget* const widget : window->findChildren<QWidget*>()) {
