@@ -34,6 +34,7 @@
 #include "desktop/qt_text.h"
 #include "platform/file.h"
 #include "platform/path.h"
+#include "platform/text.h"
 #include "text/text_rows.h"
 
 namespace corvelin {
@@ -510,8 +511,19 @@ class BatchWindow : public DialogWindow {
     results_->item(0)->setText(as_qstring(dialog_.run->progress_text()));
     const std::vector<std::string>& problems = dialog_.run->problems();
     const auto shown = static_cast<std::size_t>(results_->count()) - 1;
-    for (std::size_t i = shown; i < problems.size(); ++i) results_->addItem(as_shown(problems[i]));
+    for (std::size_t i = shown; i < problems.size(); ++i) show_problem(problems[i]);
     if (shown < problems.size()) results_->scrollToBottom();
+  }
+
+  // The line begins with the number of its file, whose result knows the cause.
+  void show_problem(const std::string& line) {
+    const std::vector<BatchResult>& results = dialog_.run->results();
+    const auto number = static_cast<std::size_t>(std::max(0, leading_number(line)));
+    auto* const row = new QListWidgetItem(as_shown(line), results_);
+    if (number == 0 || number > results.size()) return;
+    const QString cause = as_shown(results[number - 1].reason);
+    row->setToolTip(Qt::convertFromPlainText(cause, Qt::WhiteSpaceNormal));
+    row->setData(Qt::AccessibleDescriptionRole, cause);
   }
 
   BatchDialog& dialog_;
