@@ -184,8 +184,9 @@ class ConfigPage : public QWidget {
     const QString behind = as_qstring(ConfigDialog::words_behind(control));
     if (!behind.isEmpty()) field->setSuffix(u' ' + behind);
     shows_.emplace_back([this, field, &control] {
+      const auto value = static_cast<int>(dialog_.value_of(control));
       const QSignalBlocker quiet(field);
-      field->setValue(static_cast<int>(dialog_.value_of(control)));
+      if (field->value() != value) field->setValue(value);  // or what is being typed would go
     });
     connect(field, &QSpinBox::valueChanged, this,
             [this, &control](int value) { change(control, value); });
@@ -255,9 +256,10 @@ class ConfigPage : public QWidget {
       const QSignalBlocker quiet(list);
       fill_list(*list, control.choices(dialog_));
       const QVariant value(static_cast<int>(dialog_.value_of(control)));
-      list->setCurrentIndex(list->findData(value));
+      const int index = list->findData(value);
+      if (list->currentIndex() != index) list->setCurrentIndex(index);
       const QString name = as_qstring(dialog_.text_of(control));
-      if (is_editable && !name.isEmpty()) list->setEditText(name);
+      if (is_editable && !name.isEmpty() && list->currentText() != name) list->setEditText(name);
     });
     // Set from outside, too, not by a person alone.
     connect(list, &QComboBox::currentIndexChanged, this, [this, list, &control](int index) {

@@ -7,7 +7,9 @@
 #include <QDialog>
 #include <QLabel>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTabWidget>
+#include <QTest>
 #include <QTimer>
 #include <algorithm>
 #include <functional>
@@ -241,6 +243,18 @@ TEST_F(ConfigWindowTest, EachControlChangesWhatItSaysInTheFile) {
     });
     EXPECT_EQ(changed_lines(before, format_settings()), row.changes);
   }
+}
+
+TEST_F(ConfigWindowTest, WhatIsBeingTypedStaysWhenThePageIsShownAnew) {
+  settings.tabsel = 6;
+  with_window([](QDialog& dialog) {
+    auto* const field = dialog.findChild<QSpinBox*>(QStringLiteral("max_undo"));
+    field->selectAll();
+    QTest::keyClicks(field, QStringLiteral("3"));
+    dialog.findChild<QAbstractButton*>(QStringLiteral("save_quit"))->click();
+    QTest::keyClicks(field, QStringLiteral("5"));
+  });
+  EXPECT_EQ(settings.max_undo, 35);
 }
 
 TEST_F(ConfigWindowTest, RestartIsOfferedForWhatNeedsItAndDefaultsAreShown) {
