@@ -40,10 +40,14 @@ CommandButton::CommandButton(CommandId id, const RunCommand& run, QWidget* paren
   setObjectName(QStringLiteral("command_%1").arg(id));
   setAutoRaise(true);
   setFocusPolicy(Qt::TabFocus);
-  connect(this, &QToolButton::clicked, [this, run] {
+  // Later, as a screen reader that presses the button waits for the answer, and must not wait for
+  // the end of a dialog.
+  const auto press = [this, run] {
     if (!isCheckable()) run(id_);
-  });
-  connect(this, &QToolButton::toggled, [this, run] { run(id_); });  // by a click or from outside
+  };
+  const auto toggle = [this, run] { run(id_); };
+  connect(this, &QToolButton::clicked, this, press, Qt::QueuedConnection);
+  connect(this, &QToolButton::toggled, this, toggle, Qt::QueuedConnection);
 }
 
 void CommandButton::show_checked(bool is_checked) {

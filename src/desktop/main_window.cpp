@@ -126,7 +126,9 @@ void MainWindow::make_buttons(const std::vector<PlacedButton>& places) {
     button->setCheckable(place.id == command::toggle_keep_id3v2 ||
                          place.id == command::toggle_save_id3v1);
     // What the command was refused is not so.
-    connect(button, &CommandButton::toggled, this, [this] { show_button_marks(); });
+    connect(
+        button, &CommandButton::toggled, this, [this] { show_button_marks(); },
+        Qt::QueuedConnection);
     buttons_[place.id] = button;
   }
 }

@@ -206,6 +206,8 @@ TEST_F(MainWindowTest, EachMenuEntryAndButtonReachesItsCommandAndNoOther) {
       for (CommandButton* const button : window->findChildren<CommandButton*>(name)) {
         button->setEnabled(true);
         QTest::mouseClick(button, Qt::LeftButton);
+        EXPECT_EQ(asked, Ids{});  // not before the click is answered
+        QApplication::processEvents();
         EXPECT_EQ(asked, Ids{command.id}) << layout;
         EXPECT_FALSE(button->hasFocus());
         EXPECT_NE(button->icon().isNull(), button->text().isEmpty()) << command.id;
