@@ -81,7 +81,11 @@ void draw_record_panel(const ViewLayout& layout, Canvas& canvas) {
   };
   label(label_height + middle - height, ui_text(row::recording_time));
   label(middle + below_middle, label_of_remaining());
-  value(height * 7 / 10 + middle, special_kind(), label_height, settings.rgb_selection);
+  // In as many lines as it needs in front of the meter and its scale.
+  const Rect place = {centre, height * 7 / 10 + middle, layout.meter_left - 3 * layout.small_font_h,
+                      layout.height};
+  if (const std::string kind = special_kind(); !kind.empty())
+    canvas.paragraph(place, kind, {.height = label_height, .colour = settings.rgb_selection});
   value(middle + below_middle, remaining_time_or_backlog(), label_height, settings.rgb_cursor);
   value(middle - height + below_middle, recorded_time(), height, settings.rgb_cursor);
 }

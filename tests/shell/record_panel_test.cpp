@@ -52,13 +52,13 @@ TEST_F(RecordPanelTest, PanelTellsTimesAndWhatIsSpecial) {
   recorder.rec_level_on = true;
   EXPECT_EQ(drawn().written("mpeg"), ">80,100'Recording time'40 >80,210'Remaining time'40");
   EXPECT_EQ(drawn().written("cursor"), "100,210'0'55.0'40 100,90'1'05.0'120");
-  EXPECT_EQ(drawn().written("selection"), "100,264'Level activated recording'40");
+  EXPECT_EQ(drawn().written("selection"), "100,264,101,360'Level activated recording'40");
 
   recorder.rec_by_pcm = true;  // then only the time of this take is known
   recorder.rec_pcm_clock = 16'000 * 5;
   recorder.rec_speed = 1.35F;
   EXPECT_EQ(drawn().written("cursor"), "100,210'0'55.0'40 100,90'(0'05.0)'120");
-  EXPECT_EQ(drawn().written("selection"), "100,264'\"High speed\" recording'40");
+  EXPECT_EQ(drawn().written("selection"), "100,264,101,360'\"High speed\" recording'40");
   EXPECT_EQ(view_in_words(),
             "Recording time: (0'05.0); Remaining time: 0'55.0; \"High speed\" recording");
 }
