@@ -2,6 +2,7 @@
 // shown anew after every change.
 #include <QCheckBox>
 #include <QComboBox>
+#include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -106,8 +107,17 @@ class ConfigPage : public QWidget {
 
   void add_wide(QWidget* widget) { grid_->addWidget(widget, grid_->rowCount(), 0, 1, 2); }
 
+  // A wheel that scrolls the page changes nothing on its way.
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::Wheel || static_cast<QWidget*>(watched)->hasFocus()) return false;
+    event->ignore();
+    return true;
+  }
+
   void prepare(QWidget* widget, const ConfigControl& control) {
     widget->setObjectName(name_of_control(control));
+    if (widget->focusPolicy() == Qt::WheelFocus) widget->setFocusPolicy(Qt::StrongFocus);
+    widget->installEventFilter(this);
     shows_.emplace_back([this, widget, &control] { widget->setEnabled(dialog_.is_live(control)); });
   }
 

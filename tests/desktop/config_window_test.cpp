@@ -11,6 +11,7 @@
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
+#include <QWheelEvent>
 #include <algorithm>
 #include <functional>
 #include <ranges>
@@ -255,6 +256,21 @@ TEST_F(ConfigWindowTest, WhatIsBeingTypedStaysWhenThePageIsShownAnew) {
     QTest::keyClicks(field, QStringLiteral("5"));
   });
   EXPECT_EQ(settings.max_undo, 35);
+}
+
+TEST_F(ConfigWindowTest, AWheelThatScrollsThePageChangesNothing) {
+  for (const char* const name : {"rec_threshold", "device_out"}) {
+    settings.tabsel = 2;
+    const std::string before = format_settings();
+    with_window([name](QDialog& dialog) {
+      auto* const control = dialog.findChild<QWidget*>(QString::fromLatin1(name));
+      const QPointF at = control->rect().center();
+      QWheelEvent event(at, control->mapToGlobal(at), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                        Qt::NoScrollPhase, false);
+      QApplication::sendEvent(control, &event);
+    });
+    EXPECT_EQ(changed_lines(before, format_settings()), "") << name;
+  }
 }
 
 TEST_F(ConfigWindowTest, RestartIsOfferedForWhatNeedsItAndDefaultsAreShown) {
