@@ -204,6 +204,7 @@ class BatchWindow : public DialogWindow {
     list_->move_selected = [this](int row) {
       job_.move_selected(static_cast<std::size_t>(row));
       show_list();
+      stay_at_selected();
     };
     list_->take_dropped = [this](const QList<QUrl>& urls) { take_dropped(urls); };
     return group;
@@ -451,6 +452,15 @@ class BatchWindow : public DialogWindow {
       selection.select(rows.index(first, 0), rows.index(row, 2));
     }
     return selection;
+  }
+
+  // Keys go on from the rows that were moved, which stay in sight.
+  void stay_at_selected() {
+    const auto first = std::ranges::find_if(job_.items, &BatchItem::is_selected);
+    if (first == job_.items.end()) return;
+    const int row = static_cast<int>(first - job_.items.begin());
+    list_->selectionModel()->setCurrentIndex(list_->model()->index(row, 0),
+                                             QItemSelectionModel::NoUpdate);
   }
 
   void show_count() {
