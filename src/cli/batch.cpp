@@ -2,6 +2,7 @@
 #include "cli/batch.h"
 
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <nlohmann/json.hpp>
@@ -73,12 +74,17 @@ class Progress {
     } else {
       line_.show(place + printable(on_one_line(result.name)));
     }
-    if (has_fault(result)) complain(fault_of(result));
+    if (!has_fault(result) || is_line_enough_) return;
+    line_.clear();
+    complain(fault_of(result));
   }
 
  private:
   std::size_t count_;
   bool prints_lines_;
+  // On one terminal the line beside the message would say the same.
+  bool is_line_enough_ =
+      prints_lines_ && ::isatty(STDOUT_FILENO) != 0 && ::isatty(STDERR_FILENO) != 0;
   std::size_t number_ = 0;
   ProgressLine line_;
 };

@@ -19,6 +19,12 @@ class ProgressLine {
     is_shown_ = true;
   }
 
+  /// Takes the line away, in whose place something else is told.
+  void clear() {
+    if (is_shown_) write_message("\r\033[K");
+    is_shown_ = false;
+  }
+
   /// Whether the time for another line has come: several a second are enough.
   bool is_due() {
     constexpr std::chrono::milliseconds pause(100);
