@@ -72,7 +72,7 @@ class Progress {
       print(place + line_of(result) + "\n");
       flush_output();
     } else {
-      line_.show(place + printable(on_one_line(result.name)));
+      line_.show(place + result.name);
     }
     if (!has_fault(result) || is_line_enough_) return;
     line_.clear();

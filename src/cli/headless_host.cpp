@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "cli/messages.h"
-#include "cli/progress_line.h"
 #include "edit/split_dialog.h"
 #include "platform/file.h"
 #include "platform/interruption.h"
@@ -26,6 +25,7 @@ std::string with_plain_line_ends(std::string text) {
 
 void HeadlessHost::print(const MessageBox& box) {
   messages_.push_back(box);
+  if (line_ != nullptr) line_->clear();
   std::string text = box.text;
   while (text.ends_with('\n')) text.pop_back();
   tell(fmt::format("{}: {}", box.caption, printable(std::move(text))));
@@ -92,6 +92,7 @@ bool HeadlessHost::show(Dialog& dialog) {
 void HeadlessHost::drive(LongRun& run) {
   {
     ProgressLine line;
+    line_ = &line;
     int shown = -1;
     while (interruption() == 0 && run.step()) {
       const int percent = run.percent_done();
@@ -100,6 +101,7 @@ void HeadlessHost::drive(LongRun& run) {
     }
     if (interruption() != 0) run.cancel();
     line.show(fmt::format("{:3}%  {}", run.percent_done(), run.progress_text()));
+    line_ = nullptr;
   }
   const std::string report = run.report();
   write_message(printable(with_plain_line_ends(report)));

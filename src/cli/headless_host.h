@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/progress_line.h"
 #include "platform/host.h"
 
 namespace corvelin {
@@ -45,6 +46,7 @@ class HeadlessHost : public Host {
   std::function<bool(Dialog&)> next_dialog_;
   std::vector<MessageBox> messages_;
   bool wants_close_ = false;
+  ProgressLine* line_ = nullptr;  // of the run under way
 
   void print(const MessageBox& box);
   std::optional<std::string> take_next_path(const FileDialog& dialog);

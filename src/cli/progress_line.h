@@ -8,6 +8,7 @@
 #include <string>
 
 #include "cli/messages.h"
+#include "platform/text.h"
 
 namespace corvelin {
 
@@ -15,7 +16,7 @@ class ProgressLine {
  public:
   void show(const std::string& text) {
     if (!is_watched_) return;
-    write_message("\r" + text + "\033[K");
+    write_message("\r" + printable(on_one_line(text)) + "\033[K");
     is_shown_ = true;
   }
 

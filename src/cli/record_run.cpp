@@ -78,7 +78,7 @@ void wait_for_end() {
     if (!deliver_wave_events()) wait_for_event();
     if (!recorder.rec_writing) break;
     serve_signals();
-    if (line.is_due()) line.show(printable(status_text()));
+    if (line.is_due()) line.show(status_text());
     if (take_interruption() != 0) stop_recording();
     remote.look();
   }
