@@ -72,9 +72,9 @@ bool RangeReencode::open() {
   if (!open_encoder(EncoderUse::reencode, encoder_channels(),
                     decoder_session.pcm_format.samples_per_sec))
     return false;
-  log_ = fmt::format("{}!\r\nPlay decoder:  {}\r\n{}\r\n",
-                     menu_text_plain(ui_text(row::save_reencoded)), decoder_name(chosen_decoder()),
-                     encoder_log_line());
+  log_ =
+      fmt::format("{}!\r\n{} {}\r\n{}\r\n", menu_text_plain(ui_text(row::save_reencoded)),
+                  ui_text(row::play_decoder), decoder_name(chosen_decoder()), encoder_log_line());
   return true;
 }
 
