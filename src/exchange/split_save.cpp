@@ -18,7 +18,6 @@
 #include "platform/host.h"
 #include "platform/numbers.h"
 #include "platform/path.h"
-#include "platform/patient_thread.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
@@ -99,8 +98,9 @@ EditPosition SplitRun::find_region_end() {
 }
 
 SplitResult SplitRun::write_piece() {
+  if (is_closing_) return look_at_closing();
   const RangeCopy::Phase phase = copy_.phase();
-  if (phase == RangeCopy::Phase::over) return complete_piece();
+  if (phase == RangeCopy::Phase::over) return close_piece();
   if (const std::error_code error = copy_.step()) return failed(failure_in(phase), error);
   if (copy_.phase() == phase) return SplitResult::more;
   reason_ = copy_.source_fault();
@@ -111,11 +111,20 @@ SplitResult SplitRun::write_piece() {
   return SplitResult::more;
 }
 
-SplitResult SplitRun::complete_piece() {
-  std::error_code error;
-  if ((settings.keep_date & keep_date_on_new) != 0) error = give_date_of_source(file_);
-  if (!error) error = file_.close();
-  if (error) return failed(SplitResult::write_error, error);
+SplitResult SplitRun::close_piece() {
+  if ((settings.keep_date & keep_date_on_new) != 0) {
+    if (const std::error_code error = give_date_of_source(file_))
+      return failed(SplitResult::write_error, error);
+  }
+  is_closing_ = true;
+  closing_ = thread_.give([this] { closing_error_ = file_.close(); });
+  return SplitResult::more;
+}
+
+SplitResult SplitRun::look_at_closing() {
+  if (!thread_.is_done(closing_, slice_patience)) return SplitResult::more;
+  is_closing_ = false;
+  if (closing_error_) return failed(SplitResult::write_error, closing_error_);
   log_ += path_ + "\r\n";
   return end_piece();
 }
@@ -139,8 +148,9 @@ SplitResult SplitRun::end_piece() {
 // for that.
 std::error_code SplitRun::drop_piece() {
   copy_.wait();
+  thread_.wait(closing_);
   const std::error_code error = remove_file(path_);
-  PatientThread().give([file = std::make_shared<OutputFile>(std::move(file_))] {});
+  thread_.give([file = std::make_shared<OutputFile>(std::move(file_))] {});
   return error;
 }
 
@@ -180,7 +190,7 @@ void SplitRun::cancel() {
 }
 
 bool SplitRun::try_cancel() {
-  if (!copy_.is_idle()) return false;
+  if (!copy_.is_idle() || !thread_.is_done(closing_, {})) return false;
   cancel();
   return true;
 }

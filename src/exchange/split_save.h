@@ -11,6 +11,7 @@
 #include "model/document.h"
 #include "model/stream_info.h"
 #include "platform/long_run.h"
+#include "platform/patient_thread.h"
 
 namespace corvelin {
 
@@ -35,6 +36,9 @@ class SplitRun : public LongRun {
  public:
   /// `folder`, with its "/", is where the files go; `first_number` is the first one's number.
   SplitRun(std::string folder, std::uint16_t first_number);
+  ~SplitRun() override { thread_.wait(closing_); }
+  SplitRun(const SplitRun&) = delete;
+  SplitRun& operator=(const SplitRun&) = delete;
 
   /// Writes up to two megabytes of a region.
   bool step() override;
@@ -57,7 +61,8 @@ class SplitRun : public LongRun {
   SplitResult begin_piece();
   EditPosition find_region_end();
   SplitResult write_piece();
-  SplitResult complete_piece();
+  SplitResult close_piece();
+  SplitResult look_at_closing();
   SplitResult pass_over_piece();
   SplitResult end_piece();
   std::error_code drop_piece();
@@ -75,6 +80,13 @@ class SplitRun : public LongRun {
   OutputFile file_;  // the piece
   RangeCopy copy_{file_};
   bool is_in_piece_ = false;
+
+  // The closing of a piece, on a thread: a disk may need long until it has all.
+  PatientThread thread_;
+  PatientThread::Ticket closing_ = 0;
+  bool is_closing_ = false;
+  std::error_code closing_error_;  // the thread's while it is at work
+
   SplitResult result_ = SplitResult::more;
   bool is_over_ = false;
   std::string reason_;       // of a failure

@@ -5,7 +5,12 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <atomic>
+#include <functional>
+#include <future>
+
 #include "model/cuts.h"
+#include "platform/system_calls.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 
@@ -189,6 +194,45 @@ TEST_F(SplitSaveTest, StopsBetweenTwoRegions) {
   EXPECT_EQ(run.progress_text() + run.report(), "1 / 3");
   EXPECT_EQ(pieces(), "01 .mp3\r\n");
   EXPECT_EQ(run.log(), folder.path("01 .mp3") + "\r\n");
+}
+
+// A disk that takes its time, until the gate is opened.
+std::shared_future<void> gate;
+std::atomic<bool> is_at_gate;
+void wait_at_gate() {
+  is_at_gate = true;
+  gate.wait();
+}
+
+TEST_F(SplitSaveTest, NoStepAndNoCancelWaitsForASlowDisk) {
+  const std::function<void()> slow_calls[] = {
+      [] {
+        system_calls.write = [](int to, const void* from, std::size_t size) {
+          wait_at_gate();
+          return original_system_calls.write(to, from, size);
+        };
+      },
+      [] {
+        system_calls.close = [](int file) {
+          wait_at_gate();
+          return original_system_calls.close(file);
+        };
+      }};
+  for (const auto& make_slow : slow_calls) {
+    std::promise<void> opener;
+    gate = opener.get_future().share();
+    is_at_gate = false;
+    make_slow();
+    SplitRun run(folder.path(""), 1);
+    while (!is_at_gate) ASSERT_TRUE(run.step());
+    for (int i = 0; i < 10; ++i) EXPECT_TRUE(run.step());
+    EXPECT_FALSE(run.try_cancel());
+    opener.set_value();
+    while (!run.try_cancel()) {
+    }
+    EXPECT_EQ(pieces(), "");
+    system_calls = original_system_calls;
+  }
 }
 
 TEST_F(SplitSaveTest, StopsAtASourceThatHasBecomeShorter) {
