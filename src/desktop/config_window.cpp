@@ -262,6 +262,7 @@ class ConfigPage : public QWidget {
     const bool is_editable = control.kind == ControlKind::presets;
     list->setEditable(is_editable);
     list->setInsertPolicy(QComboBox::NoInsert);
+    if (is_editable) list->lineEdit()->setAccessibleName(text(control));
     shows_.emplace_back([this, list, is_editable, &control] {
       const QSignalBlocker quiet(list);
       fill_list(*list, control.choices(dialog_));
@@ -289,11 +290,16 @@ class ConfigPage : public QWidget {
     auto* const button = new QPushButton;
     prepare(button, control);
     button->setAutoDefault(false);
-    shows_.emplace_back([this, button, is_colour, &control] {
+    const QString group = static_cast<QGroupBox*>(grid_->parentWidget())->title();
+    shows_.emplace_back([this, button, is_colour, group, &control] {
       button->setText(text(control));
+      if (label_text(control.row).empty())  // a path, or a place for one
+        button->setAccessibleName(group + QStringLiteral(": ") + button->text());
       if (!is_colour) return;
+      const std::int64_t colour = dialog_.value_of(control);
+      button->setAccessibleDescription(from_setting(static_cast<std::uint32_t>(colour)).name());
       button->setIconSize({32, 16});
-      button->setIcon(sample_of(dialog_.value_of(control), palette().color(QPalette::WindowText)));
+      button->setIcon(sample_of(colour, palette().color(QPalette::WindowText)));
     });
     connect(button, &QPushButton::clicked, this, [this, &control] {
       dialog_.press(control);
