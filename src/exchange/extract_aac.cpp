@@ -88,7 +88,7 @@ std::optional<std::string> extract_aac(const std::string& source) {
   const std::string target = with_extension(source, ".aac");
   if (!may_write(target)) return std::nullopt;
 
-  // What is there already is lost only to a file that is whole.
+  // What is there already is lost only where something came of it.
   const std::string written = name_beside(behind_links(target));
   ExtractRun run(target);
   if (const std::error_code error = run.begin(source, written)) {
