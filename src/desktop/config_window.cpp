@@ -293,8 +293,7 @@ class ConfigPage : public QWidget {
     const QString group = static_cast<QGroupBox*>(grid_->parentWidget())->title();
     shows_.emplace_back([this, button, is_colour, group, &control] {
       button->setText(text(control));
-      if (label_text(control.row).empty())  // a path, or a place for one
-        button->setAccessibleName(group + QStringLiteral(": ") + button->text());
+      if (label_text(control.row).empty()) button->setAccessibleDescription(group);  // of a path
       if (!is_colour) return;
       const std::int64_t colour = dialog_.value_of(control);
       button->setAccessibleDescription(from_setting(static_cast<std::uint32_t>(colour)).name());
