@@ -313,7 +313,10 @@ std::uint32_t prelisten_bytes() {
 
 std::uint32_t playback_underruns() { return wave_out.underruns(); }
 
-void apply_volume() { wave_volume(static_cast<std::uint16_t>(settings.volume * 65535 / 100)); }
+void apply_volume() {
+  const int share = std::min<int>(settings.volume, 100);  // per cent; a file may say more
+  wave_volume(static_cast<std::uint16_t>(share * 65535 / 100));
+}
 
 void device_keepalive(bool open) {
   keep_alive_out.close();
