@@ -331,6 +331,7 @@ TEST_F(Cli, TheRecipesOfTheReadmeWork) {
   EXPECT_TRUE(std::filesystem::exists(folder.path("louder/a b.mp3")));
   EXPECT_TRUE(std::filesystem::exists(folder.path("tracks/06 Das Ende.mp3")));
   EXPECT_NE(read_text(folder.path("talk.cue")).find("INDEX 01 22:05:"), std::string::npos);
+  EXPECT_NE(read_text(folder.path("shorter.cue")).find("\"shorter.mp3\""), std::string::npos);
 }
 
 // What several processes do, each with its file, is what one does with one file after the other.
