@@ -221,9 +221,12 @@ void MainWindow::show_button_marks() {
   if (margin_button_ != nullptr) margin_button_->setEnabled(settings.margin != 0);
 }
 
+// Buttons with words stay live, as keys do: the command itself sees what it lacks.
 void MainWindow::show_button_states(std::uint8_t mask) {
-  for (const auto& [id, button] : buttons_)
-    if ((state_bit(*command_of(id)) & mask) != 0) button->setEnabled(is_command_enabled(id));
+  for (const auto& [id, button] : buttons_) {
+    const bool is_asked_for = (state_bit(*command_of(id)) & mask) != 0;
+    if (is_asked_for && button->text().isEmpty()) button->setEnabled(is_command_enabled(id));
+  }
 }
 
 // What plays, or is recorded, and what its buttons mean meanwhile.

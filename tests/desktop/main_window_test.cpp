@@ -221,6 +221,15 @@ TEST_F(MainWindowTest, EachMenuEntryAndButtonReachesItsCommandAndNoOther) {
   }
 }
 
+TEST_F(MainWindowTest, ButtonsWithSymbolsAreGreyWithoutADocument) {
+  for (const std::uint16_t layout : {std::uint16_t{1}, std::uint16_t{16}}) {
+    settings.layout = layout;
+    show_recording_window();
+    EXPECT_FALSE(find<CommandButton>("command_1012")->isEnabled());
+    EXPECT_EQ(find<CommandButton>("command_152")->isEnabled(), layout == 16);
+  }
+}
+
 TEST_F(MainWindowTest, TheWheelIsACommandOverAllButTheTimeFields) {
   show_recording_window();
   const auto turn = [this](QWidget* over, int delta, Qt::KeyboardModifiers held) {
