@@ -116,6 +116,7 @@ struct ControlCase {
   const char* changes;
 };
 
+// clang-format off
 const ControlCase cases[] = {
     {0, "Language appears", "German", {}, "language=German"},
     {0, "<  >  skips", "0", {}, "frameskiplo=1"},
@@ -126,12 +127,7 @@ const ControlCase cases[] = {
     {0, "Left = set begin / Right = set end", "", {}, "mouse_method=0"},
     {0, "Left = new + drag", "", {{"mouse_method", "0"}}, "mouse_method=1"},
     {1, "Default dark theme", "", {{"no_padding", "1"}}, "darkmode=1 no_padding=0"},
-    {1,
-     "Default bright theme",
-     "",
-     {},
-     "rgb_background=13218183 rgb_mpeg=5584640 rgb_cuts=5395026 rgb_selection=16776960 "
-     "rgb_actual=9079434 rgb_win=16316664 layout=2"},
+    {1, "Default bright theme", "", {}, "rgb_background=13218183 rgb_mpeg=5584640 rgb_cuts=5395026 rgb_selection=16776960 rgb_actual=9079434 rgb_win=16316664 layout=2"},
     {1, "Dark window mode", "", {}, "darkmode=1"},
     {1, "Arrows on scrollbar", "", {}, "scrollbar_arrows=1"},
     {1, "Maximum height of big time display:", "55", {}, "timer_height=55"},
@@ -156,11 +152,7 @@ const ControlCase cases[] = {
     {2, "Output device", "Quiet", {}, "device_out=2"},
     {2, "Maximum wave buffer size:", "48", {}, "buffer_max=48"},
     {2, "Max. frames/buffer", "8", {}, "buffer_max=40 buffer_frm=8"},
-    {2,
-     "Maximum wave buffer size:",
-     "33",
-     {{"buffer_max", "64"}, {"buffer_frm", "8"}},
-     "buffer_max=33 buffer_frm=6"},
+    {2, "Maximum wave buffer size:", "33", {{"buffer_max", "64"}, {"buffer_frm", "8"}}, "buffer_max=33 buffer_frm=6"},
     {2, "Keep device open", "", {}, "keep_dev_open=1"},
     {2, "Input device", "Loud", {}, "device_in=1"},
     {2, "Beep on reaching peak", "", {}, "peakbeep=1"},
@@ -182,33 +174,17 @@ const ControlCase cases[] = {
     {4, "Mode", "Mono", {}, "enc_lam_mode=3"},
     {4, "Quality", "Normal", {}, "enc_lam_quality=0"},
     {4, "Use ACM", "", {}, "enc_type=1"},
-    {4,
-     "Format",
-     "64 kbps, 22 kHz, Mono",
-     {{"enc_type", "1"}},
-     "enc_acm_bitrate=64000 enc_acm_samplerate=22050 enc_acm_channels=1 enc_acm_blocksize=208"},
+    {4, "Format", "64 kbps, 22 kHz, Mono", {{"enc_type", "1"}}, "enc_acm_bitrate=64000 enc_acm_samplerate=22050 enc_acm_channels=1 enc_acm_blocksize=208"},
     {4, "High quality", "", {{"enc_type", "1"}}, "enc_acm_highquality=1"},
     {5, "...", "", {}, "working_dir=/chosen/"},
     {5, "Use on save", "", {{"working_dir", "/w/"}}, "workdir_onsave=1"},
     {5, "Delete", "", {{"working_dir", "/w/"}}, "working_dir="},
     {5, "/x/Recording", "", {{"file_savepath", "/x/Recording"}}, "file_savepath=/a/b"},
     {5, "Add date and time", "", {{"rec_appenddata", "1"}}, "rec_adddate=1 rec_appenddata=0"},
-    {5,
-     "Add date and time",
-     "",
-     {{"rec_adddate", "1"}, {"rec_split", "1"}},
-     "rec_adddate=0 rec_split=0"},
-    {5,
-     "Append",
-     "",
-     {{"rec_adddate", "1"}, {"rec_split", "1"}},
-     "rec_adddate=0 rec_appenddata=1 rec_split=0"},
+    {5, "Add date and time", "", {{"rec_adddate", "1"}, {"rec_split", "1"}}, "rec_adddate=0 rec_split=0"},
+    {5, "Append", "", {{"rec_adddate", "1"}, {"rec_split", "1"}}, "rec_adddate=0 rec_appenddata=1 rec_split=0"},
     {5, "Limit recording time", "1000", {}, "rec_time=900"},
-    {5,
-     "At limit continue",
-     "",
-     {{"rec_appenddata", "1"}},
-     "rec_adddate=1 rec_appenddata=0 rec_split=1"},
+    {5, "At limit continue", "", {{"rec_appenddata", "1"}}, "rec_adddate=1 rec_appenddata=0 rec_split=1"},
     {5, "Txt file remote control", "", {}, ""},
     {6, "Max. number of recent files:", "12", {{"max_recent", "3"}}, "max_recent=9"},
     {6, "Max. undo steps:", "70", {}, "max_undo=50"},
@@ -223,6 +199,7 @@ const ControlCase cases[] = {
     {6, "Show tooltips", "", {}, "showtt=0"},
     {6, "Show all warnings", "", {{"msg_hide", "7"}}, "msg_hide=0"},
 };
+// clang-format on
 
 }  // namespace
 
