@@ -5,16 +5,15 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <optional>
 #include <string_view>
 
 #include "edit/commands.h"
 #include "model/cuts.h"
-#include "model/frame_locator.h"
+#include "model/exact_time.h"
 #include "model/selection.h"
-#include "model/stream_info.h"
 #include "model/time_mapping.h"
-#include "platform/numbers.h"
 #include "platform/text.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
@@ -46,38 +45,42 @@ std::optional<std::uint16_t> read_seconds(std::string_view text) {
   return static_cast<std::uint16_t>(std::min(seconds, most));
 }
 
-bool set_cue(EditPosition frame, std::int16_t gain, bool has_name) {
+// Gives the part that begins at `frame` a flag. False where none can begin.
+bool set_cue(EditPosition frame, std::int16_t gain, const std::u16string& name) {
   selection.sel_title.clear();
   selection.sel_artist.clear();
   const PartIndex made = make_border(frame);
   if (made >= part_count()) return false;
   document.parts[made].part_iscue = 1;
   document.parts[made].part_gainbeg = gain;
-  if (!has_name) return true;
-  selection.sel_title = bytes_to_wide(format_time(frame, stream.avg_bitrate), true);
+  if (name.empty()) return true;
+  selection.sel_title = name;
   take_stashed_part_texts(made);
   return true;
 }
 
+// A cue at each multiple of the interval, by exact times: a clock beside the player agrees.
 int set_cues(const AutoCues& cues) {
-  const double bytes_a_second = double{stream.avg_bitrate} * 0.125;
-  const double step = cues.interval * bytes_a_second;
-  const double shortest_rest = (cues.interval + cues.last_length) * bytes_a_second;
-  if (!(step >= 1)) return 0;
+  constexpr double shortest = 0.001;  // seconds: less than a frame
   const bool has_range = has_selected_range();
-  const std::uint32_t begin = has_range ? to_time_scale(selection.sel_beg) : 0;
-  const std::uint32_t end = has_range ? to_time_scale(selection.sel_end) : document.total_size;
-  const std::int16_t gain = document.parts[part_at(begin)].part_gainbeg;
+  const EditPosition first = has_range ? selection.sel_beg : 0;
+  const double interval = std::max(cues.interval, shortest);
+  const double begin = exact_seconds(first);
+  const double total = exact_seconds(document.total_size);
+  const double end = has_range ? exact_seconds(selection.sel_end) : total;
+  const std::int16_t gain = document.parts[part_at(first)].part_gainbeg;
 
   int count = 0;
-  for (double scaled = begin; scaled < end; scaled += step) {
-    const std::uint32_t place = whole_part(scaled);
-    if (place == 0) continue;  // the stream's start is a track start already
-    const EditPosition pos = from_time_scale(place);
-    const EditPosition frame = std::min(scan_forward(part_at(pos), pos), document.total_size);
-    if (!set_cue(frame, gain, cues.creates_names)) break;
+  double multiple = first == 0 ? 1 : 0;  // the stream's start is a track start already
+  while (begin + multiple * interval < end) {
+    const EditPosition frame = exact_place(begin + multiple * interval);
+    const double time = exact_seconds(frame);
+    if (!set_cue(frame, gain, cues.creates_names ? bytes_to_wide(format_seconds(time), true) : u""))
+      break;
     ++count;
-    if (document.total_size - frame < shortest_rest) break;  // the next part would be too short
+    if (total - time < interval + cues.last_length) break;  // the next would be too short
+    // Of multiples that fall on one frame the first counts.
+    multiple = std::max(multiple, std::floor((time - begin) / interval)) + 1;
   }
   return count;
 }

@@ -12,7 +12,7 @@
 #include "exchange/cue_time.h"
 #include "model/cuts.h"
 #include "model/document.h"
-#include "model/frame_locator.h"
+#include "model/exact_time.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "platform/file.h"
@@ -142,9 +142,8 @@ class CueSheetReader {
   }
 
   Next set_cue() {
-    const EditPosition pos =
-        needs_vbr_walk() ? vbr_walk_to_time(walk_, time_) : frame_at(cue_time_to_bytes(time_));
-    if (pos == no_position) return Next::fail;
+    if (time_.empty()) return Next::end;
+    const EditPosition pos = exact_place(cue_seconds(time_));
     if (pos >= document.total_size) return Next::end;
     selection.sel_title = title_;
     selection.sel_artist = performer_;
@@ -161,7 +160,6 @@ class CueSheetReader {
   std::u16string title_;
   std::u16string performer_;
   std::string_view time_;
-  VbrWalk walk_;
 };
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "exchange/cue_sheet.h"
 #include "exchange/cue_time.h"
 #include "model/document.h"
+#include "model/exact_time.h"
 #include "model/stream_info.h"
 #include "platform/host.h"
 #include "platform/path.h"
@@ -81,14 +82,8 @@ std::string album_lines() {
                             has_title ? name_bytes(document.sheet_title) : "(Title N.N.)");
 }
 
-double time_of(const Part& part, VbrWalk& walk) {
-  if (needs_vbr_walk()) return vbr_walk_to_position(walk, part.part_beg);
-  return stream.avg_bitrate > 0 ? part.part_beg / (0.125 * stream.avg_bitrate) : 0;
-}
-
 std::string track_lines() {
   std::string text;
-  VbrWalk walk;
   int number = 0;
   for (const Part& part : document.parts) {
     if (part.part_iscue == 0) continue;
@@ -99,7 +94,7 @@ std::string track_lines() {
     fmt::format_to(end, "  TRACK {:02} AUDIO\r\n    TITLE \"{}\"\r\n", number, title);
     if (!part.part_artist.empty())
       fmt::format_to(end, "    PERFORMER \"{}\"\r\n", name_bytes(part.part_artist));
-    fmt::format_to(end, "    INDEX 01 {}\r\n", format_cue_time(time_of(part, walk)));
+    fmt::format_to(end, "    INDEX 01 {}\r\n", format_cue_time(exact_seconds(part.part_beg)));
   }
   return text;
 }

@@ -43,6 +43,23 @@ double take_hours_and_minutes(std::string_view& time) {
   return hours * seconds_per_hour + minutes * seconds_per_minute;
 }
 
+std::string format_milliseconds(std::uint32_t ms, SecondsForm form) {
+  constexpr std::uint32_t ms_per_minute = 60000;
+  const std::uint32_t minutes = ms / ms_per_minute;
+  const double seconds = ms % ms_per_minute / 1000.0;
+  std::string text = minutes < 60 ? fmt::format("{}'", minutes)
+                                  : fmt::format("{}:{:02}'", minutes / 60, minutes % 60);
+  if (form == SecondsForm::recording) {
+    text += fmt::format("{:4.1f}", seconds);
+  } else if (settings.show_milisec != 0) {
+    text += fmt::format("{:6.3f}", seconds);
+  } else {
+    text += fmt::format("{:5.2f}", seconds);
+  }
+  std::ranges::replace(text, ' ', '0');
+  return text;
+}
+
 }  // namespace
 
 std::uint32_t to_time_scale(EditPosition pos) {
@@ -70,21 +87,11 @@ EditPosition from_time_scale(std::uint32_t scaled) {
 }
 
 std::string format_time(std::uint32_t pos, double rate, SecondsForm form) {
-  constexpr std::uint32_t ms_per_minute = 60000;
-  const std::uint32_t ms = rate > 0 ? whole_part(pos / rate * 8000) : 0;
-  const std::uint32_t minutes = ms / ms_per_minute;
-  const double seconds = ms % ms_per_minute / 1000.0;
-  std::string text = minutes < 60 ? fmt::format("{}'", minutes)
-                                  : fmt::format("{}:{:02}'", minutes / 60, minutes % 60);
-  if (form == SecondsForm::recording) {
-    text += fmt::format("{:4.1f}", seconds);
-  } else if (settings.show_milisec != 0) {
-    text += fmt::format("{:6.3f}", seconds);
-  } else {
-    text += fmt::format("{:5.2f}", seconds);
-  }
-  std::ranges::replace(text, ' ', '0');
-  return text;
+  return format_milliseconds(rate > 0 ? whole_part(pos / rate * 8000) : 0, form);
+}
+
+std::string format_seconds(double seconds) {
+  return format_milliseconds(whole_part(seconds * 1000 + 0.5), SecondsForm::display);
 }
 
 std::string shown_time(EditPosition pos) {

@@ -39,6 +39,9 @@ enum class SecondsForm {
 /// 0'60.00.
 std::string format_time(std::uint32_t pos, double rate, SecondsForm form = SecondsForm::display);
 
+/// A time in seconds in the same form, as it is displayed.
+std::string format_seconds(double seconds);
+
 /// The time of a place in the edited stream as it is shown.
 std::string shown_time(EditPosition pos);
 

@@ -229,19 +229,19 @@ struct AutoCueRow {
 };
 
 TEST_F(Measuring, AutoCueSetsCuesByTheClock) {
-  // 10 frames a second of the average rate, whatever the true one is.
+  // 38.28125 frames a second, whatever the average rate says.
   const AutoCueRow table[] = {
-      {"each 12 s", "0:12", "0:06", 0, 0, "0-120* 120-240* 240-330*"},
-      {"9 s are too short for the last", "0:12", "0:10", 0, 0, "0-120* 120-330*"},
-      {"shorter than the interval", "1:00", "0:06", 0, 0, "0-330*"},
-      {"in a selection", "0:10", "0:00", 50, 200, "0-50* 50-150* 150-330*"},
-      {"no number", "x:10", "y", 0, 0, "0-100* 100-200* 200-300* 300-330*"},
-      {"an interval of 0", "0:00", "0:06", 0, 0, "0-330*"},
+      {"each 12 s", "0:12", "0:06", 0, 0, "0-460* 460-919* 919-1400*"},
+      {"24.6 s are too short for two", "0:12", "0:13", 0, 0, "0-460* 460-1400*"},
+      {"shorter than the interval", "1:00", "0:06", 0, 0, "0-1400*"},
+      {"in a selection", "0:10", "0:00", 50, 900, "0-50* 50-433* 433-816* 816-1400*"},
+      {"no number", "x:10", "y", 0, 0, "0-383* 383-766* 766-1149* 1149-1400*"},
+      {"an interval of 0", "0:00", "0:06", 0, 0, "0-1400*"},
   };
   for (const AutoCueRow& row : table) {
     SCOPED_TRACE(row.what);
-    ASSERT_TRUE(open("a.mp3", frames(330)));
-    stream.avg_bitrate = length * 80;
+    ASSERT_TRUE(open("a.mp3", frames(1400)));
+    stream.avg_bitrate *= 2;
     if (row.end != 0)
       select(static_cast<std::uint32_t>(row.begin), static_cast<std::uint32_t>(row.end));
     AutoCueDialog dialog;
@@ -262,7 +262,7 @@ TEST_F(Measuring, AutoCueSetsCuesByTheClock) {
   dialog.interval = "0:20";
   dialog.creates_names = true;
   EXPECT_TRUE(dialog.accept());
-  EXPECT_EQ(parts(), "0-200* 200-330*:0'20.00");
+  EXPECT_EQ(parts(), "0-766* 766-1400*:0'20.01");
   EXPECT_TRUE(open_state.document_modified);
 }
 
