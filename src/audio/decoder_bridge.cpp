@@ -2,19 +2,18 @@
 #include "audio/decoder_bridge.h"
 
 #include <algorithm>
-#include <cstring>
 #include <string>
+#include <utility>
 
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "platform/aac_decoder.h"
 #include "platform/dynamic_library.h"
-#include "platform/faad.h"
 #include "platform/host.h"
-#include "platform/mpglib.h"
-#include "platform/numbers.h"
+#include "platform/mpeg_decoder.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
@@ -26,19 +25,8 @@ namespace {
 
 constexpr std::uint32_t low_rate = 32000;  // Hz: below it a frame of MPEG audio is a half one
 
-Mpglib mpglib;
-Faad faad;
-MpglibState mpglib_state;
-
 WaveFormat pcm_format_of_stream() {
   return pcm_16_bit(stream_kind.channel_mode == mono ? 1 : 2, stream_kind.sample_rate);
-}
-
-WaveFormat mpeg_format_of_stream() {
-  return {.format_tag = wave_format_mpeg_layer3,
-          .channels = pcm_format_of_stream().channels,
-          .samples_per_sec = stream_kind.sample_rate,
-          .avg_bytes_per_sec = whole_part(stream.avg_bitrate / 8)};
 }
 
 void tell(std::string_view text, std::string_view caption, BoxIcon icon) {
@@ -49,8 +37,8 @@ void tell(std::string_view text, std::string_view caption, BoxIcon icon) {
 // Where the library is there, all that is left to do is to choose it.
 void tell_to_install_mpglib(std::string_view caption) {
   const std::string_view steps = ui_text(row::mpglib_installation);
-  tell(mpglib.load() ? std::string(steps) + "\n\nIt is installed: set use_mpglib to 1"
-                     : with_package(steps, "libmpg123-0"),
+  tell(MpegDecoder::is_available() ? std::string(steps) + "\n\nIt is installed: set use_mpglib to 1"
+                                   : with_package(steps, "libmpg123-0"),
        caption, BoxIcon::warning);
 }
 
@@ -75,56 +63,49 @@ std::uint32_t samples_per_frame() {
   return stream_kind.layer == 3 && is_low ? 576 : 1152;
 }
 
-bool load_faad() {
-  if (faad.is_loaded()) return true;
-  if (const std::string reason = faad.load(); !reason.empty())
-    tell(reason, ui_text(row::error), BoxIcon::information);
-  if (!faad.is_loaded())
-    tell(with_package(ui_text(row::aac_installation), "libfaad2"),
-         "libfaad2.dll needed for AAC playback", BoxIcon::warning);
-  return faad.is_loaded();
+void tell_to_install_faad(const std::string& reason) {
+  if (!reason.empty()) tell(reason, ui_text(row::error), BoxIcon::information);
+  tell(with_package(ui_text(row::aac_installation), "libfaad2"),
+       "libfaad2.dll needed for AAC playback", BoxIcon::warning);
 }
 
 // The library gives two channels whatever the stream has, and below 32 kHz twice its rate.
 bool open_faad() {
-  if (!load_faad()) return false;
+  auto decoder = std::make_unique<AacDecoder>();
   const std::uint32_t sample_rate = stream_kind.sample_rate;
+  const DecoderOpening opening = decoder->open(sample_rate);
+  if (opening.fault == DecoderFault::no_library) tell_to_install_faad(opening.reason);
+  if (opening.fault == DecoderFault::no_library) return false;
   const bool is_doubled = sample_rate < low_rate;
   decoder_session.pcm_format = pcm_16_bit(2, is_doubled ? 2 * sample_rate : sample_rate);
   if (is_doubled) decoder_session.pcm_buffer_bytes *= 2;
+  if (opening.fault != DecoderFault::none || !decoder->begin(read_first_frame())) return false;
+  decoder_session.decoder = std::move(decoder);
+  return true;
+}
 
-  decoder_session.faad_handle = faad.NeAACDecOpen();
-  if (decoder_session.faad_handle == nullptr) return false;
-  NeAACDecConfiguration* const configuration =
-      faad.NeAACDecGetCurrentConfiguration(decoder_session.faad_handle);
-  configuration->defSampleRate = sample_rate;
-  configuration->outputFormat = FAAD_FMT_16BIT;
-  configuration->downMatrix = 1;
-  if (faad.NeAACDecSetConfiguration(decoder_session.faad_handle, configuration) == 0) return false;
-  const std::span<std::uint8_t> frame = read_first_frame();
-  unsigned long rate = 0;
-  unsigned char channels = 0;
-  return faad.NeAACDecInit(decoder_session.faad_handle, frame.data(), frame.size(), &rate,
-                           &channels) >= 0;
+DecoderFault open_mpeg() {
+  auto decoder = std::make_unique<MpegDecoder>();
+  const DecoderFault fault = decoder->open(decoder_session.pcm_format.channels).fault;
+  if (fault == DecoderFault::none) decoder_session.decoder = std::move(decoder);
+  return fault;
 }
 
 bool open_mpglib() {
-  if (!mpglib.load()) {
-    tell_to_install_mpglib("Could not load mpglib.dll");
-    return false;
-  }
-  if (mpglib.init_mp3(mpglib_state, decoder_session.pcm_format.channels)) return true;
-  tell("Error initializing mpglib.", "Decoder init error", BoxIcon::error);
-  return false;
+  const DecoderFault fault = open_mpeg();
+  if (fault == DecoderFault::no_library) tell_to_install_mpglib("Could not load mpglib.dll");
+  if (fault == DecoderFault::refused)
+    tell("Error initializing mpglib.", "Decoder init error", BoxIcon::error);
+  return fault == DecoderFault::none;
 }
 
-bool open_acm() {
+// The codec manager takes Layer III alone.
+bool open_codec_manager() {
   if (stream_kind.layer == 2) tell_to_install_mpglib("Layer 2 only supported with mpglib.dll");
   if (stream_kind.layer != 3) return false;
-  const AcmResult opened = acm_stream_open(decoder_session.acm_stream, mpeg_format_of_stream(),
-                                           decoder_session.pcm_format);
-  if (opened != AcmResult::ok) tell_to_install_mpglib("Could not open ACM Codec");
-  return opened == AcmResult::ok;
+  if (open_mpeg() == DecoderFault::none) return true;
+  tell_to_install_mpglib("Could not open ACM Codec");
+  return false;
 }
 
 bool open_decoder(Decoder decoder) {
@@ -133,64 +114,17 @@ bool open_decoder(Decoder decoder) {
       return open_faad();
     case Decoder::mpglib:
       return open_mpglib();
-    case Decoder::acm:
+    case Decoder::codec_manager:
       break;
   }
-  return open_acm();
+  return open_codec_manager();
 }
 
-std::size_t decode_by_mpglib(std::span<const std::uint8_t> input, std::span<std::uint8_t> out) {
-  std::size_t total = 0;
-  Mpglib::Result result = Mpglib::frame_done;
-  while (result == Mpglib::frame_done) {
-    std::size_t done = 0;
-    result = Mpglib::decode_mp3(mpglib_state, input, out.subspan(total), done);
-    input = {};
-    total += done;
-  }
-  if (result == Mpglib::decode_error) {
-    if (const EditPosition frame = frame_at(selection.cursor); frame != no_position)
-      selection.cursor = frame;
-    mpglib.init_mp3(mpglib_state, decoder_session.pcm_format.channels);
-  }
-  return total;
-}
-
-// Two channels of what the library made of a frame.
-std::size_t take_pair(const std::int16_t* samples, std::size_t count, std::size_t channels,
-                      std::span<std::uint8_t> out) {
-  constexpr std::size_t pair_bytes = 2 * sizeof *samples;
-  const std::size_t pairs = std::min(count / channels, out.size() / pair_bytes);
-  for (std::size_t i = 0; i < pairs; ++i) {
-    const std::int16_t* const first = samples + i * channels;
-    const std::int16_t pair[] = {first[0], first[channels == 1 ? 0 : 1]};
-    std::memcpy(out.data() + i * pair_bytes, pair, pair_bytes);
-  }
-  return pairs * pair_bytes;
-}
-
-std::size_t decode_by_faad(std::span<const std::uint8_t> input, std::span<std::uint8_t> out) {
-  std::size_t total = 0;
-  while (!input.empty()) {
-    NeAACDecFrameInfo info = {};
-    // The library changes nothing in its input.
-    auto* const bytes = const_cast<std::uint8_t*>(input.data());
-    const void* const samples =
-        faad.NeAACDecDecode(decoder_session.faad_handle, &info, bytes, input.size());
-    if (info.error != 0) break;
-    if (samples != nullptr && info.samples != 0 && info.channels != 0)
-      total += take_pair(static_cast<const std::int16_t*>(samples), info.samples, info.channels,
-                         out.subspan(total));
-    if (info.bytesconsumed == 0 || info.bytesconsumed > input.size()) break;
-    input = input.subspan(info.bytesconsumed);
-  }
-  return total;
-}
-
-std::size_t decode_by_acm(std::span<const std::uint8_t> input, std::span<std::uint8_t> out) {
-  AcmBlock block = {.source = input, .destination = out};
-  const AcmResult converted = acm_stream_convert(decoder_session.acm_stream, block);
-  return converted == AcmResult::ok ? block.destination_used : 0;
+// The cursor goes to a frame start, and the decoder forgets what the damaged data left in it.
+void start_anew() {
+  if (const EditPosition frame = frame_at(selection.cursor); frame != no_position)
+    selection.cursor = frame;
+  decoder_session.decoder->reset();
 }
 
 }  // namespace
@@ -199,7 +133,7 @@ DecoderSession decoder_session;
 
 Decoder chosen_decoder() {
   if (stream.is_aac != 0) return Decoder::faad;
-  return settings.use_mpglib != 0 ? Decoder::mpglib : Decoder::acm;
+  return settings.use_mpglib != 0 ? Decoder::mpglib : Decoder::codec_manager;
 }
 
 std::string_view decoder_name(Decoder decoder) {
@@ -208,7 +142,7 @@ std::string_view decoder_name(Decoder decoder) {
       return "libfaad2";
     case Decoder::mpglib:
       return "mpglib";
-    case Decoder::acm:
+    case Decoder::codec_manager:
       break;
   }
   return "ACM";
@@ -225,28 +159,19 @@ bool decoder_open() {
 
 std::size_t decode_frames(std::span<const std::uint8_t> input, std::span<std::uint8_t> out) {
   if (!decoder_session.decoder_ready) return 0;
-  switch (chosen_decoder()) {
-    case Decoder::faad:
-      return decode_by_faad(input, out);
-    case Decoder::mpglib:
-      return decode_by_mpglib(input, out);
-    case Decoder::acm:
-      break;
-  }
-  return decode_by_acm(input, out);
+  const DecodedBlock block = decode_with(*decoder_session.decoder, input, out);
+  const Decoder decoder = chosen_decoder();
+  if (block.gave_up && decoder == Decoder::mpglib) start_anew();
+  return block.gave_up && decoder == Decoder::codec_manager ? 0 : block.size;
 }
 
 void decoder_reset() {
   decoder_session.is_settled = false;
-  if (decoder_session.acm_stream.is_open()) acm_stream_reset(decoder_session.acm_stream);
-  if (mpglib_state.is_open()) mpglib.init_mp3(mpglib_state, decoder_session.pcm_format.channels);
+  if (decoder_session.decoder) decoder_session.decoder->reset();
 }
 
 void decoder_close() {
-  Mpglib::exit_mp3(mpglib_state);
-  acm_stream_close(decoder_session.acm_stream);
-  if (decoder_session.faad_handle != nullptr) faad.NeAACDecClose(decoder_session.faad_handle);
-  decoder_session.faad_handle = nullptr;
+  decoder_session.decoder.reset();
   decoder_session.decoder_ready = false;
 }
 
@@ -259,13 +184,6 @@ void playback_buffers_configure() {
   settings.buffer_max = static_cast<decltype(settings.buffer_max)>(kilobytes);
   const bool is_halved = stream_kind.sample_rate < low_rate;
   decoder_session.pcm_buffer_bytes = kilobytes * (is_halved ? 512 : 1024);
-}
-
-void decoder_unload_all() {
-  decoder_close();
-  mpglib.unload();
-  faad.unload();
-  acm_unload_codecs();
 }
 
 }  // namespace corvelin

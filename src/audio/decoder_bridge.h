@@ -4,31 +4,29 @@
 // to install.
 #pragma once
 
-#include <neaacdec.h>
-
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string_view>
 
-#include "platform/codec_manager.h"
+#include "platform/frame_decoder.h"
 #include "platform/wave_format.h"
 
 namespace corvelin {
 
 /// Chosen anew at each need, by the open stream and the setting `use_mpglib`; so that setting may
 /// only change while no session is open.
-enum class Decoder { faad, mpglib, acm };
+enum class Decoder { faad, mpglib, codec_manager };
 Decoder chosen_decoder();
 
 /// As the status shows it.
 std::string_view decoder_name(Decoder decoder);
 
 struct DecoderSession {
-  bool decoder_ready = false;  // a session is open
-  bool is_settled = false;     // the decoder knows the frames in front of the cursor
-  NeAACDecHandle faad_handle = nullptr;
-  AcmStream acm_stream;
+  std::unique_ptr<FrameDecoder> decoder;
+  bool decoder_ready = false;          // a session is open
+  bool is_settled = false;             // the decoder knows the frames in front of the cursor
   WaveFormat pcm_format;               // of the samples that come out
   std::uint32_t pcm_frame_bytes = 0;   // of samples that one frame makes at most
   std::uint32_t pcm_buffer_bytes = 0;  // the room for one block of samples
@@ -55,8 +53,5 @@ void decoder_close();
 /// Brings `buffer_frm` and `buffer_max` into their limits and sets the room for one buffer of
 /// playback by them.
 void playback_buffers_configure();
-
-/// At the end of the program, when nothing is decoded any more.
-void decoder_unload_all();
 
 }  // namespace corvelin

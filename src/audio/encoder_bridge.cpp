@@ -19,30 +19,72 @@ namespace {
 
 EncoderType encoder_type() { return static_cast<EncoderType>(settings.enc_type); }
 
-WaveFormat acm_target() {
-  return {.format_tag = wave_format_mpeg_layer3,
-          .channels = settings.enc_acm_channels,
-          .samples_per_sec = settings.enc_acm_samplerate,
-          .avg_bytes_per_sec = settings.enc_acm_bitrate / 8};
+// The codec manager: samples go to frames of the same rate and a constant bit rate.
+Mp3Form codec_manager_form(EncoderUse use) {
+  const std::uint32_t kbit_s = settings.enc_acm_bitrate / 1000;
+  return {
+      .samples_per_sec = settings.enc_acm_samplerate,
+      .stream_samples_per_sec = settings.enc_acm_samplerate,
+      .mode = settings.enc_acm_channels == 1 ? EncoderChannels::one : EncoderChannels::joint,
+      .bitrate = kbit_s,
+      .bitrate_max = kbit_s,
+      .quality = settings.enc_acm_highquality != 0 ? EncoderQuality::high : EncoderQuality::normal,
+      .separate = use == EncoderUse::record_split};
 }
 
-BeConfig lame_config(EncoderUse use, std::uint32_t sample_rate) {
-  const bool is_variable = settings.enc_lam_vbr_method != lame_method_cbr;
-  const bool is_abr = settings.enc_lam_vbr_method == lame_method_abr;
+BitrateMethod lame_method() {
+  switch (settings.enc_lam_vbr_method) {
+    case lame_method_cbr:
+      return BitrateMethod::constant;
+    case lame_method_abr:
+      return BitrateMethod::average;
+    case 1:
+      return BitrateMethod::old_variable;
+    default:
+      return BitrateMethod::variable;
+  }
+}
+
+EncoderChannels lame_mode() {
+  switch (settings.enc_lam_mode) {
+    case 0:
+      return EncoderChannels::two;
+    case lame_mode_mono:
+      return EncoderChannels::one;
+    default:
+      return EncoderChannels::joint;
+  }
+}
+
+EncoderQuality lame_quality() {
+  switch (settings.enc_lam_quality) {
+    case 1:
+      return EncoderQuality::low;
+    case 2:
+    case lame_quality_voice:
+      return EncoderQuality::high;
+    case 5:
+      return EncoderQuality::very_high;
+    default:
+      return EncoderQuality::normal;
+  }
+}
+
+Mp3Form lame_form(EncoderUse use, std::uint32_t sample_rate) {
+  const bool is_constant = settings.enc_lam_vbr_method == lame_method_cbr;
   return {
-      .dwSampleRate = sample_rate,
-      .dwReSampleRate = settings.enc_lam_samplerate,
-      .nMode = settings.enc_lam_mode,
-      .dwBitrate = settings.enc_lam_bitrate,
-      .dwMaxBitrate = settings.enc_lam_bitrate_max,
-      .nPreset = settings.enc_lam_quality,
-      .bOriginal = use != EncoderUse::reencode,
-      .bNoRes = use == EncoderUse::record_split,
-      .bWriteVBRHeader = is_variable && (use == EncoderUse::reencode || use == EncoderUse::record),
-      .bEnableVBR = is_variable,
-      .nVBRQuality = settings.enc_lam_vbr_quality,
-      .dwVbrAbr_bps = is_abr ? settings.enc_lam_abr_bitrate * 1000U : 0,
-      .nVbrMethod = settings.enc_lam_vbr_method};
+      .samples_per_sec = sample_rate,
+      .stream_samples_per_sec = settings.enc_lam_samplerate,
+      .mode = lame_mode(),
+      .method = lame_method(),
+      .bitrate = settings.enc_lam_bitrate,
+      .bitrate_max = settings.enc_lam_bitrate_max,
+      .bitrate_average = settings.enc_lam_abr_bitrate,
+      .variable_quality = settings.enc_lam_vbr_quality,
+      .quality = lame_quality(),
+      .is_original = use != EncoderUse::reencode,
+      .separate = use == EncoderUse::record_split,
+      .writes_header = !is_constant && (use == EncoderUse::reencode || use == EncoderUse::record)};
 }
 
 bool refuse_with_instruction(std::string_view caption) {
@@ -52,32 +94,34 @@ bool refuse_with_instruction(std::string_view caption) {
   return false;
 }
 
-bool open_acm(EncoderUse use, std::uint16_t channels, std::uint32_t sample_rate) {
-  const AcmResult result =
-      acm_stream_open(encoder_session.acm_encoder, pcm_16_bit(channels, sample_rate), acm_target(),
-                      {.high_quality = settings.enc_acm_highquality != 0,
-                       .separate = use == EncoderUse::record_split});
-  if (result == AcmResult::ok) return true;
+bool open_codec_manager(EncoderUse use, std::uint16_t channels, std::uint32_t sample_rate) {
+  const bool fits =
+      channels == settings.enc_acm_channels && sample_rate == settings.enc_acm_samplerate;
+  if (fits && encoder_session.encoder.open(codec_manager_form(use)) == EncoderFault::none) {
+    encoder_session.lame_samples = encoder_session.encoder.samples_per_call();
+    return true;
+  }
   return refuse_with_instruction(use != EncoderUse::reencode ? "Could not open ACM encoder"
                                                              : ui_text(row::error));
 }
 
 bool open_lame(EncoderUse use, std::uint32_t sample_rate) {
-  LameEnc& lame = encoder_session.lame;
+  Mp3Encoder& lame = encoder_session.encoder;
   const bool records = use != EncoderUse::reencode;
-  if (!lame.load())
+  const EncoderFault fault = lame.open(lame_form(use, sample_rate));
+  if (fault == EncoderFault::no_library)
     return refuse_with_instruction(records ? "Could not load Lame_enc.dll" : ui_text(row::error));
-  std::uint32_t& samples = encoder_session.lame_samples;
-  std::uint32_t room = 0;
-  const std::uint32_t error = lame.beInitStream(lame_config(use, sample_rate), samples, room);
-  if (error != be_successful) {
-    lame = {};
-    host().show_message_box({.caption = records ? "Record init error" : "Encode init",
-                             .text = fmt::format("Lame: beInitStream failed, error # {}", error),
-                             .icon = BoxIcon::error});
+  if (fault != EncoderFault::none) {
+    host().show_message_box(
+        {.caption = records ? "Record init error" : "Encode init",
+         .text = fmt::format("Lame: beInitStream failed, error # {}", static_cast<int>(fault)),
+         .icon = BoxIcon::error});
     return false;
   }
+  std::uint32_t& samples = encoder_session.lame_samples;
+  samples = lame.samples_per_call();
   // A recording's buffers are sized by this, and larger ones need fewer calls.
+  const std::uint32_t room = lame.room_per_call();
   if (records && room > samples)
     samples = settings.enc_lam_mode == lame_mode_mono ? room / 2 : room;
   return true;
@@ -90,7 +134,7 @@ EncoderSession encoder_session;
 bool open_encoder(EncoderUse use, std::uint16_t channels, std::uint32_t sample_rate) {
   switch (encoder_type()) {
     case EncoderType::codec_manager:
-      return open_acm(use, channels, sample_rate);
+      return open_codec_manager(use, channels, sample_rate);
     case EncoderType::lame:
       return open_lame(use, sample_rate);
     case EncoderType::none:
@@ -102,64 +146,43 @@ bool open_encoder(EncoderUse use, std::uint16_t channels, std::uint32_t sample_r
 std::optional<std::size_t> encode_block(std::span<const std::int16_t> pcm,
                                         std::span<std::uint8_t> out) {
   EncoderSession& session = encoder_session;
+  if (!session.encoder.is_open()) return std::nullopt;
   std::size_t total = 0;
-  if (session.acm_encoder.is_open()) {
-    AcmBlock block = {
-        .source = {reinterpret_cast<const std::uint8_t*>(pcm.data()), pcm.size_bytes()},
-        .destination = out};
-    acm_stream_convert(session.acm_encoder, block);
-    return block.destination_used;
-  }
-  if (!session.lame.is_loaded()) return std::nullopt;
   while (!pcm.empty()) {
     const std::size_t count = std::min<std::size_t>(session.lame_samples, pcm.size());
-    std::uint32_t got = 0;
-    session.lame.beEncodeChunk(pcm.first(count), out.subspan(total), got);
-    total += got;
+    total += session.encoder.encode(pcm.first(count), out.subspan(total));
     pcm = pcm.subspan(count);
   }
   return total;
 }
 
-std::size_t encode_rest(std::span<std::uint8_t> out) {
-  if (encoder_session.acm_encoder.is_open()) {
-    AcmBlock block = {.destination = out};
-    acm_stream_flush(encoder_session.acm_encoder, block);
-    return block.destination_used;
-  }
-  std::uint32_t got = 0;
-  if (encoder_session.lame.is_loaded()) encoder_session.lame.beDeinitStream(out, got);
-  return got;
-}
+std::size_t encode_rest(std::span<std::uint8_t> out) { return encoder_session.encoder.flush(out); }
 
 std::error_code close_encoder(const std::string& path, std::uint64_t offset) {
-  EncoderSession& session = encoder_session;
-  acm_stream_close(session.acm_encoder);
-  if (!session.lame.is_loaded()) return {};
-  session.lame.beCloseStream();
+  Mp3Encoder& encoder = encoder_session.encoder;
+  encoder.close();
   const std::error_code error =
-      path.empty() ? std::error_code{} : session.lame.beWriteVBRHeader(path, offset);
-  session.lame = {};
+      path.empty() ? std::error_code{} : encoder.write_header(path, offset);
+  encoder = {};
   return error;
 }
 
 EncoderProbe encoder_probe_lame() {
-  LameEnc lame;
-  if (!lame.load()) {
+  const Mp3Encoder::Version version = Mp3Encoder::version();
+  if (!version.is_found) {
     if (encoder_type() == EncoderType::lame) settings.enc_type = 0;
     return {.text = fmt::format("Lame_enc.dll {}", ui_text(row::not_found))};
   }
-  const BeVersion version = lame.beVersion();
   return {.is_found = true,
           .text = fmt::format("{} Lame_enc.dll: Version {}.{}, Engine {}.{}", ui_text(row::use),
                               version.library_major, version.library_minor, version.engine_major,
                               version.engine_minor)};
 }
 
-EncoderProbe encoder_probe_acm() {
-  const WaveFormat source = pcm_16_bit(settings.enc_acm_channels, settings.enc_acm_samplerate);
-  const bool is_found =
-      encoder_session.acm_encoder.is_open() || acm_can_convert(source, acm_target());
+EncoderProbe encoder_probe_codec_manager() {
+  Mp3Encoder probe;
+  const bool is_found = encoder_session.encoder.is_open() ||
+                        probe.open(codec_manager_form(EncoderUse::record)) == EncoderFault::none;
   if (is_found) return {.is_found = true, .text = fmt::format("{} ACM", ui_text(row::use))};
   if (encoder_type() == EncoderType::codec_manager) settings.enc_type = 0;
   return {.text = fmt::format("ACM {}", ui_text(row::not_found))};

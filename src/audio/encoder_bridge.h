@@ -12,15 +12,13 @@
 #include <string_view>
 #include <system_error>
 
-#include "platform/codec_manager.h"
-#include "platform/lame_enc.h"
+#include "platform/mp3_encoder.h"
 
 namespace corvelin {
 
 struct EncoderSession {
-  LameEnc lame;                    // loaded for the time of a session
+  Mp3Encoder encoder;
   std::uint32_t lame_samples = 0;  // 16-bit samples, of both channels together, for one call
-  AcmStream acm_encoder;
 };
 
 extern EncoderSession encoder_session;
@@ -60,7 +58,7 @@ struct EncoderProbe {
 };
 
 EncoderProbe encoder_probe_lame();
-EncoderProbe encoder_probe_acm();
+EncoderProbe encoder_probe_codec_manager();
 
 /// The name of the encoder and its settings, as a save's log tells it.
 std::string encoder_log_line();

@@ -57,12 +57,12 @@ constexpr PresetColumn abr_bitrate_column = {27, 3};
 constexpr std::size_t preset_name_place = 40;
 
 // One format of the codec manager.
-struct AcmFormat {
+struct CodecManagerFormat {
   std::uint32_t samplerate = 0;  // hertz
   std::uint16_t bitrate = 0;     // kbit/s
   std::uint8_t channels = 0;
 
-  bool operator==(const AcmFormat&) const = default;
+  bool operator==(const CodecManagerFormat&) const = default;
 
   [[nodiscard]] std::string text() const {
     return fmt::format("{} kbps, {} kHz, {}", bitrate, samplerate / 1000,
@@ -70,8 +70,8 @@ struct AcmFormat {
   }
 };
 
-std::vector<AcmFormat> acm_formats() {
-  std::vector<AcmFormat> formats;
+std::vector<CodecManagerFormat> codec_manager_formats() {
+  std::vector<CodecManagerFormat> formats;
   for (const std::uint32_t samplerate : {48000U, 44100U, 32000U, 24000U, 22050U, 16000U}) {
     const auto& rates = samplerate < lowest_mpeg1_samplerate ? rates_of_mpeg2 : rates_of_mpeg1;
     for (const std::uint8_t channels : {std::uint8_t{2}, std::uint8_t{1}})
@@ -81,7 +81,7 @@ std::vector<AcmFormat> acm_formats() {
   return formats;
 }
 
-AcmFormat acm_format_of_settings() {
+CodecManagerFormat codec_manager_format() {
   return {settings.enc_acm_samplerate, static_cast<std::uint16_t>(settings.enc_acm_bitrate / 1000),
           settings.enc_acm_channels};
 }
@@ -186,24 +186,25 @@ void choose_lame_quality(std::uint32_t quality) {
   correct_lame_settings();
 }
 
-std::vector<EncoderChoice> acm_format_choices() {
+std::vector<EncoderChoice> codec_manager_choices() {
   std::vector<EncoderChoice> choices;
-  if (chosen_acm_format() < 0) choices.push_back({-1, acm_format_of_settings().text()});
+  if (chosen_codec_manager_format() < 0) choices.push_back({-1, codec_manager_format().text()});
   std::int32_t number = 0;
-  for (const AcmFormat& format : acm_formats()) choices.push_back({number++, format.text()});
+  for (const CodecManagerFormat& format : codec_manager_formats())
+    choices.push_back({number++, format.text()});
   return choices;
 }
 
-std::int32_t chosen_acm_format() {
-  const std::vector<AcmFormat> formats = acm_formats();
-  const auto found = std::ranges::find(formats, acm_format_of_settings());
+std::int32_t chosen_codec_manager_format() {
+  const std::vector<CodecManagerFormat> formats = codec_manager_formats();
+  const auto found = std::ranges::find(formats, codec_manager_format());
   return found == formats.end() ? -1 : static_cast<std::int32_t>(found - formats.begin());
 }
 
-void choose_acm_format(std::int32_t value) {
-  const std::vector<AcmFormat> formats = acm_formats();
+void choose_codec_manager_format(std::int32_t value) {
+  const std::vector<CodecManagerFormat> formats = codec_manager_formats();
   if (value < 0 || static_cast<std::size_t>(value) >= formats.size()) return;
-  const AcmFormat& format = formats[static_cast<std::size_t>(value)];
+  const CodecManagerFormat& format = formats[static_cast<std::size_t>(value)];
   // A frame of 1152 samples, or of 576 at the low rates, in whole bytes.
   const std::uint32_t factor = format.samplerate < lowest_mpeg1_samplerate ? 72000 : 144000;
   settings.enc_acm_samplerate = format.samplerate;

@@ -62,9 +62,9 @@ void choose_lame_quality(std::uint32_t quality);
 
 /// The formats of the codec manager, best first within a sample rate; which of them is set, -1 for
 /// another one, which then stands on top of the list; and the taking of one.
-std::vector<EncoderChoice> acm_format_choices();
-std::int32_t chosen_acm_format();
-void choose_acm_format(std::int32_t value);
+std::vector<EncoderChoice> codec_manager_choices();
+std::int32_t chosen_codec_manager_format();
+void choose_codec_manager_format(std::int32_t value);
 
 constexpr std::size_t most_lame_presets = 19;
 

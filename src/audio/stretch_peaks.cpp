@@ -21,7 +21,8 @@ namespace {
 constexpr std::uint32_t lead_in_frames = 32;
 constexpr std::uint32_t frames_a_half = 2000;
 
-std::uint16_t decode_peak(MpegDecoder& decoder, std::span<const std::uint8_t> frames) {
+std::uint16_t decode_peak(FrameDecoder& decoder, std::span<const std::uint8_t> frames) {
+  using Step = FrameDecoder::Step;
   constexpr std::size_t piece = 65536;          // bytes, of which the decoder keeps a copy
   std::array<std::int16_t, 2304> samples = {};  // of one frame
   const std::span<std::uint8_t> room(reinterpret_cast<std::uint8_t*>(samples.data()),
@@ -29,10 +30,10 @@ std::uint16_t decode_peak(MpegDecoder& decoder, std::span<const std::uint8_t> fr
   std::uint16_t peak = 0;
   while (!frames.empty()) {
     const std::size_t size = std::min(frames.size(), piece);
-    MpegStep step = decoder.feed(frames.first(size)) ? MpegStep::produced : MpegStep::failed;
-    while (step == MpegStep::produced) {
+    Step step = decoder.feed(frames.first(size)) ? Step::produced : Step::failed;
+    while (step == Step::produced) {
       std::size_t done = 0;
-      step = decoder.next(room, done);
+      step = decoder.take(room, done);
       peak = std::max(peak, highest_magnitude(std::span(samples).first(done / sizeof samples[0])));
     }
     frames = frames.subspan(size);
@@ -45,12 +46,10 @@ std::uint16_t decode_peak(MpegDecoder& decoder, std::span<const std::uint8_t> fr
 bool stretch_peaks_on_two_cores = true;
 
 bool StretchPeaks::open(EditPosition begin, EditPosition end, int channels) {
-  MpegLibrary library;
-  if (!library.load()) return false;
   reader_ = frame_cursor_at(settling_place(begin));
   end_ = begin;
   for (Half& half : halves_) {
-    if (!half.decoder.open(library, channels)) return false;
+    if (half.decoder.open(channels).fault != DecoderFault::none) return false;
     half.lead_in.clear();
     half.frames.clear();
     half.tail = 0;

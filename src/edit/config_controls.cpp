@@ -217,9 +217,9 @@ std::vector<EncoderChoice> choices_of(Dialogue) {
   return Choices();
 }
 
-std::int64_t acm_format(Dialogue) { return chosen_acm_format(); }
-void set_acm_format(ConfigDialog&, std::int64_t value) {
-  choose_acm_format(static_cast<std::int32_t>(value));
+std::int64_t codec_manager_format(Dialogue) { return chosen_codec_manager_format(); }
+void set_codec_manager_format(ConfigDialog&, std::int64_t value) {
+  choose_codec_manager_format(static_cast<std::int32_t>(value));
 }
 
 void set_bitrate(ConfigDialog&, std::int64_t value) {
@@ -509,7 +509,7 @@ constexpr ConfigControl table[] = {
     encoder_list("enc_lam_quality", row::quality, choices_of<lame_quality_choices>, uses_lame, set_quality),
     frame(encoder, "acm_group", no_label, "ACM"),
     {.kind = radio, .page = encoder, .name = "enc_type_1", .key = "enc_type", .value = 1, .text = codec_manager_text, .is_live = has_codec},
-    {.kind = list, .page = encoder, .name = "acm_format", .key = "enc_acm_bitrate", .row = row::format, .is_live = uses_codec_manager, .get = acm_format, .set = set_acm_format, .choices = choices_of<acm_format_choices>},
+    {.kind = list, .page = encoder, .name = "acm_format", .key = "enc_acm_bitrate", .row = row::format, .is_live = uses_codec_manager, .get = codec_manager_format, .set = set_codec_manager_format, .choices = choices_of<codec_manager_choices>},
     with_live(flag(encoder, "enc_acm_highquality", {cfg, 19}), uses_codec_manager),
 
     frame(folders, "working_dir_group", {cfg, 55}),

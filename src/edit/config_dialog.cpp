@@ -89,7 +89,7 @@ void ConfigDialog::open_page(SettingPage which) {
   }
   if (page == SettingPage::encoder) {
     lame = encoder_probe_lame();
-    codec_manager = encoder_probe_acm();
+    codec_manager = encoder_probe_codec_manager();
     correct_lame_settings();
   }
   if (page == SettingPage::folders) is_portable = local_marker(MarkerOperation::test);

@@ -1,4 +1,4 @@
-// libmpg123 as a decoder that is fed frame by frame.
+// libmpg123, fed frame by frame.
 #include "platform/mpeg_decoder.h"
 
 #include <mpg123.h>
@@ -10,7 +10,8 @@
 
 namespace corvelin {
 
-struct MpegLibrary::Entries {
+// The functions of the library, all of which must be there.
+struct MpegDecoder::Library {
   DynamicLibrary library;
   decltype(&mpg123_init) init = nullptr;
   decltype(&mpg123_new) create = nullptr;
@@ -22,10 +23,11 @@ struct MpegLibrary::Entries {
   decltype(&mpg123_feed) feed = nullptr;
   decltype(&mpg123_decode_frame) decode_frame = nullptr;
 
-  bool load() {
-    return library.load("libmpg123.so.0").empty() && library.resolve(init, "mpg123_init") &&
-           library.resolve(create, "mpg123_new") && library.resolve(destroy, "mpg123_delete") &&
-           library.resolve(set, "mpg123_param2") &&
+  std::string load() { return library.load("libmpg123.so.0"); }
+
+  bool resolve() {
+    return library.resolve(init, "mpg123_init") && library.resolve(create, "mpg123_new") &&
+           library.resolve(destroy, "mpg123_delete") && library.resolve(set, "mpg123_param2") &&
            library.resolve(no_formats, "mpg123_format_none") &&
            library.resolve(add_format, "mpg123_format2") &&
            library.resolve(open_feed, "mpg123_open_feed") && library.resolve(feed, "mpg123_feed") &&
@@ -33,26 +35,39 @@ struct MpegLibrary::Entries {
   }
 };
 
-bool MpegLibrary::load() {
-  if (is_loaded()) return true;
-  const auto entries = std::make_shared<Entries>();
-  if (entries->load()) entries_ = entries;
-  return is_loaded();
-}
-
+MpegDecoder::MpegDecoder() = default;
 MpegDecoder::~MpegDecoder() { close(); }
 
-bool MpegDecoder::open(const MpegLibrary& library, int channels) {
+bool MpegDecoder::is_available() {
+  Library library;
+  return library.load().empty() && library.resolve();
+}
+
+DecoderOpening MpegDecoder::open(int channels) {
   close();
-  if (!library.is_loaded()) return false;
-  mpg123_ = library.entries_;
+  auto library = std::make_unique<Library>();
+  if (std::string reason = library->load(); !reason.empty())
+    return {DecoderFault::no_library, std::move(reason)};
+  if (!library->resolve()) return {DecoderFault::no_library, {}};
+  mpg123_ = std::move(library);
+  channels_ = channels;
+  return {begin() ? DecoderFault::none : DecoderFault::refused, {}};
+}
+
+void MpegDecoder::reset() {
+  if (!mpg123_) return;
+  close();
+  begin();
+}
+
+bool MpegDecoder::begin() {
   handle_ = mpg123_->create(nullptr, nullptr);
   if (handle_ == nullptr) return false;
   // Whole frames are fed, so there is no need to wait for the next one before the first is decoded.
   constexpr long flags = MPG123_QUIET | MPG123_IGNORE_INFOFRAME | MPG123_SKIP_ID3V2 |
                          MPG123_NO_READAHEAD | MPG123_IGNORE_STREAMLENGTH;
-  const long channel_flag = channels == 1 ? MPG123_MONO_MIX : MPG123_FORCE_STEREO;
-  const int channel_set = channels == 1 ? MPG123_MONO : MPG123_STEREO;
+  const long channel_flag = channels_ == 1 ? MPG123_MONO_MIX : MPG123_FORCE_STEREO;
+  const int channel_set = channels_ == 1 ? MPG123_MONO : MPG123_STEREO;
   constexpr long without_limit = -1;
   const bool is_ready =
       mpg123_->set(handle_, MPG123_FLAGS, flags | channel_flag, 0) == MPG123_OK &&
@@ -67,32 +82,30 @@ bool MpegDecoder::open(const MpegLibrary& library, int channels) {
 void MpegDecoder::close() {
   ready_ = {};
   if (handle_ != nullptr) mpg123_->destroy(std::exchange(handle_, nullptr));
-  mpg123_.reset();
 }
 
 bool MpegDecoder::feed(std::span<const std::uint8_t> frames) {
-  if (handle_ == nullptr) return false;
-  return mpg123_->feed(handle_, frames.data(), frames.size()) == MPG123_OK;
+  return handle_ != nullptr && mpg123_->feed(handle_, frames.data(), frames.size()) == MPG123_OK;
 }
 
-MpegStep MpegDecoder::next(std::span<std::uint8_t> out, std::size_t& done) {
+FrameDecoder::Step MpegDecoder::take(std::span<std::uint8_t> out, std::size_t& done) {
   done = 0;
-  if (handle_ == nullptr) return MpegStep::failed;
-  if (out.empty()) return MpegStep::needs_input;
+  if (handle_ == nullptr) return Step::failed;
+  if (out.empty()) return Step::needs_input;
   if (ready_.empty()) {
     unsigned char* samples = nullptr;
     std::size_t size = 0;
     int result = MPG123_NEW_FORMAT;
     while (result == MPG123_NEW_FORMAT)  // the frame that brings it is decoded by the next call
       result = mpg123_->decode_frame(handle_, nullptr, &samples, &size);
-    if (result == MPG123_NEED_MORE) return MpegStep::needs_input;
-    if (result != MPG123_OK) return MpegStep::failed;
+    if (result == MPG123_NEED_MORE) return Step::needs_input;
+    if (result != MPG123_OK) return Step::failed;
     ready_ = {samples, size};
   }
   done = std::min(ready_.size(), out.size());
   std::ranges::copy(ready_.first(done), out.begin());
   ready_ = ready_.subspan(done);
-  return MpegStep::produced;
+  return Step::produced;
 }
 
 }  // namespace corvelin

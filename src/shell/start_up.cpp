@@ -3,7 +3,6 @@
 
 #include <fmt/format.h>
 
-#include "audio/decoder_bridge.h"
 #include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "audio/recorder.h"
@@ -85,7 +84,6 @@ void shut_down() {
   if (settings.high_pri != 0) set_high_priority(false);
   record_stop();  // what was recorded is in its file, whole
   close_all();
-  decoder_unload_all();
   ui_text_free();
 }
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 
 #include "audio/decoder_bridge.h"
 #include "audio/decoder_run.h"
@@ -12,7 +13,11 @@
 #include "audio/playback.h"
 #include "audio/stretch_peaks.h"
 #include "model/frame_locator.h"
+#include "model/frame_reader.h"
+#include "model/stream_info.h"
+#include "platform/aac_decoder.h"
 #include "platform/dynamic_library.h"
+#include "platform/mpeg_decoder.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 
@@ -24,7 +29,6 @@ class PeakSeek : public CoreTest {
   ~PeakSeek() override {
     peak_seek_close();
     library_folder.clear();
-    decoder_unload_all();
   }
 
   static bool open_sample(const std::string& name) {
@@ -67,10 +71,18 @@ struct SamplePeaks {
 
 TEST_F(PeakSeek, FindsThePeaksThatAnotherDecoderFinds) {
   const SamplePeaks table[] = {
-      {"cbr128.mp3", Decoder::acm, 100, 1, {12074, 11118, 9859, 12387, 19345, 19088, 17050}},
+      {"cbr128.mp3",
+       Decoder::codec_manager,
+       100,
+       1,
+       {12074, 11118, 9859, 12387, 19345, 19088, 17050}},
       {"vbr.mp3", Decoder::mpglib, 100, 1, {14718, 18216, 12238, 8449, 17958, 17304, 18331}},
-      {"crc.mp3", Decoder::acm, 100, 1, {14847, 14088, 12945, 15342, 17804}},
-      {"mono_mpeg2.mp3", Decoder::acm, 100, 1, {15920, 11184, 15654, 15221, 7865, 13700, 15640}},
+      {"crc.mp3", Decoder::codec_manager, 100, 1, {14847, 14088, 12945, 15342, 17804}},
+      {"mono_mpeg2.mp3",
+       Decoder::codec_manager,
+       100,
+       1,
+       {15920, 11184, 15654, 15221, 7865, 13700, 15640}},
       {"layer2.mp2", Decoder::mpglib, 100, 1, {14300, 15754, 13171, 14011}},
       // Behind the frame that opens the decoder. Noise substitution differs between decoders.
       {"speech.aac", Decoder::faad, 100, 40, {17586, 18716, 15568, 9546, 15390, 14137, 17184}},
@@ -274,6 +286,54 @@ TEST_F(PeakSeek, KeepsTheBuffersOfPlaybackInTheirLimits) {
   while (selection.cursor < document.total_size) total += fill_from_stream(room, 6, nullptr);
   EXPECT_EQ(total, 20U * 1152 * 4);
   decoder_close();
+}
+
+// Whole frames of a shipped sample, a few at a time to each decoder in turn.
+TEST_F(PeakSeek, DecodersWorkBesideEachOther) {
+  struct Stream {
+    std::unique_ptr<FrameDecoder> decoder;
+    std::vector<Bytes> blocks;
+    Bytes samples;
+
+    void decode(std::size_t block) {
+      if (block >= blocks.size()) return;
+      Bytes room(65536);
+      const DecodedBlock decoded = decode_with(*decoder, blocks[block], room);
+      samples.insert(samples.end(), room.begin(),
+                     room.begin() + static_cast<std::ptrdiff_t>(decoded.size));
+    }
+  };
+  const auto opened = [](const std::string& name) {
+    EXPECT_TRUE(open_sample(name));
+    Stream opened_stream;
+    for (FrameCursor cursor; cursor.pos < document.total_size;) {
+      Bytes block(20000);
+      block.resize(read_frames(block, cursor, document.total_size, 5).size);
+      if (!block.empty()) opened_stream.blocks.push_back(std::move(block));
+    }
+    if (stream.is_aac != 0) {
+      auto decoder = std::make_unique<AacDecoder>();
+      EXPECT_EQ(decoder->open(stream_kind.sample_rate).fault, DecoderFault::none);
+      EXPECT_TRUE(decoder->begin(opened_stream.blocks[0]));
+      opened_stream.decoder = std::move(decoder);
+    } else {
+      auto decoder = std::make_unique<MpegDecoder>();
+      EXPECT_EQ(decoder->open(2).fault, DecoderFault::none);
+      opened_stream.decoder = std::move(decoder);
+    }
+    return opened_stream;
+  };
+  const std::vector<std::string> names = {"cbr128.mp3", "vbr.mp3", "layer2.mp2", "speech.aac"};
+  std::vector<Stream> together;
+  for (const std::string& name : names) together.push_back(opened(name));
+  for (std::size_t block = 0; block < 40; ++block)
+    for (Stream& each : together) each.decode(block);
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    Stream alone = opened(names[i]);
+    for (std::size_t block = 0; block < 40; ++block) alone.decode(block);
+    EXPECT_FALSE(alone.samples.empty());
+    EXPECT_TRUE(together[i].samples == alone.samples) << names[i];
+  }
 }
 
 }  // namespace

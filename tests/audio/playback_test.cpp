@@ -29,10 +29,7 @@ constexpr std::size_t frame_bytes = 1152 * 4;  // of samples
 class PlaybackTest : public CoreTest {
  protected:
   PlaybackTest() { open_sample("cbr128.mp3"); }
-  ~PlaybackTest() override {
-    stop_playing();
-    decoder_unload_all();
-  }
+  ~PlaybackTest() override { stop_playing(); }
 
   void open_sample(const std::string& name) {
     ASSERT_TRUE(open(std::string(CORVELIN_SAMPLES "/") + name));

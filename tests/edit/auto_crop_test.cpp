@@ -1,7 +1,6 @@
 // Auto crop of a tone between two silences.
 #include "edit/auto_crop.h"
 
-#include "audio/decoder_bridge.h"
 #include "platform/dynamic_library.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
@@ -15,7 +14,6 @@ class AutoCrop : public EditTest {
   ~AutoCrop() override {
     batch_bottom = 0;
     library_folder.clear();
-    decoder_unload_all();
   }
 
   // 30 frames of a tone with silent ones in front of it and behind it. The places are then counted
@@ -69,7 +67,6 @@ TEST_F(AutoCrop, LeavesWhatNothingInItIsLouderThan) {
 TEST_F(AutoCrop, LeavesThePlacesWithoutADecoder) {
   make("0-20 @7");
   library_folder = folder.path("none");
-  decoder_unload_all();
   EXPECT_FALSE(run("auto_crop"));
   EXPECT_EQ(parts() + places(), "0-20 @7");
   EXPECT_TRUE(take_box().starts_with("Could not open ACM Codec: "));

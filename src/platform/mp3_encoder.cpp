@@ -1,5 +1,5 @@
-// LAME behind the entry points of an encoder library.
-#include "platform/lame_enc.h"
+// LAME, through its own C interface.
+#include "platform/mp3_encoder.h"
 
 #include <lame/lame.h>
 
@@ -15,7 +15,7 @@
 namespace corvelin {
 
 // The functions of the library, all of which must be there.
-struct LameEnc::Library {
+struct Mp3Encoder::Library {
   DynamicLibrary module;
   decltype(&::lame_init) init = nullptr;
   decltype(&::lame_close) close = nullptr;
@@ -44,6 +44,8 @@ struct LameEnc::Library {
   decltype(&::lame_set_errorf) set_error_function = nullptr;
   decltype(&::lame_set_msgf) set_message_function = nullptr;
   decltype(&::lame_set_debugf) set_debug_function = nullptr;
+
+  bool load() { return module.load("libmp3lame.so.0").empty() && resolve(); }
 
   bool resolve() {
     return module.resolve(init, "lame_init") && module.resolve(close, "lame_close") &&
@@ -75,181 +77,169 @@ struct LameEnc::Library {
   }
 };
 
-struct LameEnc::Stream {
-  lame_global_flags* flags = nullptr;  // null when closed
+struct Mp3Encoder::Stream {
+  lame_global_flags* flags = nullptr;
   int channels = 2;
-  std::vector<std::uint8_t> header;  // of the stream that was closed last
 };
 
 namespace {
-
-constexpr std::uint32_t mono_mode = 3;
-constexpr std::int32_t cbr_method = -1;
-constexpr std::int32_t abr_method = 4;
 
 // A library that is asked to be quiet must not write to the terminal of a headless run.
 void say_nothing(const char*, va_list) {}
 
 // LAME's own scale: 0 takes the most care and time, 9 the least.
-int quality_of(std::uint32_t preset) {
-  constexpr int normal = 5;
-  constexpr int low = 9;
-  constexpr int high = 2;
-  constexpr int very_high = 0;
-  switch (preset) {
-    case 1:
-      return low;
-    case 2:
-    case 3:
-      return high;
-    case 5:
-      return very_high;
-    default:
-      return normal;
+int number_of(EncoderQuality quality) {
+  switch (quality) {
+    case EncoderQuality::low:
+      return 9;
+    case EncoderQuality::high:
+      return 2;
+    case EncoderQuality::very_high:
+      return 0;
+    case EncoderQuality::normal:
+      break;
   }
+  return 5;
 }
 
-MPEG_mode mode_of(std::uint32_t mode) {
-  return mode == mono_mode ? MONO : mode == 0 ? STEREO : JOINT_STEREO;
+MPEG_mode mode_of(EncoderChannels mode) {
+  switch (mode) {
+    case EncoderChannels::one:
+      return MONO;
+    case EncoderChannels::two:
+      return STEREO;
+    case EncoderChannels::joint:
+      break;
+  }
+  return JOINT_STEREO;
 }
 
-vbr_mode vbr_mode_of(std::int32_t method) {
+vbr_mode vbr_mode_of(BitrateMethod method) {
   switch (method) {
-    case cbr_method:
-      return vbr_off;
-    case abr_method:
+    case BitrateMethod::average:
       return vbr_abr;
-    case 1:
-      return vbr_rh;
-    default:
+    case BitrateMethod::variable:
       return vbr_mtrh;
+    case BitrateMethod::old_variable:
+      return vbr_rh;
+    case BitrateMethod::constant:
+      break;
   }
+  return vbr_off;
 }
+
+int room_in(std::span<const std::uint8_t> out) {
+  return static_cast<int>(std::min<std::size_t>(out.size(), INT_MAX));
+}
+
+std::size_t bytes_got(int result) { return result < 0 ? 0 : static_cast<std::size_t>(result); }
 
 }  // namespace
 
-LameEnc::LameEnc() = default;
-LameEnc::~LameEnc() {
-  if (stream_) beCloseStream();
-}
-LameEnc::LameEnc(LameEnc&&) noexcept = default;
+Mp3Encoder::Mp3Encoder() = default;
+Mp3Encoder::~Mp3Encoder() { close(); }
+Mp3Encoder::Mp3Encoder(Mp3Encoder&&) noexcept = default;
 
 // The stream goes while its library is still there.
-LameEnc& LameEnc::operator=(LameEnc&& other) noexcept {
+Mp3Encoder& Mp3Encoder::operator=(Mp3Encoder&& other) noexcept {
   if (this == &other) return *this;
-  beCloseStream();
+  close();
   stream_ = std::move(other.stream_);
   library_ = std::move(other.library_);
+  samples_per_call_ = other.samples_per_call_;
+  room_per_call_ = other.room_per_call_;
+  header_ = std::move(other.header_);
   return *this;
 }
 
-bool LameEnc::load() {
-  if (library_) return true;
-  auto library = std::make_unique<Library>();
-  if (!library->module.load("libmp3lame.so.0").empty() || !library->resolve()) return false;
-  library_ = std::move(library);
-  return true;
-}
-
-bool LameEnc::is_loaded() const { return library_ != nullptr; }
-
-bool LameEnc::is_open() const { return stream_ && stream_->flags != nullptr; }
-
-BeVersion LameEnc::beVersion() const {
+Mp3Encoder::Version Mp3Encoder::version() {
+  Library library;
+  if (!library.load()) return {};
   lame_version_t version = {};
-  if (library_) library_->get_version(&version);
-  return {.library_major = static_cast<unsigned>(version.major),
+  library.get_version(&version);
+  return {.is_found = true,
+          .library_major = static_cast<unsigned>(version.major),
           .library_minor = static_cast<unsigned>(version.minor),
           .engine_major = static_cast<unsigned>(version.psy_major),
           .engine_minor = static_cast<unsigned>(version.psy_minor)};
 }
 
-std::uint32_t LameEnc::beInitStream(const BeConfig& config, std::uint32_t& samples,
-                                    std::uint32_t& mp3_buffer_size) {
-  if (!library_) return be_invalid_handle;
-  beCloseStream();
-  lame_global_flags* const flags = library_->init();
-  if (flags == nullptr) return be_no_more_handles;
-  stream_ = std::make_unique<Stream>();
-  stream_->flags = flags;
-  stream_->channels = config.nMode == mono_mode ? 1 : 2;
-
+EncoderFault Mp3Encoder::open(const Mp3Form& form) {
+  close();
+  header_.clear();
+  auto library = std::make_unique<Library>();
+  if (!library->load()) return EncoderFault::no_library;
+  library_ = std::move(library);
   const Library& lame = *library_;
+  lame_global_flags* const flags = lame.init();
+  if (flags == nullptr) return EncoderFault::no_memory;
+  stream_ = std::make_unique<Stream>(Stream{flags, form.mode == EncoderChannels::one ? 1 : 2});
+
   lame.set_error_function(flags, say_nothing);
   lame.set_message_function(flags, say_nothing);
   lame.set_debug_function(flags, say_nothing);
   lame.set_write_id3tag(flags, 0);
-  lame.set_in_samplerate(flags, static_cast<int>(config.dwSampleRate));
-  lame.set_out_samplerate(flags, static_cast<int>(config.dwReSampleRate));
+  lame.set_in_samplerate(flags, static_cast<int>(form.samples_per_sec));
+  lame.set_out_samplerate(flags, static_cast<int>(form.stream_samples_per_sec));
   lame.set_num_channels(flags, stream_->channels);
-  lame.set_mode(flags, mode_of(config.nMode));
-  lame.set_quality(flags, quality_of(config.nPreset));
-  lame.set_original(flags, config.bOriginal ? 1 : 0);
-  lame.set_disable_reservoir(flags, config.bNoRes ? 1 : 0);
-  lame.set_write_vbr_tag(flags, config.bWriteVBRHeader ? 1 : 0);
-  const vbr_mode method = config.bEnableVBR ? vbr_mode_of(config.nVbrMethod) : vbr_off;
+  lame.set_mode(flags, mode_of(form.mode));
+  lame.set_quality(flags, number_of(form.quality));
+  lame.set_original(flags, form.is_original ? 1 : 0);
+  lame.set_disable_reservoir(flags, form.separate ? 1 : 0);
+  lame.set_write_vbr_tag(flags, form.writes_header ? 1 : 0);
+  const vbr_mode method = vbr_mode_of(form.method);
   lame.set_vbr(flags, method);
-  lame.set_brate(flags, static_cast<int>(config.dwBitrate));
+  lame.set_brate(flags, static_cast<int>(form.bitrate));
   if (method == vbr_abr) {
-    lame.set_vbr_mean(flags, static_cast<int>(config.dwVbrAbr_bps / 1000));
+    lame.set_vbr_mean(flags, static_cast<int>(form.bitrate_average));
   } else if (method != vbr_off) {
-    lame.set_vbr_quality(flags, static_cast<int>(config.nVBRQuality));
-    lame.set_vbr_min(flags, static_cast<int>(config.dwBitrate));
-    lame.set_vbr_max(flags, static_cast<int>(config.dwMaxBitrate));
+    lame.set_vbr_quality(flags, static_cast<int>(form.variable_quality));
+    lame.set_vbr_min(flags, static_cast<int>(form.bitrate));
+    lame.set_vbr_max(flags, static_cast<int>(form.bitrate_max));
   }
   if (lame.init_params(flags) < 0) {
-    beCloseStream();
-    return be_invalid_format_parameters;
+    close();
+    return EncoderFault::refused;
   }
   const auto frame = static_cast<std::uint32_t>(lame.get_framesize(flags));
-  samples = frame * static_cast<std::uint32_t>(stream_->channels);
-  mp3_buffer_size = frame * 5 / 4 + 7200;  // what the library may fill with one frame's samples
-  return be_successful;
+  samples_per_call_ = frame * static_cast<std::uint32_t>(stream_->channels);
+  room_per_call_ = frame * 5 / 4 + 7200;  // what the library may fill with one frame's samples
+  return EncoderFault::none;
 }
 
-std::uint32_t LameEnc::beEncodeChunk(std::span<const std::int16_t> pcm, std::span<std::uint8_t> out,
-                                     std::uint32_t& out_bytes) {
-  out_bytes = 0;
-  if (!is_open()) return be_invalid_handle;
+std::size_t Mp3Encoder::encode(std::span<const std::int16_t> pcm, std::span<std::uint8_t> out) {
+  if (!is_open()) return 0;
   const auto frames = static_cast<int>(pcm.size() / static_cast<unsigned>(stream_->channels));
   // The library takes its samples by a pointer that it doesn't write through.
   auto* const samples = const_cast<short*>(pcm.data());
-  const auto room = static_cast<int>(std::min<std::size_t>(out.size(), INT_MAX));
-  const int got =
-      stream_->channels == 1
-          ? library_->encode_buffer(stream_->flags, samples, samples, frames, out.data(), room)
-          : library_->encode_buffer_interleaved(stream_->flags, samples, frames, out.data(), room);
-  if (got < 0) return got == -1 ? be_buffer_too_small : be_invalid_format;
-  out_bytes = static_cast<std::uint32_t>(got);
-  return be_successful;
+  return bytes_got(stream_->channels == 1
+                       ? library_->encode_buffer(stream_->flags, samples, samples, frames,
+                                                 out.data(), room_in(out))
+                       : library_->encode_buffer_interleaved(stream_->flags, samples, frames,
+                                                             out.data(), room_in(out)));
 }
 
-std::uint32_t LameEnc::beDeinitStream(std::span<std::uint8_t> out, std::uint32_t& out_bytes) {
-  out_bytes = 0;
-  if (!is_open()) return be_invalid_handle;
-  const auto room = static_cast<int>(std::min<std::size_t>(out.size(), INT_MAX));
-  const int got = library_->encode_flush(stream_->flags, out.data(), room);
-  if (got < 0) return be_buffer_too_small;
-  out_bytes = static_cast<std::uint32_t>(got);
-  return be_successful;
+std::size_t Mp3Encoder::flush(std::span<std::uint8_t> out) {
+  return is_open() ? bytes_got(library_->encode_flush(stream_->flags, out.data(), room_in(out)))
+                   : 0;
 }
 
-std::uint32_t LameEnc::beCloseStream() {
-  if (!is_open()) return be_invalid_handle;
+void Mp3Encoder::close() {
+  if (!is_open()) return;
   constexpr std::size_t longest_frame = 2880;  // bytes
-  stream_->header.resize(longest_frame);
+  header_.resize(longest_frame);
   const std::size_t size =
-      library_->get_lametag_frame(stream_->flags, stream_->header.data(), longest_frame);
-  stream_->header.resize(size <= longest_frame ? size : 0);
-  library_->close(std::exchange(stream_->flags, nullptr));
-  return be_successful;
+      library_->get_lametag_frame(stream_->flags, header_.data(), longest_frame);
+  header_.resize(size <= longest_frame ? size : 0);
+  library_->close(stream_->flags);
+  stream_.reset();
 }
 
-std::error_code LameEnc::beWriteVBRHeader(const std::string& path, std::uint64_t offset) {
-  if (!stream_ || stream_->header.empty()) return {};
+std::error_code Mp3Encoder::write_header(const std::string& path, std::uint64_t offset) const {
+  if (header_.empty()) return {};
   OutputFile file;
   if (const std::error_code error = file.open_existing(path)) return error;
-  const std::error_code error = file.write_at(offset, stream_->header);
+  const std::error_code error = file.write_at(offset, header_);
   const std::error_code close_error = file.close();
   return error ? error : close_error;
 }
