@@ -14,6 +14,8 @@
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -50,9 +52,16 @@ void make_stage(EditPosition pos, Stages stages, std::uint32_t length, int chang
   if (made < part_count()) add_gain(gain_of(made), change / -3);
 }
 
+// Where a fade out begins and a fade in ends: at the selection, or the cursor without one.
+EditPosition fade_begin() { return has_selection() ? selection.sel_beg : selection.cursor; }
+EditPosition fade_end() { return has_selection() ? selection.sel_end : selection.cursor; }
+
 // A fade goes to the end of the stream from behind its middle, and from its start up to there.
-bool fades_out() { return selection.sel_beg * std::uint64_t{2} > document.total_size; }
-bool fades_in() { return selection.sel_end * std::uint64_t{2} < document.total_size; }
+bool fades_out() {
+  return fade_begin() * std::uint64_t{2} > document.total_size &&
+         fade_begin() < document.total_size;
+}
+bool fades_in() { return fade_end() * std::uint64_t{2} < document.total_size && fade_end() > 0; }
 
 void fade_out(Stages stages) {
   const PartIndex behind = delete_range(selection.sel_beg, selection.sel_beg);
@@ -71,9 +80,10 @@ void fade_in(Stages stages) {
 }
 
 void fade(Stages stages) {
+  ensure_selection(selection.cursor);
   if (fades_out()) {
     fade_out(stages);
-  } else if (fades_in()) {
+  } else {
     fade_in(stages);
   }
   clear_selection();
@@ -110,10 +120,10 @@ Result part_level_down() { return level_step(-1); }
 Outcome need_fade() {
   constexpr std::size_t new_parts = 2;
   if (Outcome level = need_level_control(); level.result != Result::done) return level;
-  ensure_selection(selection.cursor);
-  if (selection.sel_end == 0 || selection.sel_beg == document.total_size) return Result::nothing;
-  if (fades_out() && part_at(selection.sel_beg) + 1 != part_count()) return Result::nothing;
-  if (fades_in() && part_at(selection.sel_end) != 0) return Result::nothing;
+  if (!fades_out() && !fades_in()) return refuse(ui_text(row::nothing_to_fade));
+  const bool is_in_way =
+      fades_out() ? part_at(fade_begin()) + 1 != part_count() : part_at(fade_end()) != 0;
+  if (is_in_way) return refuse(ui_text(row::fade_over_edit_points));
   return need_room_for_parts(new_parts);
 }
 

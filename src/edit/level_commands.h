@@ -26,8 +26,9 @@ std::string gain_text(int gain);
 Result part_level_up();
 Result part_level_down();
 
-/// In front of a fade: without a selection it selects the cursor. There is nothing to do at the
-/// ends of the stream, and where other parts lie between the selection and its end.
+/// In front of a fade, which goes from or to the cursor without a selection. Refuses where it would
+/// be neither, at the ends of the stream and across its middle, and where other parts lie between
+/// the selection and the stream's end.
 Outcome need_fade();
 
 /// Fades out from the selection's begin to the end of the stream, or in from the start to the

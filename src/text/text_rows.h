@@ -258,5 +258,7 @@ constexpr TextRow name_must_end = {ext, 68};
 constexpr TextRow silence = {ext, 69};
 constexpr TextRow number_of_frames = {ext, 70};
 constexpr TextRow number_of_cues = {ext, 71};
+constexpr TextRow nothing_to_fade = {ext, 90};
+constexpr TextRow fade_over_edit_points = {ext, 91};
 
 }  // namespace corvelin::row

@@ -34,11 +34,6 @@ TEST_F(Levels, FadeToAndFromTheBottom) {
       {"0-20 =3-5 @15", "0-5g-40 5-20|0", "0-5g-40 5-20|0"},
       {"0-8g2 8-20 =12-20", "0-8g2 8-12 12-20|-40", "0-8g2 8-12 12-18 18-20g-13|-40"},
       {"0-8g2 8-20 @4", "0-4g-40 4-8g2 8-20|0", "0-4g-40 4-8g2 8-20|0"},
-      {"0-20 @0", "0-20|0", "0-20|0"},
-      {"0-20 @20", "0-20|0", "0-20|0"},
-      {"0-16 16-20 @12", "0-16 16-20|0", "0-16 16-20|0"},  // another part lies between
-      {"0-3 3-20 @5", "0-3 3-20|0", "0-3 3-20|0"},
-      {"0-20 =5-15", "0-20|0", "0-20|0"},  // on both sides of the middle
   };
   for (const Row& row : table) {
     SCOPED_TRACE(row.before);
@@ -53,6 +48,18 @@ TEST_F(Levels, FadeToAndFromTheBottom) {
   begin_with("0-20 @11");
   dispatch_command(1047);
   EXPECT_EQ(levels(), "0-11 11-17 17-20g-2|-6");
+}
+
+TEST_F(Levels, FadeThatCanNotBeIsToldAndChangesNothing) {
+  for (const char* const before : {"0-20", "0-20 @20", "0-20 =5-15", "0-20 =0-20", "0-16 16-20 @12",
+                                   "0-3 3-20 @5"}) {  // another part lies between
+    for (const CommandId fade : {CommandId{1019}, CommandId{1047}}) {
+      make(before);
+      EXPECT_EQ(dispatch_command(fade), DispatchResult::refused);
+      EXPECT_TRUE(take_box().starts_with("Not possible: "));
+      EXPECT_EQ(state(), before);
+    }
+  }
 }
 
 TEST_F(Levels, StepPartByPart) {
