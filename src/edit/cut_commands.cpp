@@ -8,6 +8,7 @@
 #include "edit/places.h"
 #include "model/cuts.h"
 #include "model/document.h"
+#include "model/frame_locator.h"
 #include "model/selection.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

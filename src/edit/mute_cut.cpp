@@ -36,7 +36,7 @@ void mute_cut() {
 
   seek_to(frame_before(part.part_beg));
   mark_slope(u"\\/");
-  for (int i = 0; i < 3; ++i) seek_to(selection.cursor + seek_step_to_next_frame());
+  for (int i = 0; i < 3; ++i) seek_to(selection.cursor + frame_length_at_cursor());
   mark_slope(u"/\\");
   selection.cursor = remembered;
 }

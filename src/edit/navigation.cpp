@@ -49,7 +49,7 @@ void frame_back() {
   seek_to(two_frames < document.total_size ? document.total_size - two_frames : 0);
 }
 
-void frame_forward() { step_forward(seek_step_to_next_frame()); }
+void frame_forward() { step_forward(frame_length_at_cursor()); }
 
 void rewind() { seek_to(0); }
 

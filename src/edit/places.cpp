@@ -24,10 +24,6 @@ void settle(EditPosition& pos) {
 
 }  // namespace
 
-EditPosition next_frame_in(PartIndex part, EditPosition frame) {
-  return locate_frame(part, frame + next_frame_step);
-}
-
 EditPosition frame_before_in(PartIndex part, EditPosition pos) {
   // Where the part has none the search ends in an earlier one, or where that one's file goes on.
   const EditPosition frame = frame_before(pos);
@@ -36,11 +32,9 @@ EditPosition frame_before_in(PartIndex part, EditPosition pos) {
   return is_frame ? frame : no_position;
 }
 
-std::uint32_t seek_step_to_next_frame() {
-  constexpr std::uint32_t short_of_it = 5;  // bytes: the seek lands on the next frame all the same
+std::uint32_t frame_length_at_cursor() {
   const EditPosition cursor = selection.cursor;
-  const std::uint32_t length = find_frame(part_at(cursor), cursor).frame.frame_length;
-  return length > short_of_it ? length - short_of_it : 0;
+  return find_frame(part_at(cursor), cursor).frame.frame_length;
 }
 
 std::uint32_t average_frames(std::uint32_t count) {

@@ -6,15 +6,11 @@
 
 namespace corvelin {
 
-/// The frame that follows the one at `frame` in the file of `part`. It may lie behind the part's
-/// end, in what was cut out there. Fails as `locate_frame` does.
-EditPosition next_frame_in(PartIndex part, EditPosition frame);
-
 /// The last frame of the part that begins in front of `pos`; `no_position` if it has none there.
 EditPosition frame_before_in(PartIndex part, EditPosition pos);
 
-/// How far behind the cursor a seek lands on the next frame, in bytes.
-std::uint32_t seek_step_to_next_frame();
+/// The length of the frame at the cursor, in bytes: so far behind it the next one begins.
+std::uint32_t frame_length_at_cursor();
 
 /// Whole bytes of a number of average frames.
 std::uint32_t average_frames(std::uint32_t count);

@@ -18,10 +18,12 @@ void select_range(EditPosition begin, EditPosition end) {
   selection.sel_end = end;
 }
 
+EditPosition frame_after(EditPosition frame) { return next_frame_in(part_at(frame), frame); }
+
 void begin_left() { set_sel_begin(frame_before(selection.sel_beg)); }
-void begin_right() { set_sel_begin(frame_at(selection.sel_beg + next_frame_step)); }
+void begin_right() { set_sel_begin(frame_after(selection.sel_beg)); }
 void end_left() { set_sel_end(frame_before(selection.sel_end)); }
-void end_right() { set_sel_end(frame_at(selection.sel_end + next_frame_step)); }
+void end_right() { set_sel_end(frame_after(selection.sel_end)); }
 
 bool is_nearer_to_end(EditPosition pos) {
   if (selection.sel_beg == no_position || pos < selection.sel_beg) return false;

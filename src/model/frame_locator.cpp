@@ -113,13 +113,28 @@ EditPosition locate_frame(PartIndex part, EditPosition pos) {
 
 EditPosition frame_at(EditPosition pos) { return locate_frame(part_at(pos), pos); }
 
+EditPosition next_frame_in(PartIndex part, EditPosition frame) {
+  constexpr std::uint32_t step = 10;  // bytes from which the frame itself is not found again
+  const FramePlace here = find_frame(part, frame);
+  if (here.pos == frame && here.frame.version != 0) {
+    // The last frame of a file is only found by a search that begins at it.
+    const EditPosition end = frame + here.frame.frame_length;
+    const FramePlace next = find_frame(part, end, stream.current_frame.sample_rate);
+    if (next.pos == end && next.frame.version != 0) {
+      remember(next);
+      return end;
+    }
+  }
+  return locate_frame(part, frame + step);
+}
+
 EditPosition frame_before(EditPosition pos) {
   constexpr std::uint32_t way_back = 2 * frame_unit;
   constexpr int most_frames = 300;
   EditPosition frame = frame_at(pos - way_back);  // wraps near the start, which searches from 0
   if (frame == no_position) return pos;
   for (int i = 0; i < most_frames; ++i) {
-    const EditPosition next = frame_at(frame + next_frame_step);
+    const EditPosition next = next_frame_in(part_at(frame), frame);
     if (next >= pos) break;
     frame = next;
   }

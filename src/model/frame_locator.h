@@ -41,11 +41,12 @@ FramePlace find_frame(PartIndex part, EditPosition pos,
 /// search in vain leaves it as it is.
 EditPosition locate_frame(PartIndex part, EditPosition pos);
 
-/// Start this many bytes after a frame to find the following one.
-constexpr std::uint32_t next_frame_step = 10;
-
 /// `locate_frame` in the part that holds `pos`.
 EditPosition frame_at(EditPosition pos);
+
+/// The frame that follows the one at `frame` in the file of `part`. It may lie behind the part's
+/// end, in what was cut out there. Fails as `locate_frame` does.
+EditPosition next_frame_in(PartIndex part, EditPosition frame);
 
 /// The last frame that starts before `pos`, or 0.
 EditPosition frame_before(EditPosition pos);

@@ -76,7 +76,7 @@ void move_cursor(EditPosition pos) {
   if (pos >= document.total_size) return;
   const bool is_at_border = found.frame.version == 0 && selection.cursor < document.total_size;
   if (is_at_border) found = find_frame(part_at(selection.cursor), selection.cursor);
-  stream.current_frame = found.frame;
+  if (found.frame.version != 0) stream.current_frame = found.frame;
 }
 
 }  // namespace corvelin

@@ -160,7 +160,7 @@ TEST_F(PeakSeek, DecodesOnBehindDamageAndAnotherChannelMode) {
 
 TEST_F(PeakSeek, EndsWithTheSelectionAndPutsTheCursorBack) {
   ASSERT_TRUE(open_sample("cbr128.mp3"));
-  const EditPosition third = frame_at(frame_at(next_frame_step) + next_frame_step);
+  const EditPosition third = next_frame_in(0, next_frame_in(0, 0));
   seek_to(frame_at(100'000));
   const EditPosition cursor = selection.cursor;
   set_sel_begin(0);

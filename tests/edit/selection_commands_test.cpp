@@ -41,27 +41,19 @@ TEST_F(SelectionCommands, CursorMovesByFramesAndBorders) {
   struct {
     void (*command)();
     std::uint32_t frame;
-  } const steps[] = {{skip_forward_small, 38},
-                     {skip_forward_large, 421},
-                     {skip_back_small, 382},  // one frame more than forward
-                     {skip_back_large, 0},
-                     {frame_back, 0},
-                     {frame_forward, 1},
-                     {go_to_track_end, 1000},
-                     {skip_forward_small, 1000},
-                     // No search from before it finds the very last frame: none follows it.
-                     {frame_back, 998},
-                     {frame_forward, 1000},
-                     {rewind, 0},
-                     {go_to_selection_end, 0},
-                     {go_to_next_range, 10},
-                     {go_to_next_range, 30},
-                     {go_to_next_range, 1000},
-                     {go_to_next_range, 1000},
-                     {go_to_previous_range, 30},
-                     {go_to_previous_range, 10},
-                     {go_to_previous_range, 0},
-                     {go_to_previous_range, 0}};
+  } const steps[] = {
+      {skip_forward_small, 38},   {skip_forward_large, 421},
+      {skip_back_small, 382},  // one frame more than forward
+      {skip_back_large, 0},       {frame_back, 0},
+      {frame_forward, 1},         {go_to_track_end, 1000},
+      {skip_forward_small, 1000}, {frame_back, 999},  // the last frame, which none follows
+      {frame_back, 998},          {frame_forward, 999},
+      {frame_forward, 1000},      {rewind, 0},
+      {go_to_selection_end, 0},   {go_to_next_range, 10},
+      {go_to_next_range, 30},     {go_to_next_range, 1000},
+      {go_to_next_range, 1000},   {go_to_previous_range, 30},
+      {go_to_previous_range, 10}, {go_to_previous_range, 0},
+      {go_to_previous_range, 0}};
   split_at(10 * length);
   split_at(30 * length);
   for (const auto& step : steps) {
