@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <ctime>
-#include <filesystem>
 #include <span>
 #include <utility>
 
@@ -27,7 +26,6 @@ namespace corvelin {
 
 namespace {
 
-constexpr std::size_t write_slice = 62000;             // bytes of the file at a time
 constexpr std::int64_t time_cue_distance = 1'200'000;  // milliseconds
 
 // A file that could not be opened as a document is no use, so a longer recording goes on in a new
@@ -105,44 +103,17 @@ bool open_device(WaveEvents events) {
   return true;
 }
 
+std::uint64_t input_bytes_a_second() {
+  return std::uint64_t{2} * recorder.channels * recorder.sample_rate;
+}
+
 std::span<const std::int16_t> samples_of(std::span<const std::uint8_t> pcm) {
   return {reinterpret_cast<const std::int16_t*>(pcm.data()), pcm.size() / sizeof(std::int16_t)};
 }
 
-std::error_code write_bytes(std::span<const std::uint8_t> bytes) {
-  if (const std::error_code error = recorder.rec_file.write_at(recorder.rec_file_bytes, bytes))
-    return error;
-  recorder.rec_file_bytes += bytes.size();
-  return {};
-}
-
-std::error_code write_pending() {
-  const std::error_code error = write_bytes(recorder.rec_pending);
-  if (!error) recorder.rec_pending.clear();
-  return error;
-}
-
-// False when the system can't tell at the moment, as on a network that is slow: that is no reason
-// to end a recording.
-bool is_file_gone() {
-  std::error_code error;
-  const auto status = std::filesystem::symlink_status(recorder.rec_file_name, error);
-  return status.type() == std::filesystem::file_type::not_found;
-}
-
-// Whatever happens to the machine from now on, the slices before are safe. A file that was removed,
-// perhaps with its folder, could still be written to, and all of that would be lost at the end.
-std::error_code write_slice_out() {
-  if (is_file_gone()) return std::make_error_code(std::errc::no_such_file_or_directory);
-  if (const std::error_code error = write_pending()) return error;
-  return recorder.rec_file.sync();
-}
-
-// The error ends the recording, and is kept for the user: what is written at the end may find room
-// on the disk again.
-RecordStep fail(std::error_code error) {
-  recorder.rec_error = error;
-  return RecordStep::write_failed;
+void give(std::span<const std::uint8_t> encoded) {
+  recorder.rec_file->give(encoded);
+  recorder.rec_file_bytes += encoded.size();
 }
 
 std::string next_file_name() {
@@ -152,20 +123,29 @@ std::string next_file_name() {
 }
 
 // The encoder goes on as if nothing had happened: a frame that lies across the change is whole in
-// one of the two files. The old one is left only when the new one is there.
+// one of the two files.
 RecordStep go_on_in_new_file() {
-  if (const std::error_code error = write_slice_out()) return fail(error);
   const std::string name = free_recording_name(next_file_name());
-  OutputFile file;
-  if (const std::error_code error = file.create_new(name)) return fail(error);
-  if (const std::error_code error = recorder.rec_file.close()) recorder.rec_error = error;
-  recorder.finished_files.push_back(
-      {std::exchange(recorder.rec_file_name, name), std::exchange(recorder.rec_cues, {})});
-  recorder.rec_file = std::move(file);
-  recorder.rec_file_bytes = 0;
+  recorder.rec_file->go_on_in(name);
+  recorder.finished_files.push_back({.name = std::exchange(recorder.rec_file_name, name),
+                                     .size = std::exchange(recorder.rec_file_bytes, 0),
+                                     .cues = std::exchange(recorder.rec_cues, {})});
   if (recorder.rec_by_pcm) recorder.rec_pcm_clock = 0;
   recorder.rec_remaining = recorder.rec_limit;
   return RecordStep::new_file;
+}
+
+// What was to go into a file that could not be begun stands at the end of the one before.
+void return_to_reached_file() {
+  while (recorder.rec_file_name != recorder.rec_file->name() && !recorder.finished_files.empty()) {
+    FinishedRecording before = std::move(recorder.finished_files.back());
+    recorder.finished_files.pop_back();
+    for (RecordingCue& cue : recorder.rec_cues)
+      cue.position += static_cast<std::uint32_t>(before.size);
+    before.cues.insert(before.cues.end(), recorder.rec_cues.begin(), recorder.rec_cues.end());
+    recorder.rec_file_name = std::move(before.name);
+    recorder.rec_cues = std::move(before.cues);
+  }
 }
 
 // The recorded time that a block will take, in the unit of `recorded_length`.
@@ -189,7 +169,8 @@ void measure_remaining() {
   recorder.rec_remaining = recorder.rec_limit - static_cast<std::int64_t>(recorded_length());
 }
 
-// Encodes samples to the end of `rec_pending`.
+// Encodes samples for the file. They are lost while that has no room for what they may make: the
+// frames in front and behind still fit together.
 void encode(std::span<const std::uint8_t> pcm) {
   std::vector<std::int16_t> stretched;
   std::span<const std::int16_t> samples = samples_of(pcm);
@@ -197,11 +178,13 @@ void encode(std::span<const std::uint8_t> pcm) {
     stretch(samples, recorder.rec_speed, recorder.channels, stretched);
     samples = std::span(stretched).first(stretched.size() - stretched.size() % recorder.channels);
   }
-  std::vector<std::uint8_t>& pending = recorder.rec_pending;
-  const std::size_t before = pending.size();
-  pending.resize(before + encoder_room(samples.size()));
-  const std::size_t got = encode_block(samples, std::span(pending).subspan(before)).value_or(0);
-  pending.resize(before + got);
+  std::vector<std::uint8_t> encoded(encoder_room(samples.size()));
+  if (!recorder.rec_file->has_room(encoded.size())) {
+    recorder.lost_bytes += pcm.size();
+    return;
+  }
+  encoded.resize(encode_block(samples, encoded).value_or(0));
+  give(encoded);
   // With what the last blocks left over: else an hour would be told as a quarter of a minute less.
   recorder.rec_pcm_rest += samples.size_bytes();
   recorder.rec_pcm_clock += static_cast<std::int64_t>(recorder.rec_pcm_rest / 100);
@@ -214,15 +197,12 @@ RecordStep record_write_block(std::span<const std::uint8_t> pcm) {
   encode(pcm);
   measure_remaining();
   if (settings.rec_time != 0 && recorder.rec_remaining < 0) return go_on_in_new_file();
-  if (recorder.rec_file_bytes + recorder.rec_pending.size() > longest_recording)
-    return go_on_in_new_file();
-  if (recorder.rec_pending.size() < write_slice) return RecordStep::done;
-  const std::error_code error = write_slice_out();
-  return error ? fail(error) : RecordStep::done;
+  if (recorder.rec_file_bytes > longest_recording) return go_on_in_new_file();
+  return RecordStep::done;
 }
 
 void add_cue(std::string name) {
-  recorder.rec_cues.push_back({.position = static_cast<std::uint32_t>(recorded_file_size()),
+  recorder.rec_cues.push_back({.position = static_cast<std::uint32_t>(recorder.rec_file_bytes),
                                .recorded_at = recorded_length(),
                                .name = std::move(name)});
 }
@@ -277,15 +257,11 @@ void take_what_is_left() {
   }
 }
 
-std::error_code finish_file() {
-  if (wave_in.is_open() && !recorder.is_limit_reached) take_what_is_left();
-  std::vector<std::uint8_t> tail(encoder_room(0) * 2);
-  tail.resize(encode_rest(tail));
-  std::error_code error = write_pending();
-  if (!error) error = write_bytes(tail);
-  if (!error) error = recorder.rec_file.sync();
-  const std::error_code close_error = recorder.rec_file.close();
-  return error ? error : close_error;
+// By the time alone: what stands here when the machine fails is lost, at the lowest bitrate too.
+void write_out_when_due() {
+  if (recorder.input_bytes - recorder.written_out_at < input_bytes_a_second()) return;
+  recorder.written_out_at = recorder.input_bytes;
+  recorder.rec_file->write_out();
 }
 
 }  // namespace
@@ -337,10 +313,10 @@ std::error_code record_start_writing() {
   const std::string documents = documents_folder();  // which a new user has not got yet
   if (folder_of(name) == documents + "/") create_folders(documents);
   const bool goes_on = settings.rec_appenddata != 0 && file_facts(name).found;
-  if (const std::error_code error =
-          goes_on ? recorder.rec_file.open_existing(name) : recorder.rec_file.create_new(name))
-    return error;
-  recorder.rec_file_bytes = recorder.rec_file.size();
+  auto file = std::make_unique<RecordingFile>();
+  if (const std::error_code error = file->open(name, goes_on)) return error;
+  recorder.rec_file_bytes = file->size();
+  recorder.rec_file = std::move(file);
   recorder.rec_writing = true;
   return {};
 }
@@ -353,6 +329,8 @@ RecordStep record_buffer_done(WaveHeader& header) {
   if (recorder.rec_writing) {
     step = recorder.rec_level_on ? record_by_level(pcm) : record_write_block(pcm);
     if (recorder.rec_level_on) remember(pcm);
+    write_out_when_due();
+    if (recorder.rec_file->error()) step = RecordStep::write_failed;
   }
   wave_in.add(header);
   recorder.rec_backlog = wave_in.waiting(recorder.rec_buffer_bytes);
@@ -362,46 +340,56 @@ RecordStep record_buffer_done(WaveHeader& header) {
 bool record_add_cue() {
   const std::vector<RecordingCue>& cues = recorder.rec_cues;
   if (!recorder.rec_writing || cues.size() >= most_recording_cues) return false;
-  if (recorded_file_size() <= (cues.empty() ? 0 : cues.back().position)) return false;
+  if (recorder.rec_file_bytes <= (cues.empty() ? 0 : cues.back().position)) return false;
   add_cue({});
   return true;
 }
 
-RecordingEnd record_stop() {
-  RecordingEnd end;
+void record_end_input() {
   if (recorder.rec_writing) {
-    end.error = finish_file();
-    if (recorder.rec_error) end.error = recorder.rec_error;
-    end.has_file = recorder.rec_file_bytes > 0 && !is_file_gone();
+    if (!recorder.is_limit_reached) take_what_is_left();
+    std::vector<std::uint8_t> tail(encoder_room(0) * 2);
+    tail.resize(encode_rest(tail));
+    give(tail);
+    recorder.rec_file->finish();
+    recorder.lost_bytes += wave_in.lost_bytes();
   }
-  if (wave_in.is_open() && recorder.rec_writing)
-    end.lost_seconds = static_cast<double>(wave_in.lost_bytes()) /
-                       (2.0 * recorder.channels * recorder.sample_rate);
   wave_in.close();
-  const bool wants_header = recorder.rec_writing && !end.error && recorder.has_header_place &&
+  recorder.rec_writing = false;
+  playback.is_recording_armed = false;
+  level_meter_clear();
+}
+
+RecordingEnd record_stop() {
+  record_end_input();
+  RecordingEnd end;
+  if (recorder.rec_file) {
+    recorder.rec_file->wait();
+    return_to_reached_file();
+    end.error = recorder.rec_file->error();
+    end.has_file = recorder.rec_file->size() > 0 && is_name_taken(recorder.rec_file_name);
+    end.lost_seconds =
+        static_cast<double>(recorder.lost_bytes) / static_cast<double>(input_bytes_a_second());
+  }
+  const bool wants_header = recorder.rec_file && !end.error && recorder.has_header_place &&
                             recorder.finished_files.empty();
   const std::error_code header_error =
       close_encoder(wants_header ? recorder.rec_file_name : std::string());
   if (!end.error) end.error = header_error;
-  recorder.rec_writing = false;
+  recorder.rec_file.reset();
   recorder.rec_speed = 0;
   recorder.rec_level_on = false;
   recorder.rec_buffers.clear();
-  playback.is_recording_armed = false;
-  level_meter_clear();
   return end;
 }
 
-std::uint64_t recorded_file_size() { return recorder.rec_file_bytes + recorder.rec_pending.size(); }
-
 std::uint64_t recorded_length() {
   return recorder.rec_by_pcm ? static_cast<std::uint64_t>(recorder.rec_pcm_clock)
-                             : recorded_file_size();
+                             : recorder.rec_file_bytes;
 }
 
 std::int64_t input_time() {
-  const std::uint64_t bytes_a_second = std::uint64_t{2} * recorder.channels * recorder.sample_rate;
-  return static_cast<std::int64_t>(recorder.input_bytes * 1000 / bytes_a_second);
+  return static_cast<std::int64_t>(recorder.input_bytes * 1000 / input_bytes_a_second());
 }
 
 }  // namespace corvelin

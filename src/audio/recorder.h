@@ -10,12 +10,12 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <deque>
+#include <memory>
 #include <string>
 #include <system_error>
 #include <vector>
 
-#include "platform/file.h"
+#include "audio/recording_file.h"
 #include "platform/wave_device.h"
 
 namespace corvelin {
@@ -31,26 +31,25 @@ struct RecordingCue {
 /// A file that is whole, while the recording goes on in the next one.
 struct FinishedRecording {
   std::string name;
+  std::uint64_t size = 0;  // bytes
   std::vector<RecordingCue> cues;
 };
 
 struct Recorder {
-  bool rec_writing = false;  // the file is open
-  OutputFile rec_file;
+  bool rec_writing = false;                 // what comes in goes to the file
+  std::unique_ptr<RecordingFile> rec_file;  // until it is finished
   std::string rec_file_name;
   bool is_name_given = false;     // by the user for this one, so that no date is put into it
   bool has_header_place = false;  // the encoder's first frame is one to be filled in at the end
-  std::error_code rec_error;      // that ends the recording
   bool has_failed = false;        // it did not end as it should, which the user has been told
   std::vector<WaveHeader> rec_buffers;
   std::size_t rec_buffer_bytes = 0;
   unsigned channels = 2;
   std::uint32_t sample_rate = 44100;
 
-  std::uint64_t rec_file_bytes = 0;       // in the file, for an append with those that were there
-  std::vector<std::uint8_t> rec_pending;  // encoded, and not written yet
-  std::int64_t rec_pcm_clock = 0;         // bytes of input of this take / 100
-  std::size_t rec_pcm_rest = 0;           // bytes of input that the clock doesn't count yet
+  std::uint64_t rec_file_bytes = 0;  // for the file, in an append with those that were there
+  std::int64_t rec_pcm_clock = 0;    // bytes of input of this take / 100
+  std::size_t rec_pcm_rest = 0;      // bytes of input that the clock doesn't count yet
   bool rec_by_pcm = false;  // time goes by that clock: a variable bit rate's file doesn't tell it
   double rec_rate = 0;      // a second of recorded time in the unit of `recorded_length`, times 8
   std::int64_t rec_limit = 0;      // the time limit in that unit
@@ -63,6 +62,8 @@ struct Recorder {
   std::int64_t rec_active_until = -1;                 // milliseconds of `input_time`
   std::array<std::vector<std::uint8_t>, 3> rec_prev;  // the last three buffers, the newest first
   std::uint64_t input_bytes = 0;                      // that the device delivered
+  std::uint64_t written_out_at = 0;  // `input_bytes` when the file was brought to disk last
+  std::uint64_t lost_bytes = 0;      // of input, that came too fast for the system or the disk
 
   std::vector<RecordingCue> rec_cues;   // of this file, at most `most_recording_cues`
   std::int64_t rec_last_time_cue = -1;  // milliseconds of `input_time`; -1 for none yet
@@ -110,16 +111,17 @@ bool record_add_cue();
 /// What the end of a recording came to.
 struct RecordingEnd {
   std::error_code error;    // of the file
-  double lost_seconds = 0;  // of sound that came too fast for the system
+  double lost_seconds = 0;  // of sound that came too fast for the system or the disk
   bool has_file = false;    // there is something to open
 };
 
-/// Ends everything: what the device still has goes to the file, with the encoder's last frames and,
-/// where it has one, its header frame. Does nothing when idle.
-RecordingEnd record_stop();
+/// Lets go of the device. What it still has goes to the file with the encoder's last frames; that
+/// the file is on disk is waited for by `record_stop`. Does nothing when idle.
+void record_end_input();
 
-/// Bytes of the file, with those that are not written yet.
-std::uint64_t recorded_file_size();
+/// Ends everything. The encoder's header frame, where it has one, is written to the finished file.
+/// Does nothing when idle.
+RecordingEnd record_stop();
 
 /// The recorded time in the unit of `rec_rate`, of the file with what is not written yet.
 std::uint64_t recorded_length();

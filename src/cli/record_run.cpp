@@ -38,7 +38,7 @@ std::string level_text() {
 std::string status_text() {
   std::string text = fmt::format("{}: {}, {:.1f} MB", name_of(recorder.rec_file_name),
                                  time_text(seconds_of(static_cast<double>(recorded_length()))),
-                                 static_cast<double>(recorded_file_size()) / 1e6);
+                                 static_cast<double>(recorder.rec_file_bytes) / 1e6);
   if (settings.rec_time != 0)
     text += fmt::format(", {} left",
                         time_text(seconds_of(static_cast<double>(recorder.rec_remaining))));

@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <chrono>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -19,6 +20,7 @@
 #include "model/frame_locator.h"
 #include "platform/file.h"
 #include "platform/host.h"
+#include "platform/long_run.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -137,6 +139,26 @@ void keep_cues_of_finished_files() {
                            .icon = BoxIcon::information});
 }
 
+// Waits for the disk, which may be far behind. It can't be cancelled: the sound is there.
+class FinishRun : public LongRun {
+ public:
+  bool step() override { return !recorder.rec_file->is_idle(slice_patience); }
+  void cancel() override { recorder.rec_file->wait(); }
+  bool try_cancel() override { return !step(); }
+  [[nodiscard]] int percent_done() const override { return 0; }
+  [[nodiscard]] std::string progress_text() const override {
+    return fmt::format("{} '{}'", ui_text(row::writing), recorder.rec_file_name);
+  }
+  [[nodiscard]] std::string report() const override { return {}; }
+};
+
+void wait_for_disk() {
+  constexpr std::chrono::milliseconds unnoticed(200);
+  if (!recorder.rec_file || recorder.rec_file->is_idle(unnoticed)) return;
+  FinishRun run;
+  drive(run);
+}
+
 void tell_end(const RecordingEnd& end) {
   if (end.error) recorder.has_failed = true;
   if (end.error) show_write_failure(end.error, BoxIcon::error);
@@ -174,6 +196,8 @@ bool start_recording_unattended(const std::string& path) {
 
 void stop_recording() {
   const bool was_writing = recorder.rec_writing;
+  record_end_input();
+  wait_for_disk();
   const RecordingEnd end = record_stop();
   show_recorder();
   keep_cues_of_finished_files();

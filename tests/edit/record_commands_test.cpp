@@ -2,10 +2,16 @@
 // document that it becomes.
 #include "edit/record_commands.h"
 
+#include <fcntl.h>
+#include <fmt/format.h>
 #include <poll.h>
 
+#include <atomic>
+#include <cerrno>
+#include <chrono>
 #include <cmath>
 #include <numbers>
+#include <thread>
 
 #include "audio/recorder.h"
 #include "document/close_all.h"
@@ -15,6 +21,7 @@
 #include "exchange/project_file.h"
 #include "model/document.h"
 #include "platform/file.h"
+#include "platform/system_calls.h"
 #include "settings/settings.h"
 #include "stream/frame_header.h"
 #include "support/core_test.h"
@@ -22,6 +29,15 @@
 
 namespace corvelin::test {
 namespace {
+
+std::atomic<bool> disk_stands_still = false;
+
+int wait_for_disk(int descriptor) {
+  for (int turns = 1000; disk_stands_still && turns > 0; --turns)
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+  disk_stands_still = false;
+  return original_system_calls.fsync(descriptor);
+}
 
 class RecordCommands : public CoreTest {
  protected:
@@ -31,7 +47,10 @@ class RecordCommands : public CoreTest {
     settings.enc_lam_quality = 1;
     settings.file_savepath = folder.path("take");
   }
-  ~RecordCommands() override { record_stop(); }
+  ~RecordCommands() override {
+    record_stop();
+    system_calls = original_system_calls;
+  }
 
   // Lets so many seconds of a tone, or of silence, pass through the device.
   void hear(double seconds, int loudness = 10000) {
@@ -54,6 +73,10 @@ class RecordCommands : public CoreTest {
     } while (wave_in.is_open() && ::poll(&due, 1, 0) > 0);
   }
 
+  static void wait_for_file() {
+    if (recorder.rec_file) recorder.rec_file->wait();
+  }
+
   [[nodiscard]] double seconds_of(const std::string& name) const {
     return static_cast<double>(file_facts(folder.path(name)).size) / 16000;
   }
@@ -69,6 +92,8 @@ TEST_F(RecordCommands, RecordsAllThatWasHeardAndOpensItWithItsCues) {
   hear(2);
   add_recording_cue();
   add_recording_cue();  // the same place again
+  wait_for_file();
+  EXPECT_GT(seconds_of("take.mp3"), 0.5);  // is safe already, whatever happens now
   hear(3);
   EXPECT_NEAR(static_cast<double>(recorded_length()) * 8 / recorder.rec_rate, 5, 0.2);
   stop_recording();
@@ -168,7 +193,7 @@ TEST_F(RecordCommands, WritesOnlyWhileItIsLoudWithWhatWasJustBefore) {
   ASSERT_TRUE(level_activated_recording());
   ASSERT_TRUE(start_recording());
   hear(5, 0);
-  EXPECT_EQ(recorded_file_size(), 0u);
+  EXPECT_EQ(recorder.rec_file_bytes, 0u);
   hear(1);
   hear(5, 0);
   hear(1);
@@ -177,6 +202,28 @@ TEST_F(RecordCommands, WritesOnlyWhileItIsLoudWithWhatWasJustBefore) {
   // Twice a second of sound, two of pause, and three buffers of a tenth in front.
   EXPECT_NEAR(document.total_size / 16000.0, 2 * 3.3, 0.4);
   EXPECT_FALSE(document.parts.at(1).part_title.empty());  // the time at which it began
+}
+
+TEST_F(RecordCommands, LosesNoSoundToADiskThatStandsStillForAMinute) {
+  settings.enc_lam_bitrate = settings.enc_lam_bitrate_max = 320;
+  system_calls.fsync = wait_for_disk;
+  for (const double heard : {55, 90}) {
+    disk_stands_still = true;
+    ASSERT_TRUE(initialize_recording());
+    ASSERT_TRUE(start_recording_unattended({}));
+    hear(heard);
+    EXPECT_TRUE(disk_stands_still);  // nobody waited
+    disk_stands_still = false;
+    stop_recording();
+    const double recorded = document.total_size / 40000.0;
+    if (heard < 60) {
+      EXPECT_NEAR(recorded, heard, 0.1);
+      EXPECT_EQ(take_box(), "");
+    } else {
+      EXPECT_NEAR(recorded, 60.5, 1);
+      EXPECT_NE(take_box().find(fmt::format("{:.1f}", heard - recorded)), std::string::npos);
+    }
+  }
 }
 
 // The times of a recording that has run for weeks when the sound begins: 32 bits hold 49 days of
@@ -225,9 +272,37 @@ TEST_F(RecordCommands, KeepsWhatItHasWhenTheDeviceOrTheDiskFails) {
   host.answers = {BoxAnswer::ok};  // a file of that name may go
   ASSERT_TRUE(start_recording());
   remove_file(folder.path("take.mp3"));
-  hear(5);
+  hear(2);
+  wait_for_file();
+  hear(0.2);
   EXPECT_FALSE(is_recording_armed());
   EXPECT_NE(take_box().find("No such file"), std::string::npos);
+
+  settings.rec_time = 1;
+  settings.rec_split = 1;
+  settings.file_savepath = folder.path("long");
+  ASSERT_TRUE(initialize_recording());
+  ASSERT_TRUE(start_recording());
+  system_calls.open = [](const char* path, int flags, mode_t mode) {
+    errno = ENOSPC;
+    return (flags & O_CREAT) != 0 ? -1 : original_system_calls.open(path, flags, mode);
+  };
+  system_calls.fsync = wait_for_disk;
+  disk_stands_still = true;
+  hear(61);
+  add_recording_cue();
+  disk_stands_still = false;
+  wait_for_file();
+  hear(0.5);
+  system_calls.open = original_system_calls.open;
+  EXPECT_NE(take_box().find("No space left"), std::string::npos);
+  EXPECT_EQ(open_state.audio_name, folder.path("long.mp3"));
+  EXPECT_NEAR(document.total_size / 16000.0, 61.3, 0.3);
+  ASSERT_EQ(document.parts.size(), 2u);
+  EXPECT_NEAR(document.parts[1].part_beg / 16000.0, 61, 0.2);
+  settings.rec_time = 0;
+  settings.rec_split = 0;
+  open_state.document_modified = false;
 
   settings.file_savepath = folder.path("none") + "/take";
   ASSERT_TRUE(initialize_recording());
