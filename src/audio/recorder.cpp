@@ -52,21 +52,20 @@ void choose_input_format() {
   }
 }
 
-// The unit of recorded time: bytes of the file, or of the input where those tell nothing of time.
+// The unit of recorded time: bytes of the file, or of the input where those tell nothing of time,
+// as the average that the encoder is asked for is reached by no real sound.
 void set_clocks() {
   const std::int64_t seconds = std::int64_t{settings.rec_time} * 60;
   if (!uses_lame()) {
     recorder.rec_rate = settings.enc_acm_bitrate;
     recorder.rec_limit = std::int64_t{settings.enc_acm_bitrate / 8} * seconds;
-  } else if (is_lame_vbr()) {
+  } else if (settings.enc_lam_vbr_method != lame_method_cbr) {
     recorder.rec_by_pcm = true;
     recorder.rec_rate = settings.enc_lam_samplerate * 16.0 / 100 * recorder.channels;
     recorder.rec_limit =
         2 * seconds * std::int64_t{settings.enc_lam_samplerate} * recorder.channels / 100;
   } else {
-    const std::int64_t kbit_s = settings.enc_lam_vbr_method == lame_method_abr
-                                    ? settings.enc_lam_abr_bitrate
-                                    : settings.enc_lam_bitrate;
+    const std::int64_t kbit_s = settings.enc_lam_bitrate;
     recorder.rec_rate = static_cast<double>(kbit_s * 1000);
     recorder.rec_limit = seconds * kbit_s * 125;
   }

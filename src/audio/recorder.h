@@ -50,7 +50,7 @@ struct Recorder {
   std::uint64_t rec_file_bytes = 0;  // for the file, in an append with those that were there
   std::int64_t rec_pcm_clock = 0;    // bytes of input of this take / 100
   std::size_t rec_pcm_rest = 0;      // bytes of input that the clock doesn't count yet
-  bool rec_by_pcm = false;  // time goes by that clock: a variable bit rate's file doesn't tell it
+  bool rec_by_pcm = false;  // time goes by that clock: the file tells it at a constant bitrate only
   double rec_rate = 0;      // a second of recorded time in the unit of `recorded_length`, times 8
   std::int64_t rec_limit = 0;      // the time limit in that unit
   bool is_limit_reached = false;   // and nothing behind it belongs to the recording
