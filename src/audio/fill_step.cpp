@@ -25,17 +25,18 @@ Frames frames_to_play(std::uint32_t most) {
   return {.bytes = input_block().first(read.size), .count = read.frames};
 }
 
-// The decoder still holds the frames of the old place; the next fill makes it forget them.
 void go_to(EditPosition pos) {
   selection.cursor = pos;
   document.current_part = part_at(pos);
-  decoder_session.is_settled = false;
 }
 
-// The second leg of a prelisten of the cut.
+// The second leg of a prelisten of the cut. The decoder goes on with the frames in front of the
+// selection, or with none, as it will when the cut is made: what that does to the first frames
+// behind is part of what is judged here.
 void jump_over_selection() {
   playback.has_jumped = true;
   if (!has_selection()) return;
+  decoder_session.is_settled = true;
   go_to(selection.sel_end);
   const std::uint64_t end = std::uint64_t{selection.sel_end} + prelisten_bytes();
   playback.end_limit = static_cast<EditPosition>(std::min<std::uint64_t>(end, document.total_size));
@@ -44,7 +45,10 @@ void jump_over_selection() {
 // The selection may have been changed meanwhile.
 void loop_back() {
   if (!has_selected_range()) return;
-  if (selection.cursor >= selection.sel_end) go_to(selection.sel_beg);
+  if (selection.cursor >= selection.sel_end) {
+    go_to(selection.sel_beg);
+    decoder_session.is_settled = false;  // it still holds the frames of the old place
+  }
   playback.end_limit = selection.sel_end;
 }
 

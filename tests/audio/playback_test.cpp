@@ -172,13 +172,18 @@ TEST_F(PlaybackTest, PrelistensTheStretchesOfTheSelection) {
     seek_to(begins[7]);
     ASSERT_EQ(request_prelisten(row.mode), Result::done);
     ASSERT_TRUE(playback.is_playing);
-    Bytes expected = slice(all, row.from, row.to);
-    const Bytes second = slice(all, row.and_from, row.and_to);
-    expected.insert(expected.end(), second.begin(), second.end());
     device.played.clear();
-    EXPECT_TRUE(sounds_like(play_to_end(), expected));
+    const Bytes heard = play_to_end();
     EXPECT_EQ(selection.cursor, begins[7]);
     EXPECT_EQ(document.current_part, 0);
+    const std::size_t behind = frame_from(row.and_to) - frame_from(row.and_from);
+    if (behind == 0) {
+      EXPECT_TRUE(sounds_like(heard, slice(all, row.from, row.to)));
+      continue;
+    }
+    delete_range(begins[row.begin], begins[row.end]);
+    EXPECT_TRUE(sounds_like(heard, slice(decode_all(), row.from, begins[row.begin + behind])));
+    open_sample("cbr128.mp3");
   }
   clear_selection();
   EXPECT_EQ(request_prelisten(prelisten_to_begin), Result::nothing);
