@@ -44,6 +44,7 @@ constexpr Row rows[] = {
     {"cut 5f - ", "0-20", "0-20", "a begin and an end"},
     {"cut 5f 8f 9f", "0-20", "0-20", "two places"},
     {"cut 0 12f 10f end", "0-20", "0-20", "nothing would be left"},
+    {"cut 0 10f 10f end", "0-20", "0-20", "nothing would be left"},  // ranges that touch are one
     {"keep 5f 8f 10f 12f", "0-20:A @11", "5-8*:A 10-12 @4 #1 !^"},
     {"keep 8f 12f 0 3f", "0-5 5-20*:B", "0-3 8-12*:B !^"},
     {"keep 0 end", "0-20", "0-20", "all of the stream"},

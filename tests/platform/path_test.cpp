@@ -14,6 +14,9 @@ namespace {
 TEST(Path, TakesPathsApart) {
   EXPECT_EQ(folder_of("/a/b.mp3"), "/a/");
   EXPECT_EQ(folder_of("b.mp3"), "");
+  EXPECT_EQ(in_folder("", "b.mp3"), "b.mp3");  // in the current one, not at the root
+  EXPECT_EQ(in_folder("/a", "b.mp3"), "/a/b.mp3");
+  EXPECT_EQ(in_folder("/a/", "b.mp3"), "/a/b.mp3");
   EXPECT_EQ(extension_of("/a.b/song"), ".b/song");  // a point in a folder counts
   EXPECT_TRUE(has_extension("x.MP3", ".mp3"));
   EXPECT_FALSE(has_extension("xmp3", ".mp3"));

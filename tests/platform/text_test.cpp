@@ -24,6 +24,8 @@ TEST(Text, DecodesAndEncodes) {
   EXPECT_EQ(hex_to_wide("43003A"), u"C");  // an incomplete character
   EXPECT_EQ(hex_to_wide("4300zz00"), u"C");
   EXPECT_EQ(cut_to_units("aü🎵b", 3), "aü");  // whole characters
+  EXPECT_EQ(cut_to_units(std::u16string(u"aü🎵b"), 3), u"aü");
+  EXPECT_EQ(cut_to_units(std::u16string(u"aü🎵b"), 4), u"aü🎵");
   EXPECT_EQ(printable("a\x1B[31m\r\nb\x7F\u009B\u00A0\xC2"), "a?[31m?\nb??\u00A0\xC2");
 }
 

@@ -114,14 +114,15 @@ TEST_F(UiText, ListsTheLanguagesThatAreUtf8) {
   const TestFolder folder;
   std::filesystem::create_directories(folder.path("Languages"));
   folder.file("Languages/lanGerman.ini", "x\r\nUTF-8=1\r\nNative: Deutsch\r\n");
-  folder.file("Languages/lanDutch.ini", "\xEF\xBB\xBFx\r\n");
+  folder.file("Languages/lanDutch.ini", "\xEF\xBB\xBFNative: Nederlands\r\n");
   folder.file("Languages/lanAnsi.ini", "x\r\nmsg001=x\r\n");
   folder.file("Languages/lanLate.ini", std::string(500, 'x') + "UTF-8=1\r\n");
   std::string entries;
   for (const Language& language : language_list(folder.path("")))
     entries += language.entry() + "=" + language_of_entry(language.entry()) + "\n";
   EXPECT_EQ(entries,
-            "English (default, no language file)=\nDutch=Dutch\nGerman  /  Deutsch=German\n");
+            "English (default, no language file)=\nDutch  /  Nederlands=Dutch\nGerman  /  "
+            "Deutsch=German\n");
   const std::pair<const char*, const char*> locales[] = {{"de_AT.UTF-8", "German"},
                                                          {"zh_CN", "ChineseSimp"},
                                                          {"zh_TW.UTF-8", "ChineseTrad"},
@@ -148,6 +149,7 @@ TEST_F(UiText, FillsInRows) {
       {format_row("%.2d|%.3d|%i|%ld", -7, 1234, std::uint8_t{200}, 5000000000),
        "-07|1234|200|5000000000"},
       {format_row("[%5d][%-5d][%05d][%+d]", 42, 42, -42, 42), "[   42][42   ][-0042][+42]"},
+      {format_row("[%-05d]", 42), "[42   ]"},
       {format_row("%x %X %04x %u", 0xBEEF, 0xBEEF, 0xA, 4294967295U), "beef BEEF 000a 4294967295"},
       {format_row("%f %.1f %06.2f %.0f", 1.5, -0.25F, 3.14159, 99.9), "1.500000 -0.2 003.14 100"},
       {format_row("[%4s][%-4s][%.2s]", "ä", "ä", "äää"), "[   ä][ä   ][ää]"},
