@@ -111,7 +111,7 @@ void print_table(const std::vector<BatchResult>& results) {
   print("\n");
   for (const BatchOutcome outcome :
        {BatchOutcome::written, BatchOutcome::split, BatchOutcome::unchanged, BatchOutcome::joined,
-        BatchOutcome::failed, BatchOutcome::stopped}) {
+        BatchOutcome::unjoined, BatchOutcome::failed, BatchOutcome::stopped}) {
     const std::size_t count = count_of(results, outcome);
     if (count != 0) print(fmt::format("{:9} {:6}\n", name_of(outcome), count));
     for (const BatchResult& result : results)

@@ -519,19 +519,18 @@ class BatchWindow : public DialogWindow {
   // Only the first line changes; the others are added to.
   void show_results() {
     results_->item(0)->setText(as_qstring(dialog_.run->progress_text()));
-    const std::vector<std::string>& problems = dialog_.run->problems();
+    const std::vector<BatchProblem>& problems = dialog_.run->problems();
     const auto shown = static_cast<std::size_t>(results_->count()) - 1;
     for (std::size_t i = shown; i < problems.size(); ++i) show_problem(problems[i]);
     if (shown < problems.size()) results_->scrollToBottom();
   }
 
-  // The line begins with the number of its file, whose result knows the cause.
-  void show_problem(const std::string& line) {
+  // The result of its file knows the cause.
+  void show_problem(const BatchProblem& problem) {
     const std::vector<BatchResult>& results = dialog_.run->results();
-    const auto number = static_cast<std::size_t>(std::max(0, leading_number(line)));
-    auto* const row = new QListWidgetItem(as_shown(line), results_);
-    if (number == 0 || number > results.size()) return;
-    const QString cause = as_shown(results[number - 1].reason);
+    auto* const row = new QListWidgetItem(as_shown(problem.line), results_);
+    if (problem.number == 0 || problem.number > results.size()) return;
+    const QString cause = as_shown(results[problem.number - 1].reason);
     row->setToolTip(Qt::convertFromPlainText(cause, Qt::WhiteSpaceNormal));
     row->setData(Qt::AccessibleDescriptionRole, cause);
   }

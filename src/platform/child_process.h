@@ -33,7 +33,7 @@ class ChildProcess {
   /// Of a program that has ended: whether it says that all went well.
   [[nodiscard]] bool has_succeeded() const;
 
-  /// The last lines of its standard error, at most 2000 bytes of them.
+  /// The last lines of its standard error, at most 1000 bytes of them.
   [[nodiscard]] std::string_view complaints() const { return complaints_; }
 
  private:

@@ -105,6 +105,14 @@ std::string first_folder() {
 
 BatchJob batch_job;
 
+std::optional<double> read_seconds(std::string_view field) {
+  std::string text(field);
+  std::ranges::replace(text, ',', '.');
+  const bool is_number = text != "." && std::ranges::count(text, '.') <= 1 &&
+                         text.find_first_not_of("0123456789.") == std::string::npos;
+  return is_number ? std::optional(leading_decimal(text)) : std::nullopt;
+}
+
 void BatchJob::begin() {
   limit_seconds = cut_begin = cut_end = fade_begin = fade_end = join_name = {};
   batch_level = level_of_0_db;

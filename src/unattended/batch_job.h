@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -89,6 +90,10 @@ struct BatchJob {
  private:
   void sort();
 };
+
+/// The seconds in a field, with a comma or a point in front of their fraction; 0 for an empty one.
+/// Nothing for what is no number.
+std::optional<double> read_seconds(std::string_view field);
 
 /// The one job of the program, which remembers its folder and options until the end.
 extern BatchJob batch_job;

@@ -22,6 +22,7 @@
 #include "exchange/split_save.h"
 #include "model/cuts.h"
 #include "model/document.h"
+#include "model/exact_time.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
@@ -105,51 +106,48 @@ void settle(BatchResult& result, BatchHost& quiet) {
   if (interruption() != 0) result.outcome = BatchOutcome::stopped;
 }
 
-double seconds_of(const std::string& field) { return std::max(leading_decimal(field), 0.0); }
+double seconds_of(const std::string& field) { return read_seconds(field).value_or(0); }
 
-// The bytes that so many seconds take at the average rate of the stream.
-std::uint32_t bytes_of(double seconds) {
-  return whole_part(seconds * double{stream.avg_bitrate} * 0.125);
+// The last frame that begins so many seconds behind the start, or less.
+EditPosition frame_not_behind(double seconds) {
+  constexpr double allowed = 1e-6;  // seconds, as a sum of frames is no round number
+  const EditPosition pos = exact_place(seconds);
+  return exact_seconds(pos) > seconds + allowed ? frame_before(pos) : pos;
 }
 
-// The limit may lie within a frame, which is not saved then: the reader drops what runs over the
-// end of a part.
-bool limit_length(double seconds) {
-  const std::uint32_t limit = bytes_of(seconds);
-  if (limit >= document.total_size) return false;
-  delete_range(limit, document.total_size);
-  return true;
+double whole_seconds() { return exact_seconds(document.total_size); }
+
+enum class Change : std::uint8_t { none, made, nothing_left, impossible };
+
+// What is left is no longer than that.
+Change limit_length(double seconds) {
+  const EditPosition end = frame_not_behind(seconds);
+  if (end == 0) return Change::nothing_left;
+  if (end >= document.total_size) return Change::none;
+  return delete_range(end, document.total_size) != no_part ? Change::made : Change::impossible;
 }
 
-// Frames are counted, so that the cut is right at any bit rate. 1152 samples are what a frame of
-// MPEG 1 has; other versions are cut at half the time.
-double frames_of(double seconds) { return stream.current_frame.sample_rate * seconds / 1152; }
-
-void cut_begin(double seconds) {
-  // The search for the next frame begins a few bytes before the end of this one, should its header
-  // tell a length that is a little too large.
-  constexpr std::uint32_t slack = 5;
-  EditPosition pos = frame_at(0);
-  const double frames = frames_of(seconds);
-  for (int i = 0; i < frames && pos < document.total_size; ++i)
-    pos = frame_at(pos + stream.current_frame.frame_length - slack);
-  if (pos > 0 && pos < document.total_size) delete_range(0, pos);
-}
-
-void cut_end(double seconds) {
-  EditPosition pos = document.total_size;
-  const double frames = frames_of(seconds);
-  for (int i = 0; i < frames && pos > 0; ++i) pos = frame_before(pos);
-  if (pos > 0 && pos < document.total_size) delete_range(pos, document.total_size);
+// At least so much of either end goes.
+Change cut_ends(double begin_seconds, double end_seconds) {
+  const double whole = whole_seconds();
+  const EditPosition begin = begin_seconds > 0 ? exact_place(begin_seconds) : 0;
+  const EditPosition end =
+      end_seconds > 0 ? frame_not_behind(std::max(whole - end_seconds, 0.0)) : document.total_size;
+  if (begin >= end) return Change::nothing_left;
+  const bool is_end_cut =
+      end == document.total_size || delete_range(end, document.total_size) != no_part;
+  const bool is_begin_cut = begin == 0 || delete_range(0, begin) != no_part;
+  return is_end_cut && is_begin_cut ? Change::made : Change::impossible;
 }
 
 // A fade that is longer than the stream takes all of it.
 void fade_ends(double begin_seconds, double end_seconds, int bottom) {
   const auto gain = static_cast<std::int16_t>(-(2 * bottom) / 3);
-  const EditPosition begin = frame_at(bytes_of(begin_seconds));
-  if (begin != 0 && delete_range(begin, begin) != no_part) document.parts[0].part_gainbeg = gain;
+  const double whole = whole_seconds();
+  const EditPosition begin = begin_seconds > 0 ? exact_place(begin_seconds) : 0;
   const EditPosition end =
-      frame_at(document.total_size - std::min(bytes_of(end_seconds), document.total_size));
+      end_seconds > 0 ? exact_place(std::max(whole - end_seconds, 0.0)) : document.total_size;
+  if (begin != 0 && delete_range(begin, begin) != no_part) document.parts[0].part_gainbeg = gain;
   if (end < document.total_size && delete_range(end, end) != no_part) document.end_gain = gain;
 }
 
@@ -158,8 +156,6 @@ void shift_levels(int steps) {
     part.part_gainbeg = static_cast<std::int16_t>(part.part_gainbeg + steps);
   document.end_gain = static_cast<std::int16_t>(document.end_gain + steps);
 }
-
-enum class Change : std::uint8_t { none, made, impossible };
 
 Change normalize(std::uint8_t level) {
   const std::int16_t before = document.parts[0].part_gainbeg;
@@ -186,15 +182,11 @@ class Changes {
 
   Change make() {
     if (job_.has(BatchOption::only_save)) result_ = Change::made;
-    if (job_.has(BatchOption::limit_length))
-      take(limit_length(seconds_of(job_.limit_seconds)) ? Change::made : Change::none);
-    if (job_.has(BatchOption::cut)) {
-      cut_begin(seconds_of(job_.cut_begin));
-      cut_end(seconds_of(job_.cut_end));
-      take(Change::made);
-    }
-    if (job_.has(BatchOption::auto_crop)) take(crop());
-    if (stream_kind.layer == layer_with_levels) change_levels();
+    if (job_.has(BatchOption::limit_length)) take(limit_length(seconds_of(job_.limit_seconds)));
+    if (job_.has(BatchOption::cut) && goes_on())
+      take(cut_ends(seconds_of(job_.cut_begin), seconds_of(job_.cut_end)));
+    if (job_.has(BatchOption::auto_crop) && goes_on()) take(crop());
+    if (stream_kind.layer == layer_with_levels && goes_on()) change_levels();
     return result_;
   }
 
@@ -204,13 +196,14 @@ class Changes {
       fade_ends(seconds_of(job_.fade_begin), seconds_of(job_.fade_end), job_.usable_bottom());
       take(Change::made);
     }
-    if (job_.has(BatchOption::normalize) && result_ != Change::impossible)
-      take(normalize(job_.batch_level));
+    if (job_.has(BatchOption::normalize)) take(normalize(job_.batch_level));
     if (job_.has(BatchOption::level)) {
       shift_levels(job_.batch_level - BatchJob::level_of_0_db);
       take(Change::made);
     }
   }
+
+  [[nodiscard]] bool goes_on() const { return result_ <= Change::made; }
 
   void take(Change change) {
     if (change == Change::none && !job_.has(BatchOption::skip_unchanged)) change = Change::made;
@@ -253,6 +246,8 @@ std::string_view name_of(BatchOutcome outcome) {
       return "unchanged";
     case BatchOutcome::joined:
       return "joined";
+    case BatchOutcome::unjoined:
+      return "unjoined";
     case BatchOutcome::failed:
       return "failed";
     case BatchOutcome::stopped:
@@ -305,11 +300,21 @@ void BatchRun::process(const BatchItem& item) {
     if (results_.back().outcome == BatchOutcome::written) ++written_;
     return;
   }
-  results_.push_back(join_target_.empty() ? begin_join(item) : join(item));
-  ends_early_ = results_.back().outcome == BatchOutcome::failed;
+  joining_.push_back(join_target_.empty() ? begin_join(item) : join(item));
+  ends_early_ = joining_.back().outcome == BatchOutcome::failed;
   if (!ends_early_) return;
+  settle_join(BatchOutcome::unjoined);
   close_all();
   join_target_.clear();
+}
+
+// What became of the whole is what became of each, but for the one that failed.
+void BatchRun::settle_join(BatchOutcome outcome) {
+  for (BatchResult& result : joining_) {
+    if (result.outcome == BatchOutcome::joined) result.outcome = outcome;
+    results_.push_back(std::move(result));
+  }
+  joining_.clear();
 }
 
 BatchResult BatchRun::work_on(const BatchItem& item) {
@@ -323,11 +328,11 @@ BatchResult BatchRun::work_on(const BatchItem& item) {
     if (change == Change::made)
       result = splits(job_) ? split(std::move(result)) : save(std::move(result));
     if (change == Change::none) result.outcome = BatchOutcome::unchanged;
+    if (change == Change::nothing_left) result.reason = "nothing would be left";
   }
   settle(result, quiet);
-  if (!result.reason.empty() &&
-      (lines_.empty() || !lines_.back().starts_with(fmt::format("{}: ", number_))))
-    lines_.push_back(fmt::format("{}: {}  {}", number_, result.name, result.reason));
+  if (!result.reason.empty() && (problems_.empty() || problems_.back().number != number_))
+    tell(fmt::format("{}: {}  {}", number_, result.name, result.reason));
   close_all();
   open_state.document_modified = false;
   return result;
@@ -409,7 +414,7 @@ BatchResult BatchRun::begin_join(const BatchItem& item) {
   }
   if (job_.join_name.empty()) {
     result.reason = "The joined file has no name.";
-    lines_.push_back(result.reason);
+    tell(result.reason);
     return result;
   }
   // The mask *.mp3 tells the extension; where it fits several, that of the first file holds.
@@ -423,9 +428,11 @@ BatchResult BatchRun::begin_join(const BatchItem& item) {
 
 BatchResult BatchRun::join(const BatchItem& item) {
   BatchResult result = {.name = item.name, .outcome = BatchOutcome::joined};
-  if (append_file_reported(job_.source_folder + item.name, &lines_)) return result;
+  std::vector<std::string> lines;
+  if (append_file_reported(job_.source_folder + item.name, &lines)) return result;
   result.outcome = BatchOutcome::failed;
-  result.reason = lines_.back();
+  result.reason = lines.back();
+  tell(result.reason);
   return result;
 }
 
@@ -439,13 +446,17 @@ void BatchRun::end_join() {
   } else if (is_name_taken(join_target_)) {
     result.reason = "exists already: " + join_target_;
     result.target.clear();
-    lines_.push_back(fmt::format("{}  {}", ui_text(row::file_exists), result.name));
+    tell_of_all(fmt::format("{}  {}", ui_text(row::file_exists), result.name));
   } else {
     save_to(join_target_, false, result);
     if (result.outcome == BatchOutcome::written) ++written_;
     settle(result, quiet);
-    if (!result.reason.empty()) lines_.push_back(result.reason);
+    if (!result.reason.empty()) tell_of_all(result.reason);
   }
+  const bool is_joined = result.outcome == BatchOutcome::written;
+  settle_join(is_joined     ? BatchOutcome::joined
+              : is_stopped_ ? BatchOutcome::stopped
+                            : BatchOutcome::unjoined);
   results_.push_back(std::move(result));
   join_target_.clear();
 }
@@ -453,16 +464,23 @@ void BatchRun::end_join() {
 void BatchRun::finish() {
   close_all();
   for (std::size_t i = number_; i < items_.size(); ++i)
-    results_.push_back({.name = items_[i]->name, .outcome = BatchOutcome::stopped});
-  if (is_stopped_) lines_.emplace_back(ui_text(row::user_stopped));
+    results_.push_back({.name = items_[i]->name,
+                        .outcome = ends_early_ ? BatchOutcome::unjoined : BatchOutcome::stopped});
+  if (is_stopped_) tell_of_all(std::string(ui_text(row::user_stopped)));
   open_state.document_modified = false;
   is_over_ = true;
   host().refresh_view(Refresh::all);
 }
 
 void BatchRun::note(const BatchResult& result, std::string_view label) {
-  lines_.push_back(fmt::format("{}: {}  {}", number_, label, result.name));
+  tell(fmt::format("{}: {}  {}", number_, label, result.name));
 }
+
+void BatchRun::tell(std::string line) {
+  problems_.push_back({.number = number_, .line = std::move(line)});
+}
+
+void BatchRun::tell_of_all(std::string line) { problems_.push_back({.line = std::move(line)}); }
 
 int BatchRun::percent_done() const { return percent_of(number_, items_.size()); }
 

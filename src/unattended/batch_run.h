@@ -1,7 +1,8 @@
 // The run of a batch: each selected file is opened, changed as the options say, saved under a
-// derived name and closed, or all are joined into one. It has no operations of its own; it drives
-// the document and the records behind the normal dialogs, which press their own buttons meanwhile.
-// A file that exists is never written over, but for the sources under "Overwrite originals".
+// derived name and closed, or all are joined into one. Its cuts, fades and levels at a time are its
+// own; for all else it drives the records behind the normal dialogs, which press their own buttons
+// meanwhile. A file that exists is never written over, but for the sources under "Overwrite
+// originals".
 #pragma once
 
 #include <cstddef>
@@ -17,8 +18,16 @@
 
 namespace corvelin {
 
-/// What became of a file.
-enum class BatchOutcome : std::uint8_t { written, split, unchanged, joined, failed, stopped };
+/// What became of a file. `unjoined` is nothing wrong with, but no joined file was made of it.
+enum class BatchOutcome : std::uint8_t {
+  written,
+  split,
+  unchanged,
+  joined,
+  unjoined,
+  failed,
+  stopped,
+};
 
 /// "written", "split", ...
 std::string_view name_of(BatchOutcome outcome);
@@ -28,6 +37,12 @@ struct BatchResult {
   BatchOutcome outcome = BatchOutcome::failed;
   std::string target;  // the file or, of a split, the folder that was written; empty for none
   std::string reason;  // of a failure, or what was left out of what was written, on one line
+};
+
+/// A line of the results list.
+struct BatchProblem {
+  std::size_t number = 0;  // of the file and of its result, from 1 on; 0: of the whole run
+  std::string line;
 };
 
 /// Whether the files of a batch, sorted by their names, have nothing to do with one another, so
@@ -54,8 +69,9 @@ class BatchRun : public LongRun {
   [[nodiscard]] std::string report() const override { return {}; }
 
   /// A line for each problem: the results list below the progress.
-  [[nodiscard]] const std::vector<std::string>& problems() const { return lines_; }
-  /// One for each file so far, and behind those of a join one for what they were joined to.
+  [[nodiscard]] const std::vector<BatchProblem>& problems() const { return problems_; }
+  /// One for each file so far; those of a join come together when it is over, and behind them one
+  /// for what they were joined to.
   [[nodiscard]] const std::vector<BatchResult>& results() const { return results_; }
 
   [[nodiscard]] bool is_over() const { return is_over_; }
@@ -69,12 +85,15 @@ class BatchRun : public LongRun {
   BatchResult begin_join(const BatchItem& item);
   BatchResult join(const BatchItem& item);
   void end_join();
+  void settle_join(BatchOutcome outcome);
   void finish();
   BatchResult split(BatchResult result);
   BatchResult save(BatchResult result);
   static void save_to(const std::string& name, bool replaces_source, BatchResult& result);
   [[nodiscard]] std::string target_name(const std::string& name) const;
   void note(const BatchResult& result, std::string_view label);
+  void tell(std::string line);
+  void tell_of_all(std::string line);
 
   const BatchJob job_;
   std::function<bool()> between_slices_;
@@ -86,7 +105,8 @@ class BatchRun : public LongRun {
   bool is_stopped_ = false;
   bool ends_early_ = false;  // a join that failed
   bool is_over_ = false;
-  std::vector<std::string> lines_;
+  std::vector<BatchProblem> problems_;
+  std::vector<BatchResult> joining_;  // told when the join is over
   std::vector<BatchResult> results_;
 };
 

@@ -23,7 +23,8 @@ class Batch : public CoreTest {
     BatchRun batch(job, between_slices);
     while (batch.step()) {
     }
-    lines = batch.problems();
+    lines.clear();
+    for (const BatchProblem& problem : batch.problems()) lines.push_back(problem.line);
     lines.insert(lines.begin(), batch.progress_text());
     std::string told;
     for (const BatchResult& result : batch.results())
@@ -116,10 +117,27 @@ TEST_F(Batch, DoesToEachFileWhatTheOptionsSay) {
   job.batch_level = 14;
   EXPECT_EQ(size_after({level}), 100U);
   EXPECT_NE(read_file(folder.path("a.mp3.mp3")), read_file(source));
+  job.limit_seconds = "0";
+  EXPECT_EQ(size_after({limit_length}), 0U);
+  EXPECT_EQ(lines[1], "1: a.mp3  nothing would be left");
+  job.cut_end = "3";
+  EXPECT_EQ(size_after({cut}), 0U);
+  EXPECT_EQ(lines[1], "1: a.mp3  nothing would be left");
   job.fade_begin = "60";  // longer than the file
   job.batch_bottom = 60;
   EXPECT_EQ(size_after({simple_fade}), 100U);
   EXPECT_NE(read_file(folder.path("a.mp3.mp3")), read_file(source));
+}
+
+// MPEG 2 has 38.28 frames of 576 samples a second at 22.05 kHz.
+TEST_F(Batch, CutsByTheClock) {
+  folder.file("a.mp3", frames(200, {.version = 2, .bitrate = 64, .sample_rate = 22050}));
+  job.cut_begin = "1";
+  job.cut_end = "1.5";
+  job.set_option(cut, true);
+  run();
+  const std::size_t frame = frame_length({.version = 2, .bitrate = 64, .sample_rate = 22050});
+  EXPECT_EQ(read_file(folder.path("a.mp3.mp3")).size(), (200 - 39 - 58) * frame);
 }
 
 TEST_F(Batch, WritesOverNothingUnasked) {
@@ -174,7 +192,7 @@ TEST_F(Batch, TellsOfBadDataThatIsLeftOut) {
 TEST_F(Batch, JoinsAllOrNothing) {
   for (const char* const name : {"1.mp3", "2.mp3", "10.mp3"}) folder.file(name, frames(30));
   job.set_option(join, true);
-  EXPECT_EQ(run(), "1.mp3 failed; 2.mp3 stopped; 10.mp3 stopped; ");  // without a name
+  EXPECT_EQ(run(), "1.mp3 failed; 2.mp3 unjoined; 10.mp3 unjoined; ");  // without a name
   job.join_name = "all";
   EXPECT_EQ(run(), "1.mp3 joined; 2.mp3 joined; 10.mp3 joined; all.mp3 written; ");
   EXPECT_EQ(read_file(folder.path("all.mp3")).size(), 90U * length);
@@ -183,7 +201,7 @@ TEST_F(Batch, JoinsAllOrNothing) {
   EXPECT_EQ(run(), "1.mp3 joined; 2.mp3 joined; 10.mp3 joined; all.mp3 written; ");
   std::filesystem::remove(folder.path("all.mp3"));
   folder.file("2.mp3", frames(30, {.has_crc = true}));
-  EXPECT_EQ(run(), "1.mp3 joined; 2.mp3 failed; 10.mp3 stopped; ");
+  EXPECT_EQ(run(), "1.mp3 unjoined; 2.mp3 failed; 10.mp3 unjoined; ");
   EXPECT_FALSE(std::filesystem::exists(folder.path("all.mp3")));
 }
 
@@ -201,7 +219,7 @@ TEST_F(Batch, StopsBehindTheFileUnderWay) {
   }
   EXPECT_EQ(batch.results()[0].target, folder.path("1.mp3.mp3"));
   EXPECT_EQ(batch.results()[1].outcome, BatchOutcome::stopped);
-  EXPECT_EQ(batch.problems().back(), "User stopped");
+  EXPECT_EQ(batch.problems().back().line, "User stopped");
 }
 
 }  // namespace
