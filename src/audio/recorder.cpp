@@ -12,7 +12,6 @@
 #include "audio/encoder_settings.h"
 #include "audio/level_meter.h"
 #include "audio/playback.h"
-#include "audio/speed_conversion.h"
 #include "model/document.h"
 #include "platform/host.h"
 #include "platform/path.h"
@@ -168,26 +167,26 @@ void measure_remaining() {
   recorder.rec_remaining = recorder.rec_limit - static_cast<std::int64_t>(recorded_length());
 }
 
-// Encodes samples for the file. They are lost while that has no room for what they may make: the
+// False while the file has no room for what the samples may make: they are lost then, and the
 // frames in front and behind still fit together.
-void encode(std::span<const std::uint8_t> pcm) {
-  std::vector<std::int16_t> stretched;
-  std::span<const std::int16_t> samples = samples_of(pcm);
-  if (recorder.rec_speed > 0) {
-    stretch(samples, recorder.rec_speed, recorder.channels, stretched);
-    samples = std::span(stretched).first(stretched.size() - stretched.size() % recorder.channels);
-  }
+bool encode_samples(std::span<const std::int16_t> samples) {
   std::vector<std::uint8_t> encoded(encoder_room(samples.size()));
-  if (!recorder.rec_file->has_room(encoded.size())) {
-    recorder.lost_bytes += pcm.size();
-    return;
-  }
+  if (!recorder.rec_file->has_room(encoded.size())) return false;
   encoded.resize(encode_block(samples, encoded).value_or(0));
   give(encoded);
   // With what the last blocks left over: else an hour would be told as a quarter of a minute less.
   recorder.rec_pcm_rest += samples.size_bytes();
   recorder.rec_pcm_clock += static_cast<std::int64_t>(recorder.rec_pcm_rest / 100);
   recorder.rec_pcm_rest %= 100;
+  return true;
+}
+
+void encode(std::span<const std::uint8_t> pcm) {
+  const std::span<const std::int16_t> samples = samples_of(pcm);
+  const bool is_taken = recorder.rec_speed > 0
+                            ? encode_samples(recorder.rec_conversion.stretch(samples))
+                            : encode_samples(samples);
+  if (!is_taken) recorder.lost_bytes += pcm.size();
 }
 
 RecordStep record_write_block(std::span<const std::uint8_t> pcm) {
@@ -254,6 +253,7 @@ void take_what_is_left() {
     encode(rest.first(size));
     rest = rest.subspan(size);
   }
+  if (recorder.rec_speed > 0) encode_samples(recorder.rec_conversion.rest());
 }
 
 // By the time alone: what stands here when the machine fails is lost, at the lowest bitrate too.
@@ -285,6 +285,12 @@ bool record_arm(WaveEvents events) {
   if (settings.rec_appenddata != 0)
     recorder.rec_file_bytes = file_facts(recorder.rec_file_name).size;
   set_clocks();
+  if (recorder.rec_speed > 0 &&
+      !recorder.rec_conversion.begin(recorder.rec_speed, recorder.channels)) {
+    record_stop();
+    show_error("Memory allocation error!");
+    return false;
+  }
   if (!open_device(events)) return false;
   playback.is_recording_armed = true;
   return true;

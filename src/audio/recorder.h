@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "audio/recording_file.h"
+#include "audio/speed_conversion.h"
 #include "platform/wave_device.h"
 
 namespace corvelin {
@@ -56,9 +57,10 @@ struct Recorder {
   bool is_limit_reached = false;   // and nothing behind it belongs to the recording
   std::int64_t rec_remaining = 0;  // what is left of it
 
-  float rec_speed = 0;        // the stretch of a record played at the wrong speed; 0 for none
-  bool rec_level_on = false;  // this one is activated by level
-  bool rec_active = false;    // and a sound is being written
+  float rec_speed = 0;             // the stretch of a record played at the wrong speed; 0 for none
+  SpeedConversion rec_conversion;  // by that
+  bool rec_level_on = false;       // this one is activated by level
+  bool rec_active = false;         // and a sound is being written
   std::int64_t rec_active_until = -1;                 // milliseconds of `input_time`
   std::array<std::vector<std::uint8_t>, 3> rec_prev;  // the last three buffers, the newest first
   std::uint64_t input_bytes = 0;                      // that the device delivered

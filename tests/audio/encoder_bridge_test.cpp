@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "audio/encoder_settings.h"
-#include "audio/speed_conversion.h"
 #include "model/frame_locator.h"
 #include "model/stream_info.h"
 #include "platform/dynamic_library.h"
@@ -123,17 +122,6 @@ TEST_F(Encoder, SettingsPullEachOtherAlong) {
   apply_lame_preset(0);
   EXPECT_EQ(settings.enc_lam_mode, 1);
   EXPECT_EQ(settings.enc_lam_bitrate, 192);
-}
-
-TEST(SpeedConversion, StretchesBetweenTheSamplesAndStaysInTheBlock) {
-  EXPECT_FLOAT_EQ(rec_speed_of(33.3333, 45), 1.3500013F);
-  EXPECT_EQ(rec_speed_of(10, 45), 0);
-  EXPECT_EQ(rec_speed_of(0, 45), 0);
-  std::vector<std::int16_t> out;
-  stretch(std::vector<std::int16_t>{0, 100, 200, 300}, 2, 1, out);
-  EXPECT_EQ(out, (std::vector<std::int16_t>{0, 100, 100, 200, 200, 300, 300, 300}));
-  stretch(std::vector<std::int16_t>{32767, -32768, 32767, -32768}, 1.5F, 1, out);
-  EXPECT_EQ(out.size(), 6u);
 }
 
 }  // namespace
