@@ -83,6 +83,8 @@ void fade_out(const Cycle& cycle, std::span<const std::int16_t> from) {
 
 }  // namespace
 
+void fast_play_begin() { fast_play_tail.fill(0); }
+
 std::size_t fast_play_compress(std::span<std::int16_t> samples, int level) {
   const Cycle cycle = cycle_of(samples.size(), level);
   if (cycle.count == 0) return samples.size();

@@ -8,6 +8,9 @@
 
 namespace corvelin {
 
+/// Forgets the sound that was faded out last: that of another play.
+void fast_play_begin();
+
 /// Shortens a block of samples in place by the level of fast play (1 to 4), and returns how many
 /// samples of all channels are left. A block that is too short for that stays whole. Each block
 /// goes on where the one before faded out.

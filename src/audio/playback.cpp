@@ -273,6 +273,7 @@ bool start_playback() {
   if (playback.is_playing) return false;
   const Place before = current_place();
   playback.fast_play_level = 0;
+  fast_play_begin();
   playback.has_jumped = false;
   playback.stops_at_buffer = false;
   playback.ended_by = PlayEnd::failed;
