@@ -263,8 +263,6 @@ class CommandLine {
     if (options.remote && !options.records) return "--remote goes with /rec";
     std::string batch_fault = take_batch();
     if (!batch_fault.empty() || options.batch) return batch_fault;
-    if (options.records && options.work != nullptr)
-      return fmt::format("/rec and /{} exclude each other", options.work->name);
     if (options.records && options.files.size() > 1) return "/rec takes one FILE";
     if (!options.records && options.files.empty() && options.edits.empty())
       return "FILE is missing; see --help";

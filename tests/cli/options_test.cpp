@@ -21,7 +21,7 @@ TEST(Options, SwitchesHaveTwoFormsAndOtherWordsWithASlashArePaths) {
     EXPECT_EQ(parsed.options.work->name, "save");
     EXPECT_TRUE(parsed.options.request.overwrite);
   }
-  EXPECT_TRUE(parse({"/rec"}).options.records);
+  EXPECT_TRUE(parse({"/rec", "/split"}).options.records);
   EXPECT_EQ(parse({"--rec", "a.mp3"}).options.files[0], "a.mp3");
   EXPECT_EQ(parse({"/Save", "--info"}).options.files[0], "/Save");
   EXPECT_EQ(parse({"--info", "--", "/save"}).options.files[0], "/save");
@@ -56,7 +56,6 @@ TEST(Options, WrongUsageIsTold) {
       {"a.mp3", "/save", "--split", "x"},
       {"a.mp3", "-o", "x.mp3", "/normalize"},
       {"a.mp3", "--settings", "x", "/localini"},
-      {"a.mp3", "/rec", "/save"},
       {"/rec", "a.mp3", "b.mp3"},
       {"--batch", "x"},
       {"a.mp3", "--do", "save"},
