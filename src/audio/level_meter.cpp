@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 
 #include "audio/playback.h"
 #include "platform/host.h"
@@ -20,10 +21,12 @@ constexpr std::size_t shortest_buffer = 1100;
 // The highest raw level of a slot: 128 for a sample at the negative end of the scale.
 int raw_level(std::span<const std::uint8_t> pcm, std::size_t slot) {
   constexpr std::size_t step = 4;  // bytes: one sample of each of two channels
-  const std::size_t limit = pcm.size() - unmeasured_end;
   int highest = 0;
-  for (std::size_t i = 1; i < limit; i += step)
-    highest = std::max(highest, std::abs(static_cast<std::int8_t>(pcm[2 * slot + i])));
+  for (std::size_t i = 0; i + unmeasured_end + 1 < pcm.size(); i += step) {
+    std::int16_t sample = 0;
+    std::memcpy(&sample, pcm.data() + i + 2 * slot, sizeof sample);
+    highest = std::max(highest, std::abs(sample >> 8));
+  }
   return highest;
 }
 

@@ -90,10 +90,16 @@ TEST_F(Meter, BeepsOnceForClippingOfARecording) {
   feed(0, 0, 20);
   feed(127, 0);
   EXPECT_EQ(host.beeps, 2);
+  feed(0, 0, 3);  // a mark stands for 14 buffers, and its first quarter is over behind the fourth
+  feed(127, 0);
+  EXPECT_EQ(host.beeps, 2);
+  feed(0, 0, 4);
+  feed(127, 0);
+  EXPECT_EQ(host.beeps, 3);
   playback = {.is_playing = true};
   feed(0, 0, 80);
   feed(127, 127);
-  EXPECT_EQ(host.beeps, 2);
+  EXPECT_EQ(host.beeps, 3);
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 // MP4 files through the outside program, for which a small script stands here.
 #include "exchange/extract_aac.h"
 
+#include <unistd.h>
+
 #include <filesystem>
 
 #include "platform/path.h"
@@ -76,13 +78,17 @@ TEST_F(ExtractAac, EndsTheProgramWhenItIsCancelled) {
     }
   } impatient;
   impatient.id_file = folder.file("id", "");
-  program_does("printf x > \"${t#file:}\"; echo $$ > \"" + folder.path("id") + "\"; exec sleep 60");
+  program_does("printf x > \"${t#file:}\"; sleep 60 & echo $! > \"" + folder.path("id") +
+               "\"; wait");
   EXPECT_FALSE(open(source));
   EXPECT_TRUE(impatient.boxes.empty());
   EXPECT_EQ(folder.names().size(), 4U);  // the source, the track, the program and its id
   const std::string id = read_text(folder.path("id"));
   ASSERT_FALSE(id.empty());
-  EXPECT_FALSE(std::filesystem::exists("/proc/" + id.substr(0, id.find('\n'))));
+  // What the program started is gone with it, or about to be.
+  const std::string words = "/proc/" + id.substr(0, id.find('\n')) + "/cmdline";
+  for (int turns = 100; turns > 0 && !read_text(words).empty(); --turns) ::usleep(10'000);
+  EXPECT_EQ(read_text(words), "");
 }
 
 }  // namespace

@@ -72,7 +72,8 @@ TEST_F(RemoteControl, RecordsStopsAndQuitsAndLosesNoEdit) {
   EXPECT_EQ(give("-rec"), "Idle\r\n\r\nError: Could not open wave/audio device\r\nno device");
   EXPECT_TRUE(host.boxes.empty());  // nobody is there to close it
 
-  give("");
+  system.refusal.clear();
+  EXPECT_EQ(give("-rec").substr(0, 9), "Recording");
   const std::string command = "COMMAND: -quit";
   folder.file("corvlremote.txt", command);
   {
@@ -82,6 +83,7 @@ TEST_F(RemoteControl, RecordsStopsAndQuitsAndLosesNoEdit) {
   }
   remote_scan();
   EXPECT_TRUE(host.close_requested);
+  EXPECT_FALSE(is_recording_armed());
   end_remote_control();
   EXPECT_EQ(status(), "Program finished");
 }
