@@ -9,7 +9,7 @@ namespace corvelin {
 
 namespace {
 
-constexpr std::size_t most_at_once = 64 * 1024;  // bytes
+constexpr std::size_t most_at_once = std::size_t{64} * 1024;  // bytes
 
 // A file that was removed, perhaps with its folder, could still be written to, and all of that
 // would be lost at the end. False when the system can't tell at the moment, as on a network that is
