@@ -48,7 +48,7 @@ using namespace rule;
 constexpr std::uint32_t moving = on_document | refreshes_places;
 constexpr std::uint32_t selecting = on_document | undo_selection | refreshes_places;
 constexpr std::uint32_t editing = on_document | undo_document | relists | refreshes_places;
-constexpr std::uint32_t trimming = on_document | recuts | refreshes_places | repeats;
+constexpr std::uint32_t trimming = editing | recuts | modifies | repeats | steps_by_run;
 constexpr std::uint32_t opening = while_stopped | reopens;
 constexpr std::uint32_t saving = on_document | reopens;
 constexpr std::uint32_t prelistening = on_document | while_silent;

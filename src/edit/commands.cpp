@@ -1,6 +1,9 @@
 // The dispatcher.
 #include "edit/commands.h"
 
+#include <optional>
+#include <utility>
+
 #include "audio/playback.h"
 #include "document/open_state.h"
 #include "edit/document_commands.h"
@@ -20,11 +23,25 @@ namespace {
 constexpr Command part_command = {
     0, "go_to_part", unnamed, "", rule::on_document | rule::refreshes_places, nullptr};
 
-void take_undo_step(const Command& command) {
+std::optional<UndoEntry> undo_step(const Command& command) {
+  if (!command.has(rule::undo_document | rule::undo_selection)) return std::nullopt;
   const bool has_own_label = command.undo_label.number != unnamed.number;
   const TextRow& label = has_own_label ? command.undo_label : command.text;
-  if (command.has(rule::undo_document | rule::undo_selection))
-    undo_push(command.has(rule::undo_document), ui_text(label));
+  return undo_entry(command.has(rule::undo_document), ui_text(label));
+}
+
+UndoRun run_of(const Command& command) {
+  return {.command = command.id, .part = document.current_part, .revision = document_revision};
+}
+
+// Pressed many times in a row, a command of fine adjustment takes one step for all; and none where
+// it finds nothing to do.
+Outcome carry_out_in_run(const Command& command, const std::function<Outcome()>& operation) {
+  const bool goes_on = !undo_stack.empty() && undo_stack.front().undo_run == run_of(command);
+  std::optional<UndoEntry> step = goes_on ? std::nullopt : undo_step(command);
+  const Outcome outcome = operation();
+  if (outcome.result == Result::done) undo_push(std::move(step));
+  return outcome;
 }
 
 // Brings the records into line with what the operation did to the document.
@@ -111,12 +128,15 @@ DispatchResult dispatch_command(CommandId id) {
 Result carry_out(const Command& command, const std::function<Outcome()>& operation) {
   Outcome outcome = command.check == nullptr ? Outcome(Result::done) : command.check();
   if (outcome.result == Result::done) {
-    take_undo_step(command);
+    const bool is_in_run = command.has(rule::steps_by_run);
+    if (!is_in_run) undo_push(undo_step(command));
     const std::uint64_t revision = document_revision;
-    outcome = operation();
+    outcome = is_in_run ? carry_out_in_run(command, operation) : operation();
     const bool has_new_parts = document_revision != revision;
     if (outcome.result == Result::done || has_new_parts)
       repair(command, outcome.result == Result::refused, has_new_parts);
+    if (is_in_run && outcome.result == Result::done && !undo_stack.empty())
+      undo_stack.front().undo_run = run_of(command);
     show_changes(command);
   }
   if (outcome.box) host().show_message_box(*outcome.box);

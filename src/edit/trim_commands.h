@@ -1,6 +1,5 @@
 // Fine adjustment of the highlighted edit point by single frames: the sides of a cut, and the place
-// of a cue. These commands are pressed many times in a row; they take no undo step and leave
-// `document_modified` alone.
+// of a cue. These commands are pressed many times in a row: such a run is one undo step.
 #pragma once
 
 #include "edit/outcome.h"

@@ -48,16 +48,25 @@ bool restore(const std::string& snapshot) {
 
 std::vector<UndoEntry> undo_stack;
 
-void undo_push(bool with_snapshot, std::string_view label) {
-  if (entry_limit() == 0) return;
+std::optional<UndoEntry> undo_entry(bool with_snapshot, std::string_view label) {
+  if (entry_limit() == 0) return std::nullopt;
   UndoEntry entry = {.undo_sel_beg = selection.sel_beg,
                      .undo_sel_end = selection.sel_end,
                      .undo_snapshot = std::nullopt,
                      .undo_label = undo_label(label)};
   if (with_snapshot) entry.undo_snapshot = project_text();
+  return entry;
+}
+
+void undo_push(std::optional<UndoEntry> entry) {
+  if (!entry) return;
   if (undo_stack.size() >= entry_limit()) undo_stack.resize(entry_limit() - 1);
-  undo_stack.insert(undo_stack.begin(), std::move(entry));
+  undo_stack.insert(undo_stack.begin(), std::move(*entry));
   host().update_menu_state(undo_states);
+}
+
+void undo_push(bool with_snapshot, std::string_view label) {
+  undo_push(undo_entry(with_snapshot, label));
 }
 
 bool undo_pop() {
@@ -67,7 +76,7 @@ bool undo_pop() {
   host().update_menu_state(undo_states);
   if (entry.undo_snapshot && !restore(*entry.undo_snapshot)) return false;
   set_selection(entry.undo_sel_beg, entry.undo_sel_end);
-  settle_places();  // a trim, which takes no step of its own, may have moved the frames
+  settle_places();  // behind an entry that was not restored the frames are others
   return true;
 }
 

@@ -12,18 +12,32 @@
 
 namespace corvelin {
 
+/// What a step was taken for, and what the last of its kind left.
+struct UndoRun {
+  std::uint16_t command = 0;  // its id
+  PartIndex part = no_part;
+  std::uint64_t revision = 0;  // of the document
+
+  bool operator==(const UndoRun&) const = default;
+};
+
 struct UndoEntry {
   EditPosition undo_sel_beg = no_position;
   EditPosition undo_sel_end = no_position;
   std::optional<std::string> undo_snapshot;  // project text; none for a change of the selection
   std::string undo_label;                    // UTF-8, as the menu shows it
+  UndoRun undo_run = {};                     // that goes on while nothing else changes
 };
 
 /// Newest first. At most `max_undo` entries, and never more than 50.
 extern std::vector<UndoEntry> undo_stack;
 
-/// Takes an entry before a change. `label` is the menu text of the command, with its "&" and key.
-/// The oldest entry is lost from a full stack. With `max_undo` 0 nothing is kept.
+/// The state before a change, to be pushed once something changed. `label` is the menu text of the
+/// command, with its "&" and key. None with `max_undo` 0.
+std::optional<UndoEntry> undo_entry(bool with_snapshot, std::string_view label);
+
+/// Takes an entry. The oldest one is lost from a full stack.
+void undo_push(std::optional<UndoEntry> entry);
 void undo_push(bool with_snapshot, std::string_view label);
 
 /// Takes the newest step back: the document as it was, or the selection alone. An entry that can't

@@ -72,26 +72,26 @@ constexpr Row rows[] = {
     {"EndsInAPart", "cues_at_selection_ends", "0-20 =5-10", "0-5 5-10* 10-20* #1 !^"},
     {"EndsAtBorders", "cues_at_selection_ends", "0-5:A 5-20:B =5-20", "0-5:A 5-20*:B #1 !^"},
     {"EndsFromTheStart", "cues_at_selection_ends", "0-20:A =0-5", "0-5*:A 5-20* !^"},
-    {"LeftOut", "trim_left_out", "0-5 8-20 @5 #1", "0-6 8-20 @6 #1"},
-    {"LeftOutWithoutGap", "trim_left_out", "0-8 8-20 @8 #1", "0-8 8-20* @8 #1"},
+    {"LeftOut", "trim_left_out", "0-5 8-20 @5 #1", "0-6 8-20 @6 #1 !^"},
+    {"LeftOutWithoutGap", "trim_left_out", "0-8 8-20 @8 #1", "0-8 8-20* @8 #1 !^"},
     {"LeftOutAtLastFrame", "trim_left_out", "0-19 0-5 @19 #1", "0-19 0-5 @19 #1"},
     {"LeftOutOfTheFirstPart", "trim_left_out", "4-20", "4-20"},
-    {"LeftIn", "trim_left_in", "0-5 5-20* @5 #1", "0-4 5-20 @4 #1"},
-    {"LeftInWithCursorAtTheStart", "trim_left_in", "0-5 8-20 #1", "0-4 8-20 #1"},
+    {"LeftIn", "trim_left_in", "0-5 5-20* @5 #1", "0-4 5-20 @4 #1 !^"},
+    {"LeftInWithCursorAtTheStart", "trim_left_in", "0-5 8-20 #1", "0-4 8-20 #1 !^"},
     {"LeftInKeepsTheLastFrame", "trim_left_in", "4-5 8-20* @1 #1", "4-5 8-20* @1 #1"},
-    {"RightIn", "trim_right_in", "0-5 5-20* @5 #1", "0-5 6-20 @5 #1"},
-    {"RightInOfTheFirstPart", "trim_right_in", "0-20* @3", "1-20 @3"},
+    {"RightIn", "trim_right_in", "0-5 5-20* @5 #1", "0-5 6-20 @5 #1 !^"},
+    {"RightInOfTheFirstPart", "trim_right_in", "0-20* @3", "1-20 @3 !^"},
     {"RightInKeepsTheLastFrame", "trim_right_in", "0-5 8-9* 12-20 @5 #1", "0-5 8-9* 12-20 @5 #1"},
-    {"RightInCursorAtEnd", "trim_right_in", "0-5 8-20 @17 #1", "0-5 9-20 @16 #1"},
-    {"RightOut", "trim_right_out", "0-5 8-20 @5 #1", "0-5 7-20 @5 #1"},
-    {"RightOutOfAShortPart", "trim_right_out", "0-5 8-9 15-20 @5 #1", "0-5 7-9 15-20 @5 #1"},
-    {"RightOutOfShortLast", "trim_right_out", "0-5 19-20 @5 #1", "0-5 18-20 @5 #1"},
-    {"RightOutToTheFilesStart", "trim_right_out", "5-10 1-5 @5 #1", "5-10 0-5 @5 #1"},
+    {"RightInCursorAtEnd", "trim_right_in", "0-5 8-20 @17 #1", "0-5 9-20 @16 #1 !^"},
+    {"RightOut", "trim_right_out", "0-5 8-20 @5 #1", "0-5 7-20 @5 #1 !^"},
+    {"RightOutOfAShortPart", "trim_right_out", "0-5 8-9 15-20 @5 #1", "0-5 7-9 15-20 @5 #1 !^"},
+    {"RightOutOfShortLast", "trim_right_out", "0-5 19-20 @5 #1", "0-5 18-20 @5 #1 !^"},
+    {"RightOutToTheFilesStart", "trim_right_out", "5-10 1-5 @5 #1", "5-10 0-5 @5 #1 !^"},
     {"RightOutAtTheFilesStart", "trim_right_out", "5-10 0-5 @5 #1", "5-10 0-5 @5 #1"},
-    {"RightOutOfTheFirstPart", "trim_right_out", "4-20", "3-20"},
-    {"RightOutOfTheWholeFile", "trim_right_out", "0-20", "0-20*"},
-    {"MoveLeft", "move_cue_left", "0-5 5-20*g2:B @9 #1", "0-4 4-20*g2:B @9 #1"},
-    {"MoveRight", "move_cue_right", "0-5 5-20*g2:B @9 #1", "0-6 6-20*g2:B @9 #1"},
+    {"RightOutOfTheFirstPart", "trim_right_out", "4-20", "3-20 !^"},
+    {"RightOutOfTheWholeFile", "trim_right_out", "0-20", "0-20* !^"},
+    {"MoveLeft", "move_cue_left", "0-5 5-20*g2:B @9 #1", "0-4 4-20*g2:B @9 #1 !^"},
+    {"MoveRight", "move_cue_right", "0-5 5-20*g2:B @9 #1", "0-6 6-20*g2:B @9 #1 !^"},
     {"MoveNoCut", "move_cue_right", "0-5 8-20 #1", "0-5 8-20 #1"},
     {"MoveNotOverCueBefore", "move_cue_left", "0-4 4-5 5-20 #2", "0-4 4-5 5-20 #2"},
     {"MoveNotOverCueBehind", "move_cue_right", "0-5 5-6 6-20 #1", "0-5 5-6 6-20 #1"},
@@ -191,14 +191,30 @@ TEST_F(EditCommands, PlacesStayOnFrameStartsBehindATrim) {
   selection.cursor = 2922;  // the third frame behind the border
   set_sel_begin(1461);
   set_sel_end(1878);
-  undo_push(false, "Selection");
   run("trim_right_in");  // the first of 417 bytes goes; 1044 at 1461, 417 at
                          // 2505, 1044 at 2922
   EXPECT_EQ(selection.cursor, 2922U);
   EXPECT_EQ(selection.sel_beg, 1461U);
   EXPECT_EQ(selection.sel_end, 2505U);
-  EXPECT_TRUE(undo_pop());  // where 1878 was stored no frame begins any more
-  EXPECT_EQ(selection.sel_end, 2505U);
+  EXPECT_TRUE(undo_pop());
+  EXPECT_EQ(selection.sel_end, 1878U);
+}
+
+TEST_F(EditCommands, ARunOfOneTrimIsOneStep) {
+  make("0-8 12-20* @8 #1");
+  run("trim_left_in trim_left_in trim_right_in @6");
+  EXPECT_EQ(undo_stack.size(), 2U);
+  document.current_part = 1;
+  run("trim_right_in");
+  document.current_part = 0;
+  host.calls.clear();
+  run("trim_right_in trim_right_in");
+  EXPECT_NE(host.calls.find("parts "), std::string::npos);  // the list
+  EXPECT_EQ(undo_stack.size(), 3U);
+  for (const char* const before : {"0-6 14-20", "0-6 12-20", "0-8 12-20*"}) {
+    EXPECT_TRUE(undo_pop());
+    EXPECT_EQ(parts(), before);
+  }
 }
 
 TEST_F(EditCommands, NothingIsTakenFromAGapOfJunk) {
