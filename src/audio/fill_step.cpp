@@ -95,6 +95,8 @@ std::size_t fill_from_stream(std::span<std::uint8_t> out, std::uint32_t frames,
 
 std::uint32_t fill_resyncs() { return feed.resyncs(); }
 
+std::uint32_t fill_bytes() { return feed.bytes(); }
+
 EditPosition settling_place(EditPosition pos) {
   constexpr std::uint32_t reach = 3584;  // bytes: more than that takes at any bitrate
   const EditPosition back = pos < reach ? 0 : pos - reach;

@@ -22,6 +22,9 @@ std::size_t fill_from_stream(std::span<std::uint8_t> out, std::uint32_t frames,
 /// How often, since the program began, what was read ahead had no frame where one had to begin.
 std::uint32_t fill_resyncs();
 
+/// How many bytes of frames were given since then; it wraps.
+std::uint32_t fill_bytes();
+
 /// Where a decoder has to begin so that it gives the frame at `pos` as in a run from the start: at
 /// a frame in front of it, as a frame leans on the two before it and takes up to 511 bytes of its
 /// data from further ones.

@@ -16,6 +16,7 @@ Frames FrameFeed::take(std::uint32_t most, EditPosition end) {
   }
   begin_ += frames.bytes.size();
   next_.pos += static_cast<std::uint32_t>(frames.bytes.size());
+  bytes_ += static_cast<std::uint32_t>(frames.bytes.size());
   if (begin_ == size_) {
     next_ = behind_;
     resyncs_ += std::exchange(resyncs_ahead_, 0);

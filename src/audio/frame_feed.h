@@ -27,6 +27,9 @@ class FrameFeed {
   /// How often no frame stood where one had to begin.
   [[nodiscard]] std::uint32_t resyncs() const { return resyncs_; }
 
+  /// How many bytes of frames were given; it wraps.
+  [[nodiscard]] std::uint32_t bytes() const { return bytes_; }
+
  private:
   [[nodiscard]] bool stands_at_edit_cursor(EditPosition end) const;
   void read_block(EditPosition end);
@@ -38,6 +41,7 @@ class FrameFeed {
   FrameCursor next_;       // at that frame
   FrameCursor behind_;     // where the reading goes on
   EditPosition end_ = 0;
+  std::uint32_t bytes_ = 0;
   std::uint32_t resyncs_ = 0;
   std::uint32_t resyncs_ahead_ = 0;  // behind what was read ahead, which is read again at times
   std::uint64_t revision_ = 0;       // of the document

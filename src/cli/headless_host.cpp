@@ -28,7 +28,7 @@ void HeadlessHost::print(const MessageBox& box) {
   if (line_ != nullptr) line_->clear();
   std::string text = box.text;
   while (text.ends_with('\n')) text.pop_back();
-  tell(fmt::format("{}: {}", box.caption, printable(std::move(text))));
+  tell(printable(fmt::format("{}: {}", box.caption, text)));
   if (!box.cause.empty()) tell(printable(box.cause));
 }
 
@@ -44,7 +44,7 @@ BoxAnswer HeadlessHost::show_message_box(const MessageBox& box) {
 bool HeadlessHost::show_note(const MessageBox&) { return false; }
 
 std::optional<std::string> HeadlessHost::take_next_path(const FileDialog& dialog) {
-  if (!next_path_) tell(dialog.title + ": There is nobody here to choose a file.");
+  if (!next_path_) tell(printable(dialog.title) + ": There is nobody here to choose a file.");
   return std::exchange(next_path_, std::nullopt);
 }
 

@@ -9,6 +9,7 @@
 #include "cli/messages.h"
 #include "edit/command_help.h"
 #include "edit/commands.h"
+#include "platform/text.h"
 #include "settings/setting_table.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
@@ -60,7 +61,7 @@ void print_keys() {
   }
 }
 
-void print_pattern() { print(fmt::format("{}\n", ui_text(row::split_variables))); }
+void print_pattern() { print(printable(fmt::format("{}\n", ui_text(row::split_variables)))); }
 
 std::string help_for(std::string_view word) {
   if (const EditLine* const line = find_line(word)) return line_text(*line);

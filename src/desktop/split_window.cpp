@@ -14,6 +14,7 @@
 #include <QSpinBox>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
@@ -45,6 +46,11 @@ class SplitWindow : public DialogWindow {
     rows->addWidget(options_group());
     rows->addWidget(new_words(label(row::note_on_split)));
     rows->addLayout(progress_row());
+    report_ = new_words({});
+    report_->setObjectName(QStringLiteral("report"));
+    report_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    report_->hide();
+    rows->addWidget(report_);
     rows->addWidget(buttons());
     setMinimumWidth(620);
     show_fields();
@@ -182,6 +188,7 @@ class SplitWindow : public DialogWindow {
     if (!dialog_.accept()) return;
     ok_->setEnabled(false);
     status_->clear();
+    report_->hide();
     bar_->setValue(0);
     timer_.start(0);
   }
@@ -196,6 +203,10 @@ class SplitWindow : public DialogWindow {
     ok_->setEnabled(true);
     if (dialog_.run->result() == SplitResult::finished) return accept();
     status_->setText(as_qstring(dialog_.run->status()));
+    report_->setText(as_qstring(dialog_.run->report()).remove(u'\r').trimmed());
+    report_->show();
+    layout()->activate();
+    resize(width(), std::max(height(), layout()->totalHeightForWidth(width())));
   }
 
   SplitDialog& dialog_;
@@ -210,6 +221,7 @@ class SplitWindow : public DialogWindow {
   QSpinBox* seconds_ = nullptr;
   QProgressBar* bar_ = nullptr;
   QLabel* status_ = nullptr;
+  QLabel* report_ = nullptr;
   QPushButton* ok_ = nullptr;
 };
 

@@ -2,18 +2,36 @@
 #include "document/tag_bounds.h"
 
 #include <array>
+#include <span>
 
 #include "platform/bytes.h"
 
 namespace corvelin {
 
-std::uint32_t id3v2_tag_size(const InputFile& file) {
+namespace {
+
+std::uint32_t id3v2_size(std::span<const std::uint8_t> head) {
   constexpr std::uint32_t tag_header_size = 10;
-  std::array<std::uint8_t, 20> head = {};
-  file.read_at(0, head);
-  if (!stands_at(head, 0, "ID3")) return 0;
   return tag_header_size + (std::uint32_t{head[6]} << 21) + (std::uint32_t{head[7]} << 14) +
          (std::uint32_t{head[8]} << 7) + head[9];
+}
+
+}  // namespace
+
+std::uint32_t id3v2_tag_size(const InputFile& file) {
+  std::array<std::uint8_t, 20> head = {};
+  file.read_at(0, head);
+  return stands_at(head, 0, "ID3") ? id3v2_size(head) : 0;
+}
+
+std::uint32_t tag_size_at(const InputFile& file, std::uint64_t offset) {
+  constexpr std::uint32_t ape_header_size = 32;
+  std::array<std::uint8_t, ape_header_size> head = {};
+  if (file.read_at(offset, head) < head.size()) return 0;
+  if (stands_at(head, 0, "TAG")) return id3v1_size;
+  if (stands_at(head, 0, "ID3")) return id3v2_size(head);
+  if (stands_at(head, 0, "APETAGEX")) return ape_header_size + little_endian_u32(head, 12);
+  return 0;
 }
 
 std::uint32_t ape_tag_size(const InputFile& file, std::uint32_t audio_end) {

@@ -17,6 +17,10 @@ constexpr std::uint32_t id3v1_size = 128;  // bytes
 /// larger than the file.
 std::uint32_t id3v2_tag_size(const InputFile& file);
 
+/// Bytes of the tag that begins at `offset`, which may be anywhere in a file that was put together
+/// of others: ID3v1, ID3v2, or APE with its header. 0 without one. The size is the tag's own word.
+std::uint32_t tag_size_at(const InputFile& file, std::uint64_t offset);
+
 /// Bytes of the APE tag that ends at `audio_end`; 0 without one.
 ///
 /// Sizes are kept in 16 bits and wrap, so of a larger tag only the rest modulo 65536 is known. A

@@ -1,7 +1,10 @@
 // Fields and run of split save.
 #include "edit/split_dialog.h"
 
+#include <system_error>
+
 #include "document/open_state.h"
+#include "platform/file.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
@@ -17,6 +20,19 @@ namespace {
 std::string first_folder() {
   if (settings.workdir_onsave != 0 && !settings.working_dir.empty()) return settings.working_dir;
   return std::string(folder_of(open_state.audio_name));
+}
+
+bool make_missing_folder(const std::string& folder) {
+  if (file_facts(folder).found) return true;
+  const MessageBox box = {.caption = std::string(ui_text(row::destination_folder)),
+                          .text = format_row(ui_text(row::make_folder), folder),
+                          .icon = BoxIcon::question,
+                          .buttons = BoxButtons::yes_no,
+                          .default_answer = BoxAnswer::yes};
+  if (host().show_message_box(box) != BoxAnswer::yes) return false;
+  const std::error_code error = create_folders(folder);
+  if (error) show_error(error.message() + "\n" + folder);
+  return !error;
 }
 
 }  // namespace
@@ -38,6 +54,7 @@ bool SplitDialog::accept() {
   cancel();
   if (folder.find('/') == std::string::npos) return false;
   if (!folder.ends_with('/')) folder += '/';
+  if (!make_missing_folder(folder)) return false;
   open_state.split_dest_folder = folder;
   run = std::make_unique<SplitRun>(folder, first_number);
   return true;

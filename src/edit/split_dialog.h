@@ -26,7 +26,8 @@ struct SplitDialog : Dialog {
   void begin() override;
 
   /// Stores the fields, ends a run that is under way, and starts one anew from the first region.
-  /// False, and nothing started, when the folder is none.
+  /// False, and nothing started, when the folder is none. One that isn't there is made if the user
+  /// wants that.
   bool accept() override;
 
   /// Stores the fields and ends a run that is under way between two regions.

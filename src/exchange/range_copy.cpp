@@ -59,7 +59,10 @@ std::error_code RangeCopy::write_frames() {
     marks_.push_back({frames_ + 1, writer_.offset()});
   const std::span<std::uint8_t> room = writer_.room();
   block_size_ = std::clamp(block_size_, least_block, room.size());
+  const EditPosition before = cursor_.pos;
   const FramesRead read = read_frames(room.first(block_size_), cursor_, range_.end);
+  left_out_.add(before + static_cast<std::uint32_t>(read.size), std::min(cursor_.pos, range_.end),
+                cursor_.frame.frame_length);
   frames_ += read.frames;
   resyncs_ += read.resync_count;
   block_size_ = read.size < block_size_ / 2 ? least_block : block_size_ * 2;

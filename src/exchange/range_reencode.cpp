@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <optional>
@@ -86,9 +87,12 @@ void RangeReencode::begin_frames() {
 
 std::error_code RangeReencode::write_frames() {
   const std::uint32_t frames_before = frames_;
+  const std::uint32_t bytes_before = fill_bytes();
   const std::size_t bytes = decode_block(samples_, frames_per_block, frames_);
   resyncs_ = fill_resyncs() - resyncs_before_;
   const bool has_moved = selection.cursor > position_;
+  left_out_.add(position_ + (fill_bytes() - bytes_before), std::min(selection.cursor, range_.end),
+                stream.current_frame.frame_length);
   position_ = selection.cursor;
   // Frames of which nothing is heard would be a hole that nobody notices. A gap in the file, which
   // the reader has stepped over, is none, nor is a broken last frame.

@@ -29,6 +29,8 @@ void RangeWriter::begin(EditRange range, TagsToWrite tags) {
   state_ = State::goes_on;
   frames_ = resyncs_ = 0;
   id3v2_ = {};
+  left_out_ = {};
+  missing_.clear();
   if (tags_.id3v2) id3v2_.begin();
   writer_.begin();
   begin_frames();
@@ -61,7 +63,10 @@ std::error_code RangeWriter::write_piece() {
     case Phase::header_frame:
       return write_header_frame();
     case Phase::frames:
-      if (!has_more()) return write_rest();
+      if (!has_more()) {
+        missing_ = left_out_.text();
+        return write_rest();
+      }
       state_ = State::goes_on;
       return write_frames();
     case Phase::header:

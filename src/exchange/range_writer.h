@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "exchange/id3v2_copy.h"
+#include "exchange/left_out.h"
 #include "model/document.h"
 #include "platform/block_writer.h"
 #include "platform/file.h"
@@ -70,6 +71,10 @@ class RangeWriter {
   /// must not: what it left out would be missed only when the source is gone.
   [[nodiscard]] virtual std::string source_fault() const;
 
+  /// What the frames don't hold of the range, in a sentence that tells how many seconds are missing
+  /// and where. Empty for no more than the usual loss. Known when the frames are written.
+  [[nodiscard]] const std::string& missing() const { return missing_; }
+
   [[nodiscard]] std::uint32_t frames() const { return frames_; }  // read, without a header frame
   [[nodiscard]] std::uint32_t resyncs() const { return resyncs_; }
   [[nodiscard]] int percent_done() const;  // 0 to 100
@@ -97,6 +102,7 @@ class RangeWriter {
   std::uint32_t frames_ = 0;
   std::uint32_t resyncs_ = 0;
   Id3v2Copy id3v2_;
+  LeftOut left_out_;
 
  private:
   std::error_code write_piece();
@@ -106,6 +112,7 @@ class RangeWriter {
   enum class State : std::uint8_t { goes_on, is_made, is_handed_over };
 
   TagsToWrite tags_;
+  std::string missing_;
   Phase phase_ = Phase::over;
   State state_ = State::goes_on;
 };

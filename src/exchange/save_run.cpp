@@ -25,6 +25,10 @@ namespace {
 // written as song.mp3.~~~.mp3, which a person can make out should the replacement fail.
 constexpr std::string_view temporary_mark = ".~~~";
 
+std::string with_cause(const std::string& cause, const std::string& text) {
+  return cause.empty() ? text : fmt::format("{}\n{}", cause, text);
+}
+
 // A file that begins with the encoder's own header frame has no tag in front of that.
 bool has_place_for_id3v2(SaveMode mode) {
   return mode == SaveMode::copy || !encoder_writes_header();
@@ -92,17 +96,19 @@ void SaveRun::step_audio() {
     check_sources();
 }
 
-// What there still is of a source makes a new file, but it takes no other's place. The parts of a
-// project may lie where a file has no frames any more.
+// What there still is of a source makes a new file, but it takes no other's place. Nor does what
+// bad data left take the place of the source that has these data. The parts of a project may lie
+// where a file has no frames any more.
 void SaveRun::check_sources() {
   std::string fault = audio_->source_fault();
+  const bool is_readable = fault.empty();
   const bool has_frames = audio_->frames() != 0;
-  if (fault.empty() && !has_frames)
-    fault = fmt::format("{}\n{}", name_, ui_text(row::no_sync_found));
-  if (fault.empty()) return;
-  if (!has_frames || target_.replaces()) return give_up(fault);
+  if (is_readable && !has_frames) fault = fmt::format("{}\n{}", name_, ui_text(row::no_sync_found));
+  if (fault.empty() && audio_->missing().empty()) return;
+  const bool may_go_on = has_frames && (is_readable ? !replaced_ : !target_.replaces());
+  if (!may_go_on) return give_up(fault);
   has_failed_ = true;
-  show_error(fmt::format("{}\n{}", fault, not_whole()));
+  show_error(with_cause(fault, not_whole()));
 }
 
 // The date, a file that is really on disk, and its name. The disk may take long for that.
@@ -165,11 +171,13 @@ bool SaveRun::check(std::error_code error) {
 void SaveRun::give_up(const std::string& reason) {
   abandon();
   report_.clear();
-  show_error(target_.is_unfinished() ? fmt::format("{}\n{}", reason, not_whole()) : reason);
+  show_error(target_.is_unfinished() ? with_cause(reason, not_whole()) : reason);
 }
 
 std::string SaveRun::not_whole() const {
-  return fmt::format("{} is not whole.", target_.written_name());
+  const std::string& missing = audio_->missing();
+  return fmt::format("{} is not whole{}{}", target_.written_name(), missing.empty() ? "." : ": ",
+                     missing);
 }
 
 bool SaveRun::has_problem() const {

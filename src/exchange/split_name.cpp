@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <optional>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "model/stream_info.h"
@@ -21,9 +22,8 @@ namespace {
 constexpr std::size_t longest_path = 250;  // characters; the last step may go beyond
 constexpr std::size_t longest_name = 255;  // bytes, as common file systems have it
 
-// What file systems of this and other platforms refuse in a name. Further control characters are
-// left as they are.
-constexpr std::string_view refused_characters("\\/:*?\"<>|\t\0", 11);
+// What file systems of this and other platforms refuse in a name, beside control characters.
+constexpr std::string_view refused_characters = "\\/:*?\"<>|\n";
 
 struct Piece {
   std::uint32_t number;
@@ -124,8 +124,11 @@ void make_split_name(std::string& path, std::uint16_t done, std::uint16_t first_
     length += count_units(steps.back().text);
   }
   std::string name = join(steps, longest_name - std::min(longest_name, extension.size()));
+  name = printable(std::move(name), '_');
   std::ranges::replace_if(
       name, [](char c) { return refused_characters.find(c) != std::string_view::npos; }, '_');
+  if (const std::size_t last = name.find_last_not_of(' '); last != std::string::npos)
+    name.resize(last + 1);  // where nothing is known for the pattern's last variable
   path.append(name).append(extension);
 }
 

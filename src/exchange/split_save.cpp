@@ -126,6 +126,8 @@ SplitResult SplitRun::look_at_closing() {
   is_closing_ = false;
   if (closing_error_) return failed(SplitResult::write_error, closing_error_);
   log_ += path_ + "\r\n";
+  if (!copy_.missing().empty())
+    losses_ += fmt::format("{} is not whole: {}\r\n", path_, copy_.missing());
   return end_piece();
 }
 
@@ -161,7 +163,7 @@ SplitResult SplitRun::failed(SplitResult failure, std::error_code error) {
   return failure;
 }
 
-// A piece that could not be completed stays as far as it is written.
+// A piece that could not be completed stays as far as it is written, and is named.
 void SplitRun::finish() {
   is_over_ = true;
   copy_.wait();
@@ -169,10 +171,12 @@ void SplitRun::finish() {
   keep_id3v1_as_set();
   clear_selection();
   if (result_ == SplitResult::finished && log_.empty()) result_ = SplitResult::write_error;
+  if (result_ == SplitResult::finished && !losses_.empty()) result_ = SplitResult::not_whole;
+  report_ += losses_;
   if (!passed_over_.empty())
     report_ += fmt::format("{}:\r\n{}", ui_text(row::no_sync_found), passed_over_);
   if (!status().empty()) {
-    report_ += fmt::format("{}\r\n{}\r\n", status(), path_);
+    report_ += fmt::format("{}\r\n{}{}\r\n", status(), path_, is_in_piece_ ? " is not whole." : "");
     if (!reason_.empty()) report_ += reason_ + "\r\n";
     return;
   }
@@ -207,7 +211,7 @@ std::string SplitRun::progress_text() const {
 std::string_view SplitRun::status() const {
   constexpr std::array<std::string_view, 5> words = {"Create error!", "ID3v2 error!",
                                                      "Write error!", "Xing error!", "ID3v1 error!"};
-  if (result_ < SplitResult::create_error) return {};
+  if (result_ < SplitResult::create_error || result_ == SplitResult::not_whole) return {};
   return words[static_cast<std::size_t>(result_) -
                static_cast<std::size_t>(SplitResult::create_error)];
 }

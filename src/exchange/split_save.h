@@ -27,6 +27,7 @@ enum class SplitResult : std::uint8_t {
   write_error = 4,  // of the audio, or of what makes the file complete
   xing_error = 5,   // the VBR/Info header could not be completed
   id3v1_error = 6,
+  not_whole = 7,  // all pieces are written, but of some more is missing than usual
 };
 
 /// How many files a split would make: one more than there are cues behind the first part.
@@ -90,6 +91,7 @@ class SplitRun : public LongRun {
   SplitResult result_ = SplitResult::more;
   bool is_over_ = false;
   std::string reason_;       // of a failure
+  std::string losses_;       // pieces that are not whole, in lines ended by CR LF
   std::string passed_over_;  // names of pieces without a frame, in lines ended by CR LF
   std::string report_;
   std::string log_;

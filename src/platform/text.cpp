@@ -239,14 +239,14 @@ std::string on_one_line(std::string text) {
   return text;
 }
 
-std::string printable(std::string text) {
+std::string printable(std::string text, char sign) {
   for (std::size_t i = 0; i < text.size(); ++i) {
     const auto byte = static_cast<unsigned char>(text[i]);
     // The second range of controls, U+0080 to U+009F, has two bytes.
     const bool is_long =
         byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
     if (is_long) text.erase(i + 1, 1);
-    if (is_long || (byte < ' ' && byte != '\n') || byte == 0x7F) text[i] = '?';
+    if (is_long || (byte < ' ' && byte != '\n') || byte == 0x7F) text[i] = sign;
   }
   return text;
 }

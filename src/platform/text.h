@@ -58,9 +58,9 @@ bool take_line(std::string_view& text, std::string_view& line);
 /// `text` with blanks for line ends and zeros, so that it fills one line of a file and no more.
 std::string on_one_line(std::string text);
 
-/// `text` with "?" for control characters other than line feeds. Names come from files and may hold
-/// what a terminal takes for commands.
-std::string printable(std::string text);
+/// `text` with `sign` for control characters other than line feeds. Names come from files and may
+/// hold what a terminal takes for commands.
+std::string printable(std::string text, char sign = '?');
 
 /// Whether two texts are equal but for the case of the letters A to Z.
 bool equal_ignoring_case(std::string_view a, std::string_view b);

@@ -260,5 +260,6 @@ constexpr TextRow number_of_frames = {ext, 70};
 constexpr TextRow number_of_cues = {ext, 71};
 constexpr TextRow nothing_to_fade = {ext, 90};
 constexpr TextRow fade_over_edit_points = {ext, 91};
+constexpr TextRow make_folder = {ext, 92};
 
 }  // namespace corvelin::row

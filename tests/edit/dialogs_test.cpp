@@ -86,6 +86,10 @@ TEST_F(DialogsTest, SplitKeepsItsFields) {
   dialog.overlap_seconds = 130;
   EXPECT_FALSE(dialog.accept());
   EXPECT_EQ(settings.split_overlap, 128 + 2);
+  dialog.folder = folder.path("new/pieces");
+  EXPECT_TRUE(dialog.accept());  // the folder is made, as the default answer says
+  EXPECT_TRUE(std::filesystem::is_directory(folder.path("new/pieces")));
+  std::filesystem::remove_all(folder.path("new"));
   dialog.folder = folder.path("").substr(0, folder.path("").size() - 1);
   dialog.first_number = 5;
   ASSERT_TRUE(dialog.accept());

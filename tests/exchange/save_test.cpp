@@ -15,6 +15,7 @@
 
 #include "audio/encoder_settings.h"
 #include "exchange/save_run.h"
+#include "exchange/split_save.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
@@ -374,6 +375,46 @@ TEST_F(SaveTest, InterruptedItLeavesNoFileBesideTheSource) {
   EXPECT_EQ(interruption(), 0);
 }
 
+TEST_F(SaveTest, TellsHowMuchOfTheStreamIsMissing) {
+  const Bytes half = frames(50);
+  const std::tuple<const char*, Bytes, std::string> rows[] = {
+      {"a broken frame", Mp3Builder{}.raw(half).zeros(300).raw(half).bytes(), ""},
+      {"a tag",
+       Mp3Builder{}
+           .raw(half)
+           .id3v1("x")
+           .raw(Bytes{'I', 'D', '3', 4, 0, 0, 0, 0, 100, 0})
+           .zeros(12800)
+           .raw(half)
+           .bytes(),
+       ""},
+      {"two places", Mp3Builder{}.raw(half).zeros(1500).raw(half).zeros(16500).raw(half).bytes(),
+       "1.1 seconds are missing, the first of them at 0'01.31."}};
+  for (const auto& [name, bytes, missing] : rows) {
+    SCOPED_TRACE(name);
+    ASSERT_TRUE(open("a.mp3", bytes));
+    const bool is_whole = missing.empty();
+    EXPECT_EQ(save_as("b.mp3"), is_whole ? SaveOutcome::saved : SaveOutcome::failed);
+    if (!is_whole) {
+      EXPECT_EQ(take_box(), "Error: " + folder.path("b.mp3 is not whole: ") + missing);
+    }
+    SplitRun split(folder.path("0/"), 1);
+    std::filesystem::create_directory(folder.path("0"));
+    while (split.step()) continue;
+    EXPECT_EQ(split.result(), is_whole ? SplitResult::finished : SplitResult::not_whole);
+    EXPECT_EQ(split.report().ends_with(missing + "\r\n"), !is_whole);
+    std::filesystem::remove_all(folder.path("0"));
+    // What bad data left takes no source's place.
+    EXPECT_EQ(save_unattended(true), is_whole ? SaveOutcome::saved : SaveOutcome::failed);
+    if (!is_whole) {
+      EXPECT_EQ(saved("a.mp3"), bytes);
+    }
+    host.boxes.clear();
+    for (const char* const left : {"b.mp3", "a.mp3.~~~.mp3"})
+      std::filesystem::remove(folder.path(left));
+  }
+}
+
 TEST_F(SaveTest, DoesNotTakeAShrunkenSourceForAWholeOne) {
   ASSERT_TRUE(open("a.mp3", hundred_));
   std::filesystem::resize_file(folder.path("a.mp3"), 50 * length);
@@ -388,7 +429,9 @@ TEST_F(SaveTest, DoesNotTakeAShrunkenSourceForAWholeOne) {
   open_state.document_modified = true;
   EXPECT_EQ(save_as("b.mp3"), SaveOutcome::failed);  // but what there is, is saved
   EXPECT_TRUE(host.boxes.back().text.ends_with("has become shorter since it was first opened.\n" +
-                                               folder.path("b.mp3") + " is not whole."));
+                                               folder.path("b.mp3") +
+                                               " is not whole: 1.3 seconds are missing, the first "
+                                               "of them at 0'01.31."));
   EXPECT_TRUE(open_state.document_modified && settings.file_recent.empty());
   EXPECT_FALSE(host.close_requested);
   EXPECT_EQ(saved("b.mp3"), frames(50, {.noisy = true}));

@@ -41,7 +41,7 @@ TEST_F(SplitNameTest, ExpandsThePattern) {
       {"%%N %n%x", "%01 %n%x.mp3"},
       {"", ".mp3"},
       {"../../%N", ".._.._01.mp3"},
-      {"a\\b/c:d*e?f\"g<h>i|j\tk", "a_b_c_d_e_f_g_h_i_j_k.mp3"},
+      {"a\\b/c:d*e?f\"g<h>i|j\tk\033l\u009Bm", "a_b_c_d_e_f_g_h_i_j_k_l_m.mp3"},
       // The folder counts: 9 characters of it, then 241 and one more step.
       {std::string(240, 'x') + "abc", std::string(240, 'x') + "ab.mp3"},
       {std::string(241, 'x') + "%T%N", std::string(241, 'x') + "Title.mp3"},
@@ -50,11 +50,10 @@ TEST_F(SplitNameTest, ExpandsThePattern) {
 }
 
 TEST_F(SplitNameTest, TextsStayInTheFolder) {
-  const std::pair<std::u16string, std::string> rows[] = {
-      {u"AC/DC: Live?", "AC_DC_ Live_.mp3"},
-      {u"../up", ".._up.mp3"},
-      {std::u16string(u"a\0b\n", 4), "a_b\n.mp3"},
-      {u"\xD800", "\xEF\xBF\xBD.mp3"}};
+  const std::pair<std::u16string, std::string> rows[] = {{u"AC/DC: Live?", "AC_DC_ Live_.mp3"},
+                                                         {u"../up", ".._up.mp3"},
+                                                         {std::u16string(u"a\0b\n", 4), "a_b_.mp3"},
+                                                         {u"\xD800", "\xEF\xBF\xBD.mp3"}};
   for (const auto& [title, expected] : rows) {
     document.parts[0].part_title = title;
     EXPECT_EQ(name("%T"), expected);

@@ -58,17 +58,17 @@ TEST_F(SplitSaveTest, WritesARegionACue) {
   split_at(15 * length);  // a plain cut parts nothing
   select(5, 6);
   EXPECT_EQ(split(), SplitResult::finished);
-  EXPECT_EQ(pieces(), "01 .mp3\r\n02 Two.mp3\r\n03 Zwölf_Três.mp3\r\n");
-  EXPECT_EQ(piece("01 .mp3"), frames_of_audio(0, 10));
+  EXPECT_EQ(pieces(), "01.mp3\r\n02 Two.mp3\r\n03 Zwölf_Três.mp3\r\n");
+  EXPECT_EQ(piece("01.mp3"), frames_of_audio(0, 10));
   EXPECT_EQ(piece("02 Two.mp3"), frames_of_audio(10, 20));
   EXPECT_EQ(piece("03 Zwölf_Três.mp3"), frames_of_audio(20, 40));
-  EXPECT_EQ(log, folder.path("01 .mp3") + "\r\n" + folder.path("02 Two.mp3") + "\r\n" +
+  EXPECT_EQ(log, folder.path("01.mp3") + "\r\n" + folder.path("02 Two.mp3") + "\r\n" +
                      folder.path("03 Zwölf_Três.mp3") + "\r\n");
   EXPECT_EQ(open_state.save_name, folder.path("03 Zwölf_Três.mp3"));
   EXPECT_EQ(places(), "");
   make("0-40");  // without cues it is one piece
   EXPECT_EQ(split(7), SplitResult::finished);
-  EXPECT_EQ(piece("07 .mp3"), audio_);
+  EXPECT_EQ(piece("07.mp3"), audio_);
 }
 
 TEST_F(SplitSaveTest, PiecesOverlapByTheirBeginnings) {
@@ -76,13 +76,13 @@ TEST_F(SplitSaveTest, PiecesOverlapByTheirBeginnings) {
   make("0-20* 20-200* 200-400*");
   settings.split_overlap = 128 + 2;
   EXPECT_EQ(split(), SplitResult::finished);
-  EXPECT_EQ(piece("01 .mp3").size(), 20 * length);
-  EXPECT_EQ(piece("02 .mp3").size(), 200 * length);  // there are no two seconds before it
+  EXPECT_EQ(piece("01.mp3").size(), 20 * length);
+  EXPECT_EQ(piece("02.mp3").size(), 200 * length);  // there are no two seconds before it
   // Two seconds are about 76.6 frames, which end with a whole one.
-  EXPECT_EQ(piece("03 .mp3").size(), (200 + 76) * length);
+  EXPECT_EQ(piece("03.mp3").size(), (200 + 76) * length);
   settings.split_overlap = 2;  // off
   EXPECT_EQ(split(11), SplitResult::finished);
-  EXPECT_EQ(piece("13 .mp3").size(), 200 * length);
+  EXPECT_EQ(piece("13.mp3").size(), 200 * length);
 }
 
 TEST_F(SplitSaveTest, NeverReplacesAnything) {
@@ -97,8 +97,8 @@ TEST_F(SplitSaveTest, NeverReplacesAnything) {
     put();
     EXPECT_EQ(split(), SplitResult::create_error);
     EXPECT_EQ(report, "Create error!\r\n" + second + "\r\nFile exists\r\n");
-    EXPECT_EQ(piece("01 .mp3"), frames_of_audio(0, 10));  // the complete one stays
-    std::filesystem::remove(folder.path("01 .mp3"));
+    EXPECT_EQ(piece("01.mp3"), frames_of_audio(0, 10));  // the complete one stays
+    std::filesystem::remove(folder.path("01.mp3"));
     std::filesystem::remove(second);
   }
   EXPECT_EQ(read_text(victim), "old");
@@ -113,7 +113,7 @@ TEST_F(SplitSaveTest, UnattendedItTakesTheFolderGivenOrItsOwn) {
   EXPECT_EQ(pieces(), "");
   open_state.document_modified = true;
   EXPECT_EQ(split_unattended(""), SaveOutcome::saved);
-  EXPECT_EQ(pieces(), "01 .mp3\r\n02 Two.mp3\r\n03 Zwölf_Três.mp3\r\n");
+  EXPECT_EQ(pieces(), "01.mp3\r\n02 Two.mp3\r\n03 Zwölf_Três.mp3\r\n");
   EXPECT_TRUE(open_state.document_modified);
 }
 
@@ -133,13 +133,13 @@ TEST_F(SplitSaveTest, EachPieceHasItsTagsAndItsSourcesDate) {
   ::utimensat(AT_FDCWD, folder.path("a.mp3").c_str(), times, 0);
   settings.keep_date = 2;
   EXPECT_EQ(split(9), SplitResult::finished);
-  EXPECT_EQ(file_facts(folder.path("09 .mp3")).write_time.tv_sec, 1100000000);
+  EXPECT_EQ(file_facts(folder.path("09.mp3")).write_time.tv_sec, 1100000000);
   struct {
     std::string name;
     std::uint32_t from, to;
     std::string title, artist;
     char track;
-  } const rows[] = {{"09 .mp3", 0, 10, "", "", 9},
+  } const rows[] = {{"09.mp3", 0, 10, "", "", 9},
                     {"10 Two.mp3", 10, 20, "Two", "Singer", 10},
                     {"11 Three.mp3", 20, 40, "Three", "Singer", 11}};  // kept from the one before
   for (const auto& row : rows) {
@@ -163,7 +163,7 @@ TEST_F(SplitSaveTest, EachPieceHasAHeaderOfItsOwn) {
   ASSERT_TRUE(open("a.mp3", variable.bytes()));
   document.parts[split_at(document.total_size / 2)].part_iscue = 1;
   EXPECT_EQ(split(), SplitResult::finished);
-  for (const char* const name : {"01 .mp3", "02 .mp3"}) {
+  for (const char* const name : {"01.mp3", "02.mp3"}) {
     const Bytes bytes = piece(name);
     EXPECT_EQ(std::string(bytes.begin() + 36, bytes.begin() + 40), "Xing");
     EXPECT_EQ(bytes[47], 60);  // frames
@@ -178,7 +178,7 @@ TEST_F(SplitSaveTest, TellsOfReSyncs) {
   document.parts[split_at(30 * length + 30)].part_iscue = 1;
   EXPECT_EQ(split(), SplitResult::finished);
   EXPECT_EQ(take_box(), "Warning: While saving 2 file(s) 1 re-sync(s) occured.");
-  EXPECT_EQ(piece("01 .mp3"), frames(30));
+  EXPECT_EQ(piece("01.mp3"), frames(30));
   batch_active = true;
   EXPECT_EQ(split(3), SplitResult::finished);
   EXPECT_EQ(take_box(), "");
@@ -192,8 +192,8 @@ TEST_F(SplitSaveTest, StopsBetweenTwoRegions) {
   EXPECT_TRUE(run.try_cancel());
   EXPECT_FALSE(run.step());
   EXPECT_EQ(run.progress_text() + run.report(), "1 / 3");
-  EXPECT_EQ(pieces(), "01 .mp3\r\n");
-  EXPECT_EQ(run.log(), folder.path("01 .mp3") + "\r\n");
+  EXPECT_EQ(pieces(), "01.mp3\r\n");
+  EXPECT_EQ(run.log(), folder.path("01.mp3") + "\r\n");
 }
 
 // A disk that takes its time, until the gate is opened.

@@ -1,0 +1,73 @@
+// The sum of what was left out.
+#include "exchange/left_out.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "document/tag_bounds.h"
+#include "model/exact_time.h"
+#include "model/stream_info.h"
+#include "model/time_mapping.h"
+#include "platform/numbers.h"
+
+namespace corvelin {
+
+namespace {
+
+double bytes_a_second() { return std::max(double{stream.avg_bitrate}, 8.0) / 8; }
+
+double usual_loss() { return std::max(bytes_a_second() / 10, double{stream.avg_frame_size} * 2); }
+
+bool is_at_joint(EditPosition begin, EditPosition end) {
+  return begin == 0 || end >= document.total_size || part_at(begin - 1) != part_at(end);
+}
+
+// Up to `end`, in bytes.
+std::uint32_t tags_at(EditPosition begin, EditPosition end) {
+  const PartIndex part = part_at(begin);
+  const InputFile& file = document.files[document.parts[part].part_file].handle;
+  EditPosition pos = begin;
+  while (pos < end) {
+    const std::uint32_t size = tag_size_at(file, file_pos_of(part, pos));
+    if (size == 0) break;
+    pos += std::min(size, end - pos);
+  }
+  return pos - begin;
+}
+
+}  // namespace
+
+void LeftOut::add(EditPosition begin, EditPosition end, std::uint32_t frame_length) {
+  if (begin >= end) return;
+  if (begin != end_) {
+    settle();
+    begin_ = begin;
+  }
+  end_ = end;
+  frame_length_ = frame_length;
+}
+
+void LeftOut::settle() {
+  if (begin_ >= end_) return;
+  const std::uint32_t bytes = end_ - begin_ - tags_at(begin_, end_);
+  const bool is_usual = is_at_joint(begin_, end_) &&
+                        bytes <= std::max(usual_loss(), static_cast<double>(frame_length_));
+  if (bytes != 0 && !is_usual) {
+    missing_ += bytes;
+    first_ = std::min(first_, begin_);
+  }
+  begin_ = end_;
+}
+
+std::string LeftOut::text() {
+  settle();
+  if (static_cast<double>(missing_) <= usual_loss()) return {};
+  constexpr double milliseconds = 1000;
+  const std::uint32_t place = whole_part(exact_seconds(first_) * milliseconds);
+  return fmt::format("{:.1f} seconds are missing, the first of them at {}.",
+                     static_cast<double>(missing_) / bytes_a_second(),
+                     format_time(place, 8 * milliseconds));
+}
+
+}  // namespace corvelin
