@@ -57,10 +57,11 @@ void measure_display() {
   const QScreen* const screen = QGuiApplication::primaryScreen();
   if (screen == nullptr) return;
   const double ratio = screen->devicePixelRatio();
-  const QSize size = screen->size() * ratio;
+  const QSize size = screen->size();
   display = {.scale = static_cast<float>(screen->logicalDotsPerInch() / 96 * ratio),
              .width = size.width(),
-             .height = size.height()};
+             .height = size.height(),
+             .ratio = static_cast<float>(ratio)};
 }
 
 // The end can't wait for an answer, so the cues of a recording are kept without a question.

@@ -18,6 +18,7 @@ struct Look {
   QColor accent;        // what has the focus, is selected or is switched on
 
   [[nodiscard]] IconColours icon_colours() const { return {ink, accent}; }
+  bool operator==(const Look&) const = default;
 };
 
 /// A colour as the settings hold it.

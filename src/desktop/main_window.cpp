@@ -117,7 +117,7 @@ void MainWindow::make_buttons(const std::vector<PlacedButton>& places) {
     if (!is_toolbar && has_text_buttons(form)) {
       button->setText(panel_text(place.id));
     } else {
-      button->setIcon(command_icon(place.id, look_.icon_colours()));
+      button->setIcon(icon_of(place.id));
     }
     button->setAutoRaise(is_toolbar || form < PanelForm::classic_symbols);
     if (settings.showtt != 0) button->setToolTip(as_qstring(button_tooltip(place.id)));
@@ -138,8 +138,10 @@ WindowSpace MainWindow::space() const {
   const auto device = [ratio](int logical) {
     return static_cast<int>(std::lround(logical * ratio));
   };
-  return {.width = device(client_->width()),
-          .height = device(client_->height()),
+  // The screen gives a window whole pixels, which at a ratio with a fraction may be one less than
+  // its size rounded up.
+  return {.width = static_cast<int>(client_->width() * ratio),
+          .height = static_cast<int>(client_->height() * ratio),
           .display_scale = static_cast<float>(logicalDpiX() / 96.0 * ratio),
           .arrow_width = device(style()->pixelMetric(QStyle::PM_ScrollBarExtent)),
           .text_width =
@@ -156,10 +158,20 @@ QRect MainWindow::logical(const Rect& area) const {
           QPoint(place(area.right) - 1, place(area.bottom) - 1)};
 }
 
+// What the rows of controls need, and something of the view; no more than a screen has.
+void MainWindow::require_room(const WindowLayout& layout) {
+  constexpr QSize around(40, 120);  // the menu bar and what the desktop shows round a window
+  const QSize room = screen()->availableSize() - around;
+  const auto place = [this](int device) { return static_cast<int>(std::ceil(device / ratio())); };
+  client_->setMinimumSize(
+      QSize(place(layout.least_width), place(layout.least_height)).boundedTo(room));
+}
+
 void MainWindow::lay_out() {
   placed_ratio_ = ratio();
   const WindowSpace space = this->space();
   const WindowLayout layout = window_layout(space);
+  require_room(layout);
   view_->place(layout.view, space.display_scale, ratio());
   position_bar_->setGeometry(logical(layout.scroll_bar));
   position_field_->setGeometry(logical(layout.position_field));
@@ -173,16 +185,32 @@ void MainWindow::lay_out() {
                       static_cast<int>(std::lround(symbol.picture_h / ratio())));
   for (const auto* const places : {&layout.toolbar_buttons, &layout.panel_buttons}) {
     for (const PlacedButton& place : *places) {
-      buttons_[place.id]->setIconSize(picture);
-      buttons_[place.id]->setGeometry(logical(place.area));
+      const auto button = buttons_.find(place.id);
+      if (button == buttons_.end()) continue;  // of a form that comes with the next start
+      button->second->setIconSize(picture);
+      button->second->setGeometry(logical(place.area));
     }
   }
+}
+
+// The colours hold at once, in dialogs that are open too; another form of the panel only comes with
+// the next start.
+void MainWindow::take_look() {
+  const Look look = look_of_settings();
+  menus_->take_look(look);
+  if (look == look_) return;
+  look_ = look;
+  QApplication::setPalette(dialog_palette(look));
+  client_->setPalette(window_palette(look));
+  for (const auto& [id, button] : buttons_)
+    if (!button->icon().isNull()) button->setIcon(icon_of(id));
 }
 
 void MainWindow::refresh(Refresh level) {
   refresh_status(status_, level);
   show_status();
   if (level == Refresh::all) {
+    take_look();
     show_button_marks();
     menus_->show_marks();
   }
@@ -238,10 +266,15 @@ void MainWindow::show_pressed_buttons() {
     if (has_text_buttons(panel_form())) {
       buttons_[id]->setText(panel_text(id));
     } else {
-      const CommandId fast = id == command::prelisten_to_end ? slower_icon : faster_icon;
-      buttons_[id]->setIcon(command_icon(has_fast_labels_ ? fast : id, look_.icon_colours()));
+      buttons_[id]->setIcon(icon_of(id));
     }
   }
+}
+
+QIcon MainWindow::icon_of(CommandId id) const {
+  if (has_fast_labels_ && id == command::prelisten_to_end) id = slower_icon;
+  if (has_fast_labels_ && id == command::prelisten_from_end) id = faster_icon;
+  return command_icon(id, look_.icon_colours());
 }
 
 // The letters that are underlined elsewhere would take keys from the menu bar.
@@ -269,29 +302,17 @@ void MainWindow::enter_field(StatusField field) {
 
 void MainWindow::restore_geometry() {
   const QRect desktop = screen()->virtualGeometry();
-  const double scale = screen()->devicePixelRatio();
-  const auto device = [scale](int logical) {
-    return static_cast<int>(std::lround(logical * scale));
-  };
-  move_window_onto({device(desktop.left()), device(desktop.top()), device(desktop.right() + 1),
-                    device(desktop.bottom() + 1)});
-  const auto logical = [scale](int device_pixels) {
-    return static_cast<int>(std::lround(device_pixels / scale));
-  };
-  resize(logical(settings.window_w), logical(settings.window_h));
-  move(logical(settings.window_x), logical(settings.window_y));
+  move_window_onto({desktop.left(), desktop.top(), desktop.right() + 1, desktop.bottom() + 1});
+  resize(settings.window_w, settings.window_h);
+  move(settings.window_x, settings.window_y);
 }
 
 void MainWindow::keep_geometry() const {
   if (isMaximized() || isMinimized() || isFullScreen()) return;
-  const double scale = devicePixelRatioF();
-  const auto device = [scale](int logical) {
-    return static_cast<int>(std::lround(logical * scale));
-  };
-  settings.window_x = device(x());
-  settings.window_y = device(y());
-  settings.window_w = device(width());
-  settings.window_h = device(height());
+  settings.window_x = x();
+  settings.window_y = y();
+  settings.window_w = width();
+  settings.window_h = height();
 }
 
 // A window that comes to a screen of another ratio keeps its size in logical pixels: it is painted
@@ -303,9 +324,11 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
         this, [this] { lay_out(); }, Qt::QueuedConnection);
   if (event->type() != QEvent::Wheel || !watched->isWidgetType()) return false;
   const auto* const widget = static_cast<QWidget*>(watched);
-  const bool is_ours =
-      widget->window() == this && dynamic_cast<const TimeField*>(widget) == nullptr;
-  return is_ours && turn_wheel(*static_cast<QWheelEvent*>(event));
+  if (widget->window() != this) return false;
+  if (dynamic_cast<const TimeField*>(widget) == nullptr)
+    return turn_wheel(*static_cast<QWheelEvent*>(event));
+  event->accept();  // or what lies below the field would be asked
+  return true;
 }
 
 bool MainWindow::turn_wheel(const QWheelEvent& event) {

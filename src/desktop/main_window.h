@@ -38,8 +38,8 @@ class MainWindow : public QMainWindow {
   /// Asked when the user closes the window: whether it may go.
   std::function<bool()> may_close;
 
-  /// The place of the window as the settings have it, moved onto the screens; and back into the
-  /// settings, unless the window is maximized or minimized.
+  /// The place of the window as the settings have it, in logical pixels, moved onto the screens;
+  /// and back into the settings, unless the window is maximized or minimized.
   void restore_geometry();
   void keep_geometry() const;
 
@@ -54,6 +54,8 @@ class MainWindow : public QMainWindow {
 
  private:
   void make_controls();
+  void take_look();
+  void require_room(const WindowLayout& layout);
   void make_buttons(const std::vector<PlacedButton>& places);
   void show_status();
   void show_button_marks();
@@ -63,6 +65,7 @@ class MainWindow : public QMainWindow {
   [[nodiscard]] WindowSpace space() const;
   [[nodiscard]] double ratio() const { return client_->devicePixelRatioF(); }
   [[nodiscard]] QRect logical(const Rect& area) const;
+  [[nodiscard]] QIcon icon_of(CommandId id) const;
   [[nodiscard]] QString panel_text(CommandId id) const;
 
   Look look_;

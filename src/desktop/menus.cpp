@@ -49,7 +49,7 @@ class CommandMenu : public QMenu {
 }  // namespace
 
 Menus::Menus(QMenuBar& bar, const Look& look, RunCommand run)
-    : palette_(menu_palette(look)), run_(std::move(run)) {
+    : bar_(bar), palette_(menu_palette(look)), run_(std::move(run)) {
   bar.setPalette(palette_);
   bar.setAccessibleName(as_qstring(program_name));
   for (const Menu* const menu : menu_bar()) {
@@ -135,6 +135,14 @@ void Menus::show_states(std::uint8_t mask) {
     menu->menuAction()->setEnabled(std::ranges::any_of(menu->actions(), &QAction::isEnabled));
   const auto undo = actions_.find(command::undo);
   if (undo != actions_.end()) CommandMenu::set_text(*undo->second, as_qstring(undo_menu_text()));
+}
+
+void Menus::take_look(const Look& look) {
+  const QPalette palette = menu_palette(look);
+  if (palette == palette_) return;
+  palette_ = palette;
+  bar_.setPalette(palette);
+  for (QMenu* const menu : bar_.findChildren<QMenu*>()) menu->setPalette(palette);
 }
 
 void Menus::show_marks() {

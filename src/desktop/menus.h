@@ -23,6 +23,7 @@ class Menus {
   void rebuild_part_list();
   void rebuild_recent_menu();
   void show_marks();  // check and radio marks
+  void take_look(const Look& look);
 
   /// Grey or live, the entries of the mask, and what Undo would take back.
   void show_states(std::uint8_t mask);
@@ -31,6 +32,7 @@ class Menus {
   QMenu* add_menu(QWidget* parent, const Menu& menu);
   QAction* add_entry(QMenu& menu, CommandId id);
 
+  QMenuBar& bar_;
   QPalette palette_;
   RunCommand run_;
   std::map<CommandId, QAction*> actions_;  // of the table's commands

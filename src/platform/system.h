@@ -10,8 +10,9 @@ namespace corvelin {
 /// reset.
 struct Display {
   float scale = 1.0F;  // pixels per logical inch / 96
-  int width = 1920;    // pixels
+  int width = 1920;    // logical pixels
   int height = 1080;
+  float ratio = 1.0F;  // pixels of a logical one
 };
 
 extern Display display;

@@ -83,10 +83,11 @@ constexpr SettingKey table[] = {
 #include "settings/setting_rows.inc"
 };
 
-// A window measure grows with the scale of the display, but no more than the screen has room for.
+// A window measure, in logical pixels, grows with the font scale of the display, but no more than
+// the screen has room for.
 std::int32_t window_default(std::int32_t measure, int screen, int least_screen) {
   const double room = static_cast<double>(screen) / least_screen;
-  return static_cast<std::int32_t>(measure * std::min<double>(display.scale, room));
+  return static_cast<std::int32_t>(measure * std::min<double>(display.scale / display.ratio, room));
 }
 
 void fit_to_display(Settings& defaults) {

@@ -40,6 +40,8 @@ class Layouter {
     layout_.scroll_bar = {-outside, bar_top, width + outside, bar_top + bar_h};
     layout_.panel = {0, panel_top, width, panel_top + panel_h};
     layout_.info_bar = {0, panel_top + panel_h + info_gap, width, panel_top + panel_h + info_h};
+    layout_.least_width = scaled(480);
+    layout_.least_height = view_top + 2 + scaled(140) + bar_h + 6 + panel_h + info_h;
     move_panel_to(panel_top);
     return layout_;
   }

@@ -54,6 +54,9 @@ struct WindowSpace {
 };
 
 struct WindowLayout {
+  // Of a window with room for all controls and something of the view, at the present width.
+  int least_width = 0;
+  int least_height = 0;
   Rect toolbar;
   Rect view;
   Rect scroll_bar;  // without arrows it reaches beyond both sides, where its arrows are

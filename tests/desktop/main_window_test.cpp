@@ -236,7 +236,8 @@ TEST_F(MainWindowTest, TheWheelIsACommandOverAllButTheTimeFields) {
     const QPointF at = over->rect().center();
     QWheelEvent event(at, over->mapToGlobal(at), {}, {0, delta}, Qt::NoButton, held,
                       Qt::NoScrollPhase, false);
-    QApplication::sendEvent(over, &event);
+    QSpontaneKeyEvent::setSpontaneous(&event);  // or what lies below isn't asked
+    qApp->notify(over, &event);
   };
   turn(&window->view(), 120, Qt::NoModifier);
   turn(&window->view(), -240, Qt::ShiftModifier);
@@ -244,6 +245,40 @@ TEST_F(MainWindowTest, TheWheelIsACommandOverAllButTheTimeFields) {
   turn(find<QWidget>("volume"), 60, Qt::ControlModifier);
   turn(find<QWidget>("range_field"), 120, Qt::NoModifier);
   EXPECT_EQ(asked, (Ids{113, 115, 115, 120}));
+  turn(&window->view(), 60, Qt::NoModifier);
+  turn(&window->view(), -60, Qt::NoModifier);  // what was left of the other way is gone
+  turn(&window->view(), -60, Qt::NoModifier);
+  EXPECT_EQ(asked.size(), 5U);
+}
+
+TEST_F(MainWindowTest, KeepsItsSizeAndNoneInWhichTheViewIsLost) {
+  show_window();
+  const QRect place(30, 40, 1150, 560);
+  window->setGeometry(place);
+  window->keep_geometry();
+  window->resize(700, 500);
+  window->restore_geometry();
+  EXPECT_EQ(window->geometry(), place);
+  for (const std::uint16_t layout : {std::uint16_t{1}, std::uint16_t{16}}) {
+    settings.layout = layout;
+    show_window();
+    window->resize(200, 150);
+    QApplication::processEvents();
+    EXPECT_GE(window->view().height(), 130) << layout;
+    EXPECT_TRUE(window->rect().contains(window->view().geometry()));
+  }
+}
+
+TEST_F(MainWindowTest, AnotherThemeHoldsAtOnce) {
+  show_window();
+  settings.layout = 2;
+  settings.rgb_win = 0xF8F8F8;
+  const QImage dark = find<CommandButton>("command_1010")->icon().pixmap(20).toImage();
+  window->refresh(Refresh::all);
+  for (const char* const name : {"client", "menu_1", "position_field"})
+    EXPECT_GT(find<QWidget>(name)->palette().color(QPalette::Window).lightness(), 200) << name;
+  EXPECT_GT(QApplication::palette().color(QPalette::Window).lightness(), 200);
+  EXPECT_NE(find<CommandButton>("command_1010")->icon().pixmap(20).toImage(), dark);
 }
 
 TEST_F(MainWindowTest, EditsByMouseAndKeysAndSaves) {
