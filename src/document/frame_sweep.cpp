@@ -10,8 +10,7 @@ namespace corvelin {
 
 namespace {
 
-constexpr std::uint32_t longest_frame = 4095;  // bytes, ADTS
-constexpr std::size_t follower_size = 2;       // bytes of the next header that are compared
+constexpr std::size_t follower_size = 2;  // bytes of the next header that are compared
 
 bool has_rate(const FrameInfo& frame, std::uint32_t rate) {
   return rate == any_sample_rate || frame.sample_rate == rate;
@@ -21,7 +20,7 @@ bool has_rate(const FrameInfo& frame, std::uint32_t rate) {
 
 std::optional<FramePlace> FrameSweep::find(std::uint32_t from, std::uint32_t rate_before) {
   if (from >= audio_end_) return std::nullopt;
-  if (audio_end_ - from <= longest_frame) {  // here the last frame of a file may stand alone
+  if (audio_end_ - from <= longest_adts_frame) {  // here the last frame of a file may stand alone
     auto found = find_frame_in_block(window_.bytes_at(file_, from, search_read_size),
                                      audio_end_ - from, rate_before);
     if (found) found->pos += from;
@@ -41,7 +40,7 @@ std::optional<FramePlace> FrameSweep::find(std::uint32_t from, std::uint32_t rat
 
 // Most searches begin at a frame.
 std::optional<FramePlace> FrameSweep::frame_at(std::uint32_t from) {
-  const auto bytes = window_.bytes_at(file_, from, longest_frame + follower_size);
+  const auto bytes = window_.bytes_at(file_, from, longest_adts_frame + follower_size);
   FramePlace place = {.pos = from};
   const bool is_frame = has_sync(bytes, 0) &&
                         decode_frame_header(place.frame, bytes, frame_format()) &&
@@ -54,7 +53,7 @@ void FrameSweep::scan(std::uint32_t from) {
   const std::uint32_t end = std::min(audio_end_ - from, search_block_size) + from;
   scanned_ = std::max(scanned_, from);
   while (scanned_ < end) {
-    const std::size_t wanted = end - scanned_ + std::size_t{longest_frame} + follower_size;
+    const std::size_t wanted = end - scanned_ + std::size_t{longest_adts_frame} + follower_size;
     const auto bytes = window_.bytes_at(file_, scanned_, wanted);
     const std::size_t room = std::min<std::size_t>(bytes.size(), end - scanned_);
     const std::size_t at = find_sync(bytes, 0, room);

@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdlib>
 #include <optional>
+#include <vector>
 
 #include "document/frame_sweep.h"
 #include "document/tag_bounds.h"
@@ -169,19 +170,24 @@ std::uint32_t read_vbr_header(const InputFile& file, std::uint32_t first, Stream
 
 std::uint32_t trim_to_last_frame(const InputFile& file, std::uint32_t end, const StreamKind& kind) {
   if (end < frame_unit) return end;
-  const std::uint32_t start = end - frame_unit;
-  std::array<std::uint8_t, frame_unit> tail = {};
-  const std::size_t got = file.read_at(start, tail);
-  const std::span<const std::uint8_t> bytes = std::span(tail).first(got);
-  for (std::size_t at = got; at-- > 0;) {
+  std::vector<std::uint8_t> tail(std::min(end, longest_frame(frame_format())));
+  const std::uint32_t start = end - static_cast<std::uint32_t>(tail.size());
+  tail.resize(file.read_at(start, tail));
+  const std::span<const std::uint8_t> bytes = tail;
+  std::uint32_t cut_off = end;
+  for (std::size_t at = bytes.size(); at-- > 0;) {
     FrameInfo frame;
     if (!has_sync(bytes, at) || !decode_frame_header(frame, bytes.subspan(at), frame_format()))
       continue;
-    if (!is_same_kind(kind_of(frame), kind) || frame.channel_mode != kind.channel_mode) continue;
-    const bool is_whole = at + frame.frame_length <= got;
-    return is_whole ? end : start + static_cast<std::uint32_t>(at);
+    if (!is_same_kind(kind_of(frame), kind)) continue;
+    const std::size_t behind = at + frame.frame_length;
+    // What looks like a frame that is cut off was payload when an earlier one ends with the audio.
+    if (behind == bytes.size()) return end;
+    if (cut_off != end || frame.channel_mode != kind.channel_mode) continue;
+    if (behind < bytes.size()) return end;
+    cut_off = start + static_cast<std::uint32_t>(at);
   }
-  return end;
+  return cut_off;
 }
 
 }  // namespace corvelin

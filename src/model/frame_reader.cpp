@@ -13,7 +13,7 @@ namespace corvelin {
 
 namespace {
 
-constexpr std::uint32_t beyond_part = 8192;  // bytes, more than any frame has
+constexpr std::uint32_t beyond_part = longest_adts_frame + 1;  // bytes, more than any frame has
 
 void put_bit(std::uint8_t& byte, unsigned bit, std::uint32_t value) {
   const unsigned mask = 1u << bit;
@@ -71,14 +71,14 @@ FramesRead read_frames(std::span<std::uint8_t> block, FrameCursor& cursor, EditP
   if (cursor.pos < document.parts[cursor.part].part_beg || cursor.pos > this_end) return read;
   // No further behind the part's end than it takes to see the frame there.
   const std::size_t in_reach = this_end - cursor.pos + std::size_t{beyond_part};
+  const FrameFormat format = frame_format();
   const std::size_t wanted =
-      std::min({block.size(), std::size_t{max_frames} * frame_unit, in_reach});
+      std::min({block.size(), std::size_t{max_frames} * longest_frame(format), in_reach});
   const SourceFile& file = document.files[document.parts[cursor.part].part_file];
   const std::size_t got =
       file.handle.read_at(file_pos_of(cursor.part, cursor.pos), block.first(wanted));
   block = block.first(got);
 
-  const FrameFormat format = frame_format();
   std::size_t& off = read.size;
   while (read.frames < max_frames) {
     const bool may_go_on = off > 0 && got == wanted;  // the block ended here, not the file

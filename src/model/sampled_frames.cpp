@@ -10,7 +10,6 @@ namespace corvelin {
 namespace {
 
 constexpr std::size_t block_size = 62000;             // bytes of one read
-constexpr std::size_t longest_frame = 4095;           // bytes, ADTS
 constexpr std::uint32_t longest_search = 10'000'000;  // bytes
 
 // Frames are kept until they are so many times what a sampling asks for.
@@ -95,7 +94,7 @@ SampledFrame SampledFrames::search(std::uint16_t file, std::uint32_t offset) {
   SampledFrame frame = {.searched_from = offset, .begin = offset, .file = file};
   for (std::uint64_t at = offset; at - offset < longest_search;) {
     const std::span<const std::uint8_t> block = block_at(file, at);
-    const bool is_file_end = block.size() <= longest_frame;
+    const bool is_file_end = block.size() <= longest_adts_frame;
     FrameInfo info;
     const std::size_t found = find_header(block, kind_, info);
     if (found + info.frame_length <= block.size() && info.frame_length != 0) {
@@ -118,7 +117,7 @@ std::span<const std::uint8_t> SampledFrames::block_at(std::uint16_t file, std::u
                        offset < block_begin_ + block_size_;
   const std::uint64_t left = is_held ? block_begin_ + block_size_ - offset : 0;
   const bool is_last_block = block_size_ < block_size;
-  if (left <= longest_frame && !(is_held && is_last_block)) {
+  if (left <= longest_adts_frame && !(is_held && is_last_block)) {
     block_.resize(block_size);
     block_size_ = document.files[file].handle.read_at(offset, block_);
     block_begin_ = offset;

@@ -62,7 +62,7 @@ constexpr LengthTable make_length_table() {
 
 constexpr LengthTable frame_lengths = make_length_table();
 
-constexpr std::uint16_t highest_adts_rate = 500;  // kilobits per second
+constexpr std::uint32_t shortest_adts_frame = 8;  // bytes: a header and the end of the data
 
 // By the version bits (4-3) of the second header byte. 01 is reserved.
 constexpr std::array<std::uint8_t, 4> versions = {3, 0, 2, 1};
@@ -100,19 +100,19 @@ bool decode_mpeg_header(FrameInfo& info, const HeaderBytes& bytes) {
 
 bool decode_adts_header(FrameInfo& info, const HeaderBytes& bytes) {
   info = {.header_bytes = bytes};
+  if (bytes[0] != 0xFF || (bytes[1] & 0xF6) != 0xF0) return false;  // 12 bits of sync, layer 0
   info.version = (bytes[1] & 8) != 0 ? 2 : 4;
   info.has_crc = (bytes[1] & 1) == 0 ? 1 : 0;
   const std::size_t rate_index = bytes[2] >> 2 & 15;
   if (rate_index >= sample_rates_adts.size()) return false;
   info.sample_rate = sample_rates_adts[rate_index];
   info.channel_mode = (bytes[3] & 0x40) != 0 ? mono : 1;
-  // The highest of the field's 13 bits is left out: no frame of two channels gets that long, and a
-  // reader that believed it would take garbage for frames.
   info.frame_length =
-      static_cast<std::uint16_t>((bytes[3] & 1) << 11 | bytes[4] << 3 | bytes[5] >> 5);
-  // The rate that a frame of 1024 samples of this length stands for.
+      static_cast<std::uint16_t>((bytes[3] & 3) << 11 | bytes[4] << 3 | bytes[5] >> 5);
+  // The rate that a frame of 1024 samples of this length stands for. Anything may be true: silence
+  // takes next to none, six channels take more than any MPEG frame.
   info.bitrate = static_cast<std::uint16_t>(info.sample_rate * info.frame_length / 128000);
-  return info.bitrate >= 1 && info.bitrate <= highest_adts_rate;
+  return info.frame_length >= shortest_adts_frame;
 }
 
 }  // namespace

@@ -14,6 +14,9 @@ namespace corvelin {
 /// The unit of frame buffers, and the longest MPEG frame that is accepted, in bytes.
 constexpr std::uint32_t frame_unit = 1792;
 
+/// What the length field of an ADTS header can hold, in bytes: a frame of many channels needs it.
+constexpr std::uint32_t longest_adts_frame = 0x1FFF;
+
 /// How many bytes of a frame are looked at.
 constexpr std::size_t header_size = 9;
 
@@ -40,6 +43,11 @@ constexpr std::uint8_t mono = 4;  // channel_mode
 /// The two kinds of header. The bytes don't tell them apart: a stream's format is known before its
 /// first frame is looked at.
 enum class FrameFormat : std::uint8_t { mpeg, adts };
+
+/// The longest frame of a format, in bytes.
+constexpr std::uint32_t longest_frame(FrameFormat format) {
+  return format == FrameFormat::adts ? longest_adts_frame : frame_unit;
+}
 
 /// Decodes `info.header_bytes` into the other fields. Returns whether it is a header. When it is
 /// none by the MPEG rules all of `info` is zero.

@@ -186,6 +186,15 @@ TEST_F(OpenDocument, EndsBeforeALastFrameThatIsCutOff) {
   other.resize(100);
   ASSERT_TRUE(open("c.mp3", Mp3Builder{}.frames(100).raw(other).bytes()));
   EXPECT_EQ(end(), 100 * length + 100);
+  // The payload of a last frame may hold what looks like the start of another.
+  for (Bytes last : {mpeg_frame({}), adts_frame(44100, 4500)}) {
+    const bool is_aac = last.size() > length;
+    const Bytes inside = is_aac ? adts_frame(44100, 5000) : mpeg_frame({});
+    std::copy_n(inside.begin(), 9, last.begin() + 200);
+    bytes = Mp3Builder{}.raw(last).raw(last).raw(last).bytes();
+    ASSERT_TRUE(open(is_aac ? "d.aac" : "d.mp3", bytes));
+    EXPECT_EQ(end(), bytes.size());
+  }
 }
 
 TEST_F(OpenDocument, BeginsEachDocumentAfresh) {

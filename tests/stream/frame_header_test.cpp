@@ -73,8 +73,9 @@ TEST(FrameHeader, OfAdtsHasItsLengthAndTheRateItStandsFor) {
     std::size_t length;
     bool is_valid;
     int bitrate;
-  } const rows[] = {{44100, 1454, true, 500}, {44100, 1455, false, 501}, {44100, 0, false, 0},
-                    {7350, 18, true, 1},      {7350, 17, false, 0},      {96000, 2, true, 1}};
+  } const rows[] = {{44100, 1454, true, 500},  {48000, 1903, true, 713}, {48000, 5263, true, 1973},
+                    {7350, 18, true, 1},       {8000, 8, true, 0},       {8000, 7, false, 0},
+                    {44100, 8191, true, 2822}, {44100, 0, false, 0}};
   for (const auto& row : rows) {
     Bytes bytes = adts_frame(row.sample_rate, std::max<std::size_t>(row.length, 9), true);
     bytes[3] = static_cast<std::uint8_t>((bytes[3] & 0xFC) | row.length >> 11);
@@ -90,6 +91,7 @@ TEST(FrameHeader, OfAdtsHasItsLengthAndTheRateItStandsFor) {
   Bytes beyond = adts_frame(44100, 300);
   beyond[2] = static_cast<std::uint8_t>((beyond[2] & 0xC3) | 13 << 2);  // sample rate index 13
   EXPECT_FALSE(decode_frame_header(info, beyond, FrameFormat::adts));
+  EXPECT_FALSE(decode_frame_header(info, mpeg_frame({}), FrameFormat::adts));
 }
 
 }  // namespace
