@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <system_error>
 
 #include "document/file_fault.h"
 #include "document/file_kind.h"
@@ -71,8 +72,26 @@ std::uint32_t end_of_audio(const InputFile& file, std::uint32_t size) {
                             stream_kind);
 }
 
-// `other` is the kind of its frames where that is another one than the stream's.
-AppendResult append_source(std::uint16_t index, StreamKind& other) {
+// What a failure tells beyond its result.
+struct Detail {
+  StreamKind other;            // of the file's frames, where that is another one than the stream's
+  std::error_code read_error;  // of the file
+};
+
+// A source that is open already keeps its bounds, which its parts and earlier states count on.
+bool find_bounds(SourceFile& file, std::uint32_t size, std::uint32_t first_frame) {
+  if (file.audio_end != 0) return true;
+  StreamInfo own = {.audio_end = size};  // what its header says means nothing to the stream
+  const std::uint32_t begin =
+      stream.is_aac != 0 ? first_frame : read_vbr_header(file.handle, first_frame, own);
+  const std::uint32_t end = end_of_audio(file.handle, size);
+  if (begin >= end) return false;  // nothing but a header and half a frame
+  file.first_audio = begin;
+  file.audio_end = end;
+  return true;
+}
+
+AppendResult append_source(std::uint16_t index, Detail& detail) {
   SourceFile& file = document.files[index];
   const std::uint64_t file_size = file.handle.facts().size;
   if (file_size < smallest_file || file_size > largest_file) return AppendResult::bad_size;
@@ -81,16 +100,12 @@ AppendResult append_source(std::uint16_t index, StreamKind& other) {
 
   FoundFrame first;
   const AppendResult search = find_fitting_frame(file.handle, first);
-  if (search == AppendResult::other_parameters) other = kind_of(first.info);
+  detail.read_error = file.handle.read_error();
+  if (search == AppendResult::other_parameters) detail.other = kind_of(first.info);
   if (search != AppendResult::appended) return search;
-  StreamInfo own = {.audio_end = size};  // what its header says means nothing to the stream
-  const std::uint32_t begin =
-      stream.is_aac != 0 ? first.at : read_vbr_header(file.handle, first.at, own);
-  const std::uint32_t end = end_of_audio(file.handle, size);
-  if (begin >= end) return AppendResult::no_sync;  // nothing but a header and half a frame
-  file.first_audio = begin;
-  file.audio_end = end;
-  file.index = {};  // of a file that was here before it may be made for narrower bounds
+  if (!find_bounds(file, size, first.at)) return AppendResult::no_sync;
+  const std::uint32_t begin = file.first_audio;
+  const std::uint32_t end = file.audio_end;
 
   const EditPosition place = document.total_size;
   if (make_border(place) == no_part) return AppendResult::table_full;
@@ -126,21 +141,22 @@ std::string_view reason_of(AppendResult result, bool in_box) {
 }
 
 // What the reason doesn't say of the file itself.
-std::string cause_of(AppendResult result, const std::string& name, const StreamKind& other) {
+std::string cause_of(AppendResult result, const std::string& name, const Detail& detail) {
+  if (detail.read_error) return detail.read_error.message();
   if (result == AppendResult::other_parameters)
-    return fmt::format("its frames are {}\nthose of the document {}", text_of(other),
+    return fmt::format("its frames are {}\nthose of the document {}", text_of(detail.other),
                        text_of(stream_kind));
   if (result == AppendResult::not_opened || result == AppendResult::bad_size)
     return reading_fault(name);
   return result == AppendResult::no_sync ? audio_fault(name) : std::string();
 }
 
-AppendResult append_named(const std::string& name, StreamKind& other) {
+AppendResult append_named(const std::string& name, Detail& detail) {
   if (extension_of(name).empty()) return AppendResult::bad_name;
   if ((file_kind(name) == FileKind::aac) != (stream.is_aac != 0)) return AppendResult::other_format;
   const auto index = add_source_file(name);
   if (!index) return AppendResult::not_opened;
-  const AppendResult result = append_source(*index, other);
+  const AppendResult result = append_source(*index, detail);
   if (result != AppendResult::appended && result != AppendResult::table_full)
     remove_last_source_file();
   return result;
@@ -149,13 +165,13 @@ AppendResult append_named(const std::string& name, StreamKind& other) {
 }  // namespace
 
 AppendResult append_file(const std::string& name) {
-  StreamKind other;
-  return append_named(name, other);
+  Detail detail;
+  return append_named(name, detail);
 }
 
 bool append_file_reported(const std::string& name, std::vector<std::string>* list) {
-  StreamKind other;
-  const AppendResult result = append_named(name, other);
+  Detail detail;
+  const AppendResult result = append_named(name, detail);
   if (result == AppendResult::appended) return true;
   const std::string_view reason = reason_of(result, list == nullptr);
   if (list != nullptr) {
@@ -164,7 +180,7 @@ bool append_file_reported(const std::string& name, std::vector<std::string>* lis
     host().show_message_box(
         {.caption = std::string(ui_text(row::not_possible)),
          .text = fmt::format("{}: {}\n\n{}", ui_text(row::append_failed), reason, name_of(name)),
-         .cause = cause_of(result, name, other),
+         .cause = cause_of(result, name, detail),
          .icon = BoxIcon::warning});
   }
   return false;

@@ -46,6 +46,13 @@ void take_xing_header(std::span<const std::uint8_t> marker, std::uint32_t first_
   if (std::abs(difference) > tolerated_difference) info.vbr = vbr_constant;
 }
 
+// The header of another family of encoders stands at one place whatever the frame's mode, and may
+// differ from the music in its mode and CRC flag. It is left out; the frames tell what it would.
+bool is_vbri_frame(std::span<const std::uint8_t> bytes) {
+  constexpr std::size_t place = 36;
+  return stands_at(bytes, place, "VBRI");
+}
+
 // Joint stereo and plain stereo take turns in one stream, so that the channel mode is left out.
 bool is_same_kind(const StreamKind& a, const StreamKind& b) {
   return a.version == b.version && a.layer == b.layer && a.sample_rate == b.sample_rate;
@@ -127,8 +134,9 @@ std::uint32_t probe_stream(const InputFile& file, std::uint32_t size) {
   stream.vbr = vbr_constant;
   stream.first_audio = stream.is_aac != 0 ? first->pos : read_vbr_header(file, first->pos, stream);
 
-  // A "Xing" frame takes part in the sampling, an "Info" frame doesn't.
-  if (stream.has_info_header != 0) {
+  // A "Xing" frame takes part in the sampling, the others don't.
+  const bool is_xing = (stream.vbr & vbr_header) != 0 || stream.xing_frames != 0;
+  if (stream.has_info_header != 0 || !is_xing) {
     const auto behind = sweep.find(stream.first_audio, first->frame.sample_rate);
     if (behind) first = behind;
   }
@@ -146,13 +154,15 @@ std::uint32_t read_vbr_header(const InputFile& file, std::uint32_t first, Stream
   FrameInfo frame;
   if (!decode_frame_header(frame, block, FrameFormat::mpeg)) return first;
 
+  const bool moves = is_followed(std::span(block).first(got), 0, frame.frame_length);
+  const std::uint32_t first_audio = moves ? first + frame.frame_length : first;
+  if (is_vbri_frame(block)) return first_audio;
+
   const std::span<const std::uint8_t> marker =
       std::span(block).subspan(vbr_header_offset(frame), vbr_tag_place + vbr_tag_size);
   const bool is_info = stands_at(marker, 0, "Info");
   if (!is_info && !stands_at(marker, 0, "Xing")) return first;
 
-  const bool moves = is_followed(std::span(block).first(got), 0, frame.frame_length);
-  const std::uint32_t first_audio = moves ? first + frame.frame_length : first;
   if (is_letter(marker[vbr_tag_place]))
     std::copy_n(marker.begin() + vbr_tag_place, vbr_tag_size, info.encoder_tag.begin());
   const std::uint32_t frames = big_endian_u32(marker, vbr_frames_place);

@@ -86,6 +86,13 @@ TEST_F(Append, LeavesTagsAndTheHeaderOfTheFileOut) {
   EXPECT_EQ(part.part_size, size);
   EXPECT_EQ(part.part_iscue, 1U);
   EXPECT_EQ(stream.xing_frames, 0U);
+
+  // An open source keeps its bounds, whether the file is asked about or appended anew.
+  ASSERT_TRUE(open(path));
+  EXPECT_TRUE(can_append_files(std::vector{path}));
+  ASSERT_EQ(append_file(path), AppendResult::appended);
+  EXPECT_EQ(document.files[0].audio_end, begin + 30 * length);
+  EXPECT_EQ(document.total_size, 60 * length);
 }
 
 TEST_F(Append, TakesTheFirstFrameThatFits) {
