@@ -22,13 +22,15 @@ StreamKind kind_of(const FrameInfo& frame) {
           .layer = frame.layer,
           .sample_rate = frame.sample_rate,
           .channel_mode = frame.channel_mode,
+          .channels = frame.channels,
           .has_crc = frame.has_crc != 0};
 }
 
 std::string text_of(const StreamKind& kind) {
   constexpr std::array<std::string_view, 5> modes = {"-", "stereo", "joint stereo", "dual channel",
                                                      "mono"};
-  const std::string_view channels = modes[std::min<std::size_t>(kind.channel_mode, mono)];
+  std::string_view channels = surround_name(kind.channels);
+  if (channels.empty()) channels = modes[std::min<std::size_t>(kind.channel_mode, mono)];
   const std::string_view version = kind.version == 3 ? "2.5" : kind.version == 2 ? "2" : "1";
   const bool is_adts = kind.layer == 0;
   const std::string format =

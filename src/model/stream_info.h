@@ -29,8 +29,7 @@ struct StreamInfo {
   /// `toc[i]` is the place, in 1/256 of the audio size, of the point at `i` per cent of the time.
   std::array<std::uint8_t, 100> toc = {};
   std::uint8_t xing_quality = no_xing_quality;  // low byte of the header's quality
-  /// The 28 bytes behind a VBR/Info header that its encoder signed; the rest is zero but for the
-  /// audio length that a save puts behind them.
+  /// The 28 bytes behind a VBR/Info header that its encoder signed; the rest is zero.
   std::array<std::uint8_t, 40> encoder_tag = {};
   std::uint32_t first_audio = 0;  // file offset of the first audio frame
   std::uint32_t audio_end = 0;    // file offset behind the audio as the probe found it
@@ -59,6 +58,7 @@ struct StreamKind {
   std::uint8_t layer = 0;    // 2 or 3; 0 for ADTS
   std::uint32_t sample_rate = 0;
   std::uint8_t channel_mode = 0;
+  std::uint8_t channels = 0;
   bool has_crc = false;
 
   bool operator==(const StreamKind&) const = default;

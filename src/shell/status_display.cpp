@@ -68,20 +68,21 @@ std::string stream_text(const FrameInfo& frame) {
   const std::uint32_t khz = frame.sample_rate / 1000;
   const float average = stream.avg_bitrate / 1000;
   if (stream.is_aac != 0)
-    return fmt::format("  AAC-LC/ADTS (MPEG {})  -  {:03} kbps (ABR {:3.0f} kbps)  -  {} kHz  -  ",
+    return fmt::format("  AAC-LC/ADTS (MPEG {})  -  {} kbps (ABR {:.0f} kbps)  -  {} kHz  -  ",
                        frame.version, frame.bitrate, average, khz);
   const double version = frame.version == 3 ? 2.5 : frame.version;
   const std::string kind = fmt::format("  MPEG {:.1f} Layer {}  -  ", version, frame.layer);
   if (stream.vbr == vbr_constant)
     return fmt::format("{}{} kbps  -  {} kHz  -  ", kind, frame.bitrate, khz);
-  return fmt::format("{}{:03} kbps, VBR ({:3.0f} kbps)  -  {} kHz  -  ", kind, frame.bitrate,
-                     average, khz);
+  return fmt::format("{}{} kbps, VBR ({:.0f} kbps)  -  {} kHz  -  ", kind, frame.bitrate, average,
+                     khz);
 }
 
 std::string channels_text(const FrameInfo& frame) {
   constexpr std::string_view modes[] = {"", "Stereo", "Joint Stereo", "Dual Channel", "Mono"};
   if (frame.version == 0 || frame.channel_mode >= std::size(modes)) return {};
-  std::string text(modes[frame.channel_mode]);
+  std::string text(surround_name(frame.channels));
+  if (text.empty()) text = modes[frame.channel_mode];
   if (frame.has_crc != 0) text += ",  CRC";
   if (frame.copyright != 0) text += ",  ©";
   return text;

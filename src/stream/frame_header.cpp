@@ -88,6 +88,7 @@ bool decode_mpeg_header(FrameInfo& info, const HeaderBytes& bytes) {
   info.bitrate = bitrates_of(version, is_layer3)[bitrate_index];
   info.sample_rate = sample_rates_mpeg[version][rate_index];
   info.channel_mode = static_cast<std::uint8_t>((bytes[3] >> 6) + 1);
+  info.channels = info.channel_mode == mono ? 1 : 2;
   info.padding = padding;
   info.version = version;
   info.layer = is_layer3 ? 3 : 2;
@@ -106,7 +107,9 @@ bool decode_adts_header(FrameInfo& info, const HeaderBytes& bytes) {
   const std::size_t rate_index = bytes[2] >> 2 & 15;
   if (rate_index >= sample_rates_adts.size()) return false;
   info.sample_rate = sample_rates_adts[rate_index];
-  info.channel_mode = (bytes[3] & 0x40) != 0 ? mono : 1;
+  const std::size_t layout = (bytes[2] & 1U) << 2 | bytes[3] >> 6U;
+  info.channels = static_cast<std::uint8_t>(layout == 7 ? 8 : layout);
+  info.channel_mode = layout == 1 ? mono : 1;
   info.frame_length =
       static_cast<std::uint16_t>((bytes[3] & 3) << 11 | bytes[4] << 3 | bytes[5] >> 5);
   // The rate that a frame of 1024 samples of this length stands for. Anything may be true: silence
@@ -132,6 +135,12 @@ bool decode_frame_header(FrameInfo& info, std::span<const std::uint8_t> bytes, F
   }
   return format == FrameFormat::adts ? decode_adts_header(info, header)
                                      : decode_mpeg_header(info, header);
+}
+
+std::string_view surround_name(std::size_t channels) {
+  constexpr std::array<std::string_view, 9> names = {"",    "",    "", "3.0", "4.0",
+                                                     "5.0", "5.1", "", "7.1"};
+  return channels < names.size() ? names[channels] : "";
 }
 
 std::size_t find_sync(std::span<const std::uint8_t> bytes, std::size_t from, std::size_t end) {

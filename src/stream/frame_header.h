@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 namespace corvelin {
 
@@ -27,6 +28,7 @@ struct FrameInfo {
   std::uint32_t sample_rate = 0;                            // hertz
   std::array<std::uint8_t, header_size> header_bytes = {};  // put here before decoding
   std::uint8_t channel_mode = 0;  // 1 stereo, 2 joint stereo, 3 dual channel, 4 mono; ADTS: 1 or 4
+  std::uint8_t channels = 0;      // ADTS: 0 where the layout stands in the data
   std::uint8_t padding = 0;
   std::uint8_t version = 0;  // MPEG: 1, 2, or 3 for 2.5; ADTS: 2 for MPEG-2, 4 for MPEG-4
   std::uint8_t layer = 0;    // 2 or 3; 0 for ADTS
@@ -77,6 +79,9 @@ class SimilarFrames {
   unsigned rate_index_ = 0;
   std::array<std::uint16_t, 16> lengths_ = {};  // by bitrate index
 };
+
+/// "5.1" and the like of an ADTS frame with more than two channels; empty for all others.
+std::string_view surround_name(std::size_t channels);
 
 /// Whether a byte 255 and a byte with its top three bits set, the mark of a frame, stand at `at`.
 inline bool has_sync(std::span<const std::uint8_t> bytes, std::size_t at) {

@@ -75,7 +75,7 @@ TEST_F(StatusDisplayTest, BarTellsTheStreamItsTagsAndTheDecoder) {
   stream.avg_bitrate = 96'400;
   stream.current_frame.bitrate = 64;
   EXPECT_TRUE(refreshed().info_bar.starts_with(
-      "  MPEG 1.0 Layer 3  -  064 kbps, VBR ( 96 kbps)  -  44 kHz  -  Stereo  "));
+      "  MPEG 1.0 Layer 3  -  64 kbps, VBR (96 kbps)  -  44 kHz  -  Stereo  "));
   stream.current_frame = {};
   EXPECT_TRUE(refreshed().info_bar.starts_with(" No sync     |     ID3v1: Yes"));
 }

@@ -92,6 +92,14 @@ TEST(FrameHeader, OfAdtsHasItsLengthAndTheRateItStandsFor) {
   beyond[2] = static_cast<std::uint8_t>((beyond[2] & 0xC3) | 13 << 2);  // sample rate index 13
   EXPECT_FALSE(decode_frame_header(info, beyond, FrameFormat::adts));
   EXPECT_FALSE(decode_frame_header(info, mpeg_frame({}), FrameFormat::adts));
+  Bytes surround = adts_frame(48000, 300);
+  for (const auto& [layout, name] : {std::pair{3, "3.0"}, {6, "5.1"}, {7, "7.1"}}) {
+    surround[2] = static_cast<std::uint8_t>((surround[2] & 0xFE) | layout >> 2);
+    surround[3] = static_cast<std::uint8_t>((surround[3] & 0x3F) | (layout & 3) << 6);
+    EXPECT_TRUE(decode_frame_header(info, surround, FrameFormat::adts));
+    EXPECT_EQ(surround_name(info.channels), name);
+    EXPECT_NE(info.channel_mode, mono);
+  }
 }
 
 }  // namespace
