@@ -69,6 +69,11 @@ void tell_to_install_faad(const std::string& reason) {
        "libfaad2.dll needed for AAC playback", BoxIcon::warning);
 }
 
+bool tell_of_faad(std::string_view text) {
+  tell(text, "Decoder init error", BoxIcon::error);
+  return false;
+}
+
 // The library gives two channels whatever the stream has, and below 32 kHz twice its rate.
 bool open_faad() {
   auto decoder = std::make_unique<AacDecoder>();
@@ -79,7 +84,11 @@ bool open_faad() {
   const bool is_doubled = sample_rate < low_rate;
   decoder_session.pcm_format = pcm_16_bit(2, is_doubled ? 2 * sample_rate : sample_rate);
   if (is_doubled) decoder_session.pcm_buffer_bytes *= 2;
-  if (opening.fault != DecoderFault::none || !decoder->begin(read_first_frame())) return false;
+  if (opening.fault != DecoderFault::none)
+    return tell_of_faad("libfaad2 does not take this stream.");
+  const std::span<std::uint8_t> first = read_first_frame();
+  if (first.empty()) return tell_of_faad("There is no whole frame from here on.");
+  if (!decoder->begin(first)) return tell_of_faad("libfaad2 refuses the first frame here.");
   decoder_session.decoder = std::move(decoder);
   return true;
 }

@@ -80,11 +80,13 @@ bool open_added_file(SourceFile& file) {
 
 bool open_audio_file(const std::string& name) {
   open_state.audio_name = name;
+  open_state.open_error.clear();
   if (name.empty() || document.files.size() > 1 || extension_of(name).empty()) return false;
   stream.is_aac = file_kind(name) == FileKind::aac ? 1 : 0;
   const auto index = add_source_file(name);
   if (!index) return false;
   if (open_added_file(document.files[*index])) return true;
+  open_state.open_error = document.files[*index].handle.read_error();
   close_document();
   return false;
 }

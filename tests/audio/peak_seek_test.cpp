@@ -251,6 +251,13 @@ TEST_F(PeakSeek, TellsWhatToInstall) {
   }
 }
 
+TEST_F(PeakSeek, TellsWhyAacCanNotBegin) {
+  ASSERT_TRUE(open_sample("speech.aac"));
+  selection.cursor = document.total_size;
+  EXPECT_FALSE(peak_seek_open(1));
+  EXPECT_EQ(take_box(), "Decoder init error: There is no whole frame from here on.");
+}
+
 TEST_F(PeakSeek, KeepsTheBuffersOfPlaybackInTheirLimits) {
   struct Row {
     const char* name;
