@@ -168,7 +168,8 @@ void SplitRun::finish() {
   is_over_ = true;
   copy_.wait();
   file_.close();
-  keep_id3v1_as_set();
+  stream.id3v1 = id3v1_;
+  open_state.keep_id3v1 = keeps_id3v1_;
   clear_selection();
   if (result_ == SplitResult::finished && log_.empty()) result_ = SplitResult::write_error;
   if (result_ == SplitResult::finished && !losses_.empty()) result_ = SplitResult::not_whole;

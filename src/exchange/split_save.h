@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "document/open_state.h"
 #include "exchange/range_copy.h"
 #include "model/document.h"
 #include "model/stream_info.h"
@@ -78,6 +79,9 @@ class SplitRun : public LongRun {
   std::uint16_t split_done_ = 0;     // regions written, and the one that is being written
   std::uint16_t split_total_;
   std::uint32_t split_resyncs_ = 0;
+  // The tag of the document, while the pieces have theirs in its place.
+  const decltype(StreamInfo::id3v1) id3v1_ = stream.id3v1;
+  const bool keeps_id3v1_ = open_state.keep_id3v1;
   OutputFile file_;  // the piece
   RangeCopy copy_{file_};
   bool is_in_piece_ = false;

@@ -118,12 +118,10 @@ VbrHeaderFields make_vbr_header(const OutputFile& target, std::uint64_t offset,
   const std::size_t marker = vbr_header_offset(frame);
   const std::size_t room = frame.frame_length - marker;
 
-  if (has_encoder_tag()) {
-    put_big_endian_u32(stream.encoder_tag, vbr_tag_length_place,
-                       stream.vbr_frame_size + document.total_size);
-    // Half a tag would have decoders read the gaps at both ends of the audio out of the next frame.
-    if (settings.keep_lame != 0 && room >= vbr_tag_place + vbr_kept_tag_size)
-      std::copy_n(stream.encoder_tag.begin(), vbr_kept_tag_size, header.begin() + vbr_tag_place);
+  // Half a tag would have decoders read the gaps at both ends of the audio out of the next frame.
+  if (has_encoder_tag() && settings.keep_lame != 0 && room >= vbr_tag_place + vbr_kept_tag_size) {
+    std::copy_n(stream.encoder_tag.begin(), vbr_tag_size, header.begin() + vbr_tag_place);
+    put_big_endian_u32(header, vbr_tag_place + vbr_tag_length_place, bytes);
   }
 
   // At low bitrates the frame of a constant stream ends before the header does.

@@ -151,9 +151,12 @@ TEST_F(SplitSaveTest, EachPieceHasItsTagsAndItsSourcesDate) {
     expected.raw(frames_of_audio(row.from, row.to)).raw(id3v1 + row.track + '\xFF');
     EXPECT_EQ(piece(row.name), expected.bytes()) << row.name;
   }
-  settings.save_id3v1 = 0;
+  EXPECT_EQ(std::string(stream.id3v1.begin(), stream.id3v1.begin() + 7),
+            std::string("TAGold\0", 7));
+  ASSERT_TRUE(open("b.mp3", audio_));
   EXPECT_EQ(split(19), SplitResult::finished);
-  EXPECT_FALSE(open_state.keep_id3v1);  // follows the setting afterwards
+  EXPECT_FALSE(open_state.keep_id3v1);
+  EXPECT_NE(stream.id3v1[0], 'T');
 }
 
 TEST_F(SplitSaveTest, EachPieceHasAHeaderOfItsOwn) {

@@ -52,7 +52,7 @@ TEST_F(VbrHeaderTest, DescribesAVariableStream) {
   EXPECT_EQ(number_at(file, header + 48), 417 + audio.size());
   EXPECT_EQ(number_at(file, header + 36 + 116), 60U);
   EXPECT_EQ(text_at(file, 456, 9), "LAME3.100");
-  EXPECT_EQ(number_at(file, header + 36 + 148), 417 + document.total_size);
+  EXPECT_EQ(number_at(file, header + 36 + 148), 417 + audio.size());
   // Frame 2i lies at i per cent of the time, and the header's own frame is frame 0: in front of it
   // are that, i frames of 208 bytes and i - 1 of 1044, out of 125,617 bytes in all.
   const std::size_t table = header + 36 + 16;
@@ -72,6 +72,9 @@ TEST_F(VbrHeaderTest, SaysNoMoreThanItKnows) {
   Bytes file = write(frames(5), 5);  // of a constant stream
   EXPECT_EQ(text_at(file, 36, 8), std::string("Info\0\0\0\x03", 8));
   EXPECT_EQ(text_at(file, 52, 365), std::string(365, '\0'));
+  settings.keep_lame = 1;
+  file = write(frames(3), 3);  // of a selection: the tag tells its length
+  EXPECT_EQ(number_at(file, 36 + 120 + 28), 4 * length);
 
   stream.vbr = 1;
   stream.xing_quality = 255;  // none
