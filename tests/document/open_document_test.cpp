@@ -1,4 +1,6 @@
 // Opening of audio files: their bounds, headers and averages.
+#include "document/append.h"
+#include "document/tag_bounds.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
@@ -19,6 +21,9 @@ TEST_F(OpenDocument, TakesAPlainStreamWhole) {
   EXPECT_EQ(document.parts[0].part_iscue, 1U);
   EXPECT_FLOAT_EQ(stream.avg_bitrate, 127706.25F);  // 417 * 44100 / 144
   EXPECT_EQ(settings.file_recent.front(), folder.path("a.mp3"));
+  ASSERT_TRUE(
+      open("b.mp2", frames(100, {.version = 2, .layer = 2, .bitrate = 64, .sample_rate = 22050})));
+  EXPECT_FLOAT_EQ(stream.avg_bitrate, 63853.125F);  // 417 * 22050 / 144
   ASSERT_TRUE(open("one.mp3", frames(1)));
   EXPECT_EQ(document.total_size, length);
   ASSERT_TRUE(open("late.mp3", Mp3Builder{}.zeros(0xFFFF0).frames(50).bytes()));
@@ -40,6 +45,10 @@ TEST_F(OpenDocument, TakesTagsOffBothEnds) {
   ASSERT_TRUE(open("b.mp3", Mp3Builder{}.frames(100).id3v1("Title").bytes()));
   EXPECT_FALSE(open_state.keep_id3v1);
   EXPECT_EQ(end(), 100 * length);
+  // A file that is nothing else.
+  InputFile only_tag;
+  ASSERT_FALSE(only_tag.open(folder.file("ape.mp3", Mp3Builder{}.ape(10, true).bytes())));
+  EXPECT_EQ(ape_tag_size(only_tag, 74), 74U);
   // Of an APE tag's size only 16 bits are known.
   ASSERT_TRUE(open("c.mp3", Mp3Builder{}.frames(400).ape(70000 - 32, false).bytes()));
   EXPECT_EQ(end(), 400 * length + 65536);
@@ -114,6 +123,19 @@ TEST_F(OpenDocument, ReadsAnInfoHeader) {
   ASSERT_TRUE(
       open("c.mp3", Mp3Builder{}.shape(small).vbr_header({.marker = "Info"}).frames(1).bytes()));
   EXPECT_EQ(stream.has_info_header, 1U);
+}
+
+TEST_F(OpenDocument, TheKindIsThatOfTheMusicBehindAVbriHeader) {
+  Bytes header = mpeg_frame({.bitrate = 64, .is_mono = true, .has_crc = true});
+  std::ranges::copy(std::string_view("VBRI"), header.begin() + 36);
+  const std::string path = folder.file("a.mp3", Mp3Builder{}.raw(header).frames(50).bytes());
+  ASSERT_TRUE(open(path));
+  EXPECT_EQ(document.total_size, 50 * length);
+  EXPECT_EQ(stream_kind, kind_of(stream.current_frame));
+  EXPECT_FALSE(stream_kind.has_crc);
+  EXPECT_EQ(stream.vbr, vbr_constant);
+  EXPECT_TRUE(append_file_reported(path, nullptr));
+  EXPECT_EQ(document.total_size, 100 * length);
 }
 
 TEST_F(OpenDocument, BelievesAXingHeaderWithin3000Bytes) {
@@ -200,6 +222,9 @@ TEST_F(OpenDocument, EndsBeforeALastFrameThatIsCutOff) {
 TEST_F(OpenDocument, BeginsEachDocumentAfresh) {
   ASSERT_TRUE(open("a.mp3", frames(50, {.copyright = true})));
   EXPECT_EQ(header_rewrite.rewrite_copyright, 1U);
+  header_rewrite.rewrite_header = true;
+  reset_state(ResetLevel::start);
+  EXPECT_FALSE(header_rewrite.rewrite_header);
   header_rewrite.rewrite_header = true;
   selection.sel_beg = selection.sel_end = 417;
   document.sheet_title = u"old";

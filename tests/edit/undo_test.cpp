@@ -2,6 +2,7 @@
 #include "edit/undo.h"
 
 #include "model/cuts.h"
+#include "model/exact_time.h"
 #include "model/stream_info.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
@@ -71,6 +72,15 @@ TEST_F(Undo, KeepsWhatAFileWouldNotTell) {
   EXPECT_EQ(stream.id3v1[3], 'T');
   EXPECT_EQ(open_state.save_name, "/elsewhere/saved.mp3");
   EXPECT_TRUE(open_state.document_modified);
+}
+
+TEST_F(Undo, BringsBackTheTimesOfASource) {
+  undo_push(true, "before");
+  document.files[0].audio_end = document.parts[0].part_size = 10 * length;
+  recompute_total();
+  EXPECT_NEAR(exact_seconds(10 * length), 10 * 1152 / 44100., 1e-9);
+  ASSERT_TRUE(undo_pop());
+  EXPECT_NEAR(exact_seconds(20 * length), 20 * 1152 / 44100., 1e-9);
 }
 
 TEST_F(Undo, LosesNothingWhenASourceCanNotBeOpenedAgain) {

@@ -16,6 +16,7 @@
 #include "audio/encoder_settings.h"
 #include "exchange/save_run.h"
 #include "exchange/split_save.h"
+#include "model/cuts.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
@@ -493,10 +494,12 @@ TEST_F(SaveTest, EncodesAllOfTheStreamAnew) {
       EXPECT_TRUE(other.begin());
       other.cancel();  // the encoder is free for the next run
     }
+    delete_range(20 * length, 20 * length);  // a border, to tell the parts apart
     SaveRun run(target, whole_stream(), {}, SaveMode::reencode);
     ASSERT_TRUE(run.begin());
     while (run.step()) continue;
     EXPECT_EQ(run.progress_text(), "Frames: 100    Re-syncs: 1");
+    EXPECT_EQ(document.current_part, 0);
     EXPECT_EQ(run.log().starts_with("ID3v2"), !is_vbr);  // LAME's header is the file's first frame
     EXPECT_EQ(saved("b.mp3")[0] == 'I', !is_vbr);
     ASSERT_TRUE(open(target));

@@ -75,6 +75,14 @@ TEST_F(GraphSampling, MovesOnOverWhatIsNoFrame) {
   EXPECT_EQ(sampled(14), "< < < < < < 0(*/64 1 2@ 3 172+328 173+328 174+328 175+331/64 >/64");
 }
 
+TEST_F(GraphSampling, SeesAHeaderAcrossTwoBlocks) {
+  const Bytes bytes = Mp3Builder{}.frames(4).zeros(61'999 - 4 * length).frames(3).bytes();
+  ASSERT_TRUE(open("b.mp3", bytes));
+  stream.avg_frame_size = length;
+  selection.cursor = 2 * length;
+  EXPECT_EQ(sampled(4), "0(*/64 1 2@ 3 148+283");
+}
+
 TEST_F(GraphSampling, ShowsALastFrameOfAFewBytes) {
   ASSERT_TRUE(open("b.aac", Mp3Builder{}.adts(30, length).adts(1, 9).bytes()));
   stream.avg_frame_size = length;
