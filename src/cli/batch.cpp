@@ -149,6 +149,7 @@ bool run_batch(BatchJob job, unsigned jobs, bool prints_json) {
   job.source_folder = in_current_folder(job.source_folder);
   if (!job.dest_folder.empty()) job.dest_folder = in_current_folder(job.dest_folder);
   job.scan_batch_folder();
+  if (!job.source_fault.empty()) return refuse(job.source_fault);
   if (job.items.empty())
     complain(fmt::format("there is no audio file in {} that fits {}", job.source_folder, job.mask));
 

@@ -183,6 +183,8 @@ class BatchWindow : public DialogWindow {
     grid->addWidget(list_, 1, 0, 1, 3);
     count_ = new QLabel;
     count_->setObjectName(QStringLiteral("selected"));
+    count_->setTextFormat(Qt::PlainText);
+    count_->setWordWrap(true);
     grid->addWidget(count_, 2, 0, 1, 3);
 
     connect(choose, &QPushButton::clicked, this, [this] {
@@ -229,9 +231,7 @@ class BatchWindow : public DialogWindow {
     show_list();
   }
 
-  // A path that is only half typed is no folder yet.
   void take_folder(const std::string& folder) {
-    if (!folder.starts_with('/') || !file_facts(folder).is_folder) return;
     job_.source_folder = folder;
     scan();
   }
@@ -289,6 +289,11 @@ class BatchWindow : public DialogWindow {
     add(BatchOption::auto_cue, label(row::auto_cue));
     add(BatchOption::join, label(row::join), join_name_);
     add(BatchOption::skip_unchanged, label(row::skip_unchanged));
+    fault_ = new QLabel;
+    fault_->setObjectName(QStringLiteral("fault"));
+    fault_->setTextFormat(Qt::PlainText);
+    fault_->setWordWrap(true);
+    grid->addWidget(fault_, row, 0, 1, -1);
 
     connect(level_, &QSlider::valueChanged, this, [this](int value) {
       job_.batch_level = static_cast<std::uint8_t>(value);
@@ -297,8 +302,10 @@ class BatchWindow : public DialogWindow {
     connect(bottom_, &QSpinBox::valueChanged, this,
             [this](int value) { job_.batch_bottom = static_cast<std::uint8_t>(value); });
     const auto bind = [this](QLineEdit* line, std::string BatchJob::*field) {
-      connect(line, &QLineEdit::textChanged, this,
-              [this, field](const QString& text) { job_.*field = as_path(text); });
+      connect(line, &QLineEdit::textChanged, this, [this, field](const QString& text) {
+        job_.*field = as_path(text);
+        show_faults();
+      });
     };
     bind(join_name_, &BatchJob::join_name);
     bind(limit_, &BatchJob::limit_seconds);
@@ -396,7 +403,9 @@ class BatchWindow : public DialogWindow {
 
   // Steps the run to its end. The window stays alive between the slices.
   void start() {
-    if (is_stepping_ || !dialog_.accept()) return;
+    if (is_stepping_) return;
+    take_source();  // a key may start the run while the field has the focus
+    if (!dialog_.accept()) return go_to_fault();
     is_stepping_ = true;
     show_state();
     results_->clear();
@@ -410,6 +419,43 @@ class BatchWindow : public DialogWindow {
     is_stepping_ = false;
     show_state();
     if (closes_) QDialog::reject();
+  }
+
+  [[nodiscard]] QLineEdit* line_of(BatchField field) const {
+    switch (field) {
+      case BatchField::source:
+        return folder_;
+      case BatchField::limit_seconds:
+        return limit_;
+      case BatchField::cut_begin:
+        return cut_begin_;
+      case BatchField::cut_end:
+        return cut_end_;
+      case BatchField::fade_begin:
+        return fade_begin_;
+      case BatchField::fade_end:
+        return fade_end_;
+      case BatchField::join_name:
+        break;
+    }
+    return join_name_;
+  }
+
+  // What is wrong with the list's own fields stands below the list.
+  void show_faults() {
+    QString shown;
+    for (const BatchField field : batch_fields) {
+      const QString fault = as_shown(job_.fault_in(field));
+      line_of(field)->setAccessibleDescription(fault);
+      if (shown.isEmpty() && field != BatchField::source) shown = fault;
+    }
+    fault_->setText(shown);
+  }
+
+  void go_to_fault() {
+    const auto* const field = std::ranges::find_if(
+        batch_fields, [this](BatchField each) { return !job_.fault_in(each).empty(); });
+    if (field != std::end(batch_fields)) line_of(*field)->setFocus();
   }
 
   void take_selection() {
@@ -436,6 +482,7 @@ class BatchWindow : public DialogWindow {
                                                                               : Qt::AscendingOrder);
     folder_->setText(as_shown(job_.source_folder));
     show_count();
+    show_faults();
   }
 
   // In as few ranges as can be: the toolkit compares each with each.
@@ -464,6 +511,7 @@ class BatchWindow : public DialogWindow {
   }
 
   void show_count() {
+    if (!job_.source_fault.empty()) return count_->setText(as_shown(job_.source_fault));
     count_->setText(QStringLiteral("%1 / %2").arg(job_.selected_count()).arg(job_.items.size()));
   }
 
@@ -481,6 +529,7 @@ class BatchWindow : public DialogWindow {
     for (QLineEdit* const field : {fade_begin_, fade_end_})
       field->setEnabled(job_.has(BatchOption::simple_fade));
     show_level();
+    show_faults();
   }
 
   void show_level() { show_meaning(*level_, *level_text_, job_.level_text()); }
@@ -542,6 +591,7 @@ class BatchWindow : public DialogWindow {
   QLineEdit* mask_ = nullptr;
   FileList* list_ = nullptr;
   QLabel* count_ = nullptr;
+  QLabel* fault_ = nullptr;
   QSlider* level_ = nullptr;
   QLabel* level_text_ = nullptr;
   QLineEdit* join_name_ = nullptr;

@@ -5,9 +5,11 @@
 #include <fnmatch.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <memory>
 
 #include "platform/file.h"
+#include "platform/system_calls.h"
 
 namespace corvelin {
 
@@ -31,12 +33,14 @@ std::string pattern_of(std::string_view mask) {
 
 }  // namespace
 
-std::vector<FolderEntry> list_folder(const std::string& folder, std::string_view mask) {
-  std::vector<FolderEntry> entries;
+std::error_code list_folder(const std::string& folder, std::string_view mask,
+                            std::vector<FolderEntry>& entries) {
+  entries.clear();
   const std::unique_ptr<DIR, CloseFolder> open(::opendir(folder.c_str()));
-  if (!open) return entries;
+  if (!open) return last_error();
   const std::string pattern = pattern_of(mask);
-  while (const dirent* const entry = ::readdir(open.get())) {
+  // Only the error tells a folder's end from a disk that fails in the middle of it.
+  for (errno = 0; const dirent* const entry = system_calls.readdir(open.get()); errno = 0) {
     const std::string name = static_cast<const char*>(entry->d_name);
     if (name == "." || name == ".." || !fits(name.c_str(), pattern)) continue;
     const FileFacts facts = file_facts(folder + name);
@@ -46,7 +50,10 @@ std::vector<FolderEntry> list_folder(const std::string& folder, std::string_view
                        .size = facts.size,
                        .write_time = facts.write_time});
   }
-  return entries;
+  const int error = errno;
+  if (error == 0) return {};
+  entries.clear();
+  return {error, std::system_category()};
 }
 
 bool can_list_folder(const std::string& folder) {

@@ -5,6 +5,7 @@
 #include <ctime>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace corvelin {
@@ -17,10 +18,11 @@ struct FolderEntry {
 };
 
 /// The entries of a folder (with its "/") whose names fit the mask: "*" stands for any characters,
-/// "?" for one, the case of the letters doesn't count, and "*.*" fits all names. In no order; none
-/// when the folder can't be read. A link is what it leads to, and one that leads nowhere is left
-/// out.
-std::vector<FolderEntry> list_folder(const std::string& folder, std::string_view mask);
+/// "?" for one, the case of the letters doesn't count, and "*.*" fits all names. In no order. A
+/// link is what it leads to, and one that leads nowhere is left out. An error, and no entries, when
+/// the folder can't be read to its end.
+std::error_code list_folder(const std::string& folder, std::string_view mask,
+                            std::vector<FolderEntry>& entries);
 
 /// Whether the names in a folder can be read, and the files that have them reached.
 bool can_list_folder(const std::string& folder);

@@ -34,6 +34,7 @@ const SystemCalls original_system_calls = {
     .unlink = ::unlink,
     .mkdir = ::mkdir,
     .rmdir = ::rmdir,
+    .readdir = ::readdir,
 };
 SystemCalls system_calls = original_system_calls;
 

@@ -2,6 +2,7 @@
 // becomes of a full disk or a broken one at every single step.
 #pragma once
 
+#include <dirent.h>
 #include <sys/stat.h>
 #include <sys/types.h>
 
@@ -29,6 +30,7 @@ struct SystemCalls {
   int (*unlink)(const char* path);
   int (*mkdir)(const char* path, mode_t mode);
   int (*rmdir)(const char* path);
+  dirent* (*readdir)(DIR* folder);
 };
 
 extern const SystemCalls original_system_calls;

@@ -3,6 +3,7 @@
 
 #include "document/open_state.h"
 #include "settings/note.h"
+#include "text/boxes.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
 
@@ -10,6 +11,12 @@ namespace corvelin {
 
 bool BatchDialog::accept() {
   if (is_running()) return false;
+  for (const BatchField field : batch_fields) {
+    const std::string fault = job.fault_in(field);
+    if (fault.empty()) continue;
+    show_refusal(fault);
+    return false;
+  }
   if (job.has(BatchOption::overwrite_originals)) {
     const BoxAnswer answer =
         host().show_message_box({.caption = std::string(ui_text(row::warning)),

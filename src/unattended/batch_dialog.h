@@ -19,7 +19,8 @@ struct BatchDialog : Dialog {
 
   void begin() override { job.begin(); }
 
-  /// "Start". False when the user takes the warning about the originals seriously.
+  /// "Start". False when a field can't be taken, which is told, and when the user takes the warning
+  /// about the originals seriously.
   bool accept() override;
 
   /// "Stop".

@@ -101,6 +101,21 @@ std::string first_folder() {
                                       : std::string(folder_of(settings.file_recent.front()));
 }
 
+// Returns why there is no list.
+std::string list_source(const std::string& folder, const std::string& mask,
+                        std::vector<FolderEntry>& entries) {
+  constexpr std::size_t longest_mask = 30;  // characters
+  if (!folder.starts_with('/')) return folder + ": The path of a folder begins with \"/\".";
+  if (cut_to_units(mask, longest_mask) != mask)
+    return fmt::format("{}: A mask has at most {} characters.", mask, longest_mask);
+  const std::error_code error = list_folder(folder, mask, entries);
+  return error ? fmt::format("{}: {}", folder, error.message()) : std::string();
+}
+
+std::string seconds_fault(const std::string& field) {
+  return read_seconds(field) ? std::string() : field + ": This is no number of seconds.";
+}
+
 }  // namespace
 
 BatchJob batch_job;
@@ -125,11 +140,13 @@ void BatchJob::begin() {
 }
 
 void BatchJob::scan_batch_folder() {
-  constexpr std::size_t longest_mask = 30;  // characters
   items.clear();
+  source_fault.clear();
   if (source_folder.empty()) return;
   if (!source_folder.ends_with('/')) source_folder += '/';
-  for (FolderEntry& entry : list_folder(source_folder, cut_to_units(mask, longest_mask))) {
+  std::vector<FolderEntry> entries;
+  source_fault = list_source(source_folder, mask, entries);
+  for (FolderEntry& entry : entries) {
     if (entry.is_folder || !is_audio(entry.name)) continue;
     constexpr double megabytes = 9.536743e-07;
     items.push_back(
@@ -160,6 +177,29 @@ void BatchJob::move_selected(std::size_t before) {
   // The selected ones in front of the border go to its left side, those behind it to its right.
   std::stable_partition(items.begin(), border, [](const BatchItem& i) { return !i.is_selected; });
   std::stable_partition(border, items.end(), [](const BatchItem& i) { return i.is_selected; });
+}
+
+std::string BatchJob::fault_in(BatchField field) const {
+  switch (field) {
+    case BatchField::source:
+      return source_fault;
+    case BatchField::limit_seconds:
+      return has(BatchOption::limit_length) ? seconds_fault(limit_seconds) : std::string();
+    case BatchField::cut_begin:
+      return has(BatchOption::cut) ? seconds_fault(cut_begin) : std::string();
+    case BatchField::cut_end:
+      return has(BatchOption::cut) ? seconds_fault(cut_end) : std::string();
+    case BatchField::fade_begin:
+      return has(BatchOption::simple_fade) ? seconds_fault(fade_begin) : std::string();
+    case BatchField::fade_end:
+      return has(BatchOption::simple_fade) ? seconds_fault(fade_end) : std::string();
+    case BatchField::join_name:
+      if (!has(BatchOption::join)) break;
+      if (join_name.empty()) return "The joined file has no name.";
+      if (join_name.find('/') != std::string::npos) return join_name + ": A name has no \"/\".";
+      break;
+  }
+  return {};
 }
 
 bool BatchJob::has(BatchOption option) const { return (options & bit(option)) != 0; }

@@ -37,6 +37,21 @@ struct BatchItem {
 /// The columns of the list by which it can be sorted.
 enum class BatchColumn : std::uint8_t { file = 0, size = 1, modified = 2 };
 
+/// What is typed.
+enum class BatchField : std::uint8_t {
+  source,  // the folder or the mask
+  limit_seconds,
+  cut_begin,
+  cut_end,
+  fade_begin,
+  fade_end,
+  join_name,
+};
+
+constexpr BatchField batch_fields[] = {
+    BatchField::source,     BatchField::limit_seconds, BatchField::cut_begin, BatchField::cut_end,
+    BatchField::fade_begin, BatchField::fade_end,      BatchField::join_name};
+
 struct BatchJob {
   static constexpr std::uint8_t level_of_0_db = 16;
   static constexpr std::uint8_t highest_level = 48;
@@ -45,6 +60,7 @@ struct BatchJob {
   std::string source_folder;  // with its "/"
   std::string mask = "*.mp3";
   std::vector<BatchItem> items;  // in the order of work
+  std::string source_fault;      // why there are none; empty when the folder was read
   std::uint16_t options = 0;     // values of `BatchOption`
   std::string limit_seconds;     // texts as they are typed; an empty one means 0
   std::string cut_begin;
@@ -63,8 +79,13 @@ struct BatchJob {
   void begin();
 
   /// Reads the folder anew: the files of the mask with an extension that is audio, all selected,
-  /// sorted.
+  /// sorted. None, and `source_fault`, when folder or mask can't be taken or the folder can't be
+  /// read to its end.
   void scan_batch_folder();
+
+  /// Why what stands in a field can't be taken: a run doesn't begin with it. Empty when it can, and
+  /// for a field whose option is off.
+  [[nodiscard]] std::string fault_in(BatchField field) const;
 
   /// Sorts by a column; by the same one again, the other way round.
   void sort_by(BatchColumn column);

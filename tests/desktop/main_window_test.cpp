@@ -393,6 +393,12 @@ TEST_F(MainWindowTest, ABatchIsChosenRunAndTold) {
     EXPECT_FALSE(batch->findChild<QAbstractButton*>(QStringLiteral("option_2"))->isChecked());
     batch->findChild<QLineEdit*>(QStringLiteral("mask"))->setText(QStringLiteral("?.mp3"));
     Q_EMIT batch->findChild<QLineEdit*>(QStringLiteral("mask"))->editingFinished();
+    auto* const source = batch->findChild<QLineEdit*>(QStringLiteral("source_folder"));
+    source->setText(QStringLiteral("/not/there"));
+    Q_EMIT source->editingFinished();
+    EXPECT_EQ(batch->findChild<QTreeWidget*>(QStringLiteral("items"))->topLevelItemCount(), 0);
+    source->setText(as_qstring(folder.path("")));
+    Q_EMIT source->editingFinished();
     click("start");
     auto* const results = batch->findChild<QListWidget*>(QStringLiteral("results"));
     EXPECT_EQ(as_utf8(results->item(0)->text()), "Processing file: 3 / 3  (written: 2)");

@@ -1,7 +1,9 @@
 // Batches: order and options of the list, what each option makes of a file, and the results.
+#include <cerrno>
 #include <filesystem>
 
 #include "model/frame_reader.h"
+#include "platform/system_calls.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 #include "support/sample_audio.h"
@@ -61,6 +63,33 @@ TEST_F(Batch, ListsAudioInNaturalOrder) {
   job.items[0].is_selected = false;
   job.move_selected(0);
   EXPECT_EQ(listed(), "a1c.mp3 a1b.mp3 ");
+}
+
+TEST_F(Batch, TakesNoFieldThatIsWrong) {
+  folder.file("a.mp3", frames(30));
+  for (const BatchOption option : {cut, simple_fade}) job.set_option(option, true);
+  job.cut_begin = "2,5";
+  EXPECT_EQ(read_seconds(job.cut_begin), 2.5);
+  EXPECT_EQ(job.fault_in(BatchField::cut_begin), "");
+  for (const char* const bad : {"1:30", "2,5.1", "-1", " 1", "x", "."}) {
+    job.fade_end = bad;
+    EXPECT_NE(job.fault_in(BatchField::fade_end), "") << bad;
+  }
+  job.scan_batch_folder();
+  EXPECT_EQ(listed(), "a.mp3 ");
+  system_calls.readdir = [](DIR* open) -> dirent* {
+    dirent* const entry = original_system_calls.readdir(open);
+    errno = entry == nullptr ? EIO : 0;
+    return entry;
+  };
+  job.scan_batch_folder();
+  system_calls = original_system_calls;
+  EXPECT_EQ(listed(), "");
+  EXPECT_TRUE(job.source_fault.ends_with("Input/output error")) << job.source_fault;
+  job.source_folder += "not there";
+  job.scan_batch_folder();
+  EXPECT_EQ(listed(), "");
+  EXPECT_TRUE(job.source_fault.ends_with("No such file or directory")) << job.source_fault;
 }
 
 TEST_F(Batch, OptionsExcludeOneAnother) {
