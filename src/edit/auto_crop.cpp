@@ -3,7 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <utility>
 
+#include "audio/decoder_bridge.h"
 #include "audio/peak_seek.h"
 #include "document/open_state.h"
 #include "edit/places.h"
@@ -31,13 +34,12 @@ std::uint16_t measure_block() {
 }
 
 void crop_head(int threshold) {
-  constexpr int most_blocks = 500;
   selection.cursor = 0;
-  for (int i = 0; i < most_blocks && selection.cursor < document.total_size; ++i) {
+  while (selection.cursor < document.total_size) {
     const EditPosition block = selection.cursor;
-    if (measure_block() <= threshold) continue;
-    delete_range(0, block);
-    return;
+    const bool is_loud = measure_block() > threshold;
+    if (is_loud) delete_range(0, block);
+    if (is_loud || selection.cursor <= block) return;
   }
 }
 
@@ -47,20 +49,41 @@ EditPosition tail_start() {
   return frame_at(total > average_frames(3000) ? total - average_frames(2000) : total / 2);
 }
 
+// Where it goes on when all behind `begin` is silent.
+EditPosition earlier_start(EditPosition begin) {
+  const std::uint32_t step = average_frames(2000);
+  const EditPosition earlier = begin > step ? frame_at(begin - step) : 0;
+  return earlier < begin ? earlier : 0;
+}
+
+// The end of the first silent block behind the last loud one of those that begin in the stretch, or
+// the end of the stream where that is loud; nothing where all is silent.
+std::optional<EditPosition> end_of_loudness(EditPosition begin, EditPosition end, int threshold) {
+  std::optional<EditPosition> found;
+  bool was_loud = false;
+  selection.cursor = begin;
+  decoder_reset();
+  while (selection.cursor < document.total_size && (selection.cursor < end || was_loud)) {
+    const EditPosition block = selection.cursor;
+    const bool is_loud = measure_block() >= threshold;
+    if (is_loud) found = document.total_size;
+    if (was_loud && !is_loud) found = selection.cursor;
+    was_loud = is_loud;
+    if (selection.cursor <= block) break;
+  }
+  return found;
+}
+
 void crop_tail(int threshold) {
-  constexpr int most_blocks = 1000;
-  EditPosition candidate = document.total_size;
-  int peak = 0;
-  bool is_measured = false;
-  for (int i = 0; i < most_blocks && selection.cursor < document.total_size; ++i) {
-    const int peak_before = peak;
-    peak = measure_block();
-    is_measured = true;
-    if (peak_before >= threshold && peak < threshold) candidate = selection.cursor;
+  EditPosition begin = tail_start();
+  if (begin > document.total_size) begin = 0;
+  auto found = end_of_loudness(begin, document.total_size, threshold);
+  while (!found && begin > 0) {
+    const EditPosition end = std::exchange(begin, earlier_start(begin));
+    found = end_of_loudness(begin, end, threshold);
   }
   peak_seek_close();
-  if (!is_measured || peak >= threshold) return;
-  delete_range(candidate, document.total_size);
+  if (found) delete_range(*found, document.total_size);
 }
 
 }  // namespace
@@ -77,11 +100,7 @@ bool auto_crop() {
   }
   crop_head(threshold);
   peak_seek_close();
-  const EditPosition tail = tail_start();
-  if (peak_seek_open(frames_a_block)) {
-    selection.cursor = tail;
-    crop_tail(threshold);
-  }
+  if (peak_seek_open(frames_a_block)) crop_tail(threshold);
   selection.cursor = std::min(frame_at(remembered), document.total_size);
   return true;
 }

@@ -261,5 +261,11 @@ constexpr TextRow number_of_cues = {ext, 71};
 constexpr TextRow nothing_to_fade = {ext, 90};
 constexpr TextRow fade_over_edit_points = {ext, 91};
 constexpr TextRow make_folder = {ext, 92};
+constexpr TextRow nothing_to_crop = {ext, 100};
+constexpr TextRow folder_begins_with_slash = {ext, 101};
+constexpr TextRow longest_mask = {ext, 102};
+constexpr TextRow no_number_of_seconds = {ext, 103};
+constexpr TextRow joined_file_has_no_name = {ext, 104};
+constexpr TextRow name_has_no_slash = {ext, 105};
 
 }  // namespace corvelin::row

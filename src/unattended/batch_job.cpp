@@ -14,6 +14,8 @@
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
+#include "text/text_rows.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -105,15 +107,16 @@ std::string first_folder() {
 std::string list_source(const std::string& folder, const std::string& mask,
                         std::vector<FolderEntry>& entries) {
   constexpr std::size_t longest_mask = 30;  // characters
-  if (!folder.starts_with('/')) return folder + ": The path of a folder begins with \"/\".";
+  if (!folder.starts_with('/')) return format_row(ui_text(row::folder_begins_with_slash), folder);
   if (cut_to_units(mask, longest_mask) != mask)
-    return fmt::format("{}: A mask has at most {} characters.", mask, longest_mask);
+    return format_row(ui_text(row::longest_mask), mask, longest_mask);
   const std::error_code error = list_folder(folder, mask, entries);
   return error ? fmt::format("{}: {}", folder, error.message()) : std::string();
 }
 
 std::string seconds_fault(const std::string& field) {
-  return read_seconds(field) ? std::string() : field + ": This is no number of seconds.";
+  return read_seconds(field) ? std::string()
+                             : format_row(ui_text(row::no_number_of_seconds), field);
 }
 
 }  // namespace
@@ -195,8 +198,9 @@ std::string BatchJob::fault_in(BatchField field) const {
       return has(BatchOption::simple_fade) ? seconds_fault(fade_end) : std::string();
     case BatchField::join_name:
       if (!has(BatchOption::join)) break;
-      if (join_name.empty()) return "The joined file has no name.";
-      if (join_name.find('/') != std::string::npos) return join_name + ": A name has no \"/\".";
+      if (join_name.empty()) return std::string(ui_text(row::joined_file_has_no_name));
+      if (join_name.find('/') != std::string::npos)
+        return format_row(ui_text(row::name_has_no_slash), join_name);
       break;
   }
   return {};

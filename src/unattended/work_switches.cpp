@@ -3,6 +3,9 @@
 
 #include "document/open_state.h"
 #include "edit/auto_crop.h"
+#include "model/document.h"
+#include "text/boxes.h"
+#include "text/text_rows.h"
 #include "unattended/dialog_runs.h"
 #include "unattended/save_unattended.h"
 
@@ -17,7 +20,12 @@ SaveOutcome normalize(const WorkRequest& request) {
 }
 
 SaveOutcome crop(const WorkRequest& request) {
+  const std::uint32_t size_before = document.total_size;
   if (!auto_crop()) return SaveOutcome::not_started;
+  if (document.total_size == size_before) {
+    show_refusal(ui_text(row::nothing_to_crop));
+    return SaveOutcome::not_started;
+  }
   return save_unattended(request.overwrite);
 }
 

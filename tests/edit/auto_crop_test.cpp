@@ -51,9 +51,12 @@ TEST_F(AutoCrop, TakesSilenceOffBothEnds) {
   EXPECT_TRUE(open_state.document_modified);
   open_tone(63, 15);
   EXPECT_EQ(cropped(), "3+tone+9");
-  // Behind the middle there is silence alone: that is no end of something loud.
-  open_tone(60, 60);
-  EXPECT_EQ(cropped(), "0+tone+60");
+  // Behind the middle there is silence alone, so the search goes back to the start.
+  open_tone(60, 61);
+  EXPECT_EQ(cropped(), "0+tone+12");
+  // More than a minute of it at either end.
+  open_tone(3603, 5000);
+  EXPECT_EQ(cropped(), "3+tone+9");
 }
 
 TEST_F(AutoCrop, LeavesWhatNothingInItIsLouderThan) {
