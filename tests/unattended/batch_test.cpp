@@ -1,4 +1,5 @@
 // Batches: order and options of the list, what each option makes of a file, and the results.
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 
@@ -156,6 +157,13 @@ TEST_F(Batch, DoesToEachFileWhatTheOptionsSay) {
   job.batch_bottom = 60;
   EXPECT_EQ(size_after({simple_fade}), 100U);
   EXPECT_NE(read_file(folder.path("a.mp3.mp3")), read_file(source));
+  job.fade_begin = "1";  // 38 frames
+  EXPECT_EQ(size_after({simple_fade}), 100U);
+  const Bytes plain = read_file(source);
+  const Bytes faded = read_file(folder.path("a.mp3.mp3"));
+  constexpr auto half = static_cast<std::ptrdiff_t>(50 * length);
+  EXPECT_FALSE(std::equal(plain.begin(), plain.begin() + half, faded.begin()));
+  EXPECT_TRUE(std::equal(plain.begin() + half, plain.end(), faded.begin() + half));
 }
 
 // MPEG 2 has 38.28 frames of 576 samples a second at 22.05 kHz.
