@@ -21,6 +21,7 @@
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
+#include "unattended/batch_leftovers.h"
 #include "unattended/batch_run.h"
 
 namespace corvelin {
@@ -150,6 +151,8 @@ bool run_batch(BatchJob job, unsigned jobs, bool prints_json) {
   if (!job.dest_folder.empty()) job.dest_folder = in_current_folder(job.dest_folder);
   job.scan_batch_folder();
   if (!job.source_fault.empty()) return refuse(job.source_fault);
+  offer_removal_of_leftovers(job);
+  for (const std::string& name : job.leftovers) complain(told_of_leftover(name));
   if (job.items.empty())
     complain(fmt::format("there is no audio file in {} that fits {}", job.source_folder, job.mask));
 

@@ -21,10 +21,6 @@ namespace corvelin {
 
 namespace {
 
-// What the name of the file beside a source has behind it until it takes its place: song.mp3 is
-// written as song.mp3.~~~.mp3, which a person can make out should the replacement fail.
-constexpr std::string_view temporary_mark = ".~~~";
-
 std::string with_cause(const std::string& cause, const std::string& text) {
   return cause.empty() ? text : fmt::format("{}\n{}", cause, text);
 }

@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 #include "exchange/range_writer.h"
@@ -17,6 +18,10 @@
 #include "platform/replacing_file.h"
 
 namespace corvelin {
+
+/// What the name of the file beside a source has behind it until it takes its place: song.mp3 is
+/// written as song.mp3.~~~.mp3, which a person can make out should the replacement fail.
+constexpr std::string_view temporary_mark = ".~~~";
 
 /// How the audio gets into the file.
 enum class SaveMode { copy, reencode };

@@ -267,5 +267,7 @@ constexpr TextRow longest_mask = {ext, 102};
 constexpr TextRow no_number_of_seconds = {ext, 103};
 constexpr TextRow joined_file_has_no_name = {ext, 104};
 constexpr TextRow name_has_no_slash = {ext, 105};
+constexpr TextRow leftover = {ext, 106};
+constexpr TextRow remove_leftovers = {ext, 107};
 
 }  // namespace corvelin::row

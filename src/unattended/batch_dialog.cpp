@@ -6,6 +6,7 @@
 #include "text/boxes.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
+#include "unattended/batch_leftovers.h"
 
 namespace corvelin {
 
@@ -26,6 +27,7 @@ bool BatchDialog::accept() {
                                  .default_answer = BoxAnswer::cancel});
     if (answer != BoxAnswer::ok) return false;
   }
+  offer_removal_of_leftovers(job);
   run.reset();  // which ends with the batch before a new one begins
   run = std::make_unique<BatchRun>(job, between_slices);
   return true;

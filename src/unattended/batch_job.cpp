@@ -16,6 +16,7 @@
 #include "settings/settings.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
+#include "unattended/batch_leftovers.h"
 
 namespace corvelin {
 
@@ -144,6 +145,7 @@ void BatchJob::begin() {
 
 void BatchJob::scan_batch_folder() {
   items.clear();
+  leftovers.clear();
   source_fault.clear();
   if (source_folder.empty()) return;
   if (!source_folder.ends_with('/')) source_folder += '/';
@@ -151,6 +153,10 @@ void BatchJob::scan_batch_folder() {
   source_fault = list_source(source_folder, mask, entries);
   for (FolderEntry& entry : entries) {
     if (entry.is_folder || !is_audio(entry.name)) continue;
+    if (is_leftover(entry.name)) {
+      leftovers.push_back(std::move(entry.name));
+      continue;
+    }
     constexpr double megabytes = 9.536743e-07;
     items.push_back(
         {.name = std::move(entry.name),
@@ -160,6 +166,7 @@ void BatchJob::scan_batch_folder() {
          .date_text = date_text(entry.write_time)});
   }
   sort();
+  std::ranges::sort(leftovers);
 }
 
 void BatchJob::sort_by(BatchColumn column) {

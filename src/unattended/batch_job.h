@@ -59,10 +59,11 @@ struct BatchJob {
 
   std::string source_folder;  // with its "/"
   std::string mask = "*.mp3";
-  std::vector<BatchItem> items;  // in the order of work
-  std::string source_fault;      // why there are none; empty when the folder was read
-  std::uint16_t options = 0;     // values of `BatchOption`
-  std::string limit_seconds;     // texts as they are typed; an empty one means 0
+  std::vector<BatchItem> items;        // in the order of work
+  std::vector<std::string> leftovers;  // of saves, in the folder: not among the items
+  std::string source_fault;            // why there are none; empty when the folder was read
+  std::uint16_t options = 0;           // values of `BatchOption`
+  std::string limit_seconds;           // texts as they are typed; an empty one means 0
   std::string cut_begin;
   std::string cut_end;
   std::string fade_begin;

@@ -37,6 +37,7 @@
 #include "text/boxes.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
+#include "unattended/batch_leftovers.h"
 #include "unattended/dialog_runs.h"
 
 namespace corvelin {
@@ -272,6 +273,7 @@ BatchRun::BatchRun(BatchJob job, std::function<bool()> between_slices)
     if (item.is_selected) items_.push_back(&item);
   if (job_.has(BatchOption::overwrite_originals))
     same_files_ = names_of_same_file(job_.source_folder, items_);
+  for (const std::string& name : job_.leftovers) tell_of_all(told_of_leftover(name));
   batch_active = true;
   batch_bottom = job_.usable_bottom();
 }

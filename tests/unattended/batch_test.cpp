@@ -9,6 +9,7 @@
 #include "support/core_test.h"
 #include "support/sample_audio.h"
 #include "unattended/batch_job.h"
+#include "unattended/batch_leftovers.h"
 #include "unattended/batch_run.h"
 
 namespace corvelin::test {
@@ -201,8 +202,20 @@ TEST_F(Batch, WritesOverNothingUnasked) {
   job.set_option(limit_length, true);
   job.limit_seconds = "0.1";
   folder.file("a.mp3.~~~.mp3", "mine");
+  job.mask = "a*.mp3";
   EXPECT_EQ(run(), "a.mp3 failed; ");
-  std::filesystem::remove(folder.path("a.mp3.~~~.mp3"));
+  EXPECT_TRUE(lines[1].starts_with("a.mp3.~~~.mp3: left out")) << lines[1];
+  {
+    InputFile source;  // as a save under way has it
+    ASSERT_FALSE(source.open(folder.path("a.mp3")) || source.lock());
+    offer_removal_of_leftovers(job);
+    EXPECT_TRUE(host.boxes.empty());
+  }
+  host.answers = {BoxAnswer::no, BoxAnswer::yes};
+  offer_removal_of_leftovers(job);
+  EXPECT_EQ(read_text(folder.path("a.mp3.~~~.mp3")), "mine");
+  offer_removal_of_leftovers(job);
+  host.boxes.clear();
   EXPECT_EQ(run(), "a.mp3 written; ");
   EXPECT_LT(read_file(folder.path("a.mp3")).size(), audio.size());
   EXPECT_EQ(folder.names(), (std::vector<std::string>{"a.mp3", "bad.mp3"}));
