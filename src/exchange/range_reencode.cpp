@@ -54,8 +54,6 @@ bool encoder_matches_stream() {
   return fits && stream_kind.sample_rate == settings.enc_acm_samplerate;
 }
 
-bool encoder_writes_header() { return settings.enc_lam_vbr_method != lame_method_cbr; }
-
 RangeReencode::~RangeReencode() {
   close_decoder();
   close_encoder({});

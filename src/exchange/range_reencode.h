@@ -17,9 +17,6 @@ namespace corvelin {
 /// it can't change the sample rate, the same one.
 bool encoder_matches_stream();
 
-/// Whether the encoder begins what it makes with a header frame of its own.
-bool encoder_writes_header();
-
 class RangeReencode : public RangeWriter {
  public:
   explicit RangeReencode(ReplacingFile& target) : RangeWriter(target.file), target_(target) {}

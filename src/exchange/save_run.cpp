@@ -25,16 +25,11 @@ std::string with_cause(const std::string& cause, const std::string& text) {
   return cause.empty() ? text : fmt::format("{}\n{}", cause, text);
 }
 
-// A file that begins with the encoder's own header frame has no tag in front of that.
-bool has_place_for_id3v2(SaveMode mode) {
-  return mode == SaveMode::copy || !encoder_writes_header();
-}
-
 }  // namespace
 
 SaveRun::SaveRun(const std::string& name, EditRange range, std::optional<std::uint16_t> replaced,
                  SaveMode mode)
-    : name_(in_current_folder(name)), range_(range), replaced_(replaced), mode_(mode) {
+    : name_(in_current_folder(name)), range_(range), replaced_(replaced) {
   if (mode == SaveMode::copy) {
     audio_ = std::make_unique<RangeCopy>(target_.file);
   } else {
@@ -64,8 +59,7 @@ bool SaveRun::begin() {
   if (!check(replaced_ ? target_.begin_marked(name_, temporary_mark, extension)
                        : target_.begin(name_)))
     return false;
-  audio_->begin(
-      range_, {.id3v2 = keeps_id3v2(false) && has_place_for_id3v2(mode_), .id3v1 = keeps_id3v1()});
+  audio_->begin(range_, {.id3v2 = keeps_id3v2(false), .id3v1 = keeps_id3v1()});
   return true;
 }
 

@@ -83,7 +83,6 @@ class SaveRun : public LongRun {
   InputFile source_;  // that is replaced, locked against other runs
   ReplacingFile target_;
   std::unique_ptr<RangeWriter> audio_;
-  SaveMode mode_;
   bool is_over_ = false;
   bool is_cancelled_ = false;
   bool has_failed_ = false;
