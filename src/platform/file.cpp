@@ -25,6 +25,8 @@ class FileErrorCategory : public std::error_category {
         return "Another run of this program is replacing this file";
       case FileError::other_kind:
         return "This file is of another kind and is not written over";
+      case FileError::read_only:
+        return "This file is write-protected";
     }
     return {};
   }
@@ -46,7 +48,8 @@ FileFacts facts_of(const struct stat& status) {
           .is_folder = S_ISDIR(status.st_mode),
           .identity = {.device = status.st_dev, .inode = status.st_ino},
           .size = static_cast<std::uint64_t>(status.st_size),
-          .write_time = status.st_mtim};
+          .write_time = status.st_mtim,
+          .permissions = status.st_mode & 0777};
 }
 
 std::error_code not_a_regular_file(const FileFacts& facts) {
@@ -94,6 +97,10 @@ FileFacts file_facts(const std::string& path) {
   struct stat status = {};
   if (::stat(path.c_str(), &status) != 0) return {};
   return facts_of(status);
+}
+
+bool may_write_to(const std::string& path) {
+  return (file_facts(path).permissions & 0222) != 0 && ::access(path.c_str(), W_OK) == 0;
 }
 
 bool is_unchanged(const FileFacts& before, const FileFacts& now) {

@@ -20,6 +20,7 @@ enum class FileError {
   changed = 1,  // by another program, since it was looked at
   in_use,       // another run is about to replace it
   other_kind,   // it holds something else than what was to be written
+  read_only,    // its permissions let nobody write to it, or not this user
 };
 
 std::error_code make_error_code(FileError error);
@@ -39,6 +40,7 @@ struct FileFacts {
   FileIdentity identity;
   std::uint64_t size = 0;  // bytes
   std::timespec write_time = {};
+  std::uint32_t permissions = 0;  // the nine lowest bits of the mode
 };
 
 /// Looks a name up, through symbolic links.
@@ -46,6 +48,10 @@ FileFacts file_facts(const std::string& path);
 
 /// Whether both are the facts of one file that was not written to between them, or of none.
 bool is_unchanged(const FileFacts& before, const FileFacts& now);
+
+/// Whether a file lets the user write to it. Its mode bits count for everybody: one that nobody may
+/// write to is protected, also where a system's administrator asks.
+bool may_write_to(const std::string& path);
 
 /// Whether anything has the name, be it a link that leads nowhere.
 bool is_name_taken(const std::string& path);

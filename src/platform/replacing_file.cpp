@@ -67,6 +67,7 @@ std::error_code ReplacingFile::begin_beside(std::string written) {
     InputFile none;
     return none.open(name_);
   }
+  if (before_.found && !may_write_to(name_)) return FileError::read_only;
   // A name that was free a moment ago somebody may have taken.
   if (const std::error_code error = file.create_new(written_)) return error;
   is_created_ = true;

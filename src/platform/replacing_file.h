@@ -26,7 +26,8 @@ class ReplacingFile {
 
   OutputFile file;
 
-  /// Creates the file, beside another one under a hidden name.
+  /// Creates the file, beside another one under a hidden name. One that is write-protected is not
+  /// replaced.
   std::error_code begin(const std::string& name);
 
   /// Creates it beside the name in any case, under a free name that a person can make out: with

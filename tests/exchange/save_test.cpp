@@ -292,6 +292,21 @@ TEST_F(SaveTest, KeepsDatesAndPermissions) {
   EXPECT_EQ(status.st_gid, may_give ? other : ::getegid());
 }
 
+TEST_F(SaveTest, ReplacesNothingThatIsWriteProtected) {
+  ASSERT_TRUE(open("a.mp3", hundred_));
+  ::chmod(folder.path("a.mp3").c_str(), 0444);
+  folder.file("b.mp3", "mine");
+  ::chmod(folder.path("b.mp3").c_str(), 0444);
+  host.answers = {BoxAnswer::yes, BoxAnswer::yes};
+  EXPECT_NE(save_unattended(true), SaveOutcome::saved);
+  EXPECT_NE(take_box().find("write-protected"), std::string::npos);
+  SaveRun run(folder.path("b.mp3"), whole_stream());
+  EXPECT_FALSE(run.begin());
+  EXPECT_NE(take_box().find("write-protected"), std::string::npos);
+  EXPECT_EQ(saved("a.mp3"), hundred_);
+  EXPECT_EQ(folder.names(), (std::vector<std::string>{"a.mp3", "b.mp3"}));
+}
+
 TEST_F(SaveTest, CancelLeavesWhatStoodBefore) {
   const Bytes bytes = frames(9000);
   ASSERT_TRUE(open("a.mp3", bytes));
