@@ -56,8 +56,9 @@ bool SaveRun::begin() {
     return false;
   }
   const std::string_view extension = extension_of(document.files[0].file_name);
-  if (!check(replaced_ ? target_.begin_marked(name_, temporary_mark, extension)
-                       : target_.begin(name_)))
+  const std::uint32_t permissions = permissions_of_sources();
+  if (!check(replaced_ ? target_.begin_marked(name_, temporary_mark, extension, permissions)
+                       : target_.begin(name_, permissions)))
     return false;
   audio_->begin(range_, {.id3v2 = keeps_id3v2(false), .id3v1 = keeps_id3v1()});
   return true;

@@ -84,7 +84,7 @@ SplitResult SplitRun::begin_piece() {
     set_id3v1_of_piece(split_region_part_, split_done_ - 1U + first_number_);
   reason_ = read_fault();
   if (!reason_.empty()) return SplitResult::write_error;
-  if (const std::error_code error = file_.create_new(path_))
+  if (const std::error_code error = file_.create_new(path_, permissions_of_sources()))
     return failed(SplitResult::create_error, error);
   is_in_piece_ = true;
   copy_.begin({.begin = with_overlap(begin), .end = end},

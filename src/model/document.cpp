@@ -36,6 +36,14 @@ void remove_last_source_file() {
   if (!is_used) document.files.pop_back();
 }
 
+std::uint32_t permissions_of_sources() {
+  constexpr std::uint32_t own = 0600;
+  std::uint32_t permissions = usual_permissions;
+  for (const SourceFile& file : document.files)
+    permissions &= own | file.handle.facts_at_open().permissions;
+  return permissions;
+}
+
 std::string read_fault() {
   for (const SourceFile& file : document.files)
     if (const std::error_code error = file.handle.read_error())

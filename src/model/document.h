@@ -84,6 +84,10 @@ std::optional<std::uint16_t> add_source_file(const std::string& name);
 /// Closes the file with the highest index if no part refers to it.
 void remove_last_source_file();
 
+/// The permissions of a new file that is made of the sources: open to nobody to whom one of them is
+/// not.
+std::uint32_t permissions_of_sources();
+
 /// Which source could not be read in full, and why, on two lines: any read that failed since it was
 /// opened. Empty when all went well.
 ///

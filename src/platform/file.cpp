@@ -3,8 +3,10 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -50,6 +52,22 @@ FileFacts facts_of(const struct stat& status) {
           .size = static_cast<std::uint64_t>(status.st_size),
           .write_time = status.st_mtim,
           .permissions = status.st_mode & 0777};
+}
+
+// Other programs' notes on a file, and lists of who may use it. Those that can't be read, or not be
+// set here, are left, and so are the system's own labels, some of which vouch for the old bytes.
+void copy_attributes(const std::string& from, int to) {
+  constexpr std::size_t longest = std::size_t{64} * 1024;  // bytes, as the system has it
+  std::string names(longest, '\0');
+  const ssize_t size = ::listxattr(from.c_str(), names.data(), names.size());
+  names.resize(static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
+  std::string value(longest, '\0');
+  for (std::size_t at = 0; at < names.size(); at = names.find('\0', at) + 1) {
+    const char* const name = names.c_str() + at;
+    if (std::string_view(name).starts_with("security.")) continue;
+    const ssize_t length = ::getxattr(from.c_str(), name, value.data(), value.size());
+    if (length >= 0) ::fsetxattr(to, name, value.data(), static_cast<std::size_t>(length), 0);
+  }
 }
 
 std::error_code not_a_regular_file(const FileFacts& facts) {
@@ -168,9 +186,9 @@ std::error_code read_whole_file(const std::string& path, std::size_t limit, std:
   return file.read_error();
 }
 
-std::error_code OutputFile::create_new(const std::string& path) {
+std::error_code OutputFile::create_new(const std::string& path, std::uint32_t permissions) {
   constexpr int flags = O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC;
-  FileHandle handle(unbroken([&] { return system_calls.open(path.c_str(), flags, 0666); }));
+  FileHandle handle(unbroken([&] { return system_calls.open(path.c_str(), flags, permissions); }));
   if (!handle.is_open()) return last_error();
   handle_ = std::move(handle);
   size_ = 0;
@@ -241,6 +259,7 @@ std::error_code OutputFile::take_owner_and_permissions_of(const std::string& pat
   mode_t mode = status.st_mode & 0777;
   // What was open to the one group must not be open to another.
   if (!keeps_group) mode = (mode & 0707) | (mode & 07) << 3;
+  copy_attributes(path, handle_.get());
   const bool is_done = system_calls.fchmod(handle_.get(), mode) == 0;
   return is_done || errno == EPERM ? std::error_code{} : last_error();
 }

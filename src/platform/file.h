@@ -53,6 +53,9 @@ bool is_unchanged(const FileFacts& before, const FileFacts& now);
 /// write to is protected, also where a system's administrator asks.
 bool may_write_to(const std::string& path);
 
+/// The permissions of a new file that is nobody's secret; the user's mask takes from them.
+constexpr std::uint32_t usual_permissions = 0666;
+
 /// Whether anything has the name, be it a link that leads nowhere.
 bool is_name_taken(const std::string& path);
 
@@ -108,9 +111,10 @@ std::error_code read_whole_file(const std::string& path, std::size_t limit, std:
 /// you believe in it.
 class OutputFile {
  public:
-  /// Creates the file, for reading and writing. An error when anything has the name already, be it
-  /// a link that leads nowhere.
-  std::error_code create_new(const std::string& path);
+  /// Creates the file, for reading and writing, with these permissions from its first moment on. An
+  /// error when anything has the name already, be it a link that leads nowhere.
+  std::error_code create_new(const std::string& path,
+                             std::uint32_t permissions = usual_permissions);
   /// Opens a file that is there, for `write_at`. A link is not followed.
   std::error_code open_existing(const std::string& path);
   /// Has the file system set space aside for `size` bytes in all, which makes long writes quicker.
@@ -120,8 +124,9 @@ class OutputFile {
   std::error_code write_at(std::uint64_t offset, std::span<const std::uint8_t> bytes);
   std::error_code sync();
   std::error_code set_write_time(std::timespec time);
-  /// Makes the file its owner's, its group's and open to whom the file `path` is, as far as the
-  /// user may give it away and the file system knows of such things.
+  /// Makes the file its owner's, its group's and open to whom the file `path` is, with the extended
+  /// attributes of that, as far as the user may give it away and the file system knows of such
+  /// things.
   std::error_code take_owner_and_permissions_of(const std::string& path);
   std::error_code close();
 

@@ -46,21 +46,21 @@ std::string free_marked_name(const std::string& name, std::string_view mark,
 
 }  // namespace
 
-std::error_code ReplacingFile::begin(const std::string& name) {
+std::error_code ReplacingFile::begin(const std::string& name, std::uint32_t permissions) {
   name_ = behind_links(name);
   before_ = file_facts(name_);
   is_hidden_ = before_.is_regular;
-  return begin_beside(is_hidden_ ? name_beside(name_) : name_);
+  return begin_beside(is_hidden_ ? name_beside(name_) : name_, permissions);
 }
 
 std::error_code ReplacingFile::begin_marked(const std::string& name, std::string_view mark,
-                                            std::string_view extension) {
+                                            std::string_view extension, std::uint32_t permissions) {
   name_ = behind_links(name);
   before_ = file_facts(name_);
-  return begin_beside(free_marked_name(name_, mark, extension));
+  return begin_beside(free_marked_name(name_, mark, extension), permissions);
 }
 
-std::error_code ReplacingFile::begin_beside(std::string written) {
+std::error_code ReplacingFile::begin_beside(std::string written, std::uint32_t permissions) {
   written_ = std::move(written);
   // What is neither a file nor free is told by its own kind: a folder, a pipe.
   if (before_.found && !before_.is_regular) {
@@ -68,10 +68,14 @@ std::error_code ReplacingFile::begin_beside(std::string written) {
     return none.open(name_);
   }
   if (before_.found && !may_write_to(name_)) return FileError::read_only;
+  // What replaces another file is nobody else's before it has that one's permissions.
+  constexpr std::uint32_t owner_alone = 0600;
   // A name that was free a moment ago somebody may have taken.
-  if (const std::error_code error = file.create_new(written_)) return error;
+  if (const std::error_code error =
+          file.create_new(written_, before_.found ? owner_alone : permissions))
+    return error;
   is_created_ = true;
-  return replaces() ? file.take_owner_and_permissions_of(name_) : std::error_code{};
+  return before_.found ? file.take_owner_and_permissions_of(name_) : std::error_code{};
 }
 
 std::error_code ReplacingFile::complete() {

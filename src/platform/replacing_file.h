@@ -26,15 +26,15 @@ class ReplacingFile {
 
   OutputFile file;
 
-  /// Creates the file, beside another one under a hidden name. One that is write-protected is not
-  /// replaced.
-  std::error_code begin(const std::string& name);
+  /// Creates the file, beside another one under a hidden name. One that is new has these
+  /// permissions; one that is write-protected is not replaced.
+  std::error_code begin(const std::string& name, std::uint32_t permissions = usual_permissions);
 
   /// Creates it beside the name in any case, under a free name that a person can make out: with
   /// `mark` and `extension` behind it. "a.mp3" gives "a.mp3.~~~.mp3". What is written there stays
-  /// when it can't take its place.
+  /// when it can't take its place. Permissions and protection are as with `begin`.
   std::error_code begin_marked(const std::string& name, std::string_view mark,
-                               std::string_view extension);
+                               std::string_view extension, std::uint32_t permissions);
 
   /// Whether the file is written beside another one that it is to replace.
   [[nodiscard]] bool replaces() const { return written_ != name_; }
@@ -59,7 +59,7 @@ class ReplacingFile {
   [[nodiscard]] bool is_unfinished() const { return is_created_ && !has_its_name_; }
 
  private:
-  std::error_code begin_beside(std::string written);
+  std::error_code begin_beside(std::string written, std::uint32_t permissions);
 
   std::string name_;
   std::string written_;

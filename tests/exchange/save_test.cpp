@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -278,14 +279,29 @@ TEST_F(SaveTest, KeepsDatesAndPermissions) {
   const auto has_date = [&](const char* name) {
     return file_facts(folder.path(name)).write_time.tv_sec == 1100000000;
   };
+  const std::string note = "user.note";
+  const bool has_notes = ::setxattr(folder.path("a.mp3").c_str(), note.c_str(), "x", 1, 0) == 0;
   settings.keep_date = 2;
   ASSERT_EQ(save_as("new.mp3"), SaveOutcome::saved);
+  EXPECT_EQ(file_facts(folder.path("new.mp3")).permissions & 0007U, 0U);  // as of its source
   settings.keep_date = 1;
   ASSERT_EQ(save_as("newer.mp3"), SaveOutcome::saved);
+  static mode_t first_mode;
+  system_calls.fchmod = [](int file, mode_t mode) {
+    struct stat status = {};
+    ::fstat(file, &status);
+    first_mode = status.st_mode & 0777U;
+    return original_system_calls.fchmod(file, mode);
+  };
   ASSERT_EQ(save_unattended(true), SaveOutcome::saved);
+  system_calls = original_system_calls;
+  EXPECT_EQ(first_mode, 0600U);
   EXPECT_TRUE(has_date("new.mp3") && !has_date("newer.mp3") && has_date("a.mp3"));
   EXPECT_EQ(std::filesystem::status(folder.path("a.mp3")).permissions(),
             std::filesystem::perms{0640});
+  char value = 0;
+  ::getxattr(folder.path("a.mp3").c_str(), note.c_str(), &value, 1);
+  EXPECT_TRUE(!has_notes || value == 'x');
   struct stat status = {};
   ::stat(folder.path("a.mp3").c_str(), &status);
   EXPECT_EQ(status.st_uid, may_give ? other : ::geteuid());
