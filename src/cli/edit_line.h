@@ -28,7 +28,7 @@ struct EditLine {
   std::size_t fewest;  // arguments
   std::size_t most;
   bool needs_document;
-  Refusal (*run)(Arguments words, HeadlessHost& host);  // null: still to come
+  Refusal (*run)(Arguments words, HeadlessHost& host);
 };
 
 // The tables, by subject.

@@ -73,7 +73,7 @@ class ProjectWriter {
     path(file.file_name);
   }
 
-  // A file name may hold a line end. The older stored form of a path has digits for it.
+  // A file name may hold a line end. The form of a path in hexadecimal digits has room for it.
   void path(const std::string& file_name) {
     const std::string path =
         folder_.empty() ? in_current_folder(file_name) : relative_to_folder(file_name, folder_);

@@ -21,7 +21,7 @@ std::u16string bytes_to_wide(std::string_view text, bool utf8);
 /// where a character that the code page lacks becomes "?".
 std::string wide_to_bytes(std::u16string_view text, bool utf8);
 
-/// Decodes the older stored form of a path: two hexadecimal digits per byte of its little-endian
+/// Decodes the form of a path in digits: two hexadecimal ones per byte of its little-endian
 /// UTF-16 text. Ends at the first pair that is no number and at a last, incomplete character.
 std::u16string hex_to_wide(std::string_view digits);
 

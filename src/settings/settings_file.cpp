@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::string_view header = "[Corvelin]";
 
-// The older form of a path: its UTF-16 bytes in hexadecimal digits.
+// The other form of a path: its UTF-16 bytes in hexadecimal digits.
 bool is_stored_in_hex(std::string_view key, std::string_view value) {
   const bool may_be = key == "file_recent" || key == "file_savepath" || key == "working_dir";
   return may_be && !value.empty() && value.front() >= '0' && value.front() <= '9';
@@ -85,7 +85,7 @@ struct ValueWriter {
   void operator()(Number Settings::*field) const {
     line(fmt::format("{}", static_cast<std::int32_t>(settings.*field)));
   }
-  // What begins with a digit would be read as the older form, so it is written in that.
+  // What begins with a digit would be read as such digits, so it is written in them.
   void operator()(std::string Settings::*field) const {
     const std::string& path = settings.*field;
     line(is_stored_in_hex(key, path) ? wide_to_hex(bytes_to_wide(path, true)) : path);

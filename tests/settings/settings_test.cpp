@@ -50,7 +50,7 @@ TEST_F(SettingsTest, AreWrittenInTheirOrder) {
 TEST_F(SettingsTest, SurviveARoundTripByteForByte) {
   settings.file_recent = {"/not\xFFutf8.mp3", "/ümläut.mp3"};
   settings.working_dir = "/a=b/";
-  settings.file_savepath = "2024/a";  // a first digit alone would be taken for the older form
+  settings.file_savepath = "2024/a";  // a first digit alone would be taken for hexadecimal digits
   settings.split_pattern = u"%N \u266B \U0001F3B5";
   settings.rgb_win = 0xFFFFFFFF;
   settings.enc_lam_vbr_method = -1;
@@ -72,7 +72,7 @@ TEST_F(SettingsTest, ReaderTakesOddFilesInItsStride) {
   EXPECT_EQ(settings.volume, 42);           // the first line is the header, whatever it says
   EXPECT_EQ(settings.language, u"Müller");  // ANSI
   EXPECT_EQ(settings.zoom, 65535);          // taken in the width of the field
-  EXPECT_EQ(settings.working_dir, "C:");    // the older form of a path
+  EXPECT_EQ(settings.working_dir, "C:");    // a path in hexadecimal digits
   EXPECT_EQ(settings.window_x, 2147483647);
   EXPECT_EQ(settings.warn, 3);  // a last line without its end doesn't count
   EXPECT_FALSE(parse_settings("[Corvelin]"));
