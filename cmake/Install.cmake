@@ -32,7 +32,7 @@ if(TARGET corvelin)
   install(FILES ${data}/desktop/corvelin.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
   install(FILES ${data}/desktop/corvelin.metainfo.xml
           DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo
-          RENAME org.corvelin.corvelin.metainfo.xml)
+          RENAME org.example.corvelin.metainfo.xml)
   set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
   install(FILES ${data}/desktop/corvelin.svg DESTINATION ${icons}/scalable/apps)
   foreach(size 16 22 24 32 48 64 128 256 512)
@@ -49,7 +49,7 @@ set(CPACK_PACKAGE_DESCRIPTION
     "Corvelin cuts, joins, splits and levels MP3, MP2 and AAC files frame by\n\
 frame, without decoding them, and records to MP3. It has a window and a\n\
 program for the command line.")
-set(CPACK_PACKAGE_CONTACT "The Corvelin developers <developers@corvelin.example.org>")
+set(CPACK_PACKAGE_CONTACT "The Corvelin developers <developers@example.org>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
