@@ -74,7 +74,7 @@ bool HeadlessHost::show(Dialog& dialog) {
   if (auto* const pause = dynamic_cast<PauseDialog*>(&dialog)) return run_unattended(*pause);
   if (auto* const auto_cue = dynamic_cast<AutoCueDialog*>(&dialog)) {
     if (run_unattended(*auto_cue)) return true;
-    tell("No cue was set.");
+    if (auto_cue->result == Result::nothing) tell("No cue was set.");
     return false;
   }
   auto* const split = dynamic_cast<SplitDialog*>(&dialog);

@@ -68,8 +68,15 @@ Refusal every_line(Arguments words, HeadlessHost&) {
   const auto interval = typed_seconds(words[0]);
   if (!interval || *interval <= 0)
     return fmt::format("\"{}\" is no time: give 90s or 1:30", words[0]);
-  const int count = set_auto_cues({.interval = *interval});
-  return count > 0 ? no_refusal : "no multiple of that time lies in the stream";
+  switch (set_auto_cues({.interval = *interval})) {
+    case Result::nothing:
+      return "no multiple of that time lies in the stream";
+    case Result::refused:
+      return "not all of the cues could be set";
+    case Result::done:
+      break;
+  }
+  return no_refusal;
 }
 
 constexpr EditLine table[] = {

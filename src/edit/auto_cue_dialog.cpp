@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "edit/commands.h"
+#include "edit/requirements.h"
 #include "model/cuts.h"
 #include "model/exact_time.h"
 #include "model/selection.h"
@@ -60,7 +61,7 @@ bool set_cue(EditPosition frame, std::int16_t gain, const std::u16string& name) 
 }
 
 // A cue at each multiple of the interval, by exact times: a clock beside the player agrees.
-int set_cues(const AutoCues& cues) {
+Outcome set_cues(const AutoCues& cues) {
   constexpr double shortest = 0.001;  // seconds: less than a frame
   const bool has_range = has_selected_range();
   const EditPosition first = has_range ? selection.sel_beg : 0;
@@ -70,19 +71,20 @@ int set_cues(const AutoCues& cues) {
   const double end = has_range ? exact_seconds(selection.sel_end) : total;
   const std::int16_t gain = document.parts[part_at(first)].part_gainbeg;
 
-  int count = 0;
+  Result result = Result::nothing;
   double multiple = first == 0 ? 1 : 0;  // the stream's start is a track start already
   while (begin + multiple * interval < end) {
     const EditPosition frame = exact_place(begin + multiple * interval);
     const double time = exact_seconds(frame);
+    if (document.parts.size() >= most_parts) return refuse_cues_from(frame);
     if (!set_cue(frame, gain, cues.creates_names ? bytes_to_wide(format_seconds(time), true) : u""))
       break;
-    ++count;
+    result = Result::done;
     if (total - time < interval + cues.last_length) break;  // the next would be too short
     // Of multiples that fall on one frame the first counts.
     multiple = std::max(multiple, std::floor((time - begin) / interval)) + 1;
   }
-  return count;
+  return result;
 }
 
 }  // namespace
@@ -103,20 +105,18 @@ bool AutoCueDialog::accept() {
     show_refusal(ui_text(row::no_interval));
     return false;
   }
-  cues_set = set_auto_cues({.interval = static_cast<double>(settings.autocue),
-                            .last_length = static_cast<double>(settings.autocue_last),
-                            .creates_names = creates_names});
+  result = set_auto_cues({.interval = static_cast<double>(settings.autocue),
+                          .last_length = static_cast<double>(settings.autocue_last),
+                          .creates_names = creates_names});
   return true;
 }
 
-int set_auto_cues(const AutoCues& cues) {
-  int count = 0;
-  carry_out(*command_of(command::auto_cue_dialog), [&] {
-    count = set_cues(cues);
+Result set_auto_cues(const AutoCues& cues) {
+  return carry_out(*command_of(command::auto_cue_dialog), [&] {
+    Outcome outcome = set_cues(cues);
     selection.sel_beg = selection.sel_end = no_position;
-    return count > 0 ? Result::done : Result::nothing;
+    return outcome;
   });
-  return count;
 }
 
 bool auto_cue_dialog() {

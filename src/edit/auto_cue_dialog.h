@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "edit/outcome.h"
 #include "platform/host.h"
 
 namespace corvelin {
@@ -12,7 +13,7 @@ struct AutoCueDialog : Dialog {
   std::string interval;  // "2:00": minutes and seconds
   std::string last_length;
   bool creates_names = false;
-  int cues_set = 0;  // by `accept`
+  Result result = Result::nothing;  // of the cues that `accept` set
 
   /// Takes the settings.
   void begin() override;
@@ -28,9 +29,10 @@ struct AutoCues {
   bool creates_names = false;
 };
 
-/// Sets the cues of the selection, or of the whole stream without one, behind an undo step; ends
-/// with a full part table. Returns how many.
-int set_auto_cues(const AutoCues& cues);
+/// Sets the cues of the selection, or of the whole stream without one, behind an undo step.
+/// `nothing` where no multiple lies in it; `refused` with a full part table, which the user has
+/// been told: the cues up to there are set.
+Result set_auto_cues(const AutoCues& cues);
 
 /// The dialog.
 bool auto_cue_dialog();

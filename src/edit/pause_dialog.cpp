@@ -12,6 +12,7 @@
 #include "audio/playback.h"
 #include "document/open_state.h"
 #include "edit/places.h"
+#include "edit/requirements.h"
 #include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
@@ -72,6 +73,7 @@ bool PauseDialog::accept() {
   pause_start_ = no_position;
   pause_frames_ = 0;
   pause_found = percent_ = 0;
+  has_broken_off = false;
   selection.cursor = pause_scan_start_;
   document.current_part = part_at(selection.cursor);
   pause_gain_ = document.parts[document.current_part].part_gainbeg;
@@ -91,6 +93,7 @@ bool PauseDialog::step() {
     }
     const bool was_pause = pause_frames_ >= fewest_quiet_frames();
     if (was_pause && !end_pause()) {
+      has_broken_off = true;
       cancel();
       return false;
     }
@@ -118,7 +121,8 @@ bool PauseDialog::end_pause() {
   selection.sel_artist.clear();
   const PartIndex made = delete_range(begin, end);
   if (made == no_part) {
-    show_invalid_range();
+    const bool is_full = document.parts.size() >= most_parts;
+    is_full ? void(require(refuse_cues_from(end))) : show_invalid_range();
     return false;
   }
   if (made < part_count()) {
@@ -167,7 +171,7 @@ std::string PauseDialog::progress_text() const {
 }
 
 std::string PauseDialog::report() const {
-  if (pause_found != 0) return {};
+  if (pause_found != 0 || has_broken_off) return {};
   return fmt::format("{}\r\n", ui_text(row::no_pause));
 }
 

@@ -16,6 +16,7 @@ namespace corvelin {
 struct PauseDialog : Dialog, LongRun {
   bool pause_running = false;  // while it is, the button "&Start" reads "St&op"
   int pause_found = 0;
+  bool has_broken_off = false;  // at a pause that could not be marked, which the user was told
 
   void begin() override {}
 

@@ -3,8 +3,10 @@
 
 #include "edit/undo.h"
 #include "model/cuts.h"
+#include "model/exact_time.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/time_mapping.h"
 #include "platform/host.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
@@ -42,6 +44,11 @@ Outcome need_level_control() {
 Outcome need_room_for_parts(std::size_t count) {
   if (document.parts.size() + count <= most_parts) return Result::done;
   return refuse(ui_text(row::selection_invalid));
+}
+
+Outcome refuse_cues_from(EditPosition pos) {
+  return refuse(
+      format_row(ui_text(row::no_cue_from), most_parts, format_seconds(exact_seconds(pos))));
 }
 
 bool require(const Outcome& need) {

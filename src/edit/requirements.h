@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "edit/outcome.h"
+#include "model/document.h"
 
 namespace corvelin {
 
@@ -25,6 +26,9 @@ Outcome need_level_control();
 
 /// Refused where the part table doesn't take so many parts more.
 Outcome need_room_for_parts(std::size_t count);
+
+/// Refuses to set cues from `pos` on, for which the part table has no room.
+Outcome refuse_cues_from(EditPosition pos);
 
 /// Whether a need is met. If not, the user is told why. For what is not a check in the table.
 bool require(const Outcome& need);

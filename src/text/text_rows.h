@@ -269,5 +269,8 @@ constexpr TextRow joined_file_has_no_name = {ext, 104};
 constexpr TextRow name_has_no_slash = {ext, 105};
 constexpr TextRow leftover = {ext, 106};
 constexpr TextRow remove_leftovers = {ext, 107};
+constexpr TextRow no_cue_from = {ext, 120};
+constexpr TextRow no_memory = {ext, 121};
+constexpr TextRow file_is_shorter = {ext, 122};
 
 }  // namespace corvelin::row

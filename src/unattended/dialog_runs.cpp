@@ -23,10 +23,12 @@ bool run_unattended(NormalizeDialog& dialog) {
 bool run_unattended(PauseDialog& dialog) {
   if (!dialog.accept()) return false;
   drive(dialog);
-  return dialog.pause_found > 0;
+  return dialog.pause_found > 0 && !dialog.has_broken_off;
 }
 
-bool run_unattended(AutoCueDialog& dialog) { return dialog.accept() && dialog.cues_set > 0; }
+bool run_unattended(AutoCueDialog& dialog) {
+  return dialog.accept() && dialog.result == Result::done;
+}
 
 bool normalize_whole_stream() {
   select_whole_stream();
@@ -42,13 +44,13 @@ bool cue_pauses_of_whole_stream() {
   dialog.begin();
   if (!dialog.accept()) return false;
   drive(dialog);
-  return true;
+  return !dialog.has_broken_off;
 }
 
 bool cue_by_clock() {
   AutoCueDialog dialog;
   dialog.begin();
-  return dialog.accept();
+  return dialog.accept() && dialog.result != Result::refused;
 }
 
 }  // namespace corvelin

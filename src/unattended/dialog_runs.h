@@ -16,10 +16,12 @@ bool run_unattended(AutoCueDialog& dialog);
 /// Normalizes the whole stream, whose level can be changed. False when it already is the highest.
 bool normalize_whole_stream();
 
-/// Sets cues at the pauses of the whole stream. False when it can't be decoded.
+/// Sets cues at the pauses of the whole stream. False when it can't be decoded, or has more pauses
+/// than parts are possible.
 bool cue_pauses_of_whole_stream();
 
-/// Sets cues by the clock. False for an interval that is none.
+/// Sets cues by the clock. False for an interval that is none, or sets more cues than parts are
+/// possible.
 bool cue_by_clock();
 
 }  // namespace corvelin

@@ -13,6 +13,7 @@
 #include "settings/settings.h"
 #include "support/edit_test.h"
 #include "support/sample_audio.h"
+#include "unattended/dialog_runs.h"
 
 namespace corvelin::test {
 namespace {
@@ -264,6 +265,19 @@ TEST_F(Measuring, AutoCueSetsCuesByTheClock) {
   EXPECT_TRUE(dialog.accept());
   EXPECT_EQ(parts(), "0-766* 766-1400*:0'20.01");
   EXPECT_TRUE(open_state.document_modified);
+}
+
+TEST_F(Measuring, CuesThatHaveNoRoomAreTold) {
+  ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(1400).raw(tone_frames(30)).bytes()));
+  EXPECT_EQ(set_auto_cues({.interval = 0.02}), Result::refused);
+  EXPECT_EQ(document.parts.size(), most_parts);
+  const std::string told = "Not possible: No more than 1000 parts are possible. ";
+  EXPECT_EQ(take_box(), told + "No cue was set from 0'26.12 on.");
+  PauseDialog dialog;
+  settings.silence_skip = 0;
+  settings.silence_offset = 60;
+  EXPECT_FALSE(run_unattended(dialog));
+  EXPECT_EQ(take_box(), told + "No cue was set from 0'36.62 on.");
 }
 
 }  // namespace
