@@ -253,10 +253,10 @@ TEST_F(MainWindowTest, TheWheelIsACommandOverAllButTheTimeFields) {
 
 TEST_F(MainWindowTest, KeepsItsSizeAndNoneInWhichTheViewIsLost) {
   show_window();
-  const QRect place(30, 40, 1150, 560);
+  const QRect place(30, 40, 700, 560);
   window->setGeometry(place);
   window->keep_geometry();
-  window->resize(700, 500);
+  window->resize(600, 500);
   window->restore_geometry();
   EXPECT_EQ(window->geometry(), place);
   for (const std::uint16_t layout : {std::uint16_t{1}, std::uint16_t{16}}) {

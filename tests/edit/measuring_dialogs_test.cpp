@@ -205,6 +205,11 @@ TEST_F(Pauses, AreLookedForInTheSelection) {
   selection.sel_end = places_of_frames()[110];
   settings.silence_duration = 4;
   EXPECT_EQ(scanned(), "Found: 1 | 0* 81* | 280");
+  SetUp();
+  settings.silence_cut = 1;
+  selection.sel_beg = places_of_frames()[20];
+  selection.sel_end = places_of_frames()[245];  // in front of the end of the second pause
+  EXPECT_EQ(scanned(), "Found: 1 | 0* 32* | 231");
 }
 
 TEST_F(Pauses, CanBeStoppedAndStartedAgain) {
