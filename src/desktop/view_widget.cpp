@@ -27,7 +27,6 @@ bool is_our_button(const QMouseEvent& event) {
 
 ViewWidget::ViewWidget(QWidget* parent) : QWidget(parent) {
   setObjectName(QStringLiteral("view"));
-  setAttribute(Qt::WA_OpaquePaintEvent);
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
 }
@@ -84,6 +83,11 @@ void ViewWidget::paintEvent(QPaintEvent*) {
   painter.translate((std::round(onto_screen.dx()) - onto_screen.dx()) / ratio_,
                     (std::round(onto_screen.dy()) - onto_screen.dy()) / ratio_);
   painter.drawImage(QPointF(0, 0), image_);
+  // Whether the window has a last column that only a part of a logical pixel covers can't be known.
+  // The image leaves it out; where it is there it looks like the one beside it.
+  if (width() * ratio_ > size_.width())
+    painter.drawImage(QRectF(size_.width() / ratio_, 0, 1, size_.height() / ratio_), image_,
+                      QRectF(size_.width() - 1, 0, 1, size_.height()));
 }
 
 QPoint ViewWidget::device_point(const QMouseEvent& event) const {
