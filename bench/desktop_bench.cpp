@@ -22,6 +22,7 @@
 #include "desktop/view_widget.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "platform/program.h"
 #include "settings/settings.h"
 #include "shell/editor_view.h"
 #include "support/mp3_builder.h"
@@ -170,7 +171,7 @@ int main(int argc, char** argv) {
       std::filesystem::temp_directory_path() / fmt::format("corvelin-bench-{}", ::getpid());
   std::filesystem::create_directories(folder);
   std::ofstream(folder / "bench.ini", std::ios::binary)
-      << "[Corvelin]\r\nutf8=1\r\nversion=2.40\r\nmsg_hide=255\r\n";
+      << "[Corvelin]\r\nutf8=1\r\nversion=" << program_version << "\r\nmsg_hide=255\r\n";
   write_audio(folder / "small.mp3", 400'000'000);
   write_audio(folder / "large.mp3", 2'000'000'000);
   std::ofstream(folder / "large.cue") << "FILE \"large.mp3\" MP3\n"

@@ -30,9 +30,9 @@ if(TARGET corvelin)
   install(FILES ${data}/desktop/corvelin.desktop
           DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
   install(FILES ${data}/desktop/corvelin.xml DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
-  install(FILES ${data}/desktop/corvelin.metainfo.xml
-          DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo
-          RENAME org.example.corvelin.metainfo.xml)
+  set(about ${PROJECT_BINARY_DIR}/org.example.corvelin.metainfo.xml)
+  configure_file(${data}/desktop/corvelin.metainfo.xml.in ${about} @ONLY)
+  install(FILES ${about} DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
   set(icons ${CMAKE_INSTALL_DATADIR}/icons/hicolor)
   install(FILES ${data}/desktop/corvelin.svg DESTINATION ${icons}/scalable/apps)
   foreach(size 16 22 24 32 48 64 128 256 512)
@@ -59,8 +59,9 @@ set(CPACK_DEBIAN_PACKAGE_SECTION sound)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "libmpg123-0, libfaad2, libmp3lame0, libsdl2-2.0-0, qt6-qpa-plugins, qt6-translations-l10n, xdg-utils")
 set(CPACK_DEBIAN_PACKAGE_SUGGESTS "ffmpeg, qt6-wayland")
+configure_file(${data}/debian/changelog.in ${PROJECT_BINARY_DIR}/changelog @ONLY)
 set(notes ${PROJECT_BINARY_DIR}/changelog.gz)
-execute_process(COMMAND ${GZIP} -9nc ${data}/debian/changelog OUTPUT_FILE ${notes}
+execute_process(COMMAND ${GZIP} -9nc ${PROJECT_BINARY_DIR}/changelog OUTPUT_FILE ${notes}
                 COMMAND_ERROR_IS_FATAL ANY)
 install(FILES ${data}/debian/copyright ${notes} DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/corvelin)
 include(CPack)

@@ -6,7 +6,7 @@
 namespace corvelin {
 
 constexpr std::string_view program_name = "Corvelin";
-constexpr std::string_view program_version = "2.40";
+extern const std::string_view program_version;  // as the build files tell it
 constexpr std::string_view program_notice = "Free software under the GNU General Public License";
 
 }  // namespace corvelin

@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include "edit/commands.h"
+#include "platform/program.h"
 #include "platform/system.h"
 #include "platform/system_calls.h"
 #include "settings/settings_file.h"
@@ -40,7 +41,9 @@ TEST_F(SettingsTest, AreWrittenInTheirOrder) {
   const std::string text = format_settings();
   EXPECT_TRUE(text.starts_with(
       "[Corvelin]\r\nutf8=1\r\nfile_recent=/a.mp3\r\nfile_recent=/b.mp3\r\nfile_savepath=\r\n"
-      "working_dir=\r\nsplit_pattern=\r\nffmpeg=\r\nlanguage=\r\nversion=2.40\r\nwindow_x=-7\r\n"
+      "working_dir=\r\nsplit_pattern=\r\nffmpeg=\r\nlanguage=\r\nversion=" +
+      std::string(program_version) +
+      "\r\nwindow_x=-7\r\n"
       "window_y=50\r\nwindow_w=1150\r\nwindow_h=560\r\ndevice_out=0\r\nbuffer_max=32\r\n"));
   EXPECT_TRUE(
       text.ends_with("enc_lam_vbr_method=2\r\nenc_lam_vbr_quality=4\r\nenc_lam_abr_bitrate=100\r\n"

@@ -4,6 +4,7 @@
 #include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "model/stream_info.h"
+#include "platform/program.h"
 #include "settings/settings.h"
 #include "shell/pixel_canvas.h"
 #include "support/edit_test.h"
@@ -239,8 +240,9 @@ TEST_F(EditorViewTest, StartScreenIsALittleBrighterOrDarkerThanItsGround) {
   close_all();
   settings.rgb_background = 0x4F2010;
   EXPECT_EQ(draw(100, 200).written("774838"),
-            "|50,60'Corvelin'40 bold |50,100'Version 2.40'20 bold "
-            "|50,120'Free software under the GNU General Public License'20 bold");
+            "|50,60'Corvelin'40 bold |50,100'Version " + std::string(program_version) +
+                "'20 bold "
+                "|50,120'Free software under the GNU General Public License'20 bold");
   settings.rgb_background = 0xFF2850;
   EXPECT_NE(draw(100, 200).written("D72828"), "");
 }

@@ -1,0 +1,8 @@
+// The version, which only the build files know.
+#include "platform/program.h"
+
+namespace corvelin {
+
+constinit const std::string_view program_version = CORVELIN_VERSION;
+
+}  // namespace corvelin
