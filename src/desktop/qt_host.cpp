@@ -68,14 +68,18 @@ std::vector<BoxAnswer> answers_of(BoxButtons buttons) {
   return {BoxAnswer::ok};
 }
 
+// Yes and No also stand in sentences, so their rows have no mark: each is reached by its first
+// letter.
+QString label_with_letter(TextRow row) { return u'&' + label(row); }
+
 QPushButton* add_button(QMessageBox& window, BoxAnswer answer) {
   switch (answer) {
     case BoxAnswer::ok:
       return window.addButton(label(row::ok), QMessageBox::AcceptRole);
     case BoxAnswer::yes:
-      return window.addButton(label(row::yes), QMessageBox::YesRole);
+      return window.addButton(label_with_letter(row::yes), QMessageBox::YesRole);
     case BoxAnswer::no:
-      return window.addButton(label(row::no), QMessageBox::NoRole);
+      return window.addButton(label_with_letter(row::no), QMessageBox::NoRole);
     case BoxAnswer::cancel:
       return window.addButton(label(row::cancel), QMessageBox::RejectRole);
   }

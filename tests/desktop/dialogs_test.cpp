@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <QGroupBox>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScreen>
@@ -25,6 +26,8 @@
 #include "settings/settings.h"
 #include "support/core_test.h"
 #include "text/language_file.h"
+#include "text/text_rows.h"
+#include "text/ui_text.h"
 
 namespace corvelin::test {
 
@@ -251,6 +254,24 @@ TEST_P(DialogsTest, PanelsHaveRoomForTheirTexts) {
       EXPECT_LE(button->fontMetrics().horizontalAdvance(button->text()),
                 std::max(button->width() - 4, 0))
           << layout << told(*button);
+  }
+}
+
+TEST_P(DialogsTest, BoxesAreAnsweredByTheFirstLetterOfYesAndNo) {
+  for (const BoxAnswer answer : {BoxAnswer::yes, BoxAnswer::no}) {
+    const TextRow word = answer == BoxAnswer::yes ? row::yes : row::no;
+    QTimer::singleShot(0, [word] {
+      auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(box, nullptr);
+      EXPECT_TRUE(QTest::qWaitForWindowActive(box));
+      std::set<QKeySequence> letters;
+      for (const QAbstractButton* const button : box->buttons()) letters.insert(button->shortcut());
+      EXPECT_EQ(letters.size(), 3);
+      QTest::keyClick(box, ui_text(word).front(), Qt::AltModifier);
+      if (!QTest::qWaitFor([box] { return !box->isVisible(); }, 1000)) box->reject();
+    });
+    EXPECT_EQ(window_host->show_message_box({.text = "?", .buttons = BoxButtons::yes_no_cancel}),
+              answer);
   }
 }
 
