@@ -10,12 +10,12 @@
 #include "cli/batch.h"
 #include "cli/edit_lines.h"
 #include "cli/headless_host.h"
+#include "cli/line_reader.h"
 #include "cli/messages.h"
 #include "cli/open_files.h"
 #include "cli/options.h"
 #include "cli/record_run.h"
 #include "cli/reports.h"
-#include "cli/script.h"
 #include "cli/state_json.h"
 #include "cli/times.h"
 #include "cli/unsaved.h"
@@ -161,15 +161,15 @@ class HeadlessRun {
 
   void run_script(const std::string& path) {
     const std::string name = path == "-" ? "standard input" : path;
-    Script script;
+    LineReader script;
     if (const std::error_code error = script.open(path))
       return fail(fmt::format("{}: {}", name, error.message()));
     std::string line;
     while (goes_on()) {
-      const Script::Read read = script.next(line);
-      if (read == Script::Read::end) break;
+      const LineReader::Read read = script.next(line);
+      if (read == LineReader::Read::end) break;
       const std::string place = fmt::format("{}:{}", name, script.number());
-      if (read == Script::Read::too_long) {
+      if (read == LineReader::Read::too_long) {
         fail(place + ": the line is too long");
       } else {
         run_line(line, place);

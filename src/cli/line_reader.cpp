@@ -1,5 +1,5 @@
-// Reading of scripts.
-#include "cli/script.h"
+// Reading of lines.
+#include "cli/line_reader.h"
 
 #include "platform/system_calls.h"
 #include "platform/text.h"
@@ -12,22 +12,23 @@ constexpr std::size_t longest_line = std::size_t{1} << 20;  // bytes
 
 }  // namespace
 
-void Script::Close::operator()(std::FILE* file) const {
+void LineReader::Close::operator()(std::FILE* file) const {
   if (file != stdin) std::fclose(file);
 }
 
-std::error_code Script::open(const std::string& path) {
+std::error_code LineReader::open(const std::string& path, char line_end) {
+  line_end_ = static_cast<unsigned char>(line_end);
   file_.reset(path == "-" ? stdin : std::fopen(path.c_str(), "rbe"));
   number_ = 0;
   error_ = file_ ? std::error_code{} : last_error();
   return error_;
 }
 
-Script::Read Script::next(std::string& line) {
+LineReader::Read LineReader::next(std::string& line) {
   line.clear();
   int c = ::getc_unlocked(file_.get());
   while (is_inside_line_ && c != EOF) {  // the rest of the one that was too long
-    is_inside_line_ = c != '\n';
+    is_inside_line_ = c != line_end_;
     c = ::getc_unlocked(file_.get());
   }
   if (c == EOF) {
@@ -35,11 +36,12 @@ Script::Read Script::next(std::string& line) {
     return Read::end;
   }
   ++number_;
-  for (; c != EOF && c != '\n'; c = ::getc_unlocked(file_.get())) {
+  for (; c != EOF && c != line_end_; c = ::getc_unlocked(file_.get())) {
     line += static_cast<char>(c);
     is_inside_line_ = line.size() > longest_line;
     if (is_inside_line_) return Read::too_long;
   }
+  is_ended_ = c != EOF;
   if (number_ == 1 && line.starts_with(utf8_mark)) line.erase(0, utf8_mark.size());
   return Read::line;
 }
