@@ -1,10 +1,11 @@
-// Folder, work, results.
+// Files, work, results.
 #include "cli/batch.h"
 
 #include <fmt/format.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <iterator>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <system_error>
@@ -12,12 +13,15 @@
 #include <vector>
 
 #include "audio/stretch_peaks.h"
+#include "cli/batch_record.h"
 #include "cli/batch_words.h"
 #include "cli/batch_workers.h"
+#include "cli/line_reader.h"
 #include "cli/messages.h"
 #include "cli/progress_line.h"
 #include "platform/file.h"
 #include "platform/folder_list.h"
+#include "platform/interruption.h"
 #include "platform/path.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -33,15 +37,56 @@ bool refuse(const std::string& text) {
   return false;
 }
 
-bool can_begin(BatchJob& job) {
-  const FileFacts facts = file_facts(job.source_folder);
-  if (!facts.found) return refuse(job.source_folder + ": No such folder");
-  if (!facts.is_folder) return refuse(job.source_folder + ": Not a folder");
-  if (!can_list_folder(job.source_folder)) return refuse(job.source_folder + ": Permission denied");
-  if (job.dest_folder.empty()) return true;
-  if (const std::error_code error = create_folders(job.dest_folder))
-    return refuse(job.dest_folder + ": " + error.message());
-  if (!file_facts(job.dest_folder).is_folder) return refuse(job.dest_folder + ": Not a folder");
+bool can_work_in(const std::string& folder) {
+  const FileFacts facts = file_facts(folder);
+  if (!facts.found) return refuse(folder + ": No such folder");
+  if (!facts.is_folder) return refuse(folder + ": Not a folder");
+  return can_list_folder(folder) || refuse(folder + ": Permission denied");
+}
+
+bool can_write_to(const std::string& folder) {
+  if (const std::error_code error = create_folders(folder))
+    return refuse(folder + ": " + error.message());
+  return file_facts(folder).is_folder || refuse(folder + ": Not a folder");
+}
+
+// A name of a list that no file can have is told, as it is not the list that it seems.
+bool take_list(const BatchRequest& request, BatchJob& job) {
+  constexpr std::size_t longest_path = 4095;  // bytes, as the system has it
+  const std::string name = request.list == "-" ? "standard input" : request.list;
+  LineReader reader;
+  std::error_code error = reader.open(request.list, request.list_end);
+  std::string line;
+  while (!error) {
+    const LineReader::Read read = reader.next(line);
+    if (read == LineReader::Read::end) break;
+    if (request.list_end == '\n' && line.ends_with('\r')) line.pop_back();
+    if (read == LineReader::Read::too_long || line.size() > longest_path ||
+        line.find('\0') != std::string::npos)
+      return refuse(fmt::format("{}:{}: this is no name of a file", name, reader.number()));
+    if (is_leftover(name_of(line)))
+      job.leftovers.push_back(line);
+    else if (!line.empty())
+      job.items.push_back({.name = line});
+  }
+  if (!error) error = reader.error();
+  if (interruption() != 0) return false;
+  return !error || refuse(fmt::format("{}: {}", name, error.message()));
+}
+
+bool take_files(const BatchRequest& request, BatchJob& job) {
+  if (request.list.empty()) {
+    if (!can_work_in(job.source_folder)) return false;
+    job.source_folder = in_current_folder(job.source_folder);
+    job.scan_batch_folder();
+    if (!job.source_fault.empty()) return refuse(job.source_fault);
+  } else if (!take_list(request, job)) {
+    return false;
+  }
+  offer_removal_of_leftovers(job);
+  for (const std::string& name : job.leftovers) complain(told_of_leftover(name));
+  if (job.items.empty() && request.list.empty())
+    complain(fmt::format("there is no audio file in {} that fits {}", job.source_folder, job.mask));
   return true;
 }
 
@@ -61,15 +106,24 @@ std::string fault_of(const BatchResult& result) {
   return on_one_line(result.name + ": " + result.reason);
 }
 
+// Writes a line of the record. Returns why it could not be written.
+std::string record(const std::string& line) {
+  print(line);
+  if (flush_output()) return {};
+  return "the record could not be written";
+}
+
 // A line a file, as it comes; where standard output is for JSON, only for a person who watches.
 class Progress {
  public:
-  Progress(std::size_t count, bool prints_lines) : count_(count), prints_lines_(prints_lines) {}
+  Progress(std::size_t count, BatchReport report, const std::string& folder)
+      : count_(count), report_(report), folder_(folder) {}
 
   void tell_of(const BatchResult& result) {
     const std::string place =
         fmt::format("{:{}} / {}  ", ++number_, std::to_string(count_).size(), count_);
-    if (prints_lines_) {
+    if (report_ == BatchReport::json_lines) record(record_line(result, folder_));
+    if (report_ == BatchReport::table) {
       print(place + line_of(result) + "\n");
       flush_output();
     } else {
@@ -82,22 +136,68 @@ class Progress {
 
  private:
   std::size_t count_;
-  bool prints_lines_;
+  BatchReport report_;
+  const std::string& folder_;
   // On one terminal the line beside the message would say the same.
   bool is_line_enough_ =
-      prints_lines_ && ::isatty(STDOUT_FILENO) != 0 && ::isatty(STDERR_FILENO) != 0;
+      report_ == BatchReport::table && ::isatty(STDOUT_FILENO) != 0 && ::isatty(STDERR_FILENO) != 0;
   std::size_t number_ = 0;
   ProgressLine line_;
 };
 
+// Leaves out what earlier runs have done. A file of which only its change tells that it is done is
+// told once more, with that as a result.
+bool leave_out_done(const BatchRequest& request, BatchJob& job, std::vector<BatchResult>& results) {
+  if (request.earlier_runs.empty()) return true;
+  EarlierRuns runs;
+  if (const std::error_code error = runs.read(request.earlier_runs))
+    return refuse(fmt::format("{}: {}", request.earlier_runs, error.message()));
+  if (request.report == BatchReport::json_lines && runs.ends_in_line()) print("\n");
+  std::vector<BatchItem> left;
+  Progress progress(job.items.size(), request.report, job.source_folder);
+  for (BatchItem& item : job.items) {
+    EarlierRuns::Answer answer = runs.ask(job.source_folder + item.name);
+    if (answer.is_by_change) {
+      results.push_back({.name = item.name,
+                         .outcome = BatchOutcome::written,
+                         .target = answer.begun_target,
+                         .reason = "has changed since a run that was ended began with it, and so "
+                                   "counts as done"});
+      progress.tell_of(results.back());
+    }
+    if (answer.is_done) continue;
+    item.begun_target = std::move(answer.begun_target);
+    left.push_back(std::move(item));
+  }
+  job.items = std::move(left);
+  return true;
+}
+
+// What is said of a replacement outlives it: a run that is begun again then knows of it.
+BatchStartHook recorder_of_starts(const BatchRequest& request, const BatchJob& job) {
+  if (request.report != BatchReport::json_lines) return nullptr;
+  return [&job](const BatchStart& start) {
+    std::string fault = record(record_line(start, job.source_folder));
+    if (fault.empty() && !sync_output()) fault = "the record could not be written";
+    return fault;
+  };
+}
+
 // A join, or one file after the other in this process.
-std::vector<BatchResult> work_in_turn(const BatchJob& job, Progress& progress) {
-  BatchRun run(job);
+std::vector<BatchResult> work_in_turn(const BatchJob& job, const BatchListener& listener) {
+  bool is_refused = false;
+  const BatchStartHook before_writing = [&](const BatchStart& start) {
+    std::string refusal = listener.before_writing ? listener.before_writing(start) : "";
+    is_refused = !refusal.empty();
+    return refusal;
+  };
+  BatchRun run(job, nullptr, before_writing);
   std::size_t told = 0;
   bool goes_on = true;
   while (goes_on) {
     goes_on = run.step();
-    while (told < run.results().size()) progress.tell_of(run.results()[told++]);
+    if (is_refused) run.cancel();
+    while (told < run.results().size()) listener.tell(run.results()[told++]);
   }
   return run.results();
 }
@@ -141,37 +241,38 @@ void print_json(const BatchJob& job, const std::vector<BatchResult>& results) {
 
 }  // namespace
 
-bool run_batch(BatchJob job, unsigned jobs, bool prints_json) {
-  if (!can_begin(job)) return false;
+bool run_batch(BatchRequest request) {
+  BatchJob& job = request.job;
   outlive_readers();
+  if (request.report == BatchReport::json_lines && !lock_output())
+    return refuse("another run is still writing this record");
   if (job.batch_bottom == no_bottom_given)
     job.batch_bottom = static_cast<std::uint8_t>(
         std::min<unsigned>(settings.lowest_gain, BatchJob::highest_bottom));
-  job.source_folder = in_current_folder(job.source_folder);
-  if (!job.dest_folder.empty()) job.dest_folder = in_current_folder(job.dest_folder);
-  job.scan_batch_folder();
-  if (!job.source_fault.empty()) return refuse(job.source_fault);
-  offer_removal_of_leftovers(job);
-  for (const std::string& name : job.leftovers) complain(told_of_leftover(name));
-  if (job.items.empty())
-    complain(fmt::format("there is no audio file in {} that fits {}", job.source_folder, job.mask));
-
-  if (jobs == 0) jobs = std::max(1U, std::thread::hardware_concurrency());
-  const std::size_t joined_file = job.has(BatchOption::join) ? 1 : 0;
-  Progress progress(job.items.size() + joined_file, !prints_json);
-  const auto tell_of = [&progress](const BatchResult& result) { progress.tell_of(result); };
   std::vector<BatchResult> results;
+  if (!take_files(request, job) || !leave_out_done(request, job, results)) return false;
+  if (!job.dest_folder.empty()) {
+    if (!can_write_to(job.dest_folder)) return false;
+    job.dest_folder = in_current_folder(job.dest_folder);
+  }
+
+  const std::size_t joined_file = job.has(BatchOption::join) ? 1 : 0;
+  Progress progress(job.items.size() + joined_file, request.report, job.source_folder);
+  const BatchListener listener = {
+      .tell = [&progress](const BatchResult& result) { progress.tell_of(result); },
+      .in_order = request.report != BatchReport::json_lines,
+      .before_writing = recorder_of_starts(request, job)};
+  std::vector<BatchResult> done;
   if (can_run_side_by_side(job)) {
     stretch_peaks_on_two_cores = false;  // each file has its own
-    results = work_side_by_side(job, jobs, tell_of);
+    const unsigned cores = std::max(1U, std::thread::hardware_concurrency());
+    done = work_side_by_side(job, request.jobs == 0 ? cores : request.jobs, listener);
   } else {
-    results = work_in_turn(job, progress);
+    done = work_in_turn(job, listener);
   }
-  if (prints_json) {
-    print_json(job, results);
-  } else {
-    print_table(results);
-  }
+  std::ranges::move(done, std::back_inserter(results));
+  if (request.report == BatchReport::json) print_json(job, results);
+  if (request.report == BatchReport::table) print_table(results);
   return count_of(results, BatchOutcome::failed) == 0 &&
          count_of(results, BatchOutcome::stopped) == 0;
 }

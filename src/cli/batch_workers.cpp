@@ -1,6 +1,6 @@
 // Workers are forks: they begin with the settings and the list as they are. Each is given one file
-// after the other by its number, and answers with a packet. One that dies takes the file with it
-// that it worked on; another one is started for the next.
+// after the other by its number, and answers with a packet; before it writes it asks with another
+// one. One that dies takes the file with it that it worked on; another one is started for the next.
 #include "cli/batch_workers.h"
 
 #include <fmt/format.h>
@@ -12,8 +12,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include "platform/file.h"
@@ -43,6 +45,26 @@ bool unpack(const std::string& bytes, BatchResult& result) {
   return true;
 }
 
+// The question before a write, as bytes: a mark that no outcome has, the facts of the source, and
+// the target.
+constexpr char mark_of_question = '?';
+static_assert(std::is_trivially_copyable_v<FileFacts>);
+
+std::string packed(const BatchStart& start) {
+  std::string bytes(1 + sizeof start.source, mark_of_question);
+  std::memcpy(bytes.data() + 1, &start.source, sizeof start.source);
+  return bytes + start.target;
+}
+
+std::optional<BatchStart> unpack_question(const std::string& bytes, const std::string& name) {
+  BatchStart start = {.name = name};
+  constexpr std::size_t size = 1 + sizeof start.source;
+  if (!bytes.starts_with(mark_of_question) || bytes.size() < size) return std::nullopt;
+  std::memcpy(&start.source, bytes.data() + 1, sizeof start.source);
+  start.target = bytes.substr(size);
+  return start;
+}
+
 // A call that a signal broke off is made again.
 ssize_t send_packet(int socket, const void* bytes, std::size_t size) {
   ssize_t sent = 0;
@@ -58,15 +80,21 @@ ssize_t receive_packet(int socket, void* bytes, std::size_t size) {
   return received;
 }
 
-// What a worker does until nobody gives it files any more.
-void answer_from(int socket, const BatchJob& job, const std::vector<const BatchItem*>& items) {
-  BatchRun run(job);
-  std::size_t index = 0;
-  while (receive_packet(socket, &index, sizeof index) == sizeof index) {
-    const std::string answer = packed(run.work_on(*items[index]));
-    const bool is_told = send_packet(socket, answer.data(), answer.size()) > 0;
-    if (!is_told || interruption() != 0) return;
-  }
+constexpr std::size_t longest_packet = std::size_t{64} * 1024;  // bytes
+
+std::string receive_packet(int socket) {
+  std::string bytes(longest_packet, '\0');
+  const ssize_t size = receive_packet(socket, bytes.data(), bytes.size());
+  bytes.resize(static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
+  return bytes;
+}
+
+// Returns why it may not be written. The answer is the mark, and behind it the reason, if any.
+std::string ask(int socket, const BatchStart& start) {
+  const std::string question = packed(start);
+  const bool is_asked = send_packet(socket, question.data(), question.size()) > 0;
+  const std::string answer = is_asked ? receive_packet(socket) : std::string();
+  return answer.empty() ? "nobody knows of it any more" : answer.substr(1);
 }
 
 class Worker {
@@ -78,9 +106,8 @@ class Worker {
     return is_busy_;
   }
 
-  // `before` is done in the new process.
-  bool start(const BatchJob& job, const std::vector<const BatchItem*>& items,
-             const std::function<void()>& before) {
+  // `work` is done in the new process, with its end of the way.
+  bool start(const std::function<void(int socket)>& work) {
     int ends[2] = {};
     if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) return false;
     const FileHandle its_end(ends[1]);
@@ -88,22 +115,24 @@ class Worker {
     process_ = ::fork();
     if (process_ == 0) {
       our_end = FileHandle();
-      before();
-      answer_from(its_end.get(), job, items);
+      work(its_end.get());
       ::_exit(0);
     }
     if (process_ > 0) socket_ = std::move(our_end);
     return process_ > 0;
   }
 
-  // Takes the answer, or the news that there will be none.
-  void take_answer(BatchResult& result) {
-    constexpr std::size_t longest = std::size_t{64} * 1024;  // bytes
-    std::string answer(longest, '\0');
-    const ssize_t size = receive_packet(socket_.get(), answer.data(), answer.size());
-    answer.resize(static_cast<std::size_t>(std::max<ssize_t>(size, 0)));
+  // A question, or the result. Empty when there will be none.
+  [[nodiscard]] std::string listen() const { return receive_packet(socket_.get()); }
+
+  void answer(const std::string& refusal) const {
+    const std::string bytes = mark_of_question + refusal.substr(0, longest_packet - 1);
+    send_packet(socket_.get(), bytes.data(), bytes.size());  // one that is gone shows in `listen`
+  }
+
+  void take_result(const std::string& bytes, BatchResult& result) {
     is_busy_ = false;
-    if (!unpack(answer, result)) result.reason = end();
+    if (!unpack(bytes, result)) result.reason = end();
   }
 
   // Closes the way to it and waits for its end. Returns what that was like.
@@ -135,21 +164,22 @@ class Worker {
 
 class Workers {
  public:
-  Workers(const BatchJob& job, unsigned count,
-          const std::function<void(const BatchResult& result)>& tell)
-      : job_(job), tell_(tell), workers_(count) {
+  Workers(const BatchJob& job, unsigned count, const BatchListener& listener)
+      : listener_(listener), run_(job, nullptr, question()), workers_(count) {
     for (const BatchItem& item : job.items)
       if (item.is_selected) items_.push_back(&item);
     for (const BatchItem* const item : items_)
       results_.push_back({.name = item->name, .outcome = BatchOutcome::stopped});
     is_known_.resize(items_.size());
+    is_told_.resize(items_.size());
   }
 
   std::vector<BatchResult> run() {
     while (begin_next() || is_any_busy()) wait_for_one();
     for (Worker& worker : workers_)
       if (worker.is_there()) worker.end();
-    while (told_ < results_.size()) tell_(results_[told_++]);  // that were not begun
+    for (std::size_t i = 0; i < results_.size(); ++i)
+      if (!is_told_[i]) listener_.tell(results_[i]);  // that were not begun
     return std::move(results_);
   }
 
@@ -158,7 +188,7 @@ class Workers {
   bool begin_next() {
     bool has_begun = false;
     for (Worker& worker : workers_) {
-      if (worker.is_busy() || next_ >= items_.size() || interruption() != 0) continue;
+      if (worker.is_busy() || !goes_on()) continue;
       results_[next_].outcome = BatchOutcome::failed;  // until it is known
       if (begin(worker, next_)) {
         has_begun = true;
@@ -168,7 +198,28 @@ class Workers {
       }
       ++next_;
     }
-    return has_begun || (next_ < items_.size() && interruption() == 0);
+    return has_begun || goes_on();
+  }
+
+  [[nodiscard]] bool goes_on() const {
+    return next_ < items_.size() && interruption() == 0 && !is_refused_;
+  }
+
+  BatchStartHook question() {
+    if (!listener_.before_writing) return nullptr;
+    return [this](const BatchStart& start) { return ask(own_socket_, start); };
+  }
+
+  // What a worker does until nobody gives it files any more.
+  void answer_from(int socket) {
+    for (Worker& other : workers_) other.forget();
+    own_socket_ = socket;
+    std::size_t index = 0;
+    while (receive_packet(socket, &index, sizeof index) == sizeof index) {
+      const std::string answer = packed(run_.work_on(*items_[index]));
+      const bool is_told = send_packet(socket, answer.data(), answer.size()) > 0;
+      if (!is_told || interruption() != 0) return;
+    }
   }
 
   bool begin(Worker& worker, std::size_t index) {
@@ -176,10 +227,7 @@ class Workers {
       if (worker.give(index)) return true;
       worker.end();  // somebody ended it while it was idle
     }
-    const auto forget_others = [this] {
-      for (Worker& other : workers_) other.forget();
-    };
-    return worker.start(job_, items_, forget_others) && worker.give(index);
+    return worker.start([this](int socket) { answer_from(socket); }) && worker.give(index);
   }
 
   [[nodiscard]] bool is_any_busy() const { return std::ranges::any_of(workers_, &Worker::is_busy); }
@@ -191,32 +239,51 @@ class Workers {
     if (!is_any_busy() || ::poll(ready.data(), ready.size(), -1) <= 0) return;
     for (std::size_t i = 0; i < workers_.size(); ++i) {
       if (ready[i].revents == 0) continue;
-      workers_[i].take_answer(results_[workers_[i].index()]);
-      know(workers_[i].index());
+      listen_to(workers_[i]);
     }
+  }
+
+  void listen_to(Worker& worker) {
+    const std::size_t index = worker.index();
+    const std::string packet = worker.listen();
+    if (const auto start = unpack_question(packet, items_[index]->name)) {
+      const std::string refusal = listener_.before_writing(*start);
+      is_refused_ = is_refused_ || !refusal.empty();
+      return worker.answer(refusal);
+    }
+    worker.take_result(packet, results_[index]);
+    know(index);
   }
 
   void know(std::size_t index) {
     is_known_[index] = true;
-    while (told_ < items_.size() && is_known_[told_]) tell_(results_[told_++]);
+    if (!listener_.in_order) return tell(index);
+    while (told_ < items_.size() && is_known_[told_]) tell(told_++);
   }
 
-  const BatchJob& job_;
-  const std::function<void(const BatchResult& result)>& tell_;
+  void tell(std::size_t index) {
+    is_told_[index] = true;
+    listener_.tell(results_[index]);
+  }
+
+  const BatchListener& listener_;
+  BatchRun run_;         // which each worker gets a copy of
+  int own_socket_ = -1;  // in a worker: the way to who gives it files
   std::vector<Worker> workers_;
   std::vector<const BatchItem*> items_;
   std::vector<BatchResult> results_;
   std::vector<bool> is_known_;
+  std::vector<bool> is_told_;
   std::size_t next_ = 0;  // file to be begun
-  std::size_t told_ = 0;  // files that were told, in their order
+  std::size_t told_ = 0;  // files that were told in their order
+  bool is_refused_ = false;
 };
 
 }  // namespace
 
-std::vector<BatchResult> work_side_by_side(
-    const BatchJob& job, unsigned workers,
-    const std::function<void(const BatchResult& result)>& tell) {
-  return Workers(job, workers, tell).run();
+std::vector<BatchResult> work_side_by_side(const BatchJob& job, unsigned workers,
+                                           const BatchListener& listener) {
+  return Workers(job, workers, listener).run();
 }
 
 }  // namespace corvelin

@@ -9,10 +9,18 @@
 
 namespace corvelin {
 
-/// Works on the selected files of a job whose files stand alone. `tell` gets each result, in the
-/// order of the list. An interruption lets those under way end and begins no other.
-std::vector<BatchResult> work_side_by_side(
-    const BatchJob& job, unsigned workers,
-    const std::function<void(const BatchResult& result)>& tell);
+struct BatchListener {
+  /// Gets each result.
+  std::function<void(const BatchResult& result)> tell;
+  bool in_order = true;  // of the list, or else as they come
+
+  /// Is asked in front of each write, if it is there. Once it says no no other file is begun.
+  BatchStartHook before_writing;
+};
+
+/// Works on the selected files of a job whose files stand alone. An interruption lets those under
+/// way end and begins no other.
+std::vector<BatchResult> work_side_by_side(const BatchJob& job, unsigned workers,
+                                           const BatchListener& listener);
 
 }  // namespace corvelin

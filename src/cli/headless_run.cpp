@@ -111,7 +111,7 @@ class HeadlessRun {
   // What is refused ends the work: the document isn't what the user meant to go on with.
   void work() {
     if (options_.batch) {
-      if (!run_batch(*options_.batch, options_.jobs, options_.json)) status_ = failed;
+      if (!run_batch(*options_.batch)) status_ = failed;
       return;
     }
     if (options_.records) {

@@ -27,4 +27,10 @@ void outlive_readers();
 /// Writes what is still in memory. False when anything that was printed is lost.
 bool flush_output();
 
+/// Takes the file that output goes to for this run alone. False when another run has it.
+bool lock_output();
+
+/// Has what was written be on the disk, where it goes to a file. False when it may not last.
+bool sync_output();
+
 }  // namespace corvelin

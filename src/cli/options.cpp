@@ -205,23 +205,46 @@ class CommandLine {
 
   void add_batch() {
     constexpr const char* group = "Batch processing";
-    app_.add_option("--batch", batch_folder_, "Work on the files of a folder, each by itself")
-        ->type_name("FOLDER")
+    app_.add_option_function<std::string>(
+            "--batch",
+            [this](const std::string& folder) {
+              is_batch_ = true;
+              batch_.job.source_folder = folder;
+            },
+            "Work on the files of a folder, or of --files, each by itself")
+        ->expected(0, 1)
+        ->type_name("[FOLDER]")
+        ->group(group);
+    app_.add_option("--files", batch_.list,
+                    "Take the files from a list, a name a line; - for standard input")
+        ->type_name("LIST")
         ->check(is_named)
+        ->group(group);
+    app_.add_flag_callback(
+            "-0", [this] { batch_.list_end = '\0'; }, "The names of the list end with a zero byte")
         ->group(group);
     app_.add_option("--do", batch_words_, batch_help())
         ->type_name("WORD[,WORD...]")
         ->delimiter(',')
         ->group(group);
-    app_.add_option("--mask", batch_.mask, "Only files of such names; *.mp3 without it")
+    app_.add_option("--mask", batch_.job.mask, "Only files of such names; *.mp3 without it")
         ->type_name("MASK")
         ->group(group);
-    app_.add_option("--to", batch_.dest_folder,
-                    "Where the results go; song.mp3.mp3 beside its source without it")
+    app_.add_option("--to", batch_.job.dest_folder,
+                    "Where the results go, those of a list with their folders; song.mp3.mp3 beside "
+                    "its source without it")
         ->type_name("FOLDER")
         ->check(is_named)
         ->group(group);
-    app_.add_option("-j", options.jobs, "How many files at a time; one a core without it")
+    app_.add_flag("--json-lines", json_lines_,
+                  "Record each file as a line of JSON, before it is written and once it is done")
+        ->group(group);
+    app_.add_option("--skip-done", batch_.earlier_runs,
+                    "Leave out the files that are done by the records of earlier runs")
+        ->type_name("FILE")
+        ->check(is_named)
+        ->group(group);
+    app_.add_option("-j", batch_.jobs, "How many files at a time; one a core without it")
         ->type_name("N")
         ->check(CLI::Range(1, 64).description(""))
         ->group(group);
@@ -229,26 +252,42 @@ class CommandLine {
 
   // Takes the words together as a batch. Returns what is wrong with them.
   std::string take_batch() {
-    if (batch_folder_.empty()) {
-      const bool has_any = !batch_words_.empty() || !batch_.dest_folder.empty() ||
-                           batch_.mask != BatchJob{}.mask || options.jobs != 0;
-      return has_any ? "--do, --mask, --to and -j go with --batch FOLDER" : "";
+    BatchJob& job = batch_.job;
+    const bool has_mask = job.mask != BatchJob{}.mask;
+    const bool is_list = !batch_.list.empty();
+    if (!is_batch_) {
+      const bool has_any = !batch_words_.empty() || !job.dest_folder.empty() || has_mask ||
+                           is_list || batch_.list_end == '\0' || json_lines_ ||
+                           !batch_.earlier_runs.empty() || batch_.jobs != 0;
+      return has_any ? "--do, --mask, --to, --files, -0, --json-lines, --skip-done and -j go with "
+                       "--batch"
+                     : "";
     }
+    if (is_list == !job.source_folder.empty())
+      return is_list ? "--batch takes a FOLDER or --files LIST, not both"
+                     : "--batch needs a FOLDER, or --files LIST";
+    if (is_list && has_mask) return "--mask goes with a FOLDER";
+    if (!is_list && batch_.list_end == '\0') return "-0 goes with --files LIST";
+    if (options.json && json_lines_) return "--json and --json-lines exclude each other";
     if (!options.files.empty() || !options.edits.empty() || !options.output.empty() ||
         options.work != nullptr || options.records || options.info || options.frames)
       return "--batch goes with no FILE, edit line, report or other switch";
     if (batch_words_.empty()) return "--batch needs --do WORD; see --help";
-    if (options.request.overwrite && !batch_.dest_folder.empty())
+    if (options.request.overwrite && !job.dest_folder.empty())
       return "--to and --overwrite exclude each other";
-    batch_.source_folder = batch_folder_;
-    batch_.set_option(BatchOption::overwrite_originals, options.request.overwrite);
-    batch_.batch_bottom = no_bottom_given;
+    job.set_option(BatchOption::overwrite_originals, options.request.overwrite);
+    job.batch_bottom = no_bottom_given;
     for (const std::string& word : batch_words_) {
-      std::string fault = take_batch_word(word, batch_);
+      std::string fault = take_batch_word(word, job);
       if (!fault.empty()) return fault;
     }
-    if (batch_.batch_bottom != no_bottom_given && !batch_.can_edit_bottom())
+    if (job.batch_bottom != no_bottom_given && !job.can_edit_bottom())
       return "bottom goes with autocrop or fade";
+    if (job.has(BatchOption::join) && !batch_.earlier_runs.empty())
+      return "--do join and --skip-done exclude each other";
+    if (is_list) job.mask = "*.*";
+    if (options.json) batch_.report = BatchReport::json;
+    if (json_lines_) batch_.report = BatchReport::json_lines;
     options.batch = std::move(batch_);
     return {};
   }
@@ -286,8 +325,9 @@ class CommandLine {
   CLI::App app_{"Edits MP3, MP2 and AAC files without decoding them.", "corvelin-cli"};
   bool yes_ = false;
   bool no_ = false;
-  BatchJob batch_;
-  std::string batch_folder_;
+  BatchRequest batch_;
+  bool is_batch_ = false;
+  bool json_lines_ = false;
   std::vector<std::string> batch_words_;
 };
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "unattended/batch_job.h"
+#include "cli/batch.h"
 #include "unattended/work_switches.h"
 
 namespace corvelin {
@@ -27,8 +27,7 @@ struct Options {
   bool records = false;  // into the one of `files`, if there is one
   bool remote = false;   // the remote control file is looked at meanwhile
   bool localini = false;
-  std::optional<BatchJob> batch;  // without its list of files
-  unsigned jobs = 0;              // files of a batch at a time; 0: as many as there are cores
+  std::optional<BatchRequest> batch;
   std::vector<EditSource> edits;
   bool keep_going = false;
   std::string output;                                         // empty: none

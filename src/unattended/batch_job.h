@@ -27,11 +27,15 @@ enum class BatchOption : std::uint16_t {
 };
 
 struct BatchItem {
-  std::string name;  // in the source folder
+  std::string name;  // in the source folder; of a list, as it stands there, with its folders
   std::uint64_t size = 0;
   std::string size_text;  // "12.34 MB"
   std::string date_text;  // of the last writing: "2026-03-09  08:15:00"
   bool is_selected = true;
+
+  /// What an earlier run, which was ended before it was done, began to write for this file. It is
+  /// not all there, and is replaced. Empty for nothing.
+  std::string begun_target;
 };
 
 /// The columns of the list by which it can be sorted.
@@ -57,7 +61,7 @@ struct BatchJob {
   static constexpr std::uint8_t highest_level = 48;
   static constexpr std::uint8_t highest_bottom = 90;  // dB
 
-  std::string source_folder;  // with its "/"
+  std::string source_folder;  // with its "/"; empty for a list of files from many folders
   std::string mask = "*.mp3";
   std::vector<BatchItem> items;        // in the order of work
   std::vector<std::string> leftovers;  // of saves, in the folder: not among the items

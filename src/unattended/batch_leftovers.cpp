@@ -17,13 +17,6 @@ namespace corvelin {
 
 namespace {
 
-// A save holds a lock on the source until what it wrote has taken its place.
-bool is_given_up(const std::string& leftover) {
-  InputFile source;
-  const std::string name = leftover.substr(0, leftover.rfind(temporary_mark));
-  return source.open(name) || !source.lock();
-}
-
 bool wants_removal(const std::vector<std::string>& names) {
   constexpr std::size_t most_shown = 10;
   std::string list;
@@ -43,6 +36,13 @@ bool is_leftover(std::string_view name) {
   const std::size_t mark = name.rfind(temporary_mark);
   return mark != std::string_view::npos && mark != 0 &&
          name.substr(mark + temporary_mark.size()).starts_with('.');
+}
+
+// A save holds a lock on the source until what it wrote has taken its place.
+bool is_given_up(const std::string& leftover) {
+  InputFile source;
+  const std::string name = leftover.substr(0, leftover.rfind(temporary_mark));
+  return source.open(name) || !source.lock();
 }
 
 std::string told_of_leftover(const std::string& name) {

@@ -15,6 +15,9 @@ bool is_leftover(std::string_view name);
 /// "a.mp3.~~~.mp3: left out, ...", for a name in `leftovers` of a job.
 std::string told_of_leftover(const std::string& name);
 
+/// Whether no save is writing it any more, so that it can go.
+bool is_given_up(const std::string& leftover);
+
 /// Asks whether those leftovers that no save is writing any more are to be removed, and does so.
 /// One that can't be removed is told with the cause. Nothing is asked where there is none.
 void offer_removal_of_leftovers(BatchJob& job);

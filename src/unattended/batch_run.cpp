@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cctype>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -219,20 +220,66 @@ bool splits(const BatchJob& job) {
   return job.has(BatchOption::pause_detection) || job.has(BatchOption::auto_cue);
 }
 
+// Paths without links in them. A list of a hundred thousand files names few folders, and a look at
+// one that is far away takes its time: so each is looked up once for the names that follow one
+// another.
+class PathsWithoutLinks {
+ public:
+  // Empty for a file that isn't there.
+  std::string of(const std::string& path) {
+    namespace fs = std::filesystem;
+    const std::string_view folder = folder_of(path);
+    std::error_code error;
+    if (folder != folder_ || true_folder_.empty()) {
+      folder_ = folder;
+      true_folder_ = fs::canonical(folder.empty() ? "." : folder_, error).string();
+    }
+    const fs::file_status status = fs::symlink_status(path, error);
+    if (!fs::exists(status)) return {};
+    if (!fs::is_symlink(status)) return in_folder(true_folder_, name_of(path));
+    const std::string target = fs::canonical(path, error).string();
+    return error ? std::string() : target;
+  }
+
+ private:
+  std::string folder_;
+  std::string true_folder_;
+};
+
 // Of several names that lead to one file by links, each but the first, with the first. A source
 // that is replaced is to be changed once.
 std::map<std::string, std::string> names_of_same_file(const std::string& folder,
                                                       const std::vector<const BatchItem*>& items) {
+  PathsWithoutLinks paths;
   std::map<std::string, std::string> first_names;  // by the path without links
   std::map<std::string, std::string> others;
   for (const BatchItem* const item : items) {
-    std::error_code error;
-    const std::string path = std::filesystem::canonical(folder + item->name, error).string();
-    if (error) continue;  // it will not open either
+    const std::string path = paths.of(folder + item->name);
+    if (path.empty()) continue;  // it will not open either
     const auto [first, is_new] = first_names.try_emplace(path, item->name);
     if (!is_new) others.emplace(item->name, first->second);
   }
   return others;
+}
+
+// The file of a list keeps its folders in the destination, so that two of one name from different
+// folders have a place each.
+std::string place_in_destination(const std::string& name) {
+  if (name.find('/') == std::string::npos) return name;
+  std::string place = std::filesystem::path(name).lexically_normal().string();
+  if (place.starts_with("../")) place = in_current_folder(place);
+  return place.substr(std::min(place.find_first_not_of('/'), place.size()));
+}
+
+// Whether two names are one for a disk that doesn't tell capitals from small letters.
+bool has_equal_names(const std::vector<BatchItem>& items) {
+  std::vector<std::string> names;
+  for (const BatchItem& item : items) {
+    names.push_back(std::filesystem::path(item.name).lexically_normal().string());
+    for (char& c : names.back()) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  }
+  std::ranges::sort(names);
+  return std::ranges::adjacent_find(names) != names.end();
 }
 
 }  // namespace
@@ -260,15 +307,15 @@ std::string_view name_of(BatchOutcome outcome) {
 bool can_run_side_by_side(const BatchJob& job) {
   if (job.has(BatchOption::join)) return false;
   // Where the disk takes a.mp3 and A.mp3 for one name, the second must find the file of the first.
-  const auto differ_by_case = [](const BatchItem& a, const BatchItem& b) {
-    return equal_ignoring_case(a.name, b.name);
-  };
-  if (std::ranges::adjacent_find(job.items, differ_by_case) != job.items.end()) return false;
+  if (has_equal_names(job.items)) return false;
   return !splits(job) || settings.split_pattern.find(u"%F") != std::u16string::npos;
 }
 
-BatchRun::BatchRun(BatchJob job, std::function<bool()> between_slices)
-    : job_(std::move(job)), between_slices_(std::move(between_slices)) {
+BatchRun::BatchRun(BatchJob job, std::function<bool()> between_slices,
+                   BatchStartHook before_writing)
+    : job_(std::move(job)),
+      between_slices_(std::move(between_slices)),
+      before_writing_(std::move(before_writing)) {
   for (const BatchItem& item : job_.items)
     if (item.is_selected) items_.push_back(&item);
   if (job_.has(BatchOption::overwrite_originals))
@@ -328,7 +375,7 @@ BatchResult BatchRun::work_on(const BatchItem& item) {
   } else if (open(result)) {
     const Change change = splits(job_) ? Change::made : Changes(job_).make();
     if (change == Change::made)
-      result = splits(job_) ? split(std::move(result)) : save(std::move(result));
+      result = splits(job_) ? split(std::move(result)) : save(std::move(result), item.begun_target);
     if (change == Change::none) result.outcome = BatchOutcome::unchanged;
     if (change == Change::nothing_left) result.reason = "nothing would be left";
   }
@@ -359,31 +406,37 @@ BatchResult BatchRun::split(BatchResult result) {
       job_.has(BatchOption::pause_detection) ? cue_pauses_of_whole_stream() : cue_by_clock();
   if (!has_cues) return result;
   const std::string folder(folder_of(target_name(result.name)));
+  result.target = folder;
+  if (!may_write(result)) return result;
   open_state.split_dest_folder = folder;
   SplitRun run(folder, 1);
   drive(run);
   if (run.result() == SplitResult::finished) {
     result.outcome = BatchOutcome::split;
-    result.target = folder;
     return result;
   }
+  result.target.clear();
   result.reason = one_line(run.report().empty() ? std::string(run.status()) : run.report());
   note(result, ui_text(row::split_aborted));
   return result;
 }
 
-BatchResult BatchRun::save(BatchResult result) {
+BatchResult BatchRun::save(BatchResult result, const std::string& begun_target) {
   const bool replaces_source = job_.has(BatchOption::overwrite_originals);
   const std::string& audio = open_state.audio_name;
   const std::string target = replaces_source ? audio + ".~~~" + std::string(extension_of(audio))
                                              : target_name(result.name);
-  if (is_name_taken(target)) {
+  result.target = replaces_source ? audio : target;
+  const bool is_begun = result.target == begun_target;
+  const bool is_own = is_begun && (!replaces_source || is_given_up(target));
+  if (is_own && replaces_source) remove_file(target);  // a failure shows in the next line
+  if ((!is_own || replaces_source) && is_name_taken(target)) {
     result.reason = "exists already: " + target;
+    result.target.clear();
     note(result, ui_text(row::file_exists));
     return result;
   }
-  result.target = replaces_source ? audio : target;
-  save_to(result.target, replaces_source, result);
+  if (may_write(result)) save_to(result.target, replaces_source, result);
   return result;
 }
 
@@ -398,11 +451,25 @@ void BatchRun::save_to(const std::string& name, bool replaces_source, BatchResul
   if (run.is_written()) result.reason = one_line(run.report());
 }
 
+// Makes the folder that the target needs, and tells what is going to be done. After that a target
+// that isn't all there is this program's own work.
+bool BatchRun::may_write(BatchResult& result) const {
+  const std::string folder(folder_of(result.target));
+  if (!job_.dest_folder.empty())
+    if (const std::error_code error = create_folders(folder))
+      result.reason = fmt::format("{}: {}", folder, error.message());
+  if (result.reason.empty() && before_writing_)
+    result.reason =
+        before_writing_({result.name, result.target, document.files[0].handle.facts_at_open()});
+  if (!result.reason.empty()) result.target.clear();
+  return result.reason.empty();
+}
+
 // Beside the source song.mp3 is saved as song.mp3.mp3.
 std::string BatchRun::target_name(const std::string& name) const {
   if (job_.dest_folder.empty() || job_.has(BatchOption::overwrite_originals))
-    return job_.source_folder + name + std::string(extension_of(name));
-  return in_folder(job_.dest_folder, name);
+    return job_.source_folder + name + std::string(extension_of(name_of(name)));
+  return in_folder(job_.dest_folder, place_in_destination(name));
 }
 
 BatchResult BatchRun::begin_join(const BatchItem& item) {
@@ -423,7 +490,10 @@ BatchResult BatchRun::begin_join(const BatchItem& item) {
   std::string extension = job_.mask.substr(std::min(job_.mask.find('.'), job_.mask.size()));
   const bool fits_several = extension.find_first_of("*?") != std::string::npos;
   if (fits_several || file_kind(extension) == FileKind::other) extension = extension_of(item.name);
-  join_target_ = std::string(folder_of(target_name(item.name))) + job_.join_name + extension;
+  const bool is_beside = job_.dest_folder.empty() || job_.has(BatchOption::overwrite_originals);
+  const std::string source = job_.source_folder + item.name;
+  join_target_ = in_folder(is_beside ? folder_of(source) : std::string_view(job_.dest_folder),
+                           job_.join_name + extension);
   result.outcome = BatchOutcome::joined;
   return result;
 }

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/file.h"
 #include "platform/long_run.h"
 #include "unattended/batch_job.h"
 
@@ -33,7 +34,7 @@ enum class BatchOutcome : std::uint8_t {
 std::string_view name_of(BatchOutcome outcome);
 
 struct BatchResult {
-  std::string name;  // of the source, without its folder
+  std::string name;  // of the source, as in `BatchItem`
   BatchOutcome outcome = BatchOutcome::failed;
   std::string target;  // the file or, of a split, the folder that was written; empty for none
   std::string reason;  // of a failure, or what was left out of what was written, on one line
@@ -45,8 +46,18 @@ struct BatchProblem {
   std::string line;
 };
 
-/// Whether the files of a batch, sorted by their names, have nothing to do with one another, so
-/// that several can be worked on at a time: none is joined, and no two can want the same name.
+/// What is about to happen to a file.
+struct BatchStart {
+  std::string name;    // of the source
+  std::string target;  // as in `BatchResult`
+  FileFacts source;    // as it was when it was opened
+};
+
+/// Is told of it before anything is written. Returns why it may not be done, or nothing.
+using BatchStartHook = std::function<std::string(const BatchStart& start)>;
+
+/// Whether the files of a batch have nothing to do with one another, so that several can be worked
+/// on at a time: none is joined, and no two can want the same name.
 bool can_run_side_by_side(const BatchJob& job);
 
 /// One file a step. What becomes of `job` meanwhile changes nothing in the run.
@@ -54,7 +65,8 @@ class BatchRun : public LongRun {
  public:
   /// `between_slices` is called again and again while a file is worked on; it returns whether the
   /// work shall go on.
-  explicit BatchRun(BatchJob job, std::function<bool()> between_slices = nullptr);
+  explicit BatchRun(BatchJob job, std::function<bool()> between_slices = nullptr,
+                    BatchStartHook before_writing = nullptr);
   ~BatchRun() override;
   BatchRun(const BatchRun&) = delete;
   BatchRun& operator=(const BatchRun&) = delete;
@@ -88,8 +100,9 @@ class BatchRun : public LongRun {
   void settle_join(BatchOutcome outcome);
   void finish();
   BatchResult split(BatchResult result);
-  BatchResult save(BatchResult result);
+  BatchResult save(BatchResult result, const std::string& begun_target);
   static void save_to(const std::string& name, bool replaces_source, BatchResult& result);
+  bool may_write(BatchResult& result) const;
   [[nodiscard]] std::string target_name(const std::string& name) const;
   void note(const BatchResult& result, std::string_view label);
   void tell(std::string line);
@@ -97,6 +110,7 @@ class BatchRun : public LongRun {
 
   const BatchJob job_;
   std::function<bool()> between_slices_;
+  BatchStartHook before_writing_;
   std::vector<const BatchItem*> items_;
   std::map<std::string, std::string> same_files_;  // names that lead to the file of another one
   std::size_t number_ = 0;                         // of the file under way, from 1 on

@@ -37,9 +37,10 @@ TEST_F(BatchWorkers, ADeadOneCostsItsFileAlone) {
   job.scan_batch_folder();
   for (const unsigned workers : {1U, 2U}) {
     std::string told;
-    const auto results = work_side_by_side(job, workers, [&](const BatchResult& result) {
+    const auto tell = [&](const BatchResult& result) {
       told += result.name + " " + std::string(name_of(result.outcome)) + "; ";
-    });
+    };
+    const auto results = work_side_by_side(job, workers, {.tell = tell});
     EXPECT_EQ(told, "1.mp3 written; 2.mp3 failed; 3.mp3 written; ");
     EXPECT_EQ(results[1].reason, "the process that worked on it ended: Killed");
     for (const char* const made : {"1.mp3.mp3", "3.mp3.mp3"})

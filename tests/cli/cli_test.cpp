@@ -359,6 +359,26 @@ TEST_F(Cli, ABatchTellsWhatBecameOfEachFile) {
   EXPECT_EQ(shell("diff -r one three").out, "");
 }
 
+// The record tells of a replacement before it is made, and a new run takes it from there: what was
+// replaced without a result isn't replaced again, what failed is, and half a line is nothing.
+TEST_F(Cli, ABatchGoesOnFromItsRecord) {
+  for (const char* const name : {"1.mp3", "2.mp3", "b\xFF.mp3"}) sample("cbr128.mp3", name);
+  const std::string batch = "printf '%s\\0' 1.mp3 2.mp3 b\xFF.mp3 bad.mp3 | " CORVELIN_CLI
+                            " --batch --files - -0 --do level=-1 --overwrite -j 2 --json-lines ";
+  EXPECT_EQ(shell(batch + ">first").status, 1);
+  EXPECT_EQ(shell("grep -c '\"begun\".*\"size\":[0-9]' first").out, "3\n");
+  EXPECT_EQ(shell("grep -c '\"written\"' first").out, "3\n");
+  shell(
+      "cp 2.mp3 done; { grep 1.mp3 first; grep begun first; sed 's/written/failed/' first |"
+      " grep 2.mp3; grep bad first; grep written first | grep _bytes | cut -c-40 | tr -d '\\n';"
+      "} >record");
+  sample("cbr128.mp3", "bad.mp3");
+  EXPECT_EQ(shell(batch + "--skip-done record >>record").status, 0);
+  EXPECT_EQ(shell("cmp 1.mp3 done; cmp 2.mp3 done; cmp b*.mp3 done; cmp bad.mp3 done").out, "");
+  EXPECT_EQ(shell("grep -c 'counts as done' record").out, "2\n");
+  EXPECT_EQ(shell(batch + "--skip-done record").out, "");
+}
+
 // A project, its audio and a cue sheet, by way of the program and read by another.
 TEST_F(Cli, ProjectsAndCueSheetsGoAround) {
   sample("cbr128.mp3");

@@ -69,6 +69,11 @@ TEST(Options, WrongUsageIsTold) {
       {"--batch", "x", "--do", "save", "--to", ""},
       {"--batch", "x", "--do", "save", "--settings", "y", "--localini"},
       {"a.mp3", "--mask", "*.aac"},
+      {"--batch", "--do", "save"},
+      {"--batch", "x", "--do", "save", "--files", "y"},
+      {"--batch", "x", "--do", "save", "-0"},
+      {"--batch", "x", "--do", "save", "--json", "--json-lines"},
+      {"--batch", "x", "--do", "join=y", "--skip-done", "z"},
       {"--batch", "x", "--do", "save", "--to", "y", "--overwrite"}};
   for (const auto& words : wrong) EXPECT_EQ(parse(words).exit_status, 2);
   EXPECT_EQ(parse({"--help"}).exit_status, 0);
@@ -76,10 +81,11 @@ TEST(Options, WrongUsageIsTold) {
 }
 
 TEST(Options, TheWordsOfABatchMakeItsJob) {
-  const auto job = parse({"--batch", "x", "--do", "cut=1:2.5,normalize=-3", "--do",
-                          "fade=3:4,bottom=40", "--mask", "*.*", "--overwrite"})
-                       .options.batch;
-  ASSERT_TRUE(job);
+  const auto batch = parse({"--batch", "x", "--do", "cut=1:2.5,normalize=-3", "--do",
+                            "fade=3:4,bottom=40", "--mask", "*.*", "--overwrite"})
+                         .options.batch;
+  ASSERT_TRUE(batch);
+  const BatchJob* const job = &batch->job;
   EXPECT_EQ(job->options, 2 + 4 + 8 + 8192);
   EXPECT_EQ(job->cut_end + " " + job->fade_begin + " " + job->mask, "2.5 3 *.*");
   EXPECT_EQ(job->batch_level, 13);
