@@ -32,6 +32,7 @@ bool mark_resync(const FrameCursor& cursor, EditPosition end, int number) {
   const PartIndex made = make_border(frame);
   if (made >= part_count()) return false;
   selection.sel_title = bytes_to_wide(fmt::format("Re-sync {}", number), true);
+  selection.sel_artist.clear();  // of a border that was restored
   take_stashed_part_texts(made);
   document.parts[made].part_iscue = 1;
   return true;

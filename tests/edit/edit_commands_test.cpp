@@ -261,12 +261,14 @@ TEST_F(EditCommands, ReSyncsAreMarkedBehindTheFrameFoundAgain) {
     selection.sel_end = range.end;
     document.current_part = 0;
     selection.cursor = document.total_size;
+    selection.sel_artist = u"of a restored cut";
     run("check_resyncs");
     EXPECT_EQ(document.current_part, part_count() - 1);
     std::string marks;
     for (const Part& part : document.parts)
       if (!part.part_title.empty())
-        marks += in_frames(part.part_filepos) + "=" + wide_to_bytes(part.part_title, true) + " ";
+        marks += in_frames(part.part_filepos) + "=" +
+                 wide_to_bytes(part.part_title + part.part_artist, true) + " ";
     EXPECT_EQ(marks + host.boxes.back().text, range.marks);
   }
 }
