@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -24,10 +25,11 @@ std::vector<std::string> whole_paths(std::span<const std::string> paths) {
   return names;
 }
 
-// Returns how many of the files make the document.
-std::size_t open_all(std::span<const std::string> names) {
-  if (names.size() > 1) return open_files(names);
-  return open_in_place(names[0]) ? 1 : 0;
+// As it was named, where it was.
+std::string as_given(const std::string& file, std::span<const std::string> paths) {
+  const auto given = std::ranges::find_if(
+      paths, [&](const std::string& path) { return in_current_folder(path) == file; });
+  return given == paths.end() ? file : *given;
 }
 
 }  // namespace
@@ -35,16 +37,17 @@ std::size_t open_all(std::span<const std::string> names) {
 Refusal open_paths(std::span<const std::string> paths) {
   if (file_kind(paths[0]) == FileKind::mp4 && settings.ffmpeg.empty())
     return fmt::format("{}: MP4 files open through ffmpeg, which is not installed", paths[0]);
-  const std::size_t opened = open_all(whole_paths(paths));
+  const Joined joined = open_files(paths);
   remember_saved();
-  if (opened == paths.size()) return no_refusal;
-  return fmt::format("{} was not {}", paths[opened], opened == 0 ? "opened" : "joined");
+  if (joined.failed.empty()) return no_refusal;
+  return fmt::format("{} was not {}", as_given(joined.failed, paths),
+                     joined.count == 0 ? "opened" : "joined");
 }
 
 Refusal append_to_document(std::span<const std::string> paths) {
-  const std::vector<std::string> names = whole_paths(paths);
-  if (!can_append_files(names) || append_in_one_step(names) != names.size())
-    return "nothing was appended";
+  const std::vector<std::string> names = without_playlists(whole_paths(paths));
+  const bool all_fit = !names.empty() && can_append_files(names);
+  if (!all_fit || !append_in_one_step(names).failed.empty()) return "nothing was appended";
   return no_refusal;
 }
 

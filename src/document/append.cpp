@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "document/file_fault.h"
 #include "document/file_kind.h"
@@ -74,8 +75,8 @@ std::uint32_t end_of_audio(const InputFile& file, std::uint32_t size) {
 
 // What a failure tells beyond its result.
 struct Detail {
-  StreamKind other;            // of the file's frames, where that is another one than the stream's
-  std::error_code read_error;  // of the file
+  StreamKind other;   // of the file's frames, where that is another one than the stream's
+  std::string cause;  // of a file that could not be opened or read
 };
 
 // A source that is open already keeps its bounds, which its parts and earlier states count on.
@@ -100,7 +101,7 @@ AppendResult append_source(std::uint16_t index, Detail& detail) {
 
   FoundFrame first;
   const AppendResult search = find_fitting_frame(file.handle, first);
-  detail.read_error = file.handle.read_error();
+  if (const std::error_code error = file.handle.read_error()) detail.cause = error.message();
   if (search == AppendResult::other_parameters) detail.other = kind_of(first.info);
   if (search != AppendResult::appended) return search;
   if (!find_bounds(file, size, first.at)) return AppendResult::no_sync;
@@ -136,30 +137,52 @@ std::string_view reason_of(AppendResult result, bool in_box) {
       return "Invalid file size";
     case AppendResult::too_large:
       return "Total size too large (max 4 GB)";
+    case AppendResult::no_audio:
+      return ui_text(row::unsupported_type);
   }
   return {};
 }
 
+// What is no audio but may well be opened, in words; empty for all else.
+std::string_view kind_without_audio(const std::string& name) {
+  if (file_facts(name).is_folder) return "a folder";
+  const FileKind kind = file_kind(name);
+  if (kind == FileKind::cue_sheet) return "a cue sheet";
+  if (kind == FileKind::project) return "a project";
+  return kind == FileKind::playlist ? "a playlist" : "";
+}
+
 // What the reason doesn't say of the file itself.
 std::string cause_of(AppendResult result, const std::string& name, const Detail& detail) {
-  if (detail.read_error) return detail.read_error.message();
+  if (!detail.cause.empty()) return detail.cause;
   if (result == AppendResult::other_parameters)
     return fmt::format("its frames are {}\nthose of the document {}", text_of(detail.other),
                        text_of(stream_kind));
-  if (result == AppendResult::not_opened || result == AppendResult::bad_size)
-    return reading_fault(name);
+  if (result == AppendResult::no_audio)
+    return fmt::format("This is {}; only audio files can be appended.", kind_without_audio(name));
+  if (result == AppendResult::bad_size) return reading_fault(name);
   return result == AppendResult::no_sync ? audio_fault(name) : std::string();
 }
 
 AppendResult append_named(const std::string& name, Detail& detail) {
+  if (!kind_without_audio(name).empty()) return AppendResult::no_audio;
   if (extension_of(name).empty()) return AppendResult::bad_name;
   if ((file_kind(name) == FileKind::aac) != (stream.is_aac != 0)) return AppendResult::other_format;
-  const auto index = add_source_file(name);
+  const auto index = add_source_file(name, &detail.cause);
   if (!index) return AppendResult::not_opened;
   const AppendResult result = append_source(*index, detail);
   if (result != AppendResult::appended && result != AppendResult::table_full)
     remove_last_source_file();
   return result;
+}
+
+std::string names_of(std::span<const std::string> paths) {
+  constexpr std::size_t most_names = 10;
+  std::string names;
+  for (const std::string& path : paths.first(std::min(paths.size(), most_names)))
+    names.append(names.empty() ? "" : ", ").append(name_of(path));
+  return paths.size() <= most_names ? names
+                                    : fmt::format("{}, … (+{})", names, paths.size() - most_names);
 }
 
 }  // namespace
@@ -169,7 +192,8 @@ AppendResult append_file(const std::string& name) {
   return append_named(name, detail);
 }
 
-bool append_file_reported(const std::string& name, std::vector<std::string>* list) {
+bool append_file_reported(const std::string& name, std::vector<std::string>* list,
+                          std::span<const std::string> left_out) {
   Detail detail;
   const AppendResult result = append_named(name, detail);
   if (result == AppendResult::appended) return true;
@@ -177,11 +201,14 @@ bool append_file_reported(const std::string& name, std::vector<std::string>* lis
   if (list != nullptr) {
     list->push_back(fmt::format("{} ({}): {}", ui_text(row::append_failed), reason, name_of(name)));
   } else {
-    host().show_message_box(
-        {.caption = std::string(ui_text(row::not_possible)),
-         .text = fmt::format("{}: {}\n\n{}", ui_text(row::append_failed), reason, name_of(name)),
-         .cause = cause_of(result, name, detail),
-         .icon = BoxIcon::warning});
+    std::string text =
+        fmt::format("{}: {}\n\n{}", ui_text(row::append_failed), reason, name_of(name));
+    if (!left_out.empty())
+      text += "\n\n" + format_row(ui_text(row::also_left_out), names_of(left_out));
+    host().show_message_box({.caption = std::string(ui_text(row::not_possible)),
+                             .text = std::move(text),
+                             .cause = cause_of(result, name, detail),
+                             .icon = BoxIcon::warning});
   }
   return false;
 }
@@ -199,10 +226,11 @@ bool can_append_files(std::span<const std::string> names) {
   return all_fit;
 }
 
-std::size_t append_files(std::span<const std::string> names) {
-  const auto failed = std::ranges::find_if_not(
-      names, [](const std::string& name) { return append_file_reported(name, nullptr); });
-  return static_cast<std::size_t>(failed - names.begin());
+Joined append_files(std::span<const std::string> names) {
+  for (std::size_t i = 0; i < names.size(); ++i)
+    if (!append_file_reported(names[i], nullptr, names.subspan(i + 1)))
+      return {.count = i, .failed = names[i]};
+  return {.count = names.size(), .failed = {}};
 }
 
 }  // namespace corvelin

@@ -20,6 +20,7 @@ enum class AppendResult {
   other_format = 6,      // MPEG audio for an AAC stream or the other way round, by the extension
   bad_size = 7,
   too_large = 8,  // the stream would be longer than 4 GiB
+  no_audio = 9,   // a folder, a project, a list
 };
 
 /// Appends a file to the open document, without a message. A failure leaves the document as it was,
@@ -27,15 +28,21 @@ enum class AppendResult {
 AppendResult append_file(const std::string& name);
 
 /// The same, and tells a failure: in a box, or as a line added to `list` when that is not null.
-/// Returns whether it went well.
-bool append_file_reported(const std::string& name, std::vector<std::string>* list);
+/// Returns whether it went well. The box names those that are `left_out` then, too.
+bool append_file_reported(const std::string& name, std::vector<std::string>* list,
+                          std::span<const std::string> left_out = {});
 
 /// Whether all of these files fit, one behind the other. Those that don't are told, each in a box.
 /// The document stays as it was.
 bool can_append_files(std::span<const std::string> names);
 
-/// Appends files in their order until one fails, which is told in a box. Returns how many were
-/// appended.
-std::size_t append_files(std::span<const std::string> names);
+/// What became of several files that were to make a document or to be appended.
+struct Joined {
+  std::size_t count = 0;  // of those that were opened or appended
+  std::string failed;     // the one behind them, which was not; empty when all were
+};
+
+/// Appends files in their order until one fails, which is told in a box, with those behind it.
+Joined append_files(std::span<const std::string> names);
 
 }  // namespace corvelin

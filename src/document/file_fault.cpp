@@ -12,7 +12,6 @@
 #include <string_view>
 #include <system_error>
 
-#include "document/open_state.h"
 #include "document/tag_bounds.h"
 #include "model/document.h"
 #include "platform/bytes.h"
@@ -76,12 +75,11 @@ bool is_frame(std::span<const std::uint8_t> bytes, bool of_adts) {
 }  // namespace
 
 std::string reading_fault(const std::string& path) {
-  const FileFacts facts = file_facts(path);
-  if (facts.found && !facts.is_regular && !facts.is_folder) return "This is no regular file.";
   InputFile file;
   if (const std::error_code error = file.open(path)) return error.message();
-  if (facts.size > largest_file) return "The file is larger than 4 GB.";
-  return facts.size == 0 ? "The file is empty." : "";
+  const std::uint64_t size = file.facts_at_open().size;
+  if (size > largest_file) return "The file is larger than 4 GB.";
+  return size == 0 ? "The file is empty." : "";
 }
 
 std::string audio_fault(const std::string& path) {
@@ -89,8 +87,6 @@ std::string audio_fault(const std::string& path) {
   if (!fault.empty()) return fault;
   InputFile file;
   if (const std::error_code error = file.open(path)) return error.message();
-  if (open_state.open_error && open_state.audio_name == path)
-    return open_state.open_error.message();
   const std::array<std::uint8_t, 16> bytes = first_bytes(file);
   const auto* const kind = std::ranges::find_if(
       kinds, [&](const Kind& known) { return stands_at(bytes, known.at, known.mark); });

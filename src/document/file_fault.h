@@ -6,6 +6,12 @@
 
 namespace corvelin {
 
+/// Why a document didn't open; without a cause it did.
+struct OpenFault {
+  std::string audio;  // the file that is to blame, where it is one that the document names
+  std::string cause;
+};
+
 /// What keeps anybody from reading the file: it isn't there, is a folder, is empty, … Empty when
 /// nothing does.
 std::string reading_fault(const std::string& path);

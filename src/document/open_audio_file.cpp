@@ -1,6 +1,9 @@
 // Opening of one audio file.
 #include "document/open_audio_file.h"
 
+#include <system_error>
+
+#include "document/file_fault.h"
 #include "document/file_kind.h"
 #include "document/open_state.h"
 #include "document/stream_probe.h"
@@ -78,17 +81,19 @@ bool open_added_file(SourceFile& file) {
 
 }  // namespace
 
-bool open_audio_file(const std::string& name) {
+std::string open_audio_file(const std::string& name) {
   open_state.audio_name = name;
-  open_state.open_error.clear();
-  if (name.empty() || document.files.size() > 1 || extension_of(name).empty()) return false;
+  if (extension_of(name).empty())
+    return "The name of an audio file ends in .mp3, .mp2, .mpa or .aac.";
+  if (document.files.size() > 1) return "A document is open.";
   stream.is_aac = file_kind(name) == FileKind::aac ? 1 : 0;
-  const auto index = add_source_file(name);
-  if (!index) return false;
-  if (open_added_file(document.files[*index])) return true;
-  open_state.open_error = document.files[*index].handle.read_error();
+  std::string cause;
+  const auto index = add_source_file(name, &cause);
+  if (!index) return cause;
+  if (open_added_file(document.files[*index])) return {};
+  const std::error_code error = document.files[*index].handle.read_error();
   close_document();
-  return false;
+  return error ? error.message() : audio_fault(name);
 }
 
 }  // namespace corvelin

@@ -7,8 +7,10 @@
 namespace corvelin {
 
 /// Opens the file, which is `open_state.audio_name` from then on: takes the tags off its ends,
-/// probes the stream, and makes all of its audio one part. Shows no message; a failure leaves no
-/// document.
-bool open_audio_file(const std::string& name);
+/// probes the stream, and makes all of its audio one part. Shows no message.
+///
+/// Returns why that can't be, in words for the user, and then leaves no document; empty when all
+/// went well.
+std::string open_audio_file(const std::string& name);
 
 }  // namespace corvelin

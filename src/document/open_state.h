@@ -3,13 +3,11 @@
 #pragma once
 
 #include <string>
-#include <system_error>
 
 namespace corvelin {
 
 struct OpenState {
   std::string audio_name;         // the audio file being opened; empty for none
-  std::error_code open_error;     // of a read that failed when that file was opened
   std::string project_name;       // the project file or cue sheet of the document; empty for none
   std::string save_name;          // of the last audio save, or the last piece of a split
   std::string split_dest_folder;  // of the last split, with its "/"; it outlives the document

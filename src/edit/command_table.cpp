@@ -243,8 +243,8 @@ bool counts_now(const Command& command) { return !command.has(on_writing) || rec
 }  // namespace
 
 const Command open_change = {0, "open", unnamed, "", opening, nullptr};
-const Command append_change = {0,      "append", {msg, 1}, "", editing | modifies | names_parts,
-                               nullptr};
+const Command append_change = {
+    0, "append", {msg, 1}, "", editing | modifies | names_parts | steps_if_done, nullptr};
 constexpr std::uint32_t cutting = editing | recuts | modifies | follows_cursor | names_parts;
 const Command cut_change = {0, "cut", {win, 5}, "", cutting, nullptr};
 const Command keep_change = {0, "keep", {men, 28}, "", cutting, nullptr};

@@ -45,9 +45,10 @@ enum : std::uint32_t {
   refreshes_places = 1U << 18,  // cursor, selection and parts are shown anew
   refreshes_all = 1U << 19,     // the same with title and check marks
 
-  by_dialog = 1U << 20,     // nothing of that is done before the operation calls `carry_out`
-  repeats = 1U << 21,       // its key repeats while it is held
-  steps_by_run = 1U << 22,  // several in a row, at one part, are one undo step
+  by_dialog = 1U << 20,      // nothing of that is done before the operation calls `carry_out`
+  repeats = 1U << 21,        // its key repeats while it is held
+  steps_by_run = 1U << 22,   // several in a row, at one part, are one undo step
+  steps_if_done = 1U << 23,  // no undo step stays of one that was refused
 };
 }  // namespace rule
 

@@ -39,7 +39,7 @@ UndoRun run_of(const Command& command) {
 Outcome carry_out_in_run(const Command& command, const std::function<Outcome()>& operation) {
   const bool goes_on = !undo_stack.empty() && undo_stack.front().undo_run == run_of(command);
   std::optional<UndoEntry> step = goes_on ? std::nullopt : undo_step(command);
-  const Outcome outcome = operation();
+  Outcome outcome = operation();
   if (outcome.result == Result::done) undo_push(std::move(step));
   return outcome;
 }
@@ -129,10 +129,12 @@ Result carry_out(const Command& command, const std::function<Outcome()>& operati
   Outcome outcome = command.check == nullptr ? Outcome(Result::done) : command.check();
   if (outcome.result == Result::done) {
     const bool is_in_run = command.has(rule::steps_by_run);
-    if (!is_in_run) undo_push(undo_step(command));
+    std::optional<UndoEntry> step = is_in_run ? std::nullopt : undo_step(command);
+    if (!command.has(rule::steps_if_done)) undo_push(std::exchange(step, std::nullopt));
     const std::uint64_t revision = document_revision;
     outcome = is_in_run ? carry_out_in_run(command, operation) : operation();
     const bool has_new_parts = document_revision != revision;
+    if (outcome.result == Result::done) undo_push(std::move(step));
     if (outcome.result == Result::done || has_new_parts)
       repair(command, outcome.result == Result::refused, has_new_parts);
     if (is_in_run && outcome.result == Result::done && !undo_stack.empty())

@@ -46,27 +46,30 @@ bool open_recent(std::size_t index) {
   return false;
 }
 
-std::size_t open_files(std::span<const std::string> names) {
-  if (!open_in_place(names.front())) return 0;
-  const std::size_t appended = append_files(names.subspan(1));
-  name_parts_from_files();
-  return 1 + appended;
-}
-
-std::size_t append_in_one_step(std::span<const std::string> names) {
-  std::size_t count = 0;
+Joined append_in_one_step(std::span<const std::string> names) {
+  const std::vector<std::string> files = without_playlists(names);
+  if (files.empty()) return {.failed = names.front()};
+  Joined joined;
   carry_out(append_change, [&] {
-    count = append_files(names);
+    joined = append_files(files);
+    if (joined.count == 0) return Result::refused;
     clear_selection();
     seek_to(document.total_size);
-    return count != 0 ? Result::done : Result::refused;
+    return Result::done;
   });
-  return count;
+  return joined;
 }
 
 bool load_cue_sheet_over_audio() {
   if (!choose_cue_sheet()) return false;
-  const auto load = [] { return load_cue_sheet(true) ? Result::done : Result::refused; };
+  const auto load = []() -> Outcome {
+    OpenFault fault = load_cue_sheet(true);
+    if (fault.cause.empty()) return Result::done;
+    return {Result::refused, MessageBox{.caption = std::string(ui_text(row::file_open_failed)),
+                                        .text = open_state.project_name,
+                                        .cause = std::move(fault.cause),
+                                        .icon = BoxIcon::warning}};
+  };
   return carry_out(*command_of(command::load_cue_sheet_over_audio), load) == Result::done;
 }
 

@@ -6,6 +6,8 @@
 #include <span>
 #include <string>
 
+#include "document/append.h"
+
 namespace corvelin {
 
 bool open_by_dialog();
@@ -21,13 +23,9 @@ bool batch();
 /// list.
 bool open_recent(std::size_t index);
 
-/// Opens the first file in the place of the document and appends the others until one fails.
-/// Returns how many are open then.
-std::size_t open_files(std::span<const std::string> names);
-
-/// Appends files in one undo step until one fails, and goes to the end of the stream. Returns how
-/// many were appended.
-std::size_t append_in_one_step(std::span<const std::string> names);
+/// Appends files in one undo step until one fails, and goes to the end of the stream. Playlists
+/// stand for their files. When none could be appended there is no step and the cursor stays.
+Joined append_in_one_step(std::span<const std::string> names);
 
 /// Asks for a cue sheet, which becomes the project of the document, and sets its cues in the audio
 /// as it stands. False also when the user cancels; no project is named then.

@@ -1,17 +1,13 @@
 // Opening by dialog.
 #include "edit/open_dialog.h"
 
-#include <fmt/format.h>
-
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "document/open_state.h"
-#include "edit/document_commands.h"
+#include "exchange/open_document.h"
 #include "platform/host.h"
 #include "platform/path.h"
-#include "platform/text.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
@@ -43,31 +39,14 @@ std::vector<FileType> file_types() {
           {.name = "CVP", .pattern = "*.cvp"}};
 }
 
-// A choice is the folder and the names in it, each with a character behind it.
-bool is_choice_too_long(const std::vector<std::string>& names) {
-  constexpr std::size_t longest_choice = 20000;  // UTF-16 code units
-  const auto units = [](std::string_view text) { return count_units(text) + 1; };
-  std::size_t length = units(folder_of(names.front()));
-  for (const std::string& name : names) length += units(name_of(name));
-  return length > longest_choice;
-}
-
 }  // namespace
 
 bool open_file_dialog() {
-  constexpr int buffer_too_small = 0x3003;  // the code of a dialog that can't hold the choice
   const std::vector<std::string> names =
       host().ask_for_existing_files({.title = std::string(ui_text(row::open_file)),
                                      .path = start_folder(),
                                      .types = file_types()});
-  if (names.empty()) return false;
-  if (is_choice_too_long(names)) {
-    host().show_message_box({.caption = std::string(ui_text(row::warning)),
-                             .text = fmt::format("GetOpenFileName: {}", buffer_too_small),
-                             .icon = BoxIcon::warning});
-    return false;
-  }
-  return open_files(names) != 0;
+  return !names.empty() && open_files(names).count != 0;
 }
 
 }  // namespace corvelin

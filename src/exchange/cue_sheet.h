@@ -6,16 +6,19 @@
 
 #include <string>
 
+#include "document/file_fault.h"
+
 namespace corvelin {
 
 /// Reads the sheet `open_state.project_name`. Its audio is opened, or, with `over_current_audio`,
 /// its cues are added to those of the document as it stands.
 ///
-/// False when the sheet can't be read, when its audio doesn't open, when a line that names the
-/// audio, a title, a performer or a time is malformed, and when the table of parts is full. What
-/// was applied before that stays. Silent, but for the note about VBR. Either way the selection is
-/// cleared and the document counts as saved, unless the sheet could not even be opened.
-bool load_cue_sheet(bool over_current_audio);
+/// A fault when the sheet can't be read, when its audio doesn't open or it names none, when a line
+/// that names the audio, a title, a performer or a time is malformed, and when the table of parts
+/// is full. What was applied before that stays. Silent, but for the note about VBR. Either way the
+/// selection is cleared and the document counts as saved, unless the sheet could not even be
+/// opened.
+OpenFault load_cue_sheet(bool over_current_audio);
 
 /// Asks for a sheet to be loaded over the current audio, which becomes `open_state.project_name`.
 /// False when the user cancels; no project is named then.

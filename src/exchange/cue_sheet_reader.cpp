@@ -1,10 +1,13 @@
 // Reading of cue sheets, line by line. Sheets come from many programs, so that whatever isn't known
 // is passed over; only a malformed line of a known kind ends the reading.
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "document/open_audio_file.h"
 #include "document/open_state.h"
@@ -71,25 +74,34 @@ class CueSheetReader {
   CueSheetReader(bool over_current_audio, bool utf8)
       : over_current_audio_(over_current_audio), utf8_(utf8) {}
 
-  // Takes the lines of the text in. False for a malformed sheet.
-  bool read(std::string_view text) {
+  // Takes the lines of the text in.
+  OpenFault read(std::string_view text) {
     Next next = Next::go_on;
     bool is_closed = false;  // the last line was the start of a track, which closes the one before
     while (!text.empty() && next == Next::go_on) {
       const std::size_t end = std::min(text.find('\n'), text.size());
       std::string_view line = text.substr(0, end);
       text.remove_prefix(std::min(end + 1, text.size()));
+      ++line_number_;
       if (line.size() >= line_limit) continue;
       line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
       is_closed = line.starts_with("TRACK");
       next = take_in(line);
     }
     if (next == Next::go_on && !is_closed) next = close_track();
-    return next != Next::fail;
+    return fault_;
   }
 
  private:
   enum class Next { go_on, end, fail };
+
+  Next fail(std::string cause, std::string audio = {}) {
+    fault_ = {.audio = std::move(audio), .cause = std::move(cause)};
+    return Next::fail;
+  }
+  Next fail_at_line(std::string_view reason) {
+    return fail(fmt::format("Line {}: {}", line_number_, reason));
+  }
 
   Next take_in(std::string_view line) {
     if (line.starts_with("FILE")) return open_audio(line);
@@ -100,19 +112,22 @@ class CueSheetReader {
     return Next::go_on;
   }
 
-  Next open_audio(std::string_view line) const {
+  Next open_audio(std::string_view line) {
     if (over_current_audio_) return Next::go_on;
     const auto name = quoted(line);
-    if (!name || !open_state.audio_name.empty()) return Next::fail;
+    if (!name) return fail_at_line("no name in quotes stands behind FILE.");
+    if (!open_state.audio_name.empty())
+      return fail_at_line("a second FILE; only a sheet of one audio file can be opened.");
     const std::string audio = path_from_encoded(*name, utf8_, folder_of(open_state.project_name));
-    if (!open_audio_file(audio)) return Next::fail;
+    std::string cause = open_audio_file(audio);
+    if (!cause.empty()) return fail(std::move(cause), audio);
     show_vbr_note();
     return Next::go_on;
   }
 
-  Next take_name(std::string_view line, std::u16string& name) const {
+  Next take_name(std::string_view line, std::u16string& name) {
     const auto value = quoted(line);
-    if (!value) return Next::fail;
+    if (!value) return fail_at_line("no text in quotes stands behind TITLE or PERFORMER.");
     name = cut_to_units(bytes_to_wide(*value, utf8_), longest_name);
     return Next::go_on;
   }
@@ -120,7 +135,7 @@ class CueSheetReader {
   Next take_time(std::string_view line) {
     if (!time_.empty()) return Next::go_on;
     const auto time = index_time(line);
-    if (!time) return Next::fail;
+    if (!time) return fail_at_line("no time stands behind INDEX 01.");
     time_ = *time;
     return Next::go_on;
   }
@@ -148,7 +163,8 @@ class CueSheetReader {
     selection.sel_title = title_;
     selection.sel_artist = performer_;
     const PartIndex index = make_border(pos);
-    if (index == no_part) return Next::fail;
+    if (index == no_part)
+      return fail(fmt::format("A document can have {} parts; its cues make more.", most_parts));
     take_stashed_part_texts(index);
     document.parts[index].part_iscue = 1;
     return Next::go_on;
@@ -157,6 +173,8 @@ class CueSheetReader {
   bool over_current_audio_;
   bool utf8_;
   bool in_track_ = false;
+  std::size_t line_number_ = 0;  // from 1
+  OpenFault fault_;
   std::u16string title_;
   std::u16string performer_;
   std::string_view time_;
@@ -164,19 +182,21 @@ class CueSheetReader {
 
 }  // namespace
 
-bool load_cue_sheet(bool over_current_audio) {
+OpenFault load_cue_sheet(bool over_current_audio) {
   std::string text;
-  if (read_whole_file(open_state.project_name, largest_sheet, text)) return false;
+  if (const auto error = read_whole_file(open_state.project_name, largest_sheet, text))
+    return {.audio = {}, .cause = error.message()};
   const std::size_t file_size = text.size();
   const bool utf8 = text.starts_with(utf8_mark);
   settings.char_enc = utf8 ? 1 : 0;
   if (utf8) text.erase(0, utf8_mark.size());
   blank_out_zeros(text, file_size);
 
-  const bool is_read = CueSheetReader(over_current_audio, utf8).read(text);
+  OpenFault fault = CueSheetReader(over_current_audio, utf8).read(text);
+  if (fault.cause.empty() && document.parts.empty()) fault.cause = "It names no audio.";
   clear_selection();
   open_state.document_modified = false;
-  return is_read;
+  return fault;
 }
 
 bool choose_cue_sheet() {

@@ -4,6 +4,8 @@
 #include <fmt/format.h>
 
 #include <string>
+#include <string_view>
+#include <utility>
 
 #include "audio/playback.h"
 #include "document/close_all.h"
@@ -16,6 +18,7 @@
 #include "exchange/playlist.h"
 #include "exchange/project_file.h"
 #include "model/document.h"
+#include "model/selection.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "settings/settings.h"
@@ -26,109 +29,123 @@ namespace corvelin {
 
 namespace {
 
-bool open_audio(const std::string& name) {
-  if (!open_audio_file(name)) return false;
-  add_recent(name);
-  return true;
+OpenFault open_audio(const std::string& name) {
+  std::string cause = open_audio_file(name);
+  if (cause.empty()) add_recent(name);
+  return {.audio = name, .cause = std::move(cause)};
 }
 
-// A description that names no audio makes no document, however well it reads.
-bool open_description(const std::string& name, bool (*read)()) {
+OpenFault open_description(const std::string& name, OpenFault (*read)()) {
   close_all();
   reset_state(ResetLevel::no_name);
   open_state.project_name = name;
-  if (read() && !document.parts.empty()) {
-    add_recent(name);
-    return true;
-  }
-  open_state.project_name = name;  // for the message
-  return false;
+  OpenFault fault = read();
+  if (fault.cause.empty()) add_recent(name);
+  open_state.project_name = name;  // also for the message, where the reader has closed all
+  return fault;
 }
 
-// Of a description it is told first whether it can be read at all, then whether its audio can.
-std::string cause_of(OpenFailure failure) {
-  const std::string& audio = open_state.audio_name;
-  const std::string& description = open_state.project_name;
-  if (description.empty()) {
-    if (failure == OpenFailure::unreadable) return audio_fault(audio);
-    return reading_fault(audio);
-  }
-  std::string fault = reading_fault(description);
-  if (!fault.empty()) return fault;
-  const bool names_audio = !audio.empty() && audio != description;
-  return names_audio ? reading_fault(audio) : "It names no audio.";
-}
-
-}  // namespace
-
-void report_open_failure(OpenFailure failure) {
+void show_fault(const std::string& description, const OpenFault& fault,
+                std::string_view remark = {}) {
   std::string text;
-  if (!open_state.project_name.empty())
-    text += fmt::format("{}: {}\n\n", ui_text(row::project_file), open_state.project_name);
-  text += fmt::format("{}: {}\n", ui_text(row::audio_file), open_state.audio_name);
-  if (failure == OpenFailure::unsupported_type)
-    text += fmt::format("\n\n{}", ui_text(row::unsupported_type));
+  if (!description.empty())
+    text += fmt::format("{}: {}\n\n", ui_text(row::project_file), description);
+  if (!fault.audio.empty()) text += fmt::format("{}: {}\n", ui_text(row::audio_file), fault.audio);
+  if (!remark.empty()) text += fmt::format("\n\n{}", remark);
   host().show_message_box({.caption = std::string(ui_text(row::file_open_failed)),
                            .text = text,
-                           .cause = cause_of(failure),
+                           .cause = fault.cause,
                            .icon = BoxIcon::warning});
+}
+
+// Of the document to be opened, which leaves the recent list.
+void report(const OpenFault& fault, std::string_view remark = {}) {
+  show_fault(open_state.project_name, fault, remark);
   remove_recent(open_state.project_name);
-  remove_recent(open_state.audio_name);
+  remove_recent(fault.audio);
   open_state.audio_name.clear();
 }
 
-namespace {
-
 bool open_by_kind(const std::string& name) {
-  open_state.audio_name = name;  // for the message too
   open_state.project_name.clear();
   if (extension_of(name).empty()) {
-    report_open_failure(OpenFailure::unsupported_type);
+    report({.audio = name, .cause = reading_fault(name)}, ui_text(row::unsupported_type));
     return false;
   }
   reset_state(ResetLevel::new_stream);
-  bool is_open = false;
+  OpenFault fault;
   switch (file_kind(name)) {
     case FileKind::mp4:
       if (const auto track = extract_aac(name)) {
-        is_open = open_audio(*track);
+        fault = open_audio(*track);
         break;
       }
       return false;
-    case FileKind::playlist:
-      return read_playlist(name);
     case FileKind::mpeg_audio:
     case FileKind::aac:
-      is_open = open_audio(name);
+      fault = open_audio(name);
       break;
     case FileKind::cue_sheet:
-      is_open = open_description(name, [] { return load_cue_sheet(false); });
+      fault = open_description(name, [] { return load_cue_sheet(false); });
       break;
     case FileKind::project:
-      is_open = open_description(name, read_project);
+      fault = open_description(name, read_project);
       break;
+    case FileKind::playlist:
     case FileKind::other:
+      fault = {.audio = name, .cause = audio_fault(name)};
       break;
   }
-  if (!is_open) report_open_failure(OpenFailure::unreadable);
-  return is_open;
+  if (!fault.cause.empty()) report(fault);
+  return fault.cause.empty();
+}
+
+// What a list that opened looks like, whatever its first entry left.
+void settle_list(const std::string& list) {
+  clear_selection();
+  selection.cursor = 0;
+  add_recent(list);
+}
+
+// Opens the first file and appends the others.
+Joined open_first_of(std::span<const std::string> names) {
+  const std::vector<std::string> files = without_playlists(names);
+  if (files.empty()) {
+    remove_recent(names.front());
+    return {.failed = names.front()};
+  }
+  if (!open_by_kind(files.front())) return {.failed = files.front()};
+  Joined joined = append_files(std::span(files).subspan(1));
+  ++joined.count;
+  if (files.size() > 1) name_parts_from_files();
+  if (names.size() == 1 && file_kind(names.front()) == FileKind::playlist)
+    settle_list(names.front());
+  if (!document.parts.empty()) device_keepalive(true);
+  return joined;
 }
 
 }  // namespace
 
-bool open_document(const std::string& name) {
-  if (!open_by_kind(name)) return false;
-  if (!document.parts.empty()) device_keepalive(true);
-  return true;
+std::vector<std::string> without_playlists(std::span<const std::string> names) {
+  std::vector<std::string> files;
+  const OpenFault fault = expand_playlists(names, files);
+  if (fault.cause.empty()) return files;
+  show_fault({}, fault);
+  return {};
 }
 
-bool open_in_place(const std::string& path) {
-  const std::string name = in_current_folder(path);  // before the close, which may empty `path`
+bool open_document(const std::string& name) { return open_first_of({&name, 1}).count != 0; }
+
+bool open_in_place(const std::string& path) { return open_files({&path, 1}).count != 0; }
+
+Joined open_files(std::span<const std::string> names) {
+  std::vector<std::string> paths;  // before the close, which may empty the names
+  for (const std::string& name : names) paths.push_back(in_current_folder(name));
   close_all();
   reset_state(ResetLevel::new_stream);
-  if (open_document(name)) return true;
-  close_all();
-  return false;
+  Joined joined = open_first_of(paths);
+  if (joined.count == 0) close_all();
+  return joined;
 }
 
 }  // namespace corvelin

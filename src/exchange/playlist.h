@@ -1,17 +1,20 @@
-// Playlists ("*.m3u", "*.m3u8"): one name of a file a line. Only read; a list makes a document of
-// its files, one after the other.
+// Playlists ("*.m3u", "*.m3u8"). Only read: a list stands for the files that it names.
 #pragma once
 
+#include <span>
 #include <string>
+#include <vector>
+
+#include "document/file_fault.h"
 
 namespace corvelin {
 
-/// Reads a list, in UTF-8 if its name ends in "8", else in the ANSI code page. The first file is
-/// opened, whatever kind it is, and the others are appended until one fails. A list in the list
-/// that names no files is passed over.
+/// Adds `names` to `files`, each list among them as the files that it and the lists in it name. A
+/// list is in UTF-8 if its name ends in "8", else in the ANSI code page. Blank lines and those that
+/// begin with "#" name nothing.
 ///
-/// False when the list can't be read, which is silent, and when its first file doesn't open or it
-/// names none, which is told. No document is left then.
-bool read_playlist(const std::string& list);
+/// A fault when a list can't be read, when lists name each other, and when there is no file in the
+/// end.
+OpenFault expand_playlists(std::span<const std::string> names, std::vector<std::string>& files);
 
 }  // namespace corvelin

@@ -110,13 +110,13 @@ class ProjectReader {
   ProjectReader(std::string_view text, std::vector<SourceFile>& open_sources)
       : text_(text), open_sources_(&open_sources) {}
 
-  bool read() {
+  OpenFault read() {
     bool is_sound = true;
     for (std::string_view line; is_sound && take_line(text_, line);)
       is_sound = read_line(line.substr(0, line.find('\r')));
     keep_places_in_stream();
     document.current_part = part_at(selection.cursor);
-    return is_sound;
+    return fault_;
   }
 
  private:
@@ -126,6 +126,11 @@ class ProjectReader {
     Action read;
   };
   static std::span<const Key> keys();
+
+  bool fail(std::string cause, std::string audio = {}) {
+    fault_ = {.audio = std::move(audio), .cause = std::move(cause)};
+    return false;
+  }
 
   // False when no document can be made of the line.
   bool read_line(std::string_view line) {
@@ -158,25 +163,28 @@ class ProjectReader {
   bool read_file(std::string_view value) {
     const std::string path = decode_path(value);
     if (open_sources_ != nullptr) return take_open_source(path);
-    if (count_units(path) > longest_path) return false;
+    if (count_units(path) > longest_path) return fail("The path of a file in it is too long.");
     const std::string name = path_from_outside(path, folder_of(open_state.project_name));
     return document.files.empty() ? open_first(name) : add_file(name);
   }
 
   // The first source is probed afresh: it may have changed. Its parts are those of the text.
-  static bool open_first(const std::string& name) {
-    if (!open_audio_file(name)) return false;
+  bool open_first(const std::string& name) {
+    std::string cause = open_audio_file(name);
+    if (!cause.empty()) return fail(std::move(cause), name);
     document.parts.clear();
     recompute_total();
     return true;
   }
 
   // A source that is named twice keeps the bounds that it has.
-  [[nodiscard]] bool add_file(const std::string& name) const {
-    if (file_end_ == 0 || file_beg_ >= file_end_) return false;
+  bool add_file(const std::string& name) {
+    if (file_end_ == 0 || file_beg_ >= file_end_)
+      return fail("The project doesn't say where the audio of this file lies.", name);
     const std::size_t known = document.files.size();
-    const auto index = add_source_file(name);
-    if (!index) return false;
+    std::string cause;
+    const auto index = add_source_file(name, &cause);
+    if (!index) return fail(std::move(cause), name);
     if (*index < known) return true;
     document.files[*index].first_audio = file_beg_;
     document.files[*index].audio_end = file_end_;
@@ -201,8 +209,10 @@ class ProjectReader {
   bool read_part_beg(std::string_view value) {
     const Part read = std::exchange(part_, {});
     const std::uint64_t file_end = std::uint64_t{read.part_filepos} + read.part_size;
-    if (read.part_size == 0 || file_end > largest_file || !has_room_for(read.part_size))
-      return false;
+    const std::size_t number = document.parts.size() + 1;
+    if (read.part_size == 0) return fail(fmt::format("Part {} of it is empty.", number));
+    if (file_end > largest_file || !has_room_for(read.part_size))
+      return fail(fmt::format("Part {} of it runs beyond 4 GB.", number));
     const auto stored = static_cast<EditPosition>(leading_number(value));
     const auto place = std::ranges::find_if(
         stored_begs_, [stored](EditPosition other) { return other >= stored; });
@@ -211,7 +221,10 @@ class ProjectReader {
         is_last ? document.total_size
                 : document.parts[static_cast<std::size_t>(place - stored_begs_.begin())].part_beg;
     const PartIndex index = add_part(pos, read.part_file, read.part_filepos, read.part_size);
-    if (index == no_part) return false;
+    if (index == no_part)
+      return fail(number > most_parts
+                      ? fmt::format("It has more than {} parts.", most_parts)
+                      : fmt::format("Part {} of it is of a file that it doesn't name.", number));
     stored_begs_.insert(place, stored);
     document.parts[index].part_iscue = read.part_iscue;
     document.parts[index].part_gainbeg = read.part_gainbeg;
@@ -230,6 +243,7 @@ class ProjectReader {
   }
 
   std::string_view text_;
+  OpenFault fault_;
   std::vector<SourceFile>* open_sources_ = nullptr;
   int utf8_ = 0;  // the flag as it stands in the text
   std::uint32_t file_beg_ = 0;
@@ -284,7 +298,7 @@ bool is_project_text(std::string_view head) {
 
 std::string project_text(const std::string& folder) { return ProjectWriter(folder).write(); }
 
-bool parse_project(std::string_view text) {
+OpenFault parse_project(std::string_view text) {
   reset_state(ResetLevel::no_name);
   return ProjectReader(text).read();
 }
@@ -293,7 +307,7 @@ bool restore_project(std::string_view text) {
   Document before = std::exchange(document, {});
   const Selection selection_before = std::exchange(selection, {});
   const std::uint8_t vbr_before = stream.vbr;
-  if (ProjectReader(text, before.files).read()) return true;
+  if (ProjectReader(text, before.files).read().cause.empty()) return true;
   for (SourceFile& source : document.files) {
     const auto place = std::ranges::find(before.files, source.file_name, &SourceFile::file_name);
     if (place != before.files.end()) *place = std::move(source);
@@ -313,12 +327,14 @@ std::error_code write_project(const std::string& name) {
   return error;
 }
 
-bool read_project() {
+OpenFault read_project() {
   std::string text;
-  if (read_whole_file(open_state.project_name, largest_project, text)) return false;
-  if (parse_project(text) && !document.parts.empty()) return true;
-  close_all();
-  return false;
+  if (const auto error = read_whole_file(open_state.project_name, largest_project, text))
+    return {.audio = {}, .cause = error.message()};
+  OpenFault fault = parse_project(text);
+  if (fault.cause.empty() && document.parts.empty()) fault.cause = "It names no audio.";
+  if (!fault.cause.empty()) close_all();
+  return fault;
 }
 
 }  // namespace corvelin

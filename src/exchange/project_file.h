@@ -8,6 +8,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "document/file_fault.h"
+
 namespace corvelin {
 
 /// The project text of the document as it stands. Paths in `folder` (with its "/") or below it are
@@ -18,10 +20,10 @@ std::string project_text(const std::string& folder = {});
 /// Builds the document from a project text, into tables that are empty. The first source is probed
 /// afresh; the bounds of the others are those of the text.
 ///
-/// False when a source can't be opened, and when the text describes what no document can be: a file
-/// that isn't there, a range that runs beyond 4 GiB, too many parts. The document then stands as
-/// far as it was built.
-bool parse_project(std::string_view text);
+/// A fault when a source can't be opened, and when the text describes what no document can be: a
+/// file that isn't there, a range that runs beyond 4 GiB, too many parts. The document then stands
+/// as far as it was built.
+OpenFault parse_project(std::string_view text);
 
 /// Takes the open document back to what it was when `project_text` made this text of it. Its
 /// sources stay open and what is known of the stream stays, so that this costs no more than the
@@ -35,7 +37,7 @@ bool restore_project(std::string_view text);
 /// then over it. It then counts as unmodified.
 std::error_code write_project(const std::string& name);
 
-/// Reads `open_state.project_name`. A failure closes the document.
-bool read_project();
+/// Reads `open_state.project_name`. A fault closes the document.
+OpenFault read_project();
 
 }  // namespace corvelin

@@ -1,6 +1,8 @@
 // The tables of source files and parts.
 #include "model/document.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -16,13 +18,18 @@ std::uint64_t document_revision = 0;
 std::uint16_t part_count() { return static_cast<std::uint16_t>(document.parts.size()); }
 std::uint16_t file_count() { return static_cast<std::uint16_t>(document.files.size()); }
 
-std::optional<std::uint16_t> add_source_file(const std::string& name) {
-  if (document.files.size() >= most_files) return std::nullopt;
+std::optional<std::uint16_t> add_source_file(const std::string& name, std::string* cause) {
+  const auto refuse = [cause](std::string text) {
+    if (cause != nullptr) *cause = std::move(text);
+    return std::nullopt;
+  };
+  if (document.files.size() >= most_files)
+    return refuse(fmt::format("A document can have {} files.", most_files));
   const auto known = std::ranges::find(document.files, name, &SourceFile::file_name);
   if (known != document.files.end())
     return static_cast<std::uint16_t>(known - document.files.begin());
   SourceFile file;
-  if (file.handle.open(name)) return std::nullopt;
+  if (const std::error_code error = file.handle.open(name)) return refuse(error.message());
   file.file_name = name;
   document.files.push_back(std::move(file));
   return static_cast<std::uint16_t>(document.files.size() - 1);

@@ -78,8 +78,9 @@ std::uint16_t part_count();
 std::uint16_t file_count();
 
 /// Opens a source file, or finds it in the table by its name (compared with case). Sets neither
-/// `first_audio` nor `audio_end`. Nothing when the table is full or the file can't be opened.
-std::optional<std::uint16_t> add_source_file(const std::string& name);
+/// `first_audio` nor `audio_end`. Nothing when the table is full or the file can't be opened, and
+/// `cause` then says which, in words for the user.
+std::optional<std::uint16_t> add_source_file(const std::string& name, std::string* cause = nullptr);
 
 /// Closes the file with the highest index if no part refers to it.
 void remove_last_source_file();

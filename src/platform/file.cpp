@@ -29,6 +29,8 @@ class FileErrorCategory : public std::error_category {
         return "This file is of another kind and is not written over";
       case FileError::read_only:
         return "This file is write-protected";
+      case FileError::not_regular:
+        return "This is no regular file.";
     }
     return {};
   }
@@ -71,8 +73,8 @@ void copy_attributes(const std::string& from, int to) {
 }
 
 std::error_code not_a_regular_file(const FileFacts& facts) {
-  return std::make_error_code(facts.is_folder ? std::errc::is_a_directory
-                                              : std::errc::invalid_argument);
+  if (facts.is_folder) return std::make_error_code(std::errc::is_a_directory);
+  return FileError::not_regular;
 }
 
 std::size_t read_fully(int descriptor, std::uint64_t offset, std::span<std::uint8_t> bytes,

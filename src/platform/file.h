@@ -21,6 +21,7 @@ enum class FileError {
   in_use,       // another run is about to replace it
   other_kind,   // it holds something else than what was to be written
   read_only,    // its permissions let nobody write to it, or not this user
+  not_regular,  // a pipe, a device or a socket
 };
 
 std::error_code make_error_code(FileError error);

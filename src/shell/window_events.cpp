@@ -9,6 +9,7 @@
 #include "edit/commands.h"
 #include "edit/document_commands.h"
 #include "edit/save_project.h"
+#include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/time_mapping.h"
@@ -32,9 +33,9 @@ BoxAnswer ask_whether_to_append() {
 void open_dropped(std::span<const std::string> names) {
   if (!confirm_discard_changes()) return;
   carry_out(open_change, [names] {
-    const std::size_t count = open_files(names);
-    if (count == 0) return Result::refused;
-    open_state.document_modified = count > 1;
+    const Joined joined = open_files(names);
+    if (joined.count == 0) return Result::refused;
+    open_state.document_modified = names.size() > 1 && joined.count > 1;
     clear_selection();
     seek_to(0);
     return Result::done;

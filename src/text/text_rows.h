@@ -261,6 +261,7 @@ constexpr TextRow number_of_cues = {ext, 71};
 constexpr TextRow nothing_to_fade = {ext, 90};
 constexpr TextRow fade_over_edit_points = {ext, 91};
 constexpr TextRow make_folder = {ext, 92};
+constexpr TextRow also_left_out = {ext, 94};
 constexpr TextRow nothing_to_crop = {ext, 100};
 constexpr TextRow folder_begins_with_slash = {ext, 101};
 constexpr TextRow longest_mask = {ext, 102};

@@ -391,11 +391,12 @@ bool BatchRun::open(BatchResult& result) {
   const std::string path = job_.source_folder + result.name;
   close_all();
   reset_state(ResetLevel::new_stream);
-  if (open_audio_file(path)) {
+  const std::string fault = open_audio_file(path);
+  if (fault.empty()) {
     host().refresh_view(Refresh::all);
     return true;
   }
-  result.reason = one_line(audio_fault(path));
+  result.reason = one_line(fault);
   note(result, ui_text(row::open_failed));
   close_all();
   return false;

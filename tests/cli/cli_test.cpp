@@ -132,6 +132,7 @@ TEST_F(Cli, SaysWhatItDidNotDo) {
   folder.file("text.mp3", std::string(5000, 'x'));
   folder.file("wave.mp3", "RIFF----WAVEfmt " + std::string(5000, '\0'));
   folder.file("adts.mp3", Mp3Builder{}.adts(50, 200).bytes());
+  folder.file("gap.m3u", "a.mp3\ngone.mp3\na.mp3\n");
   folder.file("none.cvp", "[corvlproject]\r\nfile=absent.mp3\r\n");
   folder.file("long", std::string(2 << 20, 'x') + "\nstate\n");
   ::mkfifo(folder.path("pipe.mp3").c_str(), 0666);
@@ -153,6 +154,7 @@ TEST_F(Cli, SaysWhatItDidNotDo) {
       {"noextension", 1, "Unsupported file type.\nNo such file"},
       {"x.mp4", 1, "x.mp4"},
       {"a.mp3 b.mp3 -e state", 1, "b.mp3 was not joined"},
+      {"gap.m3u -o gap.mp3", 1, "gone.mp3 was not joined"},
       {"a.mp3 a.aac", 1, "MP3 / AAC"},
       // The first refusal ends the run, and no switch is run; with --keep-going only the latter.
       {"a.mp3 -e nonsense -e 'save x.mp3' /save", 1, "/save was not run"},

@@ -1,10 +1,15 @@
 // Appending: what fits, what doesn't and why, and the Open command's choice of several files.
 #include "document/append.h"
 
+#include <fmt/format.h>
+
 #include <filesystem>
 
+#include "edit/document_commands.h"
 #include "edit/open_dialog.h"
+#include "edit/undo.h"
 #include "model/cuts.h"
+#include "model/selection.h"
 #include "model/stream_info.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
@@ -60,6 +65,25 @@ TEST_F(Append, TellsWhyAFileDoesNotFit) {
   EXPECT_EQ(take_box(),
             "Not possible: Append failed: Audio parameters do not match.\nSame samplerate, channel "
             "mode,\nMPEG type and CRC needed.\n\nmono.mp3");
+}
+
+TEST_F(Append, SaysWhatIsNoAudioAndLeavesNoTrace) {
+  for (const auto& [name, kind] : {std::pair{"s.cue", "a cue sheet"}, {"p.cvp", "a project"}}) {
+    const std::string path = folder.file(name, frames(30));
+    EXPECT_EQ(append_in_one_step(std::vector{path}).failed, path);
+    EXPECT_EQ(host.boxes.back().cause,
+              fmt::format("This is {}; only audio files can be appended.", kind));
+  }
+  EXPECT_EQ(append_in_one_step(std::vector{folder.path("")}).count, 0U);
+  EXPECT_EQ(host.boxes.back().cause, "This is a folder; only audio files can be appended.");
+  EXPECT_EQ(undo_stack.size() + selection.cursor, 0U);
+
+  folder.file("b.mp3", frames(30));
+  folder.file("c.mp3", frames(30));
+  const std::vector list = {folder.file("l.m3u", "b.mp3\nc.mp3\n")};
+  EXPECT_EQ(append_in_one_step(list).count, 2U);
+  EXPECT_EQ(document.total_size, 80 * length);
+  EXPECT_EQ(undo_stack.size(), 1U);
 }
 
 TEST_F(Append, KeepsBelow4GiB) {
@@ -134,16 +158,17 @@ TEST_F(Append, OpensAllFilesOfAChoiceUntilOneFails) {
   EXPECT_EQ(document.parts.size(), 2U);
   EXPECT_EQ(document.parts[1].part_title, u"2.mp3");
   EXPECT_EQ(host.boxes.size(), 1U);
+  EXPECT_TRUE(host.boxes[0].text.ends_with("\n\n3.mp3\n\nAlso left out: 4.mp3"));
 
   settings.working_dir.clear();
   settings.ffmpeg = "/usr/bin/ffmpeg";
   EXPECT_FALSE(open_file_dialog());  // cancelled
   EXPECT_EQ(host.dialogs[1].path + "1.mp3", folder.path("1.mp3"));
   EXPECT_EQ(host.dialogs[1].types[2].pattern, "*.aac;*.mp4;*.m4a");
-  host.existing_files.assign(100, folder.path(std::string(200, 'x')));
-  EXPECT_FALSE(open_file_dialog());
-  EXPECT_EQ(host.boxes.back().text, "GetOpenFileName: 12291");
-  EXPECT_EQ(document.parts.size(), 2U);
+  const std::string long_name = folder.file(std::string(200, 'x') + ".mp3", frames(30));
+  host.existing_files.assign(100, long_name);
+  EXPECT_TRUE(open_file_dialog());
+  EXPECT_EQ(document.parts.size(), 100U);
 }
 
 }  // namespace

@@ -184,7 +184,7 @@ TEST_F(RecordCommands, EndsAtTheLimitOrGoesOnInANewFile) {
     for (const std::string& file : {name, name + " (2)"}) {
       close_all();
       open_state.project_name = folder.path(file + ".cvp");
-      ASSERT_TRUE(read_project()) << file;
+      ASSERT_EQ(read_project().cause, "") << file;
       ASSERT_EQ(document.parts.size(), 2u);
       EXPECT_EQ(document.parts[1].part_iscue, 1u);
       EXPECT_NEAR(exact_seconds(document.total_size), 60, 0.3) << file;

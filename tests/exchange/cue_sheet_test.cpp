@@ -124,6 +124,10 @@ TEST_F(CueSheet, ReadsWhatOthersWriteAndRefusesWhatIsBroken) {
   EXPECT_FALSE(open_sheet("FILE \"D:\\music\\b.mp3\" MP3\r\n"));
   EXPECT_EQ(take_box(), "File open failed: Project file: " + folder.path("s.cue") +
                             "\n\nAudio file: D:\\music\\b.mp3\n");
+  EXPECT_FALSE(open_sheet(ten + file_line));
+  EXPECT_EQ(host.boxes.back().text, "Project file: " + folder.path("s.cue") + "\n\n");
+  EXPECT_EQ(host.boxes.back().cause,
+            "Line 4: a second FILE; only a sheet of one audio file can be opened.");
 }
 
 TEST_F(CueSheet, FindsAudioByEitherSeparatorAndEncoding) {
@@ -251,7 +255,7 @@ TEST_F(CueSheet, TimesAreExactTimesOfTheEditedStream) {
     document.parts[split_at(row.cue)].part_iscue = 1;
     EXPECT_NE(saved_sheet().find("INDEX 01 " + std::string(row.time) + "\r\n"), std::string::npos);
     open_state.project_name = folder.path("out.cue");
-    EXPECT_TRUE(load_cue_sheet(true));
+    EXPECT_EQ(load_cue_sheet(true).cause, "");
     ASSERT_EQ(part_count(), 2);  // the cues that are there
   }
 }

@@ -69,7 +69,9 @@ TEST_F(ProjectFile, IsWrittenInItsOrderAndComesBackFromAMovedFolder) {
   std::filesystem::remove(other.path("sub ümlaut.mp3"));
   EXPECT_FALSE(open(other.path("p.cvp")));
   EXPECT_TRUE(document.files.empty());
-  EXPECT_EQ(host.boxes.back().text.find("Project file: " + other.path("p.cvp") + "\n\n"), 0U);
+  EXPECT_EQ(host.boxes.back().text, "Project file: " + other.path("p.cvp") +
+                                        "\n\nAudio file: " + other.path("sub ümlaut.mp3") + "\n");
+  EXPECT_EQ(host.boxes.back().cause, "No such file or directory");
 }
 
 TEST_F(ProjectFile, OddFileNamesSurvive) {

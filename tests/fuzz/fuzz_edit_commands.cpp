@@ -41,7 +41,7 @@ struct Sources {
 
 void open(const Sources& sources) {
   reset_state(ResetLevel::start);
-  test::require(open_audio_file(sources.first));
+  test::require(open_audio_file(sources.first).empty());
   const auto size = static_cast<std::uint32_t>(sources.second_bytes.size());
   const auto file = add_source_file(sources.second);
   test::require(file.has_value());
