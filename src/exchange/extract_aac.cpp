@@ -3,15 +3,17 @@
 
 #include <fmt/format.h>
 
+#include <cstdint>
 #include <string>
 #include <utility>
 
+#include "exchange/mp4_boxes.h"
+#include "exchange/save_run.h"
 #include "platform/child_process.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/replacing_file.h"
-#include "platform/system_calls.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
@@ -26,12 +28,13 @@ class ExtractRun : public LongRun {
  public:
   explicit ExtractRun(std::string target) : target_(std::move(target)) {}
 
-  std::error_code begin(const std::string& source, const std::string& written) {
-    written_ = written;
-    // Without "file:" a name such as "concat:a.m4a" would mean something else to the program.
-    return child_.start({settings.ffmpeg, "-nostdin", "-hide_banner", "-loglevel", "error", "-y",
-                         "-i", "file:" + source, "-vn", "-acodec", "copy", "-f", "adts",
-                         "file:" + written_});
+  std::error_code begin(const std::string& source, const OutputFile& written) {
+    // Without "file:" a name such as "concat:a.m4a" would mean something else to the program, and
+    // without the format a text that calls itself an MP4 file could have it read other files.
+    return child_.start(
+        {settings.ffmpeg, "-nostdin", "-hide_banner", "-loglevel", "error", "-xerror", "-f", "mov",
+         "-i", "file:" + source, "-vn", "-acodec", "copy", "-f", "adts", "pipe:1"},
+        written.descriptor());
   }
 
   bool step() override {
@@ -49,12 +52,11 @@ class ExtractRun : public LongRun {
 
   [[nodiscard]] bool is_cancelled() const { return is_cancelled_; }
   [[nodiscard]] bool has_succeeded() const { return child_.has_succeeded(); }
-  [[nodiscard]] std::string_view complaints() const { return child_.complaints(); }
+  [[nodiscard]] std::string complaints() const { return std::string(child_.complaints()); }
 
  private:
   ChildProcess child_;
   std::string target_;
-  std::string written_;
   bool is_cancelled_ = false;
 };
 
@@ -68,46 +70,61 @@ bool may_write(const std::string& target) {
               .default_answer = BoxAnswer::cancel}) == BoxAnswer::ok;
 }
 
-// Puts what was made in the place of its target. Why that can't be, or an empty text.
-std::string take_over(const ExtractRun& run, const std::string& written,
-                      const std::string& target) {
-  if (file_facts(written).size == 0)
-    return run.complaints().empty() ? "No audio track was found." : std::string(run.complaints());
-  if (system_calls.rename(written.c_str(), target.c_str()) == 0) return {};
-  return last_error().message();
+// What the program answered, in words; an empty text when the whole track came out.
+std::string fault_of(const ExtractRun& run, const InputFile& container, std::uint64_t size) {
+  if (!run.has_succeeded())
+    return run.complaints().empty() ? "It ended before its time." : run.complaints();
+  if (size == 0) return run.complaints().empty() ? "No audio track was found." : run.complaints();
+  // Between two frames the program takes the end of the file for the end of the track.
+  return breaks_off(container) ? "The file breaks off in the middle." : std::string();
 }
 
-void report_failure(const std::string& source, const std::string& reason) {
+// Tells a failure, and what is left of the track.
+void report_failure(const std::string& source, std::string reason, const ReplacingFile& left) {
+  if (left.is_unfinished()) reason += fmt::format("\n{} is not whole.", left.written_name());
   show_error(fmt::format("{}\n{}: {}", source, settings.ffmpeg, reason));
+}
+
+// Runs the program to its end. Whether the track is in place then.
+bool extract(const std::string& source, const InputFile& container, const std::string& target,
+             ReplacingFile& track) {
+  std::error_code error =
+      track.begin_marked(target, temporary_mark, ".aac", container.facts_at_open().permissions);
+  ExtractRun run(target);
+  if (!error) error = run.begin(source, track.file);
+  if (error) {
+    track.give_up(LeftBeside::goes);
+    report_failure(source, error.message(), track);
+    return false;
+  }
+  drive(run);
+  const std::uint64_t size = file_facts(track.written_name()).size;
+  if (run.is_cancelled() || size == 0) track.give_up(LeftBeside::goes);
+  if (run.is_cancelled()) return false;
+  std::string fault = fault_of(run, container, size);
+  if (fault.empty()) {
+    error = track.commit();
+    if (!error) return true;
+    fault = error.message();
+  }
+  track.give_up();
+  report_failure(source, fault, track);
+  return false;
 }
 
 }  // namespace
 
 std::optional<std::string> extract_aac(const std::string& source) {
   if (settings.ffmpeg.empty()) return std::nullopt;
-  const std::string target = with_extension(source, ".aac");
-  if (!may_write(target)) return std::nullopt;
-
-  // What is there already is lost only where something came of it.
-  const std::string written = name_beside(behind_links(target));
-  ExtractRun run(target);
-  if (const std::error_code error = run.begin(source, written)) {
-    report_failure(source, error.message());
+  ReplacingFile track;
+  InputFile container;
+  if (const std::error_code error = container.open(source)) {
+    report_failure(source, error.message(), track);
     return std::nullopt;
   }
-  drive(run);
-  const std::string fault = run.is_cancelled() ? "" : take_over(run, written, behind_links(target));
-  if (!run.is_cancelled() && fault.empty()) {
-    // On a full disk the program may complain and end as if all were well.
-    if (!run.has_succeeded() || !run.complaints().empty())
-      report_failure(source,
-                     fmt::format("{} {} whole: {}", target,
-                                 run.has_succeeded() ? "may not be" : "is not", run.complaints()));
-    return target;
-  }
-  remove_file(written);
-  if (!run.is_cancelled()) report_failure(source, fault);
-  return std::nullopt;
+  std::string target = with_extension(source, ".aac");
+  if (!may_write(target) || !extract(source, container, target, track)) return std::nullopt;
+  return target;
 }
 
 }  // namespace corvelin

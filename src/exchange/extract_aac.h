@@ -12,7 +12,8 @@ namespace corvelin {
 /// song.aac. A file of that name is replaced if the user wants that.
 ///
 /// Nothing, and silent, without a program in the settings and where the user thought better of it;
-/// nothing and a box when the program can't be started or makes no file.
+/// nothing and a box when not all of the track came out. What did is left beside the name then,
+/// song.aac.~~~.aac, and a file of that name stands as it was.
 std::optional<std::string> extract_aac(const std::string& source);
 
 }  // namespace corvelin

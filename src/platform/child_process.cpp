@@ -40,10 +40,14 @@ class ChildGroup {
 // What a child has in the place of the three standard streams.
 class ChildStreams {
  public:
-  explicit ChildStreams(int errors) {
+  ChildStreams(int output, int errors) {
     ::posix_spawn_file_actions_init(&actions_);
     ::posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    ::posix_spawn_file_actions_addopen(&actions_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    if (output < 0) {
+      ::posix_spawn_file_actions_addopen(&actions_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    } else {
+      ::posix_spawn_file_actions_adddup2(&actions_, output, STDOUT_FILENO);
+    }
     ::posix_spawn_file_actions_adddup2(&actions_, errors, STDERR_FILENO);
   }
   ChildStreams(const ChildStreams&) = delete;
@@ -58,7 +62,7 @@ class ChildStreams {
 
 }  // namespace
 
-std::error_code ChildProcess::start(const std::vector<std::string>& words) {
+std::error_code ChildProcess::start(const std::vector<std::string>& words, int output) {
   kill();
   complaints_.clear();
   status_ = 0;
@@ -71,7 +75,7 @@ std::error_code ChildProcess::start(const std::vector<std::string>& words) {
   arguments.reserve(words.size() + 1);
   for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
   arguments.push_back(nullptr);
-  const ChildStreams streams(writing.get());
+  const ChildStreams streams(output, writing.get());
   const ChildGroup group;
   pid_t process = 0;
   const int error =

@@ -1,6 +1,6 @@
 // A program that works for this one: started without a shell, waited for, and ended when it is not
-// wanted any more. It reads nothing, what it prints is thrown away, and the end of what it
-// complains about is kept.
+// wanted any more. It reads nothing, what it prints goes where its caller says, or nowhere, and the
+// end of what it complains about is kept.
 #pragma once
 
 #include <string>
@@ -20,8 +20,9 @@ class ChildProcess {
   ~ChildProcess() { kill(); }
 
   /// Starts the program `words[0]`, looked up on the user's path, with the other words as its
-  /// arguments, each as it stands. An error when it can't be started.
-  std::error_code start(const std::vector<std::string>& words);
+  /// arguments, each as it stands. What it prints goes to the descriptor `output`, if that is one.
+  /// An error when it can't be started.
+  std::error_code start(const std::vector<std::string>& words, int output = -1);
 
   /// Waits up to so many milliseconds for the end. Returns whether the program still runs.
   bool wait(int milliseconds);

@@ -139,6 +139,9 @@ class OutputFile {
   [[nodiscard]] bool is_open() const { return handle_.is_open(); }
   [[nodiscard]] std::uint64_t size() const { return size_; }  // bytes written by `write` so far
 
+  /// For a child process that writes the file.
+  [[nodiscard]] int descriptor() const { return handle_.get(); }
+
  private:
   std::error_code give_back_reserve();
 
