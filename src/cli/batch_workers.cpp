@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -80,6 +81,7 @@ ssize_t receive_packet(int socket, void* bytes, std::size_t size) {
   return received;
 }
 
+constexpr int out_of_memory = 2;                                // the status of a worker
 constexpr std::size_t longest_packet = std::size_t{64} * 1024;  // bytes
 
 std::string receive_packet(int socket) {
@@ -115,7 +117,11 @@ class Worker {
     process_ = ::fork();
     if (process_ == 0) {
       our_end = FileHandle();
-      work(its_end.get());
+      try {
+        work(its_end.get());
+      } catch (const std::bad_alloc&) {
+        ::_exit(out_of_memory);
+      }
       ::_exit(0);
     }
     if (process_ > 0) socket_ = std::move(our_end);
@@ -142,6 +148,8 @@ class Worker {
     while (::waitpid(process_, &status, 0) < 0 && errno == EINTR) {
     }
     process_ = 0;
+    if (WIFEXITED(status) && WEXITSTATUS(status) == out_of_memory)
+      return "there is not enough memory for it";
     return WIFSIGNALED(status) ? fmt::format("the process that worked on it ended: {}",
                                              ::strsignal(WTERMSIG(status)))
                                : "the process that worked on it ended without an answer";

@@ -1,5 +1,7 @@
 // The entry of corvelin-cli.
 #include <csignal>
+#include <cstdio>
+#include <new>
 
 #include "cli/headless_run.h"
 #include "platform/interruption.h"
@@ -10,5 +12,10 @@ int main(int argc, char** argv) {
   corvelin::catch_interruptions();
   // A file that hits a size limit is a failed write with a message, not the end of the process.
   std::signal(SIGXFSZ, SIG_IGN);
-  return corvelin::run_headless(argc, argv);
+  try {
+    return corvelin::run_headless(argc, argv);
+  } catch (const std::bad_alloc&) {
+    std::fputs("corvelin-cli: There is not enough memory for that.\n", stderr);
+    return 1;
+  }
 }

@@ -15,6 +15,7 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -44,6 +45,7 @@
 #include "settings/settings_file.h"
 #include "settings/settings_storage.h"
 #include "shell/start_up.h"
+#include "text/boxes.h"
 #include "text/language_list.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
@@ -249,6 +251,22 @@ void hear_toolkit(QtMsgType type, const QMessageLogContext&, const QString& text
   fmt::print(stderr, "corvelin: {}\n", as_utf8(text));
 }
 
+// What takes more memory than there is leaves the document as far as it came, and its undo step.
+// Edits are worth more than the end that the toolkit would make.
+class Application : public QApplication {
+ public:
+  using QApplication::QApplication;
+
+  bool notify(QObject* receiver, QEvent* event) override {
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (const std::bad_alloc&) {
+      show_error(std::string(ui_text(row::no_memory)));
+      return true;
+    }
+  }
+};
+
 }  // namespace
 
 int run_desktop(int argc, char** argv) {
@@ -267,7 +285,7 @@ int run_desktop(int argc, char** argv) {
   }
   if (!has_display()) end_without_display("there is no display");
   const QtMessageHandler usual = qInstallMessageHandler(hear_toolkit);
-  QApplication application(argc, argv);
+  const Application application(argc, argv);
   qInstallMessageHandler(usual);
   if (QFontInfo(QApplication::font()).family().isEmpty())
     fmt::print(stderr, "corvelin: no fonts are installed, so no text can be shown\n");

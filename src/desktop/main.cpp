@@ -1,5 +1,7 @@
 // The entry of corvelin.
 #include <csignal>
+#include <cstdio>
+#include <new>
 
 #include "desktop/desktop_run.h"
 #include "platform/standard_descriptors.h"
@@ -8,5 +10,10 @@ int main(int argc, char** argv) {
   corvelin::fill_standard_descriptors();
   // A file that hits a size limit is a failed write with a message, not the end of the process.
   std::signal(SIGXFSZ, SIG_IGN);
-  return corvelin::run_desktop(argc, argv);
+  try {
+    return corvelin::run_desktop(argc, argv);
+  } catch (const std::bad_alloc&) {
+    std::fputs("corvelin: There is not enough memory.\n", stderr);
+    return 1;
+  }
 }
