@@ -20,6 +20,7 @@
 #include "platform/numbers.h"
 #include "platform/wave_device.h"
 #include "settings/settings.h"
+#include "text/boxes.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
 
@@ -34,6 +35,8 @@ std::array<WaveHeader, ring_count> wave_header;
 std::vector<std::int16_t> fast_play_block;
 std::deque<WaveHeader*> idle_headers;  // those that the device doesn't have
 bool end_is_queued = false;            // the device has the last of all buffers
+EditPosition lowest_place = 0;         // from which on was played
+std::string fault_before;              // of the sources, when the play began
 
 WaveOutput keep_alive_out;
 
@@ -160,6 +163,21 @@ void turn_ring() {
 
 void end_playback(PlayEnd how);
 
+// The reader takes a failing disk, or a file that was cut off, for the end of the audio.
+std::string fault_of_sources() {
+  std::string fault = read_fault();
+  return fault == fault_before ? shrunk_source(lowest_place, playback.end_limit) : fault;
+}
+
+void run_out() {
+  const std::string fault = fault_of_sources();
+  end_playback(PlayEnd::ran_out);
+  if (fault.empty()) return;
+  playback.ended_by = PlayEnd::cut_off;
+  host().refresh_view(Refresh::playing);
+  show_error(fault);
+}
+
 void buffer_returned(WaveHeader& header) {
   idle_headers.push_back(&header);
   if (header.was_played) {
@@ -170,7 +188,7 @@ void buffer_returned(WaveHeader& header) {
   if (playback.stops_at_buffer) {
     end_playback(PlayEnd::stopped);
   } else if (header.was_played && header.is_end) {
-    end_playback(PlayEnd::ran_out);
+    run_out();
   } else {
     turn_ring();
   }
@@ -228,7 +246,8 @@ bool open_session() {
 }
 
 void start_ring() {
-  playback.played_pos = selection.cursor;
+  playback.played_pos = lowest_place = selection.cursor;
+  fault_before = read_fault();
   end_is_queued = false;
   idle_headers.clear();
   for (WaveHeader& header : wave_header) idle_headers.push_back(&header);
@@ -303,6 +322,7 @@ void seek_to(EditPosition pos) {
     end_is_queued = false;
   }
   move_cursor(pos);
+  lowest_place = std::min(lowest_place, selection.cursor);
   playback.played_pos = selection.cursor;
 }
 

@@ -27,6 +27,7 @@ enum class PlayEnd : std::uint8_t {
   ran_out,  // all was heard
   stopped,  // by the user, by a command, or as there is nothing to decode with any more
   lost,     // the device is gone
+  cut_off,  // a source could not be read to its end, which the user has been told
 };
 
 struct Playback {

@@ -47,6 +47,8 @@ Refusal reason_of_end() {
       return "nothing was played";
     case PlayEnd::lost:
       return "the play broke off: the output device is gone";
+    case PlayEnd::cut_off:
+      return "the play broke off: not all of the audio could be read";
     case PlayEnd::ran_out:
     case PlayEnd::stopped:
       break;

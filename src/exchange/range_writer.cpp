@@ -89,18 +89,7 @@ std::error_code RangeWriter::write_id3v2() {
 
 std::string RangeWriter::source_fault() const {
   std::string fault = read_fault();
-  if (!fault.empty()) return fault;
-  for (const Part& part : document.parts) {
-    const bool is_outside =
-        part.part_beg >= range_.end || part.part_beg + part.part_size <= range_.begin;
-    if (is_outside) continue;
-    const SourceFile& file = document.files[part.part_file];
-    const std::uint64_t copied_to =
-        std::uint64_t{part.part_filepos} + std::min(range_.end - part.part_beg, part.part_size);
-    if (file.handle.facts().size < std::min<std::uint64_t>(copied_to, file.audio_end))
-      return file.file_name + "\nThis file has become shorter since it was first opened.";
-  }
-  return {};
+  return fault.empty() ? shrunk_source(range_.begin, range_.end) : fault;
 }
 
 int RangeWriter::percent_done() const {

@@ -9,6 +9,8 @@
 #include "model/stream_info.h"
 #include "platform/path.h"
 #include "platform/text.h"
+#include "text/text_rows.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -55,6 +57,18 @@ std::string read_fault() {
   for (const SourceFile& file : document.files)
     if (const std::error_code error = file.handle.read_error())
       return file.file_name + "\n" + error.message();
+  return {};
+}
+
+std::string shrunk_source(EditPosition begin, EditPosition end) {
+  for (const Part& part : document.parts) {
+    if (part.part_beg >= end || part.part_beg + part.part_size <= begin) continue;
+    const SourceFile& file = document.files[part.part_file];
+    const std::uint64_t used_to =
+        std::uint64_t{part.part_filepos} + std::min(end - part.part_beg, part.part_size);
+    if (file.handle.facts().size < std::min<std::uint64_t>(used_to, file.audio_end))
+      return format_row(ui_text(row::file_is_shorter), file.file_name);
+  }
   return {};
 }
 

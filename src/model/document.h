@@ -96,6 +96,10 @@ std::uint32_t permissions_of_sources();
 /// writes something made of it tells the user, or doesn't write at all.
 std::string read_fault();
 
+/// The source of what lies from `begin` up to `end` that has become shorter since it was opened, so
+/// that not all of it can be read, and that word, on two lines. Empty when all is there.
+std::string shrunk_source(EditPosition begin, EditPosition end);
+
 /// Puts a new part in front of the first one that begins at or behind `pos`. It has no gain, cue or
 /// texts. `no_part` when the file isn't there or the table is full.
 PartIndex add_part(EditPosition pos, std::uint16_t file, std::uint32_t file_pos,

@@ -2,8 +2,11 @@
 // and where the cursor is meanwhile and afterwards.
 #include "audio/playback.h"
 
+#include <fmt/format.h>
+
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <functional>
 
 #include "audio/decoder_bridge.h"
@@ -325,6 +328,24 @@ TEST_F(PlaybackTest, ADeviceThatIsGoneEndsThePlayWithAMessage) {
   device.is_lost = false;
   play();
   EXPECT_TRUE(playback.is_playing);
+}
+
+TEST_F(PlaybackTest, TellsOfASourceThatHasBecomeShorter) {
+  const std::string name = folder.path("a.mp3");
+  std::filesystem::copy_file(std::string(CORVELIN_SAMPLES "/") + "cbr128.mp3", name);
+  ASSERT_TRUE(open(name));
+  seek_to(begins[200]);
+  std::filesystem::resize_file(name, begins[300]);
+  play();
+  play_to_end();
+  EXPECT_EQ(playback.ended_by, PlayEnd::cut_off);
+  EXPECT_EQ(take_box(), fmt::format("Error: {}\n{}", name,
+                                    "This file has become shorter since it was first opened."));
+  selection.sel_beg = begins[100];  // up to there all is whole
+  selection.sel_end = begins[290];
+  request_prelisten(prelisten_to_begin);
+  play_to_end();
+  EXPECT_EQ(playback.ended_by, PlayEnd::ran_out);
 }
 
 TEST_F(PlaybackTest, StopsBeforeTheDocumentGoes) {
