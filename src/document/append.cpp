@@ -79,16 +79,23 @@ struct Detail {
   std::string cause;  // of a file that could not be opened or read
 };
 
+// Nothing when there is but a header and half a frame.
+std::optional<AudioBounds> bounds_of(const InputFile& file, std::uint32_t size,
+                                     std::uint32_t first_frame) {
+  StreamInfo own = {.audio_end = size};  // what its header says means nothing to the stream
+  const AudioBounds bounds = {
+      .begin = stream.is_aac != 0 ? first_frame : read_vbr_header(file, first_frame, own),
+      .end = end_of_audio(file, size)};
+  return bounds.begin < bounds.end ? std::optional(bounds) : std::nullopt;
+}
+
 // A source that is open already keeps its bounds, which its parts and earlier states count on.
 bool find_bounds(SourceFile& file, std::uint32_t size, std::uint32_t first_frame) {
   if (file.audio_end != 0) return true;
-  StreamInfo own = {.audio_end = size};  // what its header says means nothing to the stream
-  const std::uint32_t begin =
-      stream.is_aac != 0 ? first_frame : read_vbr_header(file.handle, first_frame, own);
-  const std::uint32_t end = end_of_audio(file.handle, size);
-  if (begin >= end) return false;  // nothing but a header and half a frame
-  file.first_audio = begin;
-  file.audio_end = end;
+  const auto bounds = bounds_of(file.handle, size, first_frame);
+  if (!bounds) return false;
+  file.first_audio = bounds->begin;
+  file.audio_end = bounds->end;
   return true;
 }
 
@@ -186,6 +193,15 @@ std::string names_of(std::span<const std::string> paths) {
 }
 
 }  // namespace
+
+std::optional<AudioBounds> find_audio_to_append(const InputFile& file) {
+  const std::uint64_t size = file.facts().size;
+  FoundFrame first;
+  if (size < smallest_file || size > largest_file ||
+      find_fitting_frame(file, first) != AppendResult::appended)
+    return std::nullopt;
+  return bounds_of(file, static_cast<std::uint32_t>(size), first.at);
+}
 
 AppendResult append_file(const std::string& name) {
   Detail detail;

@@ -4,9 +4,13 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <vector>
+
+#include "platform/file.h"
 
 namespace corvelin {
 
@@ -22,6 +26,16 @@ enum class AppendResult {
   too_large = 8,  // the stream would be longer than 4 GiB
   no_audio = 9,   // a folder, a project, a list
 };
+
+/// Where the audio of a file lies: file offsets of its first byte and behind its last one.
+struct AudioBounds {
+  std::uint32_t begin = 0;
+  std::uint32_t end = 0;
+};
+
+/// The bounds that a file would be appended with. Nothing when it has no frames of the stream's
+/// kind. An APE tag in front of the ID3v1 tag counts as audio.
+std::optional<AudioBounds> find_audio_to_append(const InputFile& file);
 
 /// Appends a file to the open document, without a message. A failure leaves the document as it was,
 /// except that the file stays in the table of files when it was `table_full` that failed.

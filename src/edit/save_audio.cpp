@@ -9,6 +9,7 @@
 
 #include "document/close_all.h"
 #include "document/open_state.h"
+#include "exchange/changed_sources.h"
 #include "exchange/save_run.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
@@ -82,6 +83,7 @@ struct SaveWish {
 
 SaveOutcome run_save(const std::string& name, const SaveWish& wish,
                      std::optional<std::uint16_t> replaced) {
+  if (!may_save_from_sources(replaced)) return SaveOutcome::not_started;
   open_state.save_name = name;
   SaveRun run(name, wish.range, replaced, wish.mode);
   if (run.begin()) drive(run);

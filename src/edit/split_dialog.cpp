@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "document/open_state.h"
+#include "exchange/changed_sources.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/path.h"
@@ -54,7 +55,7 @@ bool SplitDialog::accept() {
   cancel();
   if (folder.find('/') == std::string::npos) return false;
   if (!folder.ends_with('/')) folder += '/';
-  if (!make_missing_folder(folder)) return false;
+  if (!may_save_from_sources() || !make_missing_folder(folder)) return false;
   open_state.split_dest_folder = folder;
   run = std::make_unique<SplitRun>(folder, first_number);
   return true;

@@ -10,17 +10,23 @@
 #include <vector>
 
 #include "audio/playback.h"
+#include "document/append.h"
 #include "document/close_all.h"
 #include "document/open_audio_file.h"
 #include "document/open_state.h"
+#include "document/tag_bounds.h"
+#include "exchange/changed_sources.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "platform/file.h"
+#include "platform/host.h"
 #include "platform/path.h"
 #include "platform/replacing_file.h"
 #include "platform/text.h"
+#include "text/text_rows.h"
+#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -119,6 +125,9 @@ class ProjectReader {
     return fault_;
   }
 
+  /// The sources whose audio lies elsewhere than in the text, in lines: their parts were moved.
+  [[nodiscard]] const std::string& moved() const { return moved_; }
+
  private:
   using Action = bool (*)(ProjectReader& reader, std::string_view value);
   struct Key {
@@ -168,12 +177,17 @@ class ProjectReader {
     return document.files.empty() ? open_first(name) : add_file(name);
   }
 
-  // The first source is probed afresh: it may have changed. Its parts are those of the text.
+  // The first source is probed afresh: it may have changed. Its parts are those of the text. What
+  // is appended or pasted may count an APE tag as audio.
   bool open_first(const std::string& name) {
     std::string cause = open_audio_file(name);
     if (!cause.empty()) return fail(std::move(cause), name);
     document.parts.clear();
     recompute_total();
+    SourceFile& file = document.files[0];
+    if (file_end_ != 0)
+      compare_bounds(file, {{file.first_audio, file.audio_end},
+                            {file.first_audio, file.audio_end + stream.ape_size}});
     return true;
   }
 
@@ -186,9 +200,37 @@ class ProjectReader {
     const auto index = add_source_file(name, &cause);
     if (!index) return fail(std::move(cause), name);
     if (*index < known) return true;
-    document.files[*index].first_audio = file_beg_;
-    document.files[*index].audio_end = file_end_;
+    SourceFile& file = document.files[*index];
+    compare_bounds(file, bounds_now(file.handle));
+    file.first_audio = static_cast<std::uint32_t>(file_beg_ + shift_of(*index));
+    file.audio_end = static_cast<std::uint32_t>(file_end_ + shift_of(*index));
     return true;
+  }
+
+  // Where the audio of a source lies now, as it would be appended, and as it would be opened first.
+  static std::vector<AudioBounds> bounds_now(const InputFile& file) {
+    const auto bounds = find_audio_to_append(file);
+    if (!bounds) return {};
+    return {*bounds, {bounds->begin, bounds->end - ape_tag_size(file, bounds->end)}};
+  }
+
+  // The parts go by the bounds that the source had when the text was made. Where as much audio as
+  // then begins elsewhere, the tag in front of it has another length, and the parts go along.
+  void compare_bounds(SourceFile& file, const std::vector<AudioBounds>& now) {
+    const auto has_length = [&](const AudioBounds& bounds) {
+      return bounds.end - bounds.begin == file_end_ - file_beg_;
+    };
+    const auto found = std::ranges::find_if(now, has_length);
+    file.is_unlike_project = found == now.end();
+    if (file.is_unlike_project) return;
+    shifts_.resize(document.files.size());
+    shifts_.back() = std::int64_t{found->begin} - file_beg_;
+    if (shifts_.back() != 0) moved_ += (moved_.empty() ? "" : "\n") + file.file_name;
+  }
+
+  // Bytes by which the audio of a source lies behind its place in the text.
+  [[nodiscard]] std::int64_t shift_of(std::uint16_t file) const {
+    return file < shifts_.size() ? shifts_[file] : 0;
   }
 
   // An open source keeps all that is known of it. One that was closed meanwhile is opened again.
@@ -208,10 +250,13 @@ class ProjectReader {
   // Closes a part's record. Parts are sorted by the value; where they lie follows from their sizes.
   bool read_part_beg(std::string_view value) {
     const Part read = std::exchange(part_, {});
-    const std::uint64_t file_end = std::uint64_t{read.part_filepos} + read.part_size;
+    const std::int64_t file_beg = read.part_filepos + shift_of(read.part_file);
+    const std::int64_t file_end = file_beg + read.part_size;
     const std::size_t number = document.parts.size() + 1;
     if (read.part_size == 0) return fail(fmt::format("Part {} of it is empty.", number));
-    if (file_end > largest_file || !has_room_for(read.part_size))
+    if (file_beg < 0)
+      return fail(fmt::format("Part {} of it begins in front of its file.", number));
+    if (file_end > std::int64_t{largest_file} || !has_room_for(read.part_size))
       return fail(fmt::format("Part {} of it runs beyond 4 GB.", number));
     const auto stored = static_cast<EditPosition>(leading_number(value));
     const auto place = std::ranges::find_if(
@@ -220,7 +265,8 @@ class ProjectReader {
     const EditPosition pos =
         is_last ? document.total_size
                 : document.parts[static_cast<std::size_t>(place - stored_begs_.begin())].part_beg;
-    const PartIndex index = add_part(pos, read.part_file, read.part_filepos, read.part_size);
+    const PartIndex index =
+        add_part(pos, read.part_file, static_cast<std::uint32_t>(file_beg), read.part_size);
     if (index == no_part)
       return fail(number > most_parts
                       ? fmt::format("It has more than {} parts.", most_parts)
@@ -250,6 +296,8 @@ class ProjectReader {
   std::uint32_t file_end_ = 0;
   Part part_;                              // the record being read
   std::vector<EditPosition> stored_begs_;  // of the parts read so far, in their order
+  std::vector<std::int64_t> shifts_;       // of the sources, as far as one has a shift
+  std::string moved_;                      // their names, in lines
 };
 
 // The names of a part wait in the selection's record until the part is there.
@@ -289,6 +337,18 @@ std::span<const ProjectReader::Key> ProjectReader::keys() {
   return table;
 }
 
+// Who edits on should know now, and not at the save alone.
+void tell_of_sources(const std::string& moved) {
+  const auto tell = [](BoxIcon icon, std::string text) {
+    host().show_message_box({.caption = std::string(ui_text(row::project_file)),
+                             .text = std::move(text),
+                             .icon = icon});
+  };
+  if (!moved.empty()) tell(BoxIcon::information, format_row(ui_text(row::borders_moved), moved));
+  const std::string changes = changes_of_sources();
+  if (!changes.empty()) tell(BoxIcon::warning, changes);
+}
+
 bool is_project_text(std::string_view head) {
   if (head.starts_with(utf8_mark)) head.remove_prefix(utf8_mark.size());
   return head.starts_with(header);
@@ -300,7 +360,10 @@ std::string project_text(const std::string& folder) { return ProjectWriter(folde
 
 OpenFault parse_project(std::string_view text) {
   reset_state(ResetLevel::no_name);
-  return ProjectReader(text).read();
+  ProjectReader reader(text);
+  OpenFault fault = reader.read();
+  if (fault.cause.empty()) tell_of_sources(reader.moved());
+  return fault;
 }
 
 bool restore_project(std::string_view text) {

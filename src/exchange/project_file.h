@@ -20,6 +20,9 @@ std::string project_text(const std::string& folder = {});
 /// Builds the document from a project text, into tables that are empty. The first source is probed
 /// afresh; the bounds of the others are those of the text.
 ///
+/// Where but the tag in front of a source's audio has another length since the text was made, the
+/// parts and bounds are moved along. That, and a source with other audio, is told in a box.
+///
 /// A fault when a source can't be opened, and when the text describes what no document can be: a
 /// file that isn't there, a range that runs beyond 4 GiB, too many parts. The document then stands
 /// as far as it was built.

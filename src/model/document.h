@@ -50,9 +50,10 @@ struct Part {
 struct SourceFile {
   InputFile handle;
   std::string file_name;
-  std::uint32_t first_audio = 0;  // file offset of the first audio frame
-  std::uint32_t audio_end = 0;    // file offset behind the last audio byte
-  FrameIndex index;               // of the audio, once a time was asked for
+  std::uint32_t first_audio = 0;   // file offset of the first audio frame
+  std::uint32_t audio_end = 0;     // file offset behind the last audio byte
+  FrameIndex index;                // of the audio, once a time was asked for
+  bool is_unlike_project = false;  // other audio than when the project of the parts was made
 };
 
 /// Between any two operations the parts lie without a gap (`part_beg` of the first is 0, of each

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "document/open_state.h"
+#include "exchange/changed_sources.h"
 #include "exchange/split_save.h"
 #include "model/document.h"
 #include "platform/file.h"
@@ -42,7 +43,7 @@ SaveOutcome save_unattended(bool overwrite) {
 }
 
 SaveOutcome split_unattended(const std::string& folder) {
-  if (document.parts.empty()) return SaveOutcome::not_started;
+  if (document.parts.empty() || !may_save_from_sources()) return SaveOutcome::not_started;
   std::string& target = open_state.split_dest_folder;
   target =
       folder.empty() ? std::string(folder_of(open_state.audio_name)) : in_current_folder(folder);

@@ -1,7 +1,9 @@
 // Projects: the text to the letter, the way back, and texts that lie.
 #include "exchange/project_file.h"
 
+#include "document/append.h"
 #include "edit/save_project.h"
+#include "exchange/changed_sources.h"
 #include "model/stream_info.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
@@ -160,6 +162,27 @@ TEST_F(ProjectFile, CutOffAtEveryByteItIsStillSound) {
     expect_sound_document();
   }
   EXPECT_GT(opened, 100U);
+}
+
+TEST_F(ProjectFile, MovesBordersAlongWithATagInFront) {
+  ASSERT_TRUE(append_file(folder.file("b.mp3", frames(50))) == AppendResult::appended);
+  ASSERT_FALSE(write_project(open_state.project_name));
+  const auto with_tag = [](int count) {
+    return Mp3Builder{}.id3v2(std::string(4000, ' ')).frames(count).bytes();
+  };
+  const auto open_with_changed = [&](const char* name, const Bytes& bytes) {
+    folder.file(name, bytes);
+    EXPECT_TRUE(open(folder.path("p.cvp"))) << name;
+    return std::pair{document.parts[0].part_filepos, document.parts[1].part_filepos};
+  };
+  EXPECT_EQ(open_with_changed("a.mp3", with_tag(100)), (std::pair{4010U, 0U}));
+  EXPECT_EQ(open_with_changed("b.mp3", with_tag(50)), (std::pair{4010U, 4010U}));
+  EXPECT_NE(take_box().find("moved along"), std::string::npos);
+  EXPECT_TRUE(may_save_from_sources());
+  // Other audio leaves them where they are, which is told and asked about.
+  EXPECT_EQ(open_with_changed("b.mp3", with_tag(49)), (std::pair{4010U, 0U}));
+  EXPECT_NE(take_box().find("not the one"), std::string::npos);
+  EXPECT_FALSE(may_save_from_sources());
 }
 
 TEST_F(ProjectFile, SaveCommandGoesByTheExtension) {

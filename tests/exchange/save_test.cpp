@@ -450,6 +450,7 @@ TEST_F(SaveTest, TellsHowMuchOfTheStreamIsMissing) {
 TEST_F(SaveTest, DoesNotTakeAShrunkenSourceForAWholeOne) {
   ASSERT_TRUE(open("a.mp3", hundred_));
   std::filesystem::resize_file(folder.path("a.mp3"), 50 * length);
+  host.answers.assign(9, BoxAnswer::yes);  // to save although it was written to
   set_sel_begin(10 * length);
   set_sel_end(50 * length);
   host.new_files = {folder.path("whole.mp3")};
@@ -471,6 +472,23 @@ TEST_F(SaveTest, DoesNotTakeAShrunkenSourceForAWholeOne) {
   folder.file("c.mp3", "old");
   EXPECT_EQ(save_as("c.mp3"), SaveOutcome::failed);
   EXPECT_EQ(read_text(folder.path("c.mp3")), "old");
+}
+
+TEST_F(SaveTest, AsksBeforeItSavesFromASourceThatChanged) {
+  const Bytes tagged = Mp3Builder{}.id3v2(title_frame).raw(hundred_).bytes();
+  for (const bool is_new_file : {false, true}) {
+    ASSERT_TRUE(open("a.mp3", hundred_));
+    if (is_new_file) std::filesystem::rename(folder.path("a.mp3"), folder.path("old.mp3"));
+    folder.file("a.mp3", tagged);
+    EXPECT_EQ(save_as("b.mp3"), SaveOutcome::not_started);
+    EXPECT_EQ(split_unattended(folder.path("")), SaveOutcome::not_started);
+    EXPECT_NE(take_box().find(is_new_file ? "put another file" : "wrote to this file"),
+              std::string::npos);
+    EXPECT_FALSE(file_facts(folder.path("b.mp3")).found);
+  }
+  host.answers = {BoxAnswer::yes};
+  EXPECT_EQ(save_as("b.mp3"), SaveOutcome::saved);
+  EXPECT_EQ(saved("b.mp3"), hundred_);
 }
 
 TEST_F(SaveTest, TellsWhatATargetLacks) {
