@@ -347,8 +347,10 @@ bool user_agrees(std::string text) {
 void uninstall_settings(ConfigDialog&, std::int64_t) {
   const std::string folder(folder_of(settings_path));
   if (!user_agrees(fmt::format("{}\n{}", ui_text(row::really_delete_settings), folder))) return;
-  if (!remove_user_settings())
-    return show_error(std::string(ui_text(row::could_not_remove_settings)));
+  if (const std::error_code error = remove_user_settings()) {
+    return show_error(fmt::format("{}\n{}\n{}", ui_text(row::could_not_remove_settings), folder,
+                                  error.message()));
+  }
   if (user_agrees(std::string(ui_text(row::settings_removed))))
     open_for_user(std::string(folder_of(program_path())));
 }

@@ -55,8 +55,9 @@ void focus_selection_field() { host().enter_field(StatusField::range); }
 void debug_window() { host().show_debug_window(); }
 
 Outcome new_window() {
-  if (const std::error_code error = start_program({program_path()}))
-    return {Result::refused, error_box(error.message())};
+  const std::string path = program_path();
+  if (const std::error_code error = start_program({path}))
+    return {Result::refused, error_box(fmt::format("{}\n{}", path, error.message()))};
   return Result::done;
 }
 

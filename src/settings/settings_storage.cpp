@@ -10,6 +10,8 @@ namespace corvelin {
 
 namespace {
 
+constexpr const char* settings_name = "/Corvelin.ini";
+
 std::string user_settings_folder() {
   const std::string folder = configuration_folder();
   return folder.empty() ? folder : folder + "/Corvelin";
@@ -25,7 +27,7 @@ std::optional<std::string> user_settings_path(bool create) {
   if (folder.empty()) return std::nullopt;
   if (create) create_folders(folder);  // a failure shows in the next line
   if (!can_enter_folder(folder)) return std::nullopt;
-  return folder + "/Corvelin.ini";
+  return folder + settings_name;
 }
 
 std::string local_settings_path() { return with_extension(program_path(), ".ini"); }
@@ -69,12 +71,14 @@ std::error_code store_settings() {
   return write_settings(*path);
 }
 
-bool remove_user_settings() {
-  if (settings_storage != SettingsStorage::user_profile) return false;
-  const auto path = user_settings_path(false);
-  if (!path || remove_file(*path) || remove_folder(user_settings_folder())) return false;
+std::error_code remove_user_settings() {
+  if (settings_storage != SettingsStorage::user_profile)
+    return std::make_error_code(std::errc::no_such_file_or_directory);
+  const std::string folder = user_settings_folder();
+  if (const std::error_code error = remove_file(folder + settings_name)) return error;
+  if (const std::error_code error = remove_folder(folder)) return error;
   settings_storage = SettingsStorage::removed;
-  return true;
+  return {};
 }
 
 }  // namespace corvelin

@@ -43,8 +43,8 @@ std::string choose_settings_file(bool local_run);
 /// Writes the settings where the storage says.
 std::error_code store_settings();
 
-/// Removes the settings of the user's profile, after which nothing is written. Only in that
-/// storage.
-bool remove_user_settings();
+/// Removes the settings of the user's profile and their folder, after which nothing is written.
+/// Only in that storage. An error when either stays.
+std::error_code remove_user_settings();
 
 }  // namespace corvelin

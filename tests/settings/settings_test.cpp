@@ -243,7 +243,11 @@ TEST_F(SettingsStorageTest, ChoosesAndKeepsToItsPlace) {
   system_calls = original_system_calls;
   EXPECT_EQ(settings_storage, SettingsStorage::user_profile);
   EXPECT_EQ(read_text(profile), format_settings());
-  ASSERT_TRUE(remove_user_settings());
+  std::filesystem::create_directory(folder.path("config/Corvelin/mine"));
+  EXPECT_EQ(remove_user_settings(), std::errc::directory_not_empty);
+  std::filesystem::remove(folder.path("config/Corvelin/mine"));
+  EXPECT_FALSE(store_settings());
+  ASSERT_FALSE(remove_user_settings());
   EXPECT_EQ(settings_storage, SettingsStorage::removed);
   EXPECT_FALSE(store_settings());
   EXPECT_EQ(user_settings_path(false), std::nullopt);
