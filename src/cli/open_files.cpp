@@ -11,7 +11,9 @@
 #include "document/append.h"
 #include "document/file_kind.h"
 #include "edit/document_commands.h"
+#include "exchange/extract_aac.h"
 #include "exchange/open_document.h"
+#include "model/stream_info.h"
 #include "platform/path.h"
 #include "settings/settings.h"
 
@@ -32,11 +34,16 @@ std::string as_given(const std::string& file, std::span<const std::string> paths
   return given == paths.end() ? file : *given;
 }
 
+Refusal missing_program(std::span<const std::string> paths) {
+  const auto mp4 = std::ranges::find(paths, FileKind::mp4, file_kind);
+  if (mp4 == paths.end() || !settings.ffmpeg.empty()) return no_refusal;
+  return fmt::format("{}: MP4 files open through ffmpeg, which is not installed", *mp4);
+}
+
 }  // namespace
 
 Refusal open_paths(std::span<const std::string> paths) {
-  if (file_kind(paths[0]) == FileKind::mp4 && settings.ffmpeg.empty())
-    return fmt::format("{}: MP4 files open through ffmpeg, which is not installed", paths[0]);
+  if (Refusal missing = missing_program(paths); !missing.empty()) return missing;
   const Joined joined = open_files(paths);
   remember_saved();
   if (joined.failed.empty()) return no_refusal;
@@ -45,9 +52,12 @@ Refusal open_paths(std::span<const std::string> paths) {
 }
 
 Refusal append_to_document(std::span<const std::string> paths) {
+  if (stream.is_aac != 0)
+    if (Refusal missing = missing_program(paths); !missing.empty()) return missing;
   const std::vector<std::string> names = without_playlists(whole_paths(paths));
-  const bool all_fit = !names.empty() && can_append_files(names);
-  if (!all_fit || !append_in_one_step(names).failed.empty()) return "nothing was appended";
+  const std::vector<std::string> tracks = extract_tracks(names);
+  const bool all_fit = !names.empty() && tracks.size() == names.size() && can_append_files(tracks);
+  if (!all_fit || !append_in_one_step(tracks).failed.empty()) return "nothing was appended";
   return no_refusal;
 }
 

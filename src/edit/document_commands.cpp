@@ -51,7 +51,7 @@ Joined append_in_one_step(std::span<const std::string> names) {
   if (files.empty()) return {.failed = names.front()};
   Joined joined;
   carry_out(append_change, [&] {
-    joined = append_files(files);
+    joined = append_documents(files);
     if (joined.count == 0) return Result::refused;
     clear_selection();
     seek_to(document.total_size);

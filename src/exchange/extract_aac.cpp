@@ -3,12 +3,17 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <string>
 #include <utility>
 
+#include "document/file_kind.h"
 #include "exchange/mp4_boxes.h"
 #include "exchange/save_run.h"
+#include "model/document.h"
+#include "model/stream_info.h"
 #include "platform/child_process.h"
 #include "platform/file.h"
 #include "platform/host.h"
@@ -60,6 +65,17 @@ class ExtractRun : public LongRun {
   bool is_cancelled_ = false;
 };
 
+bool is_same(const std::string& one, const std::string& other) {
+  if (one == other) return true;
+  const FileFacts facts = file_facts(one);
+  return facts.found && facts.identity == file_facts(other).identity;
+}
+
+bool is_source_of_document(const std::string& path) {
+  return std::ranges::any_of(document.files,
+                             [&](const SourceFile& file) { return is_same(path, file.file_name); });
+}
+
 bool may_write(const std::string& target) {
   if (!is_name_taken(target)) return true;
   return host().show_message_box(
@@ -85,9 +101,33 @@ void report_failure(const std::string& source, std::string reason, const Replaci
   show_error(fmt::format("{}\n{}: {}", source, settings.ffmpeg, reason));
 }
 
+bool has_bytes_of(const OutputFile& written, const std::string& path) {
+  InputFile file;
+  if (file.open(path)) return false;
+  std::array<std::uint8_t, 65536> one = {};
+  std::array<std::uint8_t, 65536> other = {};
+  for (std::uint64_t offset = 0;; offset += one.size()) {
+    const std::size_t count = written.read_at(offset, one);
+    if (file.read_at(offset, other) != count || one != other) return false;
+    if (count < one.size()) return !written.read_error() && !file.read_error();
+  }
+}
+
+// Puts the whole track in its place, or takes what is there for it. What went wrong, in words.
+std::string settle(ReplacingFile& track, bool is_kept) {
+  if (!is_kept) {
+    const std::error_code error = track.commit();
+    return error ? error.message() : std::string();
+  }
+  const bool is_equal = has_bytes_of(track.file, track.name());
+  track.give_up(LeftBeside::goes);
+  return is_equal ? std::string()
+                  : fmt::format("{} is open and holds another track.", track.name());
+}
+
 // Runs the program to its end. Whether the track is in place then.
 bool extract(const std::string& source, const InputFile& container, const std::string& target,
-             ReplacingFile& track) {
+             bool is_kept, ReplacingFile& track) {
   std::error_code error =
       track.begin_marked(target, temporary_mark, ".aac", container.facts_at_open().permissions);
   ExtractRun run(target);
@@ -103,9 +143,8 @@ bool extract(const std::string& source, const InputFile& container, const std::s
   if (run.is_cancelled()) return false;
   std::string fault = fault_of(run, container, size);
   if (fault.empty()) {
-    error = track.commit();
-    if (!error) return true;
-    fault = error.message();
+    fault = settle(track, is_kept);
+    if (fault.empty()) return true;
   }
   track.give_up();
   report_failure(source, fault, track);
@@ -114,7 +153,8 @@ bool extract(const std::string& source, const InputFile& container, const std::s
 
 }  // namespace
 
-std::optional<std::string> extract_aac(const std::string& source) {
+std::optional<std::string> extract_aac(const std::string& source,
+                                       std::span<const std::string> kept) {
   if (settings.ffmpeg.empty()) return std::nullopt;
   ReplacingFile track;
   InputFile container;
@@ -123,8 +163,24 @@ std::optional<std::string> extract_aac(const std::string& source) {
     return std::nullopt;
   }
   std::string target = with_extension(source, ".aac");
-  if (!may_write(target) || !extract(source, container, target, track)) return std::nullopt;
+  const bool is_kept =
+      is_source_of_document(target) ||
+      std::ranges::any_of(kept, [&](const std::string& name) { return is_same(target, name); });
+  if (!is_kept && !may_write(target)) return std::nullopt;
+  if (!extract(source, container, target, is_kept, track)) return std::nullopt;
   return target;
+}
+
+std::vector<std::string> extract_tracks(std::span<const std::string> names) {
+  if (stream.is_aac == 0 || settings.ffmpeg.empty()) return {names.begin(), names.end()};
+  std::vector<std::string> tracks;
+  for (const std::string& name : names) {
+    std::optional<std::string> track = name;
+    if (file_kind(name) == FileKind::mp4) track = extract_aac(name, tracks);
+    if (!track) break;
+    tracks.push_back(std::move(*track));
+  }
+  return tracks;
 }
 
 }  // namespace corvelin

@@ -4,7 +4,9 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
+#include <vector>
 
 namespace corvelin {
 
@@ -14,6 +16,15 @@ namespace corvelin {
 /// Nothing, and silent, without a program in the settings and where the user thought better of it;
 /// nothing and a box when not all of the track came out. What did is left beside the name then,
 /// song.aac.~~~.aac, and a file of that name stands as it was.
-std::optional<std::string> extract_aac(const std::string& source);
+///
+/// A source of the open document, or one of `kept`, is never replaced: it is taken if it holds the
+/// same track.
+std::optional<std::string> extract_aac(const std::string& source,
+                                       std::span<const std::string> kept = {});
+
+/// `names` as they can be appended to the document: if that is AAC, the track of each MP4 file in
+/// the place of the file. When one doesn't come out, those before it. Without a program in the
+/// settings all stay what they are.
+std::vector<std::string> extract_tracks(std::span<const std::string> names);
 
 }  // namespace corvelin

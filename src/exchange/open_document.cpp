@@ -3,6 +3,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -107,6 +108,14 @@ void settle_list(const std::string& list) {
   add_recent(list);
 }
 
+bool may_extract_for(const std::string& list) {
+  return host().show_message_box({.caption = "Corvelin",
+                                  .text = format_row(ui_text(row::playlist_names_mp4), list),
+                                  .icon = BoxIcon::question,
+                                  .buttons = BoxButtons::yes_no,
+                                  .default_answer = BoxAnswer::no}) == BoxAnswer::yes;
+}
+
 // Opens the first file and appends the others.
 Joined open_first_of(std::span<const std::string> names) {
   const std::vector<std::string> files = without_playlists(names);
@@ -115,7 +124,7 @@ Joined open_first_of(std::span<const std::string> names) {
     return {.failed = names.front()};
   }
   if (!open_by_kind(files.front())) return {.failed = files.front()};
-  Joined joined = append_files(std::span(files).subspan(1));
+  Joined joined = append_documents(std::span(files).subspan(1));
   ++joined.count;
   if (files.size() > 1) name_parts_from_files();
   if (names.size() == 1 && file_kind(names.front()) == FileKind::playlist)
@@ -127,11 +136,19 @@ Joined open_first_of(std::span<const std::string> names) {
 }  // namespace
 
 std::vector<std::string> without_playlists(std::span<const std::string> names) {
-  std::vector<std::string> files;
-  const OpenFault fault = expand_playlists(names, files);
-  if (fault.cause.empty()) return files;
-  show_fault({}, fault);
-  return {};
+  ExpandedLists lists = expand_playlists(names);
+  if (!lists.fault.cause.empty()) {
+    show_fault({}, lists.fault);
+    return {};
+  }
+  if (!std::ranges::all_of(lists.with_mp4, may_extract_for)) return {};
+  return std::move(lists.files);
+}
+
+Joined append_documents(std::span<const std::string> files) {
+  Joined joined = append_files(extract_tracks(files));
+  if (joined.count < files.size()) joined.failed = files[joined.count];
+  return joined;
 }
 
 bool open_document(const std::string& name) { return open_first_of({&name, 1}).count != 0; }

@@ -23,7 +23,11 @@ bool open_in_place(const std::string& path);
 Joined open_files(std::span<const std::string> names);
 
 /// `names` with the files of each playlist in its place. Empty when one can't be read, which has
-/// been shown.
+/// been shown, and when the user doesn't want the MP4 files of one extracted.
 std::vector<std::string> without_playlists(std::span<const std::string> names);
+
+/// Appends files, none of them a playlist, until one fails, which has been told. What is appended
+/// of an MP4 file is its extracted track.
+Joined append_documents(std::span<const std::string> files);
 
 }  // namespace corvelin

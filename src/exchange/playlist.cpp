@@ -1,14 +1,17 @@
 // Reading of playlists.
 #include "exchange/playlist.h"
 
+#include <algorithm>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "document/file_kind.h"
 #include "model/document.h"
 #include "platform/file.h"
 #include "platform/path.h"
 #include "platform/text.h"
+#include "settings/settings.h"
 
 namespace corvelin {
 
@@ -24,16 +27,27 @@ bool names_a_file(std::string_view line) {
          line.find_first_not_of(" \t") != std::string_view::npos;
 }
 
+bool is_beside(const std::string& path, const std::string& other) {
+  const auto folder = [](const std::string& file) {
+    return file_facts(std::string(folder_of(in_current_folder(file)))).identity;
+  };
+  return folder(path) == folder(other);
+}
+
+bool is_extracted(const std::string& path) {
+  return !settings.ffmpeg.empty() && file_kind(path) == FileKind::mp4;
+}
+
 class PlaylistReader {
  public:
-  explicit PlaylistReader(std::vector<std::string>& files) : files_(files) {}
+  explicit PlaylistReader(ExpandedLists& lists) : lists_(lists) {}
 
   // What is beyond the parts that a document can have is of no use.
   OpenFault take_in(std::span<const std::string> names, int depth = 0) {
     for (const std::string& name : names) {
-      if (files_.size() > most_parts) break;
+      if (lists_.files.size() > most_parts) break;
       if (file_kind(name) != FileKind::playlist) {
-        files_.push_back(name);
+        lists_.files.push_back(name);
         continue;
       }
       OpenFault fault = read_list(name, depth + 1);
@@ -49,6 +63,10 @@ class PlaylistReader {
     std::vector<std::string> entries;
     if (const std::error_code error = read_entries(list, entries))
       return {.audio = list, .cause = error.message()};
+    for (const std::string& entry : entries)
+      if (is_extracted(entry) && !is_beside(entry, list))
+        return {.audio = entry, .cause = "A playlist opens MP4 files of its own folder alone."};
+    if (std::ranges::any_of(entries, is_extracted)) lists_.with_mp4.push_back(list);
     return take_in(entries, depth);
   }
 
@@ -69,17 +87,18 @@ class PlaylistReader {
     return {};
   }
 
-  std::vector<std::string>& files_;
+  ExpandedLists& lists_;
   std::size_t lists_read_ = 0;
 };
 
 }  // namespace
 
-OpenFault expand_playlists(std::span<const std::string> names, std::vector<std::string>& files) {
-  OpenFault fault = PlaylistReader(files).take_in(names);
-  if (fault.cause.empty() && files.empty())
-    fault = {.audio = names.front(), .cause = "It names no audio."};
-  return fault;
+ExpandedLists expand_playlists(std::span<const std::string> names) {
+  ExpandedLists lists;
+  lists.fault = PlaylistReader(lists).take_in(names);
+  if (lists.fault.cause.empty() && lists.files.empty())
+    lists.fault = {.audio = names.front(), .cause = "It names no audio."};
+  return lists;
 }
 
 }  // namespace corvelin

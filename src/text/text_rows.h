@@ -278,5 +278,6 @@ constexpr TextRow save_all_the_same = {ext, 114};
 constexpr TextRow no_cue_from = {ext, 120};
 constexpr TextRow no_memory = {ext, 121};
 constexpr TextRow file_is_shorter = {ext, 122};
+constexpr TextRow playlist_names_mp4 = {ext, 123};
 
 }  // namespace corvelin::row

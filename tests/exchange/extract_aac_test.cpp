@@ -6,6 +6,8 @@
 
 #include <filesystem>
 
+#include "edit/document_commands.h"
+#include "exchange/open_document.h"
 #include "platform/path.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
@@ -92,6 +94,46 @@ TEST_F(ExtractAac, LeavesAnEarlierTrackWhereNotAllOfItCame) {
     }
     EXPECT_EQ(std::filesystem::remove(left), c.leaves_piece) << c.work;
   }
+}
+
+TEST_F(ExtractAac, JoinsTracksAndReplacesNoneThatIsOpen) {
+  program_does("cat \"" + track + "\"");
+  const std::string a = folder.file("a.m4a", "container");
+  const std::string b = folder.file("b.mp4", "container");
+  const std::string a_too = folder.file("a.mp4", "container");
+  EXPECT_EQ(open_files(std::vector{a, b, a}).count, 3U);
+  EXPECT_EQ(document.total_size, 60U * 372);
+  EXPECT_EQ(document.files.size(), 2U);
+
+  // As another container of that name would have it.
+  program_does("cat \"" + track + "\" \"" + track + "\"");
+  EXPECT_EQ(append_in_one_step(std::vector{a_too}).failed, a_too);
+  EXPECT_NE(take_box().find("a.aac is open and holds another track."), std::string::npos);
+  const std::string c = folder.file("c.m4a", "container");
+  EXPECT_EQ(append_in_one_step(std::vector{c, b}).count, 1U);
+  EXPECT_EQ(std::filesystem::file_size(folder.path("b.aac")), 20U * 372);
+  EXPECT_EQ(document.total_size, 100U * 372);
+
+  ASSERT_TRUE(open(folder.file("a.mp3", Mp3Builder{}.frames(30).bytes())));
+  EXPECT_EQ(append_in_one_step(std::vector{folder.file("d.m4a", "container")}).count, 0U);
+  EXPECT_FALSE(std::filesystem::exists(folder.path("d.aac")));
+}
+
+TEST_F(ExtractAac, AsksForThoseOfAPlaylistAndKeepsToItsFolder) {
+  program_does("cat \"" + track + "\"");
+  folder.file("a.m4a", "container");
+  const std::string list = folder.file("l.m3u8", "a.m4a\n./a.m4a\n");
+  EXPECT_FALSE(open(list));  // the question takes its default
+  EXPECT_NE(take_box().find("This playlist names MP4 files."), std::string::npos);
+  host.answers = {BoxAnswer::yes};
+  EXPECT_TRUE(open(list));
+  EXPECT_EQ(document.total_size, 40U * 372);
+
+  std::filesystem::remove(folder.path("a.aac"));
+  std::filesystem::create_directory(folder.path("sub"));
+  host.answers = {BoxAnswer::yes};
+  EXPECT_FALSE(open(folder.file("sub/l.m3u8", "../a.m4a\n")));
+  EXPECT_FALSE(std::filesystem::exists(folder.path("a.aac")));
 }
 
 TEST_F(ExtractAac, RefusesWhatIsNoFile) {
