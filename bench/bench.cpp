@@ -20,6 +20,7 @@
 #include "exchange/project_file.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
+#include "model/the_document.h"
 #include "runs.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
@@ -299,7 +300,7 @@ class Bench {
     open_file(path("a.mp3"));
     const std::uint32_t size = document.total_size / 1001;
     for (std::uint32_t i = 1; i < 1000; ++i) {
-      split_at(frame_at(i * size));
+      split_at(document, frame_at(document, i * size, selection.current_frame));
       document.parts[document.parts.size() - 1].part_title = u"A title of a common length";
     }
     open_state.project_name = path("p.cvp");

@@ -22,6 +22,7 @@
 #include "desktop/view_widget.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "platform/program.h"
 #include "settings/settings.h"
 #include "shell/editor_view.h"

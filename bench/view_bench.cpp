@@ -16,6 +16,7 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "shell/editor_view.h"
 #include "shell/start_up.h"
@@ -42,7 +43,8 @@ void write_audio(const std::string& path) {
 
 void make_parts() {
   for (std::uint32_t i = 1; i < 100; ++i) {
-    const PartIndex part = split_at(frame_at(document.total_size / 100 * i));
+    const PartIndex part = split_at(
+        document, frame_at(document, document.total_size / 100 * i, selection.current_frame));
     document.parts[part].part_gainbeg = i % 2 == 0 ? -4 : 0;
   }
 }
@@ -70,7 +72,7 @@ void draw_at_zoom(std::uint16_t zoom, double limit) {
   EditorView view;
   test::PlainPicture picture(width, height);
   lay_out_view(view, width, height, 1);
-  const EditPosition middle = frame_at(document.total_size / 2);
+  const EditPosition middle = frame_at(document, document.total_size / 2, selection.current_frame);
   time_drawing("at the same place", limit, view, picture, [&](int) { selection.cursor = middle; });
   time_drawing("moving", limit, view, picture, [&](int round) {
     selection.cursor = middle + static_cast<std::uint32_t>(round) * 2 * 417;

@@ -10,6 +10,7 @@
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/aac_decoder.h"
 #include "platform/dynamic_library.h"
 #include "platform/host.h"
@@ -26,7 +27,7 @@ namespace {
 constexpr std::uint32_t low_rate = 32000;  // Hz: below it a frame of MPEG audio is a half one
 
 WaveFormat pcm_format_of_stream() {
-  return pcm_16_bit(stream_kind.channel_mode == mono ? 1 : 2, stream_kind.sample_rate);
+  return pcm_16_bit(document.kind.channel_mode == mono ? 1 : 2, document.kind.sample_rate);
 }
 
 void tell(std::string_view text, std::string_view caption, BoxIcon icon) {
@@ -49,7 +50,7 @@ std::span<std::uint8_t> read_first_frame() {
   std::size_t got = 0;
   while (got == 0 && selection.cursor < document.total_size) {
     const EditPosition before = selection.cursor;
-    got = read_frames_at_edit_cursor(block, document.total_size, 1).size;
+    got = read_frames_at_edit_cursor(document, selection, block, document.total_size, 1).size;
     if (got == 0 && selection.cursor == before) break;
   }
   return block.first(got);
@@ -58,9 +59,9 @@ std::span<std::uint8_t> read_first_frame() {
 // By the kind of the whole stream: the decoder gives no more samples for a frame of another kind in
 // its midst.
 std::uint32_t samples_per_frame() {
-  const bool is_low = stream_kind.sample_rate < low_rate;
-  if (stream.is_aac != 0) return is_low ? 2048 : 1024;
-  return stream_kind.layer == 3 && is_low ? 576 : 1152;
+  const bool is_low = document.kind.sample_rate < low_rate;
+  if (document.stream.is_aac != 0) return is_low ? 2048 : 1024;
+  return document.kind.layer == 3 && is_low ? 576 : 1152;
 }
 
 void tell_to_install_faad(const std::string& reason) {
@@ -77,7 +78,7 @@ bool tell_of_faad(std::string_view text) {
 // The library gives two channels whatever the stream has, and below 32 kHz twice its rate.
 bool open_faad() {
   auto decoder = std::make_unique<AacDecoder>();
-  const std::uint32_t sample_rate = stream_kind.sample_rate;
+  const std::uint32_t sample_rate = document.kind.sample_rate;
   const DecoderOpening opening = decoder->open(sample_rate);
   if (opening.fault == DecoderFault::no_library) tell_to_install_faad(opening.reason);
   if (opening.fault == DecoderFault::no_library) return false;
@@ -110,8 +111,8 @@ bool open_mpglib() {
 
 // The codec manager takes Layer III alone.
 bool open_codec_manager() {
-  if (stream_kind.layer == 2) tell_to_install_mpglib("Layer 2 only supported with mpglib.dll");
-  if (stream_kind.layer != 3) return false;
+  if (document.kind.layer == 2) tell_to_install_mpglib("Layer 2 only supported with mpglib.dll");
+  if (document.kind.layer != 3) return false;
   if (open_mpeg() == DecoderFault::none) return true;
   tell_to_install_mpglib("Could not open ACM Codec");
   return false;
@@ -131,7 +132,8 @@ bool open_decoder(Decoder decoder) {
 
 // The cursor goes to a frame start, and the decoder forgets what the damaged data left in it.
 void start_anew() {
-  if (const EditPosition frame = frame_at(selection.cursor); frame != no_position)
+  if (const EditPosition frame = frame_at(document, selection.cursor, selection.current_frame);
+      frame != no_position)
     selection.cursor = frame;
   decoder_session.decoder->reset();
 }
@@ -141,7 +143,7 @@ void start_anew() {
 DecoderSession decoder_session;
 
 Decoder chosen_decoder() {
-  if (stream.is_aac != 0) return Decoder::faad;
+  if (document.stream.is_aac != 0) return Decoder::faad;
   return settings.use_mpglib != 0 ? Decoder::mpglib : Decoder::codec_manager;
 }
 
@@ -191,7 +193,7 @@ void playback_buffers_configure() {
   if (frames * frame_room > kilobytes * 1024) frames = kilobytes / 5;
   settings.buffer_frm = static_cast<decltype(settings.buffer_frm)>(frames);
   settings.buffer_max = static_cast<decltype(settings.buffer_max)>(kilobytes);
-  const bool is_halved = stream_kind.sample_rate < low_rate;
+  const bool is_halved = document.kind.sample_rate < low_rate;
   decoder_session.pcm_buffer_bytes = kilobytes * (is_halved ? 512 : 1024);
 }
 

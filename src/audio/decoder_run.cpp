@@ -5,6 +5,7 @@
 #include "audio/fill_step.h"
 #include "audio/playback.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -25,7 +26,6 @@ void close_decoder_run() {
   decoder_close();
   playback.prelisten_mode = plain_play;
   selection.cursor = playback.saved_cursor;
-  ++selection_revision;
 }
 
 bool open_private_session(std::uint32_t frames_per_step, EditPosition end) {

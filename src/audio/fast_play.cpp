@@ -5,6 +5,7 @@
 #include <array>
 
 #include "model/stream_info.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -29,8 +30,8 @@ struct Cycle {
 // No cycles in a block that is too short.
 Cycle cycle_of(std::size_t size, int level) {
   constexpr std::uint32_t low_rate = 32000;
-  const std::size_t channels = stream_kind.channel_mode == mono ? 1 : 2;
-  const std::size_t rates = stream_kind.sample_rate < low_rate ? 1 : 2;
+  const std::size_t channels = document.kind.channel_mode == mono ? 1 : 2;
+  const std::size_t rates = document.kind.sample_rate < low_rate ? 1 : 2;
   const std::size_t unit = channels * rates;
   Cycle cycle = {.channels = channels, .fade = 150 * unit, .kept = 400 * unit};
   cycle.count = size / (2 * cycle.fade + cycle.kept);

@@ -10,6 +10,7 @@
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -21,13 +22,14 @@ std::span<std::uint8_t> input_block() { return std::span(frame_block).first(fram
 
 // What plays follows an edit at once, so nothing is read ahead.
 Frames frames_to_play(std::uint32_t most) {
-  const FramesRead read = read_frames_at_edit_cursor(input_block(), playback.end_limit, most);
+  const FramesRead read =
+      read_frames_at_edit_cursor(document, selection, input_block(), playback.end_limit, most);
   return {.bytes = input_block().first(read.size), .count = read.frames};
 }
 
 void go_to(EditPosition pos) {
   selection.cursor = pos;
-  document.current_part = part_at(pos);
+  document.current_part = part_at(document, pos);
 }
 
 // The second leg of a prelisten of the cut. The decoder goes on with the frames in front of the
@@ -35,7 +37,7 @@ void go_to(EditPosition pos) {
 // behind is part of what is judged here.
 void jump_over_selection() {
   playback.has_jumped = true;
-  if (!has_selection()) return;
+  if (!has_selection(selection)) return;
   decoder_session.is_settled = true;
   go_to(selection.sel_end);
   const std::uint64_t end = std::uint64_t{selection.sel_end} + prelisten_bytes();
@@ -44,7 +46,7 @@ void jump_over_selection() {
 
 // The selection may have been changed meanwhile.
 void loop_back() {
-  if (!has_selected_range()) return;
+  if (!has_selected_range(selection)) return;
   if (selection.cursor >= selection.sel_end) {
     go_to(selection.sel_beg);
     decoder_session.is_settled = false;  // it still holds the frames of the old place
@@ -61,11 +63,11 @@ std::uint32_t frames_in_room(std::span<const std::uint8_t> out) {
 void settle_decoder(std::span<std::uint8_t> out) {
   decoder_reset();
   decoder_session.is_settled = true;
-  FrameCursor reader = frame_cursor_at(settling_place(selection.cursor));
+  FrameCursor reader = frame_cursor_at(document, settling_place(selection.cursor));
   while (reader.pos < selection.cursor) {
     const EditPosition before = reader.pos;
     const FramesRead read =
-        read_frames(input_block(), reader, selection.cursor, frames_in_room(out));
+        read_frames(document, input_block(), reader, selection.cursor, frames_in_room(out));
     decode_frames(input_block().first(read.size), out);
     if (reader.pos == before) break;
   }
@@ -100,7 +102,7 @@ std::uint32_t fill_bytes() { return feed.bytes(); }
 EditPosition settling_place(EditPosition pos) {
   constexpr std::uint32_t reach = 3584;  // bytes: more than that takes at any bitrate
   const EditPosition back = pos < reach ? 0 : pos - reach;
-  return find_frame(part_at(back), back).pos;
+  return find_frame(document, part_at(document, back), back).pos;
 }
 
 }  // namespace corvelin

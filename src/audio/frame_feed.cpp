@@ -5,6 +5,7 @@
 
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -22,9 +23,8 @@ Frames FrameFeed::take(std::uint32_t most, EditPosition end) {
     resyncs_ += std::exchange(resyncs_ahead_, 0);
   }
   selection.cursor = next_.pos;
-  ++selection_revision;
   document.current_part = next_.part;
-  stream.current_frame = next_.frame;
+  selection.current_frame = next_.frame;
   return frames;
 }
 
@@ -33,7 +33,7 @@ Frames FrameFeed::next_frames(std::uint32_t most) {
   Frames frames;
   std::size_t size = 0;
   for (; frames.count < most && size < ahead.size(); ++frames.count) {
-    decode_frame_header(next_.frame, ahead.subspan(size), frame_format());
+    decode_frame_header(next_.frame, ahead.subspan(size), frame_format(document.stream));
     size += next_.frame.frame_length;
   }
   frames.bytes = ahead.first(size);
@@ -42,19 +42,19 @@ Frames FrameFeed::next_frames(std::uint32_t most) {
 
 bool FrameFeed::stands_at_edit_cursor(EditPosition end) const {
   return begin_ < size_ && next_.pos == selection.cursor && end == end_ &&
-         revision_ == document_revision;
+         revision_ == document.revision;
 }
 
 void FrameFeed::read_block(EditPosition end) {
   block_.resize(frame_block_limit);
   next_ = behind_ = {
-      .pos = selection.cursor, .part = document.current_part, .frame = stream.current_frame};
+      .pos = selection.cursor, .part = document.current_part, .frame = selection.current_frame};
   begin_ = 0;
-  const FramesRead read = read_frames(block_, behind_, end);
+  const FramesRead read = read_frames(document, block_, behind_, end);
   size_ = read.size;
   resyncs_ahead_ = read.resync_count;
   end_ = end;
-  revision_ = document_revision;
+  revision_ = document.revision;
 }
 
 }  // namespace corvelin

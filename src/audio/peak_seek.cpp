@@ -12,6 +12,7 @@
 #include "model/document.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -23,7 +24,7 @@ std::vector<std::int16_t> samples;  // the room of the measuring under way
 
 bool peak_seek_open(std::uint32_t frames_per_step) {
   peak_seek_close();
-  const EditPosition end = has_selected_range() ? selection.sel_end : document.total_size;
+  const EditPosition end = has_selected_range(selection) ? selection.sel_end : document.total_size;
   if (!open_private_session(frames_per_step, end)) return false;
   samples.resize(decoder_session.pcm_buffer_bytes / sizeof(std::int16_t));
   return true;

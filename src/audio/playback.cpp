@@ -16,6 +16,7 @@
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/numbers.h"
 #include "platform/wave_device.h"
@@ -53,9 +54,9 @@ void go_to(const Place& place) {
 }
 
 void go_to_frame_at(EditPosition pos) {
-  const EditPosition frame = frame_at(pos);
+  const EditPosition frame = frame_at(document, pos, selection.current_frame);
   selection.cursor = frame == no_position ? pos : frame;  // the reader finds the next one
-  document.current_part = part_at(selection.cursor);
+  document.current_part = part_at(document, selection.cursor);
 }
 
 EditPosition behind(EditPosition pos, std::uint32_t bytes, EditPosition limit) {
@@ -70,9 +71,9 @@ EditPosition in_front_of(EditPosition pos, std::uint32_t bytes) {
 // that a prelisten is about.
 bool set_range() {
   playback.end_limit = document.total_size;
-  document.current_part = part_at(selection.cursor);
+  document.current_part = part_at(document, selection.cursor);
   if (playback.prelisten_mode == plain_play) return true;
-  if (!has_selection()) {
+  if (!has_selection(selection)) {
     playback.prelisten_mode = plain_play;
     return false;
   }
@@ -111,7 +112,7 @@ bool set_range() {
 // An edit may have changed what there is to be played.
 void follow_edits() {
   if (playback.prelisten_mode == plain_play) playback.end_limit = document.total_size;
-  if (playback.prelisten_mode == loop_selection && has_selected_range())
+  if (playback.prelisten_mode == loop_selection && has_selected_range(selection))
     playback.end_limit = selection.sel_end;
   playback.end_limit = std::min(playback.end_limit, document.total_size);
 }
@@ -165,8 +166,8 @@ void end_playback(PlayEnd how);
 
 // The reader takes a failing disk, or a file that was cut off, for the end of the audio.
 std::string fault_of_sources() {
-  std::string fault = read_fault();
-  return fault == fault_before ? shrunk_source(lowest_place, playback.end_limit) : fault;
+  std::string fault = read_fault(document);
+  return fault == fault_before ? shrunk_source(document, lowest_place, playback.end_limit) : fault;
 }
 
 void run_out() {
@@ -247,7 +248,7 @@ bool open_session() {
 
 void start_ring() {
   playback.played_pos = lowest_place = selection.cursor;
-  fault_before = read_fault();
+  fault_before = read_fault(document);
   end_is_queued = false;
   idle_headers.clear();
   for (WaveHeader& header : wave_header) idle_headers.push_back(&header);
@@ -260,14 +261,14 @@ bool is_near_end() {
   const EditPosition distance =
       cursor > playback.end_limit ? cursor - playback.end_limit : playback.end_limit - cursor;
   constexpr float frames = 6;
-  return static_cast<float>(distance) < frames * stream.avg_frame_size;
+  return static_cast<float>(distance) < frames * document.stream.avg_frame_size;
 }
 
 void end_playback(PlayEnd how) {
   const bool was_playing = playback.is_playing;
   if (was_playing) {
     playback.ended_by = how;
-    const EditPosition frame = frame_at(playback.played_pos);
+    const EditPosition frame = frame_at(document, playback.played_pos, selection.current_frame);
     selection.cursor = frame == no_position ? playback.played_pos : frame;
     playback.is_playing = false;
     wave_out.close();
@@ -275,7 +276,7 @@ void end_playback(PlayEnd how) {
     const bool is_prelisten = playback.prelisten_mode != plain_play;
     if (is_prelisten && (how == PlayEnd::ran_out || is_near_end()))
       selection.cursor = std::min(playback.saved_cursor, document.total_size);
-    document.current_part = part_at(selection.cursor);
+    document.current_part = part_at(document, selection.cursor);
   }
   playback.prelisten_mode = plain_play;
   playback.playback_running = false;
@@ -321,14 +322,14 @@ void seek_to(EditPosition pos) {
     decoder_reset();
     end_is_queued = false;
   }
-  move_cursor(pos);
+  move_cursor(document, selection, pos);
   lowest_place = std::min(lowest_place, selection.cursor);
   playback.played_pos = selection.cursor;
 }
 
 std::uint32_t prelisten_bytes() {
   constexpr double bits_per_byte_and_tenths = 80;
-  return whole_part(settings.prelisten_time * double{stream.avg_bitrate} /
+  return whole_part(settings.prelisten_time * double{document.stream.avg_bitrate} /
                     bits_per_byte_and_tenths);
 }
 

@@ -10,6 +10,7 @@
 #include "audio/fill_step.h"
 #include "audio/peak_seek.h"
 #include "model/frame_locator.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -46,7 +47,7 @@ std::uint16_t decode_peak(FrameDecoder& decoder, std::span<const std::uint8_t> f
 bool stretch_peaks_on_two_cores = true;
 
 bool StretchPeaks::open(EditPosition begin, EditPosition end, int channels) {
-  reader_ = frame_cursor_at(settling_place(begin));
+  reader_ = frame_cursor_at(document, settling_place(begin));
   end_ = begin;
   for (Half& half : halves_) {
     if (half.decoder.open(channels).fault != DecoderFault::none) return false;
@@ -84,7 +85,8 @@ void StretchPeaks::append_frames(std::vector<std::uint8_t>& bytes, std::uint32_t
     const EditPosition before = reader_.pos;
     const std::size_t size = bytes.size();
     bytes.resize(size + frame_block_limit);
-    const FramesRead read = read_frames(std::span(bytes).subspan(size), reader_, end_, count);
+    const FramesRead read =
+        read_frames(document, std::span(bytes).subspan(size), reader_, end_, count);
     bytes.resize(size + read.size);
     count -= read.frames;
     frames_ += read.frames;

@@ -12,6 +12,7 @@
 #include "edit/names_dialog.h"
 #include "edit/typed_edits.h"
 #include "model/document.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 

@@ -15,6 +15,7 @@
 #include "cli/words.h"
 #include "edit/commands.h"
 #include "model/document.h"
+#include "model/the_document.h"
 #include "settings/setting_table.h"
 
 namespace corvelin {

@@ -24,6 +24,7 @@
 #include "edit/requirements.h"
 #include "edit/save_audio.h"
 #include "model/document.h"
+#include "model/the_document.h"
 #include "platform/clipboard.h"
 #include "platform/interruption.h"
 #include "platform/process.h"
@@ -187,7 +188,7 @@ class HeadlessRun {
 
   // A source that can't be read in full is not what it seems, though nothing was refused.
   void fail_at_bad_source() {
-    std::string fault = read_fault();
+    std::string fault = read_fault(document);
     std::ranges::replace(fault, '\n', ':');
     if (!fault.empty() && fault != told_fault_) fail(fault);
     told_fault_ = fault;

@@ -12,6 +12,7 @@
 #include "edit/level_commands.h"
 #include "edit/level_dialog.h"
 #include "edit/normalize_dialog.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 

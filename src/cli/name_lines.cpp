@@ -21,6 +21,7 @@
 #include "exchange/id3v2_texts.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/text.h"
 
 namespace corvelin {
@@ -153,16 +154,16 @@ Refusal names_line(Arguments words, HeadlessHost&) {
 }
 
 Refusal header_bits_line(Arguments words, HeadlessHost&) {
-  if (stream.is_aac != 0) return "an AAC stream has no such header bits";
+  if (document.stream.is_aac != 0) return "an AAC stream has no such header bits";
   std::array<bool, 3> bits = {};
   for (std::size_t i = 0; i < bits.size(); ++i) {
     Refusal refusal = take_flag(words[i], bits[i]);
     if (!refusal.empty()) return refusal;
   }
-  header_rewrite = {.rewrite_header = true,
-                    .rewrite_copyright = bits[0],
-                    .rewrite_original = bits[1],
-                    .rewrite_private = bits[2]};
+  document.header_rewrite = {.rewrite_header = true,
+                             .rewrite_copyright = bits[0],
+                             .rewrite_original = bits[1],
+                             .rewrite_private = bits[2]};
   open_state.document_modified = true;
   return no_refusal;
 }

@@ -14,6 +14,7 @@
 #include "exchange/extract_aac.h"
 #include "exchange/open_document.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/path.h"
 #include "settings/settings.h"
 
@@ -52,7 +53,7 @@ Refusal open_paths(std::span<const std::string> paths) {
 }
 
 Refusal append_to_document(std::span<const std::string> paths) {
-  if (stream.is_aac != 0)
+  if (document.stream.is_aac != 0)
     if (Refusal missing = missing_program(paths); !missing.empty()) return missing;
   const std::vector<std::string> names = without_playlists(whole_paths(paths));
   const std::vector<std::string> tracks = extract_tracks(names);

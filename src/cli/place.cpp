@@ -9,6 +9,7 @@
 #include "cli/times.h"
 #include "cli/words.h"
 #include "model/frame_locator.h"
+#include "model/the_document.h"
 #include "platform/text.h"
 
 namespace corvelin {
@@ -107,7 +108,7 @@ Place read_place(std::string_view word) {
 Place read_position(std::string_view word) {
   Place place = read_place(word);
   if (place.pos == no_position) return place;
-  place.pos = frame_at(place.pos);
+  place.pos = frame_at(document, place.pos, selection.current_frame);
   if (place.pos == no_position) place.refusal = fmt::format("there is no frame at {}", word);
   return place;
 }

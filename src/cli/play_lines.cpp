@@ -16,6 +16,7 @@
 #include "edit/transport.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "platform/interruption.h"
 #include "platform/wave_device.h"
 
@@ -69,7 +70,7 @@ Refusal play_line(Arguments words, HeadlessHost&) {
     return fmt::format("MODE is 0 to {}, from the cursor or a prelisten", int{loop_selection});
   const auto speed = small_number(words, 1, fastest_play);
   if (!speed) return fmt::format("SPEED is 0 to {}", fastest_play);
-  if (*mode != plain_play && !has_selection()) return "there is no selection";
+  if (*mode != plain_play && !has_selection(selection)) return "there is no selection";
   if (*mode == plain_play && selection.cursor >= document.total_size)
     return "the cursor is at the end of the stream";
   playback.prelisten_mode = static_cast<PrelistenMode>(*mode);

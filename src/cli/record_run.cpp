@@ -14,6 +14,7 @@
 #include "document/open_state.h"
 #include "edit/record_commands.h"
 #include "model/document.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/interruption.h"
 #include "platform/path.h"

@@ -24,6 +24,7 @@
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "stream/frame_gain.h"
@@ -98,7 +99,7 @@ void add_parts(Summary& summary) {
   summary.line("Parts:", fmt::format("{} (number, kind, start, length)", document.parts.size()));
   double begin = 0;
   for (std::size_t i = 0; i < document.parts.size(); ++i) {
-    const double end = seconds_at(part_end(static_cast<PartIndex>(i)));
+    const double end = seconds_at(part_end(document, static_cast<PartIndex>(i)));
     summary.add(part_line(i, begin, end));
     begin = end;
   }
@@ -113,13 +114,13 @@ std::string stream_summary() {
     summary.line(info.label, info.value.empty() ? "-" : info.value);
   add_id3v2(summary);
   add_id3v1(summary);
-  summary.line("Stream:", text_of(stream_kind));
+  summary.line("Stream:", text_of(document.kind));
   summary.line("Total time:", time_text(total_seconds()));
   summary.line("Source files:", std::to_string(document.files.size()));
   for (std::size_t i = 1; i < document.files.size(); ++i)
     summary.line(fmt::format("  file {}:", i), document.files[i].file_name);
   summary.line("Cursor:", place_text(selection.cursor));
-  if (has_selection()) {
+  if (has_selection(selection)) {
     summary.line("Selection:", fmt::format("{} - {}", place_text(selection.sel_beg),
                                            place_text(selection.sel_end)));
   }
@@ -129,19 +130,20 @@ std::string stream_summary() {
 
 void print_frames() {
   fmt::memory_buffer lines;
-  FrameCursor cursor = frame_cursor_at(0);
+  FrameCursor cursor = frame_cursor_at(document, 0);
   while (cursor.pos < document.total_size) {
     const EditPosition start = cursor.pos;
     const PartIndex start_part = cursor.part;
     const std::span<std::uint8_t> block = std::span(frame_block).first(frame_block_limit);
-    const std::size_t size = read_frames(block, cursor, document.total_size).size;
+    const std::size_t size = read_frames(document, block, cursor, document.total_size).size;
     for (std::size_t at = 0; at < size;) {
       FrameInfo frame;
-      if (!decode_frame_header(frame, block.subspan(at), frame_format())) break;
+      if (!decode_frame_header(frame, block.subspan(at), frame_format(document.stream))) break;
       const EditPosition place = start + static_cast<EditPosition>(at);
-      const int gain = part_has_gain(start_part) ? gain_at(place, start_part) : 0;
+      const int gain =
+          part_has_gain(document, start_part) ? gain_at(document, place, start_part) : 0;
       fmt::format_to(std::back_inserter(lines), "{} {} {} {} {} {}\n", place,
-                     document.parts[start_part].part_file, file_pos_of(start_part, place),
+                     document.parts[start_part].part_file, file_pos_of(document, start_part, place),
                      frame.frame_length, frame.bitrate, gain);
       at += frame.frame_length;
     }

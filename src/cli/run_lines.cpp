@@ -21,8 +21,7 @@ Refusal set_line(Arguments words, HeadlessHost&) {
 }
 
 Refusal undo_line(Arguments, HeadlessHost&) {
-  if (undo_stack.empty()) return "there is nothing to undo";
-  return undo_pop() ? no_refusal : "the step can't be taken back: a source file is gone";
+  return undo_pop() ? no_refusal : "there is nothing to undo";
 }
 
 Refusal state_line(Arguments, HeadlessHost& host) {

@@ -15,6 +15,7 @@
 #include "edit/save_audio.h"
 #include "edit/save_project.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/path.h"
 #include "unattended/save_unattended.h"
@@ -27,8 +28,8 @@ Refusal not_saved(const std::string& path) { return fmt::format("{} was not save
 
 // The extensions that a file of the stream's kind opens under again.
 std::vector<std::string_view> extensions_of_stream() {
-  if (stream.is_aac != 0) return {".aac"};
-  if (stream_kind.layer == 2) return {".mp2", ".mpa"};
+  if (document.stream.is_aac != 0) return {".aac"};
+  if (document.kind.layer == 2) return {".mp2", ".mpa"};
   return {".mp3", ".mpa"};
 }
 

@@ -9,6 +9,7 @@
 #include "edit/selection_commands.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -31,11 +32,11 @@ Refusal select_line(Arguments words, HeadlessHost&) {
   return no_refusal;
 }
 
-Refusal set_end_line(Arguments words, void (*set_end)(EditPosition)) {
+Refusal set_end_line(Arguments words, void (*set_end)(const Document&, Selection&, EditPosition)) {
   const Place place = read_position(words[0]);
   if (!place.refusal.empty()) return place.refusal;
   carry_out(selection_change, [set_end, pos = place.pos] {
-    set_end(pos);
+    set_end(document, selection, pos);
     return Result::done;
   });
   return no_refusal;
@@ -56,8 +57,8 @@ Refusal clear_selection_line(Arguments, HeadlessHost&) {
 
 Refusal part_line(Arguments words, HeadlessHost&) {
   const auto index = parse_whole<PartIndex>(words[0]);
-  if (!index || *index >= part_count())
-    return fmt::format("there is no part {}; the last is {}", words[0], part_count() - 1);
+  if (!index || *index >= part_count(document))
+    return fmt::format("there is no part {}; the last is {}", words[0], part_count(document) - 1);
   document.current_part = *index;
   return no_refusal;
 }

@@ -16,6 +16,7 @@
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/text.h"
 
 namespace corvelin {
@@ -39,7 +40,7 @@ Json text_or_null(const std::u16string& text) {
 Json position_or_null(EditPosition pos) { return pos == no_position ? Json(nullptr) : Json(pos); }
 
 Json encoder_tag_or_null() {
-  const std::span<const std::uint8_t> tag = std::span(stream.encoder_tag).first(tag_bytes);
+  const std::span<const std::uint8_t> tag = std::span(document.stream.encoder_tag).first(tag_bytes);
   const bool is_empty = std::ranges::all_of(tag, [](std::uint8_t byte) { return byte == 0; });
   return is_empty ? Json(nullptr) : Json(hex(tag));
 }
@@ -57,18 +58,18 @@ Json stream_json() {
   const bool is_open = !document.files.empty();
   return {{"first_audio", is_open ? document.files[0].first_audio : 0},
           {"audio_end", is_open ? document.files[0].audio_end : 0},
-          {"id3v2_size", stream.id3v2_size},
-          {"ape_size", stream.ape_size},
-          {"xing_frames", stream.xing_frames},
-          {"xing_quality", stream.xing_quality},
-          {"toc", stream.toc},
+          {"id3v2_size", document.stream.id3v2_size},
+          {"ape_size", document.stream.ape_size},
+          {"xing_frames", document.stream.xing_frames},
+          {"xing_quality", document.stream.xing_quality},
+          {"toc", document.stream.toc},
           {"encoder_tag", encoder_tag_or_null()},
-          {"vbr", stream.vbr},
-          {"is_aac", stream.is_aac},
-          {"has_info_header", stream.has_info_header},
-          {"avg_bitrate", stream.avg_bitrate},
-          {"avg_frame_size", stream.avg_frame_size},
-          {"current_frame", frame_json(stream.current_frame)}};
+          {"vbr", document.stream.vbr},
+          {"is_aac", document.stream.is_aac},
+          {"has_info_header", document.stream.has_info_header},
+          {"avg_bitrate", document.stream.avg_bitrate},
+          {"avg_frame_size", document.stream.avg_frame_size},
+          {"current_frame", frame_json(selection.current_frame)}};
 }
 
 Json files_json() {

@@ -9,6 +9,7 @@
 
 #include "model/exact_time.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 
 namespace corvelin {
@@ -16,7 +17,9 @@ namespace corvelin {
 namespace {
 
 double scaled_seconds(EditPosition pos) {
-  return stream.avg_bitrate > 0 ? to_time_scale(pos) * 8.0 / double{stream.avg_bitrate} : 0;
+  return document.stream.avg_bitrate > 0
+             ? to_time_scale(document, pos) * 8.0 / double{document.stream.avg_bitrate}
+             : 0;
 }
 
 }  // namespace
@@ -24,7 +27,7 @@ double scaled_seconds(EditPosition pos) {
 bool uses_display_scale = false;
 
 double seconds_at(EditPosition pos) {
-  return uses_display_scale ? scaled_seconds(pos) : exact_seconds(pos);
+  return uses_display_scale ? scaled_seconds(pos) : exact_seconds(document, pos);
 }
 
 double total_seconds() { return seconds_at(document.total_size); }
@@ -35,8 +38,9 @@ std::optional<EditPosition> place_at(double seconds) {
   const double total = total_seconds();
   if (seconds < -coarse_rounding || seconds > total + coarse_rounding) return std::nullopt;
   if (seconds >= total) return document.total_size;
-  if (!uses_display_scale) return exact_place(seconds - rounding);
-  return std::min(from_time_scale(time_to_position(seconds)), document.total_size);
+  if (!uses_display_scale) return exact_place(document, seconds - rounding);
+  return std::min(from_time_scale(document, time_to_position(document, seconds)),
+                  document.total_size);
 }
 
 std::string time_text(double seconds) {

@@ -10,6 +10,7 @@
 #include "model/document.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -31,8 +32,8 @@ Content content() {
           .end_gain = document.end_gain,
           .sheet_title = document.sheet_title,
           .sheet_artist = document.sheet_artist,
-          .header_bits = header_rewrite,
-          .id3v1 = stream.id3v1};
+          .header_bits = document.header_rewrite,
+          .id3v1 = document.stream.id3v1};
 }
 
 Content saved;

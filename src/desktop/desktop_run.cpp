@@ -36,6 +36,7 @@
 #include "edit/requirements.h"
 #include "edit/save_project.h"
 #include "model/document.h"
+#include "model/the_document.h"
 #include "platform/process.h"
 #include "platform/program.h"
 #include "platform/quiet_host.h"

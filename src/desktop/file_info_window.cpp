@@ -15,6 +15,7 @@
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
+#include "model/the_document.h"
 #include "stream/frame_header.h"
 #include "text/text_rows.h"
 
@@ -88,7 +89,7 @@ class FileInfoWindow : public DialogWindow {
       values_[i]->setText(value);
       values_[i]->setCursorPosition(0);
     }
-    const FrameInfo& frame = stream.current_frame;
+    const FrameInfo& frame = selection.current_frame;
     current_copyright_->setChecked(frame.copyright != 0);
     current_original_->setChecked(frame.original != 0);
     current_private_->setChecked(frame.private_bit != 0);

@@ -17,6 +17,7 @@
 #include "desktop/qt_text.h"
 #include "document/open_state.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 

@@ -28,6 +28,7 @@
 #include "desktop/run_window.h"
 #include "document/open_state.h"
 #include "model/document.h"
+#include "model/the_document.h"
 #include "platform/path.h"
 #include "settings/note.h"
 #include "text/boxes.h"

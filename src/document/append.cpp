@@ -18,6 +18,7 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/bytes.h"
 #include "platform/file_window.h"
 #include "platform/host.h"
@@ -54,9 +55,9 @@ AppendResult find_fitting_frame(const InputFile& file, FoundFrame& found) {
     const std::size_t end = bytes.size() - frame_unit;
     for (std::size_t i = find_sync(bytes, 0, end); i < end; i = find_sync(bytes, i + 1, end)) {
       FrameInfo frame;
-      if (!decode_frame_header(frame, bytes.subspan(i), frame_format())) continue;
+      if (!decode_frame_header(frame, bytes.subspan(i), frame_format(document.stream))) continue;
       if (!has_equal_follower(bytes, i, frame.frame_length)) continue;
-      const bool fits = kind_of(frame) == stream_kind;
+      const bool fits = kind_of(frame) == document.kind;
       if (fits || result == AppendResult::no_sync)
         found = {.at = static_cast<std::uint32_t>(offset + i), .info = frame};
       if (fits) return AppendResult::appended;
@@ -69,8 +70,8 @@ AppendResult find_fitting_frame(const InputFile& file, FoundFrame& found) {
 std::uint32_t end_of_audio(const InputFile& file, std::uint32_t size) {
   std::array<std::uint8_t, id3v1_size> tail = {};
   file.read_at(size - id3v1_size, tail);
-  return trim_to_last_frame(file, stands_at(tail, 0, "TAG") ? size - id3v1_size : size,
-                            stream_kind);
+  return trim_to_last_frame(file, frame_format(document.stream),
+                            stands_at(tail, 0, "TAG") ? size - id3v1_size : size, document.kind);
 }
 
 // What a failure tells beyond its result.
@@ -84,7 +85,7 @@ std::optional<AudioBounds> bounds_of(const InputFile& file, std::uint32_t size,
                                      std::uint32_t first_frame) {
   StreamInfo own = {.audio_end = size};  // what its header says means nothing to the stream
   const AudioBounds bounds = {
-      .begin = stream.is_aac != 0 ? first_frame : read_vbr_header(file, first_frame, own),
+      .begin = document.stream.is_aac != 0 ? first_frame : read_vbr_header(file, first_frame, own),
       .end = end_of_audio(file, size)};
   return bounds.begin < bounds.end ? std::optional(bounds) : std::nullopt;
 }
@@ -92,7 +93,7 @@ std::optional<AudioBounds> bounds_of(const InputFile& file, std::uint32_t size,
 // A source that is open already keeps its bounds, which its parts and earlier states count on.
 bool find_bounds(SourceFile& file, std::uint32_t size, std::uint32_t first_frame) {
   if (file.audio_end != 0) return true;
-  const auto bounds = bounds_of(file.handle, size, first_frame);
+  const auto bounds = bounds_of(*file.handle, size, first_frame);
   if (!bounds) return false;
   file.first_audio = bounds->begin;
   file.audio_end = bounds->end;
@@ -101,14 +102,14 @@ bool find_bounds(SourceFile& file, std::uint32_t size, std::uint32_t first_frame
 
 AppendResult append_source(std::uint16_t index, Detail& detail) {
   SourceFile& file = document.files[index];
-  const std::uint64_t file_size = file.handle.facts().size;
+  const std::uint64_t file_size = file.handle->facts().size;
   if (file_size < smallest_file || file_size > largest_file) return AppendResult::bad_size;
-  if (!has_room_for(file_size)) return AppendResult::too_large;
+  if (!has_room_for(document, file_size)) return AppendResult::too_large;
   const auto size = static_cast<std::uint32_t>(file_size);
 
   FoundFrame first;
-  const AppendResult search = find_fitting_frame(file.handle, first);
-  if (const std::error_code error = file.handle.read_error()) detail.cause = error.message();
+  const AppendResult search = find_fitting_frame(*file.handle, first);
+  if (const std::error_code error = file.handle->read_error()) detail.cause = error.message();
   if (search == AppendResult::other_parameters) detail.other = kind_of(first.info);
   if (search != AppendResult::appended) return search;
   if (!find_bounds(file, size, first.at)) return AppendResult::no_sync;
@@ -116,11 +117,11 @@ AppendResult append_source(std::uint16_t index, Detail& detail) {
   const std::uint32_t end = file.audio_end;
 
   const EditPosition place = document.total_size;
-  if (make_border(place) == no_part) return AppendResult::table_full;
-  const PartIndex part = add_part(place, index, begin, end - begin);
+  if (make_border(document, place) == no_part) return AppendResult::table_full;
+  const PartIndex part = add_part(document, place, index, begin, end - begin);
   if (part == no_part) return AppendResult::table_full;
   document.parts[part].part_iscue = 1;
-  take_in_bitrate(first.info);
+  take_in_bitrate(document.stream, first.info);
   return AppendResult::appended;
 }
 
@@ -164,7 +165,7 @@ std::string cause_of(AppendResult result, const std::string& name, const Detail&
   if (!detail.cause.empty()) return detail.cause;
   if (result == AppendResult::other_parameters)
     return fmt::format("its frames are {}\nthose of the document {}", text_of(detail.other),
-                       text_of(stream_kind));
+                       text_of(document.kind));
   if (result == AppendResult::no_audio)
     return fmt::format("This is {}; only audio files can be appended.", kind_without_audio(name));
   if (result == AppendResult::bad_size) return reading_fault(name);
@@ -174,12 +175,13 @@ std::string cause_of(AppendResult result, const std::string& name, const Detail&
 AppendResult append_named(const std::string& name, Detail& detail) {
   if (!kind_without_audio(name).empty()) return AppendResult::no_audio;
   if (extension_of(name).empty()) return AppendResult::bad_name;
-  if ((file_kind(name) == FileKind::aac) != (stream.is_aac != 0)) return AppendResult::other_format;
-  const auto index = add_source_file(name, &detail.cause);
+  if ((file_kind(name) == FileKind::aac) != (document.stream.is_aac != 0))
+    return AppendResult::other_format;
+  const auto index = add_source_file(document, name, &detail.cause);
   if (!index) return AppendResult::not_opened;
   const AppendResult result = append_source(*index, detail);
   if (result != AppendResult::appended && result != AppendResult::table_full)
-    remove_last_source_file();
+    remove_last_source_file(document);
   return result;
 }
 
@@ -231,14 +233,14 @@ bool append_file_reported(const std::string& name, std::vector<std::string>* lis
 
 bool can_append_files(std::span<const std::string> names) {
   const std::size_t files_before = document.files.size();
-  const PartIndex parts_before = part_count();
-  const auto vbr_before = stream.vbr;
+  const PartIndex parts_before = part_count(document);
+  const auto vbr_before = document.stream.vbr;
   bool all_fit = true;
   for (const std::string& name : names) all_fit = append_file_reported(name, nullptr) && all_fit;
-  while (part_count() > parts_before) remove_part(parts_before);
-  recompute_total();
-  while (document.files.size() > files_before) remove_last_source_file();
-  stream.vbr = vbr_before;
+  while (part_count(document) > parts_before) remove_part(document, parts_before);
+  recompute_total(document);
+  while (document.files.size() > files_before) remove_last_source_file(document);
+  document.stream.vbr = vbr_before;
   return all_fit;
 }
 

@@ -6,6 +6,7 @@
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "settings/setting_table.h"
 
 namespace corvelin {
@@ -18,7 +19,7 @@ void stop_users_of_document() {
 
 void close_all() {
   stop_users_of_document();
-  close_document();
+  close_document(document);
   selection = {};
   open_state.project_name.clear();
   open_state.document_modified = false;
@@ -29,8 +30,8 @@ void reset_state(ResetLevel level) {
   if (level == ResetLevel::start) close_all();
   frame_block.fill(0);
   selection = {};
-  stream = {};
-  stream_kind = {};
+  document.stream = {};
+  document.kind = {};
   open_state.document_modified = false;
   document.sheet_title.clear();
   document.sheet_artist.clear();
@@ -40,7 +41,7 @@ void reset_state(ResetLevel level) {
   if (level == ResetLevel::no_name) return;
 
   open_state = {};
-  header_rewrite = {};
+  document.header_rewrite = {};
   batch_active = false;
   settings = default_settings();
   for (void (*const reset)() : close_hooks.at_start) reset();

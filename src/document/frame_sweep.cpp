@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <iterator>
 
-#include "model/stream_info.h"
-
 namespace corvelin {
 
 namespace {
@@ -22,7 +20,7 @@ std::optional<FramePlace> FrameSweep::find(std::uint32_t from, std::uint32_t rat
   if (from >= audio_end_) return std::nullopt;
   if (audio_end_ - from <= longest_adts_frame) {  // here the last frame of a file may stand alone
     auto found = find_frame_in_block(window_.bytes_at(file_, from, search_read_size),
-                                     audio_end_ - from, rate_before);
+                                     audio_end_ - from, format_, rate_before);
     if (found) found->pos += from;
     return found;
   }
@@ -42,8 +40,7 @@ std::optional<FramePlace> FrameSweep::find(std::uint32_t from, std::uint32_t rat
 std::optional<FramePlace> FrameSweep::frame_at(std::uint32_t from) {
   const auto bytes = window_.bytes_at(file_, from, longest_adts_frame + follower_size);
   FramePlace place = {.pos = from};
-  const bool is_frame = has_sync(bytes, 0) &&
-                        decode_frame_header(place.frame, bytes, frame_format()) &&
+  const bool is_frame = has_sync(bytes, 0) && decode_frame_header(place.frame, bytes, format_) &&
                         is_followed(bytes, 0, place.frame.frame_length);
   return is_frame ? std::optional(place) : std::nullopt;
 }
@@ -63,7 +60,7 @@ void FrameSweep::scan(std::uint32_t from) {
     }
     FramePlace place = {.pos = scanned_ + static_cast<std::uint32_t>(at)};
     scanned_ = place.pos + 1;
-    if (decode_frame_header(place.frame, bytes.subspan(at), frame_format()) &&
+    if (decode_frame_header(place.frame, bytes.subspan(at), format_) &&
         is_followed(bytes, at, place.frame.frame_length))
       waiting_.emplace(std::uint64_t{place.pos} + place.frame.frame_length + follower_size, place);
   }

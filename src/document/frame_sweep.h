@@ -17,7 +17,8 @@ namespace corvelin {
 
 class FrameSweep {
  public:
-  FrameSweep(const InputFile& file, std::uint32_t audio_end) : file_(file), audio_end_(audio_end) {}
+  FrameSweep(const InputFile& file, FrameFormat format, std::uint32_t audio_end)
+      : file_(file), format_(format), audio_end_(audio_end) {}
 
   /// What `find_frame` finds from the file offset `from`, which is never before that of an earlier
   /// call. The place is a file offset.
@@ -30,6 +31,7 @@ class FrameSweep {
   void forget_before(std::uint32_t from);
 
   const InputFile& file_;
+  FrameFormat format_;
   std::uint32_t audio_end_;
   FileWindow window_;
   std::uint32_t scanned_ = 0;  // headers that begin before this offset are known

@@ -13,6 +13,7 @@
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/bytes.h"
 #include "platform/path.h"
 #include "settings/settings.h"
@@ -26,25 +27,27 @@ constexpr std::uint64_t smallest_file = 10;  // bytes
 // Reads the file's last 128 bytes and takes them off the audio when they are a tag.
 void take_off_id3v1(SourceFile& file) {
   if (file.audio_end < id3v1_size) return;
-  file.handle.read_at(file.audio_end - id3v1_size, stream.id3v1);
-  if (!stands_at(stream.id3v1, 0, "TAG")) return;
+  file.handle->read_at(file.audio_end - id3v1_size, document.stream.id3v1);
+  if (!stands_at(document.stream.id3v1, 0, "TAG")) return;
   file.audio_end -= id3v1_size;
   open_state.keep_id3v1 = settings.save_id3v1 != 0;
 }
 
 void take_off_ape(SourceFile& file) {
-  stream.ape_size = ape_tag_size(file.handle, file.audio_end);
-  file.audio_end -= stream.ape_size;
+  document.stream.ape_size = ape_tag_size(*file.handle, file.audio_end);
+  file.audio_end -= document.stream.ape_size;
 }
 
 // Finds the bounds of the audio in source file 0, which is one part from its first byte on.
 bool find_audio(SourceFile& file) {
-  file.first_audio = probe_stream(file.handle, file.audio_end);
+  file.first_audio =
+      probe_stream(*file.handle, file.audio_end, document.stream, selection.current_frame);
   if (file.first_audio == no_position) return false;
-  file.audio_end = trim_to_last_frame(file.handle, file.audio_end, kind_of(stream.current_frame));
-  file.first_audio = locate_frame(0, file.first_audio);
+  file.audio_end = trim_to_last_frame(*file.handle, frame_format(document.stream), file.audio_end,
+                                      kind_of(selection.current_frame));
+  file.first_audio = locate_frame(document, 0, file.first_audio, selection.current_frame);
   if (file.first_audio >= file.audio_end) return false;  // `no_position` is
-  stream_kind = kind_of(stream.current_frame);
+  document.kind = kind_of(selection.current_frame);
   return true;
 }
 
@@ -53,29 +56,29 @@ void narrow_to_audio(const SourceFile& file) {
   part.part_filepos = file.first_audio;
   part.part_size = file.audio_end - file.first_audio;
   part.part_iscue = 1;  // the first part of a file is a track's start
-  recompute_total();
+  recompute_total(document);
 }
 
 void take_over_header_bits(const FrameInfo& frame) {
-  header_rewrite = {.rewrite_header = false,
-                    .rewrite_copyright = frame.copyright,
-                    .rewrite_original = frame.original,
-                    .rewrite_private = frame.private_bit};
+  document.header_rewrite = {.rewrite_header = false,
+                             .rewrite_copyright = frame.copyright,
+                             .rewrite_original = frame.original,
+                             .rewrite_private = frame.private_bit};
 }
 
 bool open_added_file(SourceFile& file) {
-  const std::uint64_t size = file.handle.facts().size;
+  const std::uint64_t size = file.handle->facts().size;
   if (size < smallest_file || size > largest_file) return false;
   file.audio_end = static_cast<std::uint32_t>(size);
   open_state.keep_id3v1 = false;
   take_off_id3v1(file);
   take_off_ape(file);
-  if (add_part(0, 0, 0, file.audio_end) == no_part || !find_audio(file)) return false;
+  if (add_part(document, 0, 0, 0, file.audio_end) == no_part || !find_audio(file)) return false;
 
   narrow_to_audio(file);
-  selection.cursor = locate_frame(0, selection.cursor);
+  selection.cursor = locate_frame(document, 0, selection.cursor, selection.current_frame);
   open_state.save_name.clear();
-  take_over_header_bits(stream.current_frame);
+  take_over_header_bits(selection.current_frame);
   return true;
 }
 
@@ -86,13 +89,14 @@ std::string open_audio_file(const std::string& name) {
   if (extension_of(name).empty())
     return "The name of an audio file ends in .mp3, .mp2, .mpa or .aac.";
   if (document.files.size() > 1) return "A document is open.";
-  stream.is_aac = file_kind(name) == FileKind::aac ? 1 : 0;
+  document.stream.is_aac = file_kind(name) == FileKind::aac ? 1 : 0;
   std::string cause;
-  const auto index = add_source_file(name, &cause);
+  const auto index = add_source_file(document, name, &cause);
   if (!index) return cause;
   if (open_added_file(document.files[*index])) return {};
-  const std::error_code error = document.files[*index].handle.read_error();
-  close_document();
+  const std::error_code error = document.files[*index].handle->read_error();
+  close_document(document);
+  selection.current_frame = {};
   return error ? error.message() : audio_fault(name);
 }
 

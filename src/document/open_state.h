@@ -11,7 +11,8 @@ struct OpenState {
   std::string project_name;       // the project file or cue sheet of the document; empty for none
   std::string save_name;          // of the last audio save, or the last piece of a split
   std::string split_dest_folder;  // of the last split, with its "/"; it outlives the document
-  bool keep_id3v1 = false;  // the tag in `stream.id3v1` goes behind the audio of the next save
+  bool keep_id3v1 =
+      false;  // the tag in `document.stream.id3v1` goes behind the audio of the next save
   bool document_modified = false;  // since the last saved project
 };
 

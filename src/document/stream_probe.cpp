@@ -73,7 +73,8 @@ std::optional<FramePlace> find_first_frame(FrameSweep& sweep, std::uint32_t from
 // Walks the frames from `pos`: all of the first 100,000 bytes, and of a variable stream 50 frames
 // in every 50,000 bytes until 5,000,000. Sets `vbr` and, unless a header gave it, `avg_frame_size`.
 // Returns the last frame that was found, `sample` if none.
-FrameInfo sample_frames(FrameSweep& sweep, std::uint32_t pos, FrameInfo sample) {
+FrameInfo sample_frames(FrameSweep& sweep, std::uint32_t pos, FrameInfo sample,
+                        StreamInfo& stream) {
   constexpr std::uint32_t frames_in_turn = 50;
   constexpr std::uint32_t skipped_in_turn = 50000;  // bytes
   constexpr std::uint32_t other_kind_step = 10;     // bytes behind a frame of other parameters
@@ -114,7 +115,7 @@ FrameInfo sample_frames(FrameSweep& sweep, std::uint32_t pos, FrameInfo sample) 
 }
 
 // Bits per second of frames of the average size with the parameters of `frame`.
-float average_bitrate(const FrameInfo& frame) {
+float average_bitrate(const StreamInfo& stream, const FrameInfo& frame) {
   const double bytes = double{stream.avg_frame_size} * frame.sample_rate;
   if (stream.is_aac != 0) return static_cast<float>(bytes / 128);
   const bool is_half_length = frame.layer == 3 && frame.version != 1;
@@ -123,10 +124,11 @@ float average_bitrate(const FrameInfo& frame) {
 
 }  // namespace
 
-std::uint32_t probe_stream(const InputFile& file, std::uint32_t size) {
+std::uint32_t probe_stream(const InputFile& file, std::uint32_t size, StreamInfo& stream,
+                           FrameInfo& last_frame) {
   stream.audio_end = size;
   stream.id3v2_size = id3v2_tag_size(file);
-  FrameSweep sweep(file, size);
+  FrameSweep sweep(file, frame_format(stream), size);
   auto first = find_first_frame(sweep, stream.id3v2_size, size);
   if (!first) return no_position;
 
@@ -140,8 +142,8 @@ std::uint32_t probe_stream(const InputFile& file, std::uint32_t size) {
     const auto behind = sweep.find(stream.first_audio, first->frame.sample_rate);
     if (behind) first = behind;
   }
-  stream.current_frame = sample_frames(sweep, first->pos, first->frame);
-  stream.avg_bitrate = average_bitrate(stream.current_frame);
+  last_frame = sample_frames(sweep, first->pos, first->frame, stream);
+  stream.avg_bitrate = average_bitrate(stream, last_frame);
   return stream.first_audio;
 }
 
@@ -178,17 +180,17 @@ std::uint32_t read_vbr_header(const InputFile& file, std::uint32_t first, Stream
   return first_audio;
 }
 
-std::uint32_t trim_to_last_frame(const InputFile& file, std::uint32_t end, const StreamKind& kind) {
+std::uint32_t trim_to_last_frame(const InputFile& file, FrameFormat format, std::uint32_t end,
+                                 const StreamKind& kind) {
   if (end < frame_unit) return end;
-  std::vector<std::uint8_t> tail(std::min(end, longest_frame(frame_format())));
+  std::vector<std::uint8_t> tail(std::min(end, longest_frame(format)));
   const std::uint32_t start = end - static_cast<std::uint32_t>(tail.size());
   tail.resize(file.read_at(start, tail));
   const std::span<const std::uint8_t> bytes = tail;
   std::uint32_t cut_off = end;
   for (std::size_t at = bytes.size(); at-- > 0;) {
     FrameInfo frame;
-    if (!has_sync(bytes, at) || !decode_frame_header(frame, bytes.subspan(at), frame_format()))
-      continue;
+    if (!has_sync(bytes, at) || !decode_frame_header(frame, bytes.subspan(at), format)) continue;
     if (!is_same_kind(kind_of(frame), kind)) continue;
     const std::size_t behind = at + frame.frame_length;
     // What looks like a frame that is cut off was payload when an earlier one ends with the audio.

@@ -14,6 +14,7 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 
 namespace corvelin {
@@ -29,7 +30,7 @@ int silence_threshold() {
 }
 
 std::uint16_t measure_block() {
-  document.current_part = part_at(selection.cursor);
+  document.current_part = part_at(document, selection.cursor);
   return peak_seek_read(frames_a_block);
 }
 
@@ -38,7 +39,7 @@ void crop_head(int threshold) {
   while (selection.cursor < document.total_size) {
     const EditPosition block = selection.cursor;
     const bool is_loud = measure_block() > threshold;
-    if (is_loud) delete_range(0, block);
+    if (is_loud) delete_range(document, 0, block);
     if (is_loud || selection.cursor <= block) return;
   }
 }
@@ -46,13 +47,15 @@ void crop_head(int threshold) {
 // Where the search for the tail begins: far enough from the end, but not at the start of hours.
 EditPosition tail_start() {
   const std::uint32_t total = document.total_size;
-  return frame_at(total > average_frames(3000) ? total - average_frames(2000) : total / 2);
+  return frame_at(document, total > average_frames(3000) ? total - average_frames(2000) : total / 2,
+                  selection.current_frame);
 }
 
 // Where it goes on when all behind `begin` is silent.
 EditPosition earlier_start(EditPosition begin) {
   const std::uint32_t step = average_frames(2000);
-  const EditPosition earlier = begin > step ? frame_at(begin - step) : 0;
+  const EditPosition earlier =
+      begin > step ? frame_at(document, begin - step, selection.current_frame) : 0;
   return earlier < begin ? earlier : 0;
 }
 
@@ -83,7 +86,7 @@ void crop_tail(int threshold) {
     found = end_of_loudness(begin, end, threshold);
   }
   peak_seek_close();
-  if (found) delete_range(*found, document.total_size);
+  if (found) delete_range(document, *found, document.total_size);
 }
 
 }  // namespace
@@ -101,7 +104,8 @@ bool auto_crop() {
   crop_head(threshold);
   peak_seek_close();
   if (peak_seek_open(frames_a_block)) crop_tail(threshold);
-  selection.cursor = std::min(frame_at(remembered), document.total_size);
+  selection.cursor =
+      std::min(frame_at(document, remembered, selection.current_frame), document.total_size);
   return true;
 }
 

@@ -14,6 +14,7 @@
 #include "model/cuts.h"
 #include "model/exact_time.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -48,34 +49,34 @@ std::optional<std::uint16_t> read_seconds(std::string_view text) {
 
 // Gives the part that begins at `frame` a flag. False where none can begin.
 bool set_cue(EditPosition frame, std::int16_t gain, const std::u16string& name) {
-  selection.sel_title.clear();
-  selection.sel_artist.clear();
-  const PartIndex made = make_border(frame);
-  if (made >= part_count()) return false;
-  document.parts[made].part_iscue = 1;
-  document.parts[made].part_gainbeg = gain;
+  forget_stashed_texts(selection);
+  const PartIndex made = make_border(document, frame);
+  if (made >= part_count(document)) return false;
+  Part& part = document.parts[made];
+  part.part_iscue = 1;
+  part.part_gainbeg = gain;
   if (name.empty()) return true;
-  selection.sel_title = name;
-  take_stashed_part_texts(made);
+  part.part_title = name;
+  part.part_artist.clear();
   return true;
 }
 
 // A cue at each multiple of the interval, by exact times: a clock beside the player agrees.
 Outcome set_cues(const AutoCues& cues) {
   constexpr double shortest = 0.001;  // seconds: less than a frame
-  const bool has_range = has_selected_range();
+  const bool has_range = has_selected_range(selection);
   const EditPosition first = has_range ? selection.sel_beg : 0;
   const double interval = std::max(cues.interval, shortest);
-  const double begin = exact_seconds(first);
-  const double total = exact_seconds(document.total_size);
-  const double end = has_range ? exact_seconds(selection.sel_end) : total;
-  const std::int16_t gain = document.parts[part_at(first)].part_gainbeg;
+  const double begin = exact_seconds(document, first);
+  const double total = exact_seconds(document, document.total_size);
+  const double end = has_range ? exact_seconds(document, selection.sel_end) : total;
+  const std::int16_t gain = document.parts[part_at(document, first)].part_gainbeg;
 
   Result result = Result::nothing;
   double multiple = first == 0 ? 1 : 0;  // the stream's start is a track start already
   while (begin + multiple * interval < end) {
-    const EditPosition frame = exact_place(begin + multiple * interval);
-    const double time = exact_seconds(frame);
+    const EditPosition frame = exact_place(document, begin + multiple * interval);
+    const double time = exact_seconds(document, frame);
     if (document.parts.size() >= most_parts) return refuse_cues_from(frame);
     if (!set_cue(frame, gain, cues.creates_names ? bytes_to_wide(format_seconds(time), true) : u""))
       break;

@@ -21,6 +21,7 @@
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
@@ -65,7 +66,7 @@ std::optional<std::string> text_of_selection() {
   const EditPosition end = std::min(selection.sel_end, document.total_size);
   if (begin >= end) return std::nullopt;
   std::string text(clipboard_mark);
-  for (PartIndex i = part_at(begin); i <= part_at(end); ++i) {
+  for (PartIndex i = part_at(document, begin); i <= part_at(document, end); ++i) {
     Part range = document.parts[i];
     if (range.part_beg == end) break;
     if (range.part_beg < begin) {  // what begins inside a part has neither its level nor its cue
@@ -137,12 +138,11 @@ PasteResult fetch_text(std::string& text) {
 class Paste {
  public:
   PasteResult run(std::string_view text) {
-    ensure_selection(selection.cursor);
+    ensure_selection(selection, selection.cursor);
     if (selection.sel_beg < selection.sel_end)
-      removed_ = delete_range(selection.sel_beg, selection.sel_end);
+      removed_ = delete_range(document, selection.sel_beg, selection.sel_end);
     place_ = selection.sel_beg;
-    selection.sel_title.clear();  // of a border that was restored: not one of the parts to come
-    selection.sel_artist.clear();
+    forget_stashed_texts(selection);  // the border is not one of the parts to come
     const PasteResult result = add_ranges(text);
     if (result == PasteResult::pasted) {
       selection.sel_end = place_;
@@ -168,24 +168,25 @@ class Paste {
 
   PasteResult add(const PastedRange& range) {
     if (extension_of(range.path).empty()) return PasteResult::failed;
-    if ((file_kind(range.path) == FileKind::aac) != (stream.is_aac != 0))
+    if ((file_kind(range.path) == FileKind::aac) != (document.stream.is_aac != 0))
       return PasteResult::other_format;
-    const auto index = add_source_file(path_from_outside(range.path, ""));
+    const auto index = add_source_file(document, path_from_outside(range.path, ""));
     if (!index || !take_bounds(document.files[*index], range)) return PasteResult::failed;
 
-    const auto frame = frame_at_begin(document.files[*index].handle, range.file_pos);
+    const auto frame = frame_at_begin(*document.files[*index].handle, range.file_pos);
     if (!frame) return PasteResult::failed;
-    if (kind_of(*frame) != stream_kind) return PasteResult::other_parameters;
-    take_in_bitrate(*frame);
+    if (kind_of(*frame) != document.kind) return PasteResult::other_parameters;
+    take_in_bitrate(document.stream, *frame);
     return add_as_part(*index, range) ? PasteResult::pasted : PasteResult::failed;
   }
 
   // A file that is new here gets the bounds that it had where the range comes from, as far as it
   // goes. False for a range that the file, or a stream, doesn't have room for.
   static bool take_bounds(SourceFile& file, const PastedRange& range) {
-    const std::uint64_t file_size = file.handle.facts().size;
+    const std::uint64_t file_size = file.handle->facts().size;
     const std::uint64_t range_end = std::uint64_t{range.file_pos} + range.size;
-    if (range.size == 0 || range_end > file_size || !has_room_for(range.size)) return false;
+    if (range.size == 0 || range_end > file_size || !has_room_for(document, range.size))
+      return false;
     if (file.audio_end != 0) return true;
     const std::uint64_t audio_end = std::min<std::uint64_t>(range.audio_end, file_size);
     if (range.first_audio >= audio_end) return false;
@@ -198,13 +199,13 @@ class Paste {
     FrameInfo frame;
     std::array<std::uint8_t, header_size> head = {};
     if (file.read_at(file_pos, head) < head.size()) return std::nullopt;
-    if (!decode_frame_header(frame, head, frame_format())) return std::nullopt;
+    if (!decode_frame_header(frame, head, frame_format(document.stream))) return std::nullopt;
     return frame;
   }
 
   bool add_as_part(std::uint16_t file, const PastedRange& range) {
-    make_border(place_);
-    const PartIndex index = add_part(place_, file, range.file_pos, range.size);
+    make_border(document, place_);
+    const PartIndex index = add_part(document, place_, file, range.file_pos, range.size);
     if (index == no_part) return false;
     Part& part = document.parts[index];
     part.part_gainbeg = range.gain;
@@ -220,8 +221,8 @@ class Paste {
   // undo step does.
   void give_up() const {
     selection.sel_end = selection.sel_beg;
-    if (removed_ != no_part) restore_border(removed_, place_);
-    remove_last_source_file();
+    if (removed_ != no_part) restore_border(document, selection, removed_, place_);
+    remove_last_source_file(document);
   }
 
   PartIndex removed_ = no_part;  // the part that followed the selection that was replaced
@@ -275,7 +276,7 @@ PasteResult paste_from_clipboard() {
 }
 
 Outcome copy() {
-  if (!has_selected_range()) {
+  if (!has_selected_range(selection)) {
     selection.sel_beg = 0;
     selection.sel_end = document.total_size;
   }
@@ -283,7 +284,7 @@ Outcome copy() {
 }
 
 Outcome cut_clipboard() {
-  if (!has_selected_range()) return refuse(ui_text(row::selection_too_short));
+  if (!has_selected_range(selection)) return refuse(ui_text(row::selection_too_short));
   const Outcome copied = copy_or_refuse();
   return copied.result == Result::done ? cut_or_cue() : copied;
 }

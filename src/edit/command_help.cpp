@@ -1,5 +1,6 @@
 // The lines of help.
 #include "edit/command_help.h"
+#include "model/the_document.h"
 
 #include <algorithm>
 #include <iterator>

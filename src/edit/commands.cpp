@@ -11,6 +11,7 @@
 #include "edit/undo.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
@@ -31,7 +32,7 @@ std::optional<UndoEntry> undo_step(const Command& command) {
 }
 
 UndoRun run_of(const Command& command) {
-  return {.command = command.id, .part = document.current_part, .revision = document_revision};
+  return {.command = command.id, .part = document.current_part, .revision = document.revision};
 }
 
 // Pressed many times in a row, a command of fine adjustment takes one step for all; and none where
@@ -49,14 +50,14 @@ void repair(const Command& command, bool is_refused, bool has_new_parts) {
   if (document.parts.empty()) return;
   if (command.has(rule::modifies) || (command.has(rule::modifies_by_cuts) && has_new_parts))
     open_state.document_modified = true;
-  if (command.has(rule::names_parts) && !is_refused) name_parts_from_files();
+  if (command.has(rule::names_parts) && !is_refused) name_parts_from_files(document);
   if (command.has(rule::recuts)) settle_places();
-  if (command.has(rule::follows_cursor)) document.current_part = part_at(selection.cursor);
-  if (command.has(rule::relists | rule::modifies)) ++document_revision;
+  if (command.has(rule::follows_cursor))
+    document.current_part = part_at(document, selection.cursor);
+  if (command.has(rule::relists | rule::modifies)) touch(document);
 }
 
 void show_changes(const Command& command) {
-  ++selection_revision;
   if (command.has(rule::relists | rule::reopens)) host().rebuild_part_list();
   if (command.has(rule::reopens)) host().update_menu_state(all_states);
   const bool is_open = !document.parts.empty();
@@ -131,9 +132,9 @@ Result carry_out(const Command& command, const std::function<Outcome()>& operati
     const bool is_in_run = command.has(rule::steps_by_run);
     std::optional<UndoEntry> step = is_in_run ? std::nullopt : undo_step(command);
     if (!command.has(rule::steps_if_done)) undo_push(std::exchange(step, std::nullopt));
-    const std::uint64_t revision = document_revision;
+    const std::uint64_t revision = document.revision;
     outcome = is_in_run ? carry_out_in_run(command, operation) : operation();
-    const bool has_new_parts = document_revision != revision;
+    const bool has_new_parts = document.revision != revision;
     if (outcome.result == Result::done) undo_push(std::move(step));
     if (outcome.result == Result::done || has_new_parts)
       repair(command, outcome.result == Result::refused, has_new_parts);

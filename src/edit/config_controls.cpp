@@ -10,6 +10,7 @@
 #include "audio/recorder.h"
 #include "edit/config_dialog.h"
 #include "edit/record_commands.h"
+#include "model/the_document.h"
 #include "platform/path.h"
 #include "platform/program.h"
 #include "platform/system.h"

@@ -6,6 +6,7 @@
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -14,15 +15,15 @@ namespace {
 // Makes a border with the flag and returns its part; `no_part` at the stream's end and without
 // room.
 PartIndex make_cue(EditPosition pos) {
-  const PartIndex made = make_border(pos);
-  if (made >= part_count()) return no_part;
+  const PartIndex made = make_border(document, pos);
+  if (made >= part_count(document)) return no_part;
   document.parts[made].part_iscue = 1;
   return made;
 }
 
 Result put_cue_flags(std::uint32_t flag) {
-  const EditPosition beg = has_selection() ? selection.sel_beg : 0;
-  const EditPosition end = has_selection() ? selection.sel_end : document.total_size;
+  const EditPosition beg = has_selection(selection) ? selection.sel_beg : 0;
+  const EditPosition end = has_selection(selection) ? selection.sel_end : document.total_size;
   Result result = Result::nothing;
   for (Part& part : document.parts) {
     if (part.part_beg < beg || part.part_beg > end) continue;
@@ -40,16 +41,17 @@ void cues_at_selection_ends() {
     document.current_part = first;
     make_cue(selection.sel_end);
   }
-  clear_selection();
+  clear_selection(selection);
 }
 
 Result set_cue_flags() { return put_cue_flags(1); }
 Result remove_cue_flags() { return put_cue_flags(0); }
 
 void cue_pure_splits() {
-  for (PartIndex i = 1; i < part_count(); ++i) {
+  for (PartIndex i = 1; i < part_count(document); ++i) {
     const auto before = static_cast<PartIndex>(i - 1);
-    const bool is_pure = !has_gap(i) && !part_has_gain(before) && !part_has_gain(i);
+    const bool is_pure =
+        !has_gap(document, i) && !part_has_gain(document, before) && !part_has_gain(document, i);
     document.parts[i].part_iscue = is_pure ? 1 : 0;
   }
 }

@@ -16,6 +16,7 @@
 #include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "settings/settings.h"
@@ -53,7 +54,7 @@ Joined append_in_one_step(std::span<const std::string> names) {
   carry_out(append_change, [&] {
     joined = append_documents(files);
     if (joined.count == 0) return Result::refused;
-    clear_selection();
+    clear_selection(selection);
     seek_to(document.total_size);
     return Result::done;
   });

@@ -11,6 +11,7 @@
 #include "edit/commands.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "settings/setting_table.h"
@@ -26,12 +27,14 @@ std::string in_bytes(std::uint32_t value) { return group_thousands(value) + " by
 std::string kilobits(double value) { return fmt::format("{:3.1f} kbit/s", value); }
 
 std::string vbr_header_value() {
-  std::string text = (stream.vbr & vbr_header) != 0 ? "Xing"
-                     : stream.has_info_header != 0  ? "Info"
-                                                    : std::string(ui_text(row::no));
-  if (stream.xing_frames != 0)
-    text += " (" + format_row(ui_text(row::number_of_frames), group_thousands(stream.xing_frames)) +
-            ")";
+  std::string text = (document.stream.vbr & vbr_header) != 0 ? "Xing"
+                     : document.stream.has_info_header != 0  ? "Info"
+                                                             : std::string(ui_text(row::no));
+  if (document.stream.xing_frames != 0)
+    text +=
+        " (" +
+        format_row(ui_text(row::number_of_frames), group_thousands(document.stream.xing_frames)) +
+        ")";
   return text;
 }
 
@@ -39,7 +42,7 @@ std::string vbr_header_value() {
 std::string encoder_value() {
   constexpr std::size_t shown = 9;
   std::string text;
-  for (const std::uint8_t byte : std::span(stream.encoder_tag).first(shown)) {
+  for (const std::uint8_t byte : std::span(document.stream.encoder_tag).first(shown)) {
     if (byte == 0) break;
     text += byte < 0x80 ? static_cast<char>(byte) : '?';
   }
@@ -47,8 +50,8 @@ std::string encoder_value() {
 }
 
 std::string id3v2_value() {
-  if (stream.id3v2_size == 0) return std::string(ui_text(row::no));
-  return fmt::format("{} ({})", ui_text(row::yes), in_bytes(stream.id3v2_size));
+  if (document.stream.id3v2_size == 0) return std::string(ui_text(row::no));
+  return fmt::format("{} ({})", ui_text(row::yes), in_bytes(document.stream.id3v2_size));
 }
 
 // Takes a line off the labels, which are one text: a translation may have fewer lines.
@@ -63,7 +66,7 @@ std::string take_label(std::string_view& labels) {
 
 std::vector<InfoLine> file_info_lines(EditPosition pos) {
   if (document.parts.empty()) return {};
-  const FrameInfo& frame = stream.current_frame;
+  const FrameInfo& frame = selection.current_frame;
   const std::uint32_t first_audio = document.parts[0].part_filepos;
   const std::uint32_t file = document.parts[document.current_part].part_file + 1U;
   std::vector<InfoLine> lines;
@@ -75,38 +78,38 @@ std::vector<InfoLine> file_info_lines(EditPosition pos) {
   add(in_bytes(first_audio));
   add(in_bytes(pos + first_audio));
   add(kilobits(frame.bitrate));
-  add(kilobits(stream.avg_bitrate / 1000.0));
+  add(kilobits(document.stream.avg_bitrate / 1000.0));
   add(fmt::format("{} bytes", frame.frame_length));
-  add(fmt::format("{:4.0f} bytes", stream.avg_frame_size));
+  add(fmt::format("{:4.0f} bytes", document.stream.avg_frame_size));
   add(vbr_header_value());
   add(encoder_value());
   add(id3v2_value());
-  add(fmt::format("{} / {}", file, file_count()));
-  if (stream.ape_size != 0)
-    lines.push_back({std::string(ui_text(row::ape_tag)), in_bytes(stream.ape_size)});
+  add(fmt::format("{} / {}", file, file_count(document)));
+  if (document.stream.ape_size != 0)
+    lines.push_back({std::string(ui_text(row::ape_tag)), in_bytes(document.stream.ape_size)});
   return lines;
 }
 
 void FileInfoDialog::begin() {
   tag = tag_dialog_load();
-  rewrite_header = header_rewrite.rewrite_header;
-  rewrite_copyright = header_rewrite.rewrite_copyright != 0;
-  rewrite_original = header_rewrite.rewrite_original != 0;
-  rewrite_private = header_rewrite.rewrite_private != 0;
+  rewrite_header = document.header_rewrite.rewrite_header;
+  rewrite_copyright = document.header_rewrite.rewrite_copyright != 0;
+  rewrite_original = document.header_rewrite.rewrite_original != 0;
+  rewrite_private = document.header_rewrite.rewrite_private != 0;
   write_xing = settings.write_xing != 0;
   keep_info = settings.keep_info != 0;
   keep_lame = settings.keep_lame != 0;
   keep_id3v2 = settings.keep_id3v2 != 0;
-  can_edit_boxes = stream.is_aac == 0;
+  can_edit_boxes = document.stream.is_aac == 0;
 }
 
 Outcome FileInfoDialog::write() const {
   tag_dialog_apply(tag);
-  header_rewrite.rewrite_header = rewrite_header;
+  document.header_rewrite.rewrite_header = rewrite_header;
   if (rewrite_header) {
-    header_rewrite.rewrite_copyright = rewrite_copyright ? 1 : 0;
-    header_rewrite.rewrite_original = rewrite_original ? 1 : 0;
-    header_rewrite.rewrite_private = rewrite_private ? 1 : 0;
+    document.header_rewrite.rewrite_copyright = rewrite_copyright ? 1 : 0;
+    document.header_rewrite.rewrite_original = rewrite_original ? 1 : 0;
+    document.header_rewrite.rewrite_private = rewrite_private ? 1 : 0;
   }
   change_setting(&Settings::keep_id3v2, keep_id3v2 ? 1 : 0);
   change_setting(&Settings::write_xing, write_xing ? 1 : 0);

@@ -13,6 +13,7 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "settings/setting_table.h"
 #include "settings/settings.h"
 #include "stream/frame_header.h"
@@ -33,13 +34,15 @@ void set_both(int from, int to) {
   selection.sel_gain_end = in_range(to);
 }
 
-bool is_part_start(EditPosition pos) { return document.parts[part_at(pos)].part_beg == pos; }
+bool is_part_start(EditPosition pos) {
+  return document.parts[part_at(document, pos)].part_beg == pos;
+}
 
 bool has_room_for_an_edge() { return selection.sel_end - selection.sel_beg > frame_unit; }
 
 // Makes `pos` the begin of a part with this level.
 PartIndex make_level_border(EditPosition pos, std::int16_t gain) {
-  const PartIndex made = make_border(pos);
+  const PartIndex made = make_border(document, pos);
   document.parts[made].part_gainbeg = gain;
   return made;
 }
@@ -47,7 +50,8 @@ PartIndex make_level_border(EditPosition pos, std::int16_t gain) {
 void set_begin(std::int16_t level_around) {
   if (!is_part_start(selection.sel_beg)) {
     const PartIndex first = make_level_border(selection.sel_beg, level_around);
-    const EditPosition second = next_frame_in(first, selection.sel_beg);
+    const EditPosition second =
+        next_frame_in(document, first, selection.sel_beg, selection.current_frame);
     if (has_room_for_an_edge() && second < selection.sel_end) selection.sel_beg = second;
   }
   make_level_border(selection.sel_beg, selection.sel_gain);
@@ -61,7 +65,8 @@ void set_end(std::int16_t level_around) {
   if (!is_part_start(selection.sel_end)) {
     make_level_border(selection.sel_end, level_around);
     if (!has_room_for_an_edge()) return;
-    set_sel_end(frame_before(selection.sel_end));
+    set_sel_end(document, selection,
+                frame_before(document, selection.sel_end, selection.current_frame));
   }
   make_level_border(selection.sel_end, selection.sel_gain_end);
 }
@@ -69,8 +74,8 @@ void set_end(std::int16_t level_around) {
 }  // namespace
 
 void LevelDialog::begin() {
-  const Part& first = document.parts[part_at(selection.sel_beg)];
-  const Part& behind = document.parts[part_at(selection.sel_end)];
+  const Part& first = document.parts[part_at(document, selection.sel_beg)];
+  const Part& behind = document.parts[part_at(document, selection.sel_end)];
   if (selection.sel_beg == first.part_beg) selection.sel_gain = first.part_gainbeg;
   if (selection.sel_end == behind.part_beg) selection.sel_gain_end = behind.part_gainbeg;
   if (selection.sel_end == document.total_size) selection.sel_gain_end = document.end_gain;
@@ -111,22 +116,23 @@ std::string LevelDialog::to_text() {
 }
 
 Outcome LevelDialog::write() {
-  const std::int16_t level_around = document.parts[part_at(selection.sel_beg)].part_gainbeg;
+  const std::int16_t level_around =
+      document.parts[part_at(document, selection.sel_beg)].part_gainbeg;
   set_begin(level_around);
   set_end(level_around);
-  clear_selection();
+  clear_selection(selection);
   return Result::done;
 }
 
 bool LevelDialog::accept() {
   constexpr std::size_t new_parts = 4;
-  if (!has_selected_range() || !require(need_room_for_parts(new_parts))) return false;
+  if (!has_selected_range(selection) || !require(need_room_for_parts(new_parts))) return false;
   return carry_out(*command_of(command::level_dialog), write) == Result::done;
 }
 
 bool level_dialog() {
   if (!require(need_range()) || !require(need_level_control())) return false;
-  if (part_at(selection.sel_beg) != part_at(selection.sel_end)) {
+  if (part_at(document, selection.sel_beg) != part_at(document, selection.sel_end)) {
     show_invalid_range();
     return false;
   }

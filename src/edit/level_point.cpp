@@ -1,12 +1,13 @@
 // Cues beside levels.
 #include "edit/level_point.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 
 void clear_cues_round_level(PartIndex index) {
-  if (document.parts.empty() || index > part_count()) return;
-  ++document_revision;
-  if (index == part_count()) {
+  if (document.parts.empty() || index > part_count(document)) return;
+  touch(document);
+  if (index == part_count(document)) {
     document.parts.back().part_iscue = 0;
     return;
   }

@@ -12,6 +12,7 @@
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/path.h"
 #include "platform/text.h"
@@ -25,10 +26,10 @@ namespace {
 std::string part_entry(PartIndex index) {
   constexpr std::size_t longest_title = 50;  // characters
   const Part& part = document.parts[index];
-  const std::string time = shown_time(part.part_beg);
+  const std::string time = shown_time(document, part.part_beg);
   std::string text = fmt::format("{:02}  ({}) ", index + 1, time.substr(0, time.rfind('.')));
   if (part.part_iscue != 0) text += fmt::format(" {}", ui_text(row::cue));
-  if (has_gap(index)) text += fmt::format(" {}", ui_text(row::cut));
+  if (has_gap(document, index)) text += fmt::format(" {}", ui_text(row::cut));
   if (part.part_gainbeg != 0) text += fmt::format(" {}", ui_text(row::level));
   text += '\t';
   if (!part.part_title.empty())
@@ -40,7 +41,7 @@ bool is_live(const Command& command) {
   const bool has_document = !document.files.empty();
   const bool is_armed = playback.is_recording_armed;
   if (command.has(rule::live_when_stopped)) return !playback.is_playing && !is_armed;
-  if (command.has(rule::live_with_levels)) return has_document && stream_kind.layer == 3;
+  if (command.has(rule::live_with_levels)) return has_document && document.kind.layer == 3;
   if (command.has(rule::live_with_undo)) return !undo_stack.empty();
   if (command.has(rule::live_with_transport)) return has_document || is_armed;
   return has_document || !command.has(rule::on_document);

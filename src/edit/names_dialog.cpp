@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "edit/commands.h"
+#include "model/the_document.h"
 #include "platform/text.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
@@ -24,7 +25,7 @@ std::string NamesDialog::group_title() const {
 }
 
 Outcome NamesDialog::write() const {
-  if (part >= part_count()) return Result::refused;
+  if (part >= part_count(document)) return Result::refused;
   document.sheet_artist = cut_to_units(sheet_artist, text_limit);
   document.sheet_title = cut_to_units(sheet_title, text_limit);
   Part& target = document.parts[part];

@@ -9,6 +9,7 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "settings/setting_table.h"
 
 namespace corvelin {
@@ -43,7 +44,7 @@ void skip_forward_small() { step_forward(average_frames(settings.frameskiplo)); 
 void skip_forward_large() { step_forward(average_frames(settings.frameskiphi)); }
 
 void frame_back() {
-  seek_to(frame_before(selection.cursor));
+  seek_to(frame_before(document, selection.cursor, selection.current_frame));
   if (selection.cursor != document.total_size) return;
   const std::uint32_t two_frames = average_frames(2);
   seek_to(two_frames < document.total_size ? document.total_size - two_frames : 0);
@@ -66,9 +67,9 @@ void go_to_previous_range() {
 }
 
 void go_to_next_range() {
-  const bool is_at_end = selection.cursor == part_end(document.current_part);
-  if (is_at_end && document.current_part + 1 < part_count()) ++document.current_part;
-  seek_to(part_end(document.current_part));
+  const bool is_at_end = selection.cursor == part_end(document, document.current_part);
+  if (is_at_end && document.current_part + 1 < part_count(document)) ++document.current_part;
+  seek_to(part_end(document, document.current_part));
 }
 
 void zoom_in() { set_zoom(settings.zoom * 2); }

@@ -13,6 +13,7 @@
 #include "edit/level_commands.h"
 #include "edit/requirements.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "platform/numbers.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
@@ -30,7 +31,7 @@ double decibels(int peak) { return 20 * std::log10(peak / 32767.0); }
 int batch_offset() { return batch_active ? batch_level - batch_level_unchanged : 0; }
 
 void select_whole_stream() {
-  if (has_selected_range()) return;
+  if (has_selected_range(selection)) return;
   carry_out(selection_change, [] {
     selection.sel_beg = 0;
     selection.sel_end = document.total_size;
@@ -70,7 +71,7 @@ bool NormalizeDialog::step() {
 void NormalizeDialog::cancel() {
   if (state != State::scanning) return;
   peak_seek_close();
-  document.current_part = part_at(selection.cursor);
+  document.current_part = part_at(document, selection.cursor);
   state = State::stopped;
 }
 

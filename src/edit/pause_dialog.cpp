@@ -18,6 +18,7 @@
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/numbers.h"
 #include "settings/setting_table.h"
@@ -41,13 +42,14 @@ std::uint32_t fewest_quiet_frames() { return std::uint32_t{settings.silence_dura
 
 // The first frame at or behind `pos`, also behind bad data; the end of the stream without one.
 EditPosition next_frame_from(EditPosition pos) {
-  return std::min(scan_forward(part_at(pos), pos), document.total_size);
+  return std::min(scan_forward(document, part_at(document, pos), pos, selection.current_frame),
+                  document.total_size);
 }
 
 // Where the cue goes: so many average frames from the frame that was loud, which has been read.
 EditPosition cue_place() {
   const int frames = settings.silence_offset - (offset_of_loud_frame + 1);
-  const double place = selection.cursor + frames * double{stream.avg_frame_size};
+  const double place = selection.cursor + frames * double{document.stream.avg_frame_size};
   return next_frame_from(whole_part(place));
 }
 
@@ -56,7 +58,7 @@ EditPosition cue_place() {
 bool PauseDialog::accept() {
   if (pause_running) return false;
   undo_push(true, ui_text(row::pause_detection));
-  if (!has_selected_range()) {
+  if (!has_selected_range(selection)) {
     selection.sel_beg = 0;
     selection.sel_end = document.total_size;
     host().refresh_view(Refresh::places);
@@ -69,13 +71,13 @@ bool PauseDialog::accept() {
   pause_scan_end_ = selection.sel_end;
   // The first seconds of a whole stream are not searched.
   if (selection.sel_beg == 0)
-    pause_scan_start_ = next_frame_from(time_to_position(settings.silence_skip));
+    pause_scan_start_ = next_frame_from(time_to_position(document, settings.silence_skip));
   pause_start_ = no_position;
   pause_frames_ = 0;
   pause_found = percent_ = 0;
   has_broken_off = false;
   selection.cursor = pause_scan_start_;
-  document.current_part = part_at(selection.cursor);
+  document.current_part = part_at(document, selection.cursor);
   pause_gain_ = document.parts[document.current_part].part_gainbeg;
   if (pause_scan_start_ == 0) document.parts[0].part_iscue = 1;
   pause_running = true;
@@ -104,7 +106,7 @@ bool PauseDialog::step() {
   if (selection.cursor < pause_scan_end_ && selection.cursor != before) return true;
   cancel();
   percent_ = 100;
-  clear_selection();
+  clear_selection(selection);
   return false;
 }
 
@@ -117,15 +119,14 @@ bool PauseDialog::end_pause() {
     constexpr EditPosition nearly_the_start = 1000;  // a pause there goes whole
     begin = pause_start_ < nearly_the_start ? 0 : std::min(next_frame_from(pause_start_), end);
   }
-  selection.sel_title.clear();
-  selection.sel_artist.clear();
-  const PartIndex made = delete_range(begin, end);
+  forget_stashed_texts(selection);
+  const PartIndex made = delete_range(document, begin, end);
   if (made == no_part) {
     const bool is_full = document.parts.size() >= most_parts;
     is_full ? void(require(refuse_cues_from(end))) : show_invalid_range();
     return false;
   }
-  if (made < part_count()) {
+  if (made < part_count(document)) {
     document.parts[made].part_iscue = 1;
     document.parts[made].part_gainbeg = pause_gain_;
   }
@@ -141,10 +142,10 @@ bool PauseDialog::end_pause() {
 // The cursor is not lowered by what was cut out.
 void PauseDialog::skip_on() const {
   const std::uint64_t behind =
-      std::uint64_t{selection.cursor} + time_to_position(settings.silence_skip);
+      std::uint64_t{selection.cursor} + time_to_position(document, settings.silence_skip);
   selection.cursor = behind < pause_scan_end_ ? next_frame_from(static_cast<EditPosition>(behind))
                                               : pause_scan_end_;
-  document.current_part = part_at(selection.cursor);
+  document.current_part = part_at(document, selection.cursor);
   decoder_reset();
 }
 
@@ -153,7 +154,7 @@ void PauseDialog::cancel() {
   peak_seek_close();
   pause_running = false;
   settle_places();
-  document.current_part = part_at(selection.cursor);
+  document.current_part = part_at(document, selection.cursor);
 }
 
 void PauseDialog::restore_defaults() {
@@ -181,8 +182,8 @@ std::string PauseDialog::level_text() {
 
 std::string PauseDialog::duration_text() {
   constexpr double bits_of_ten_frames = 80;  // in their bytes
-  return fmt::format("> {:2.1f} sec", settings.silence_duration * stream.avg_frame_size *
-                                          bits_of_ten_frames / stream.avg_bitrate);
+  return fmt::format("> {:2.1f} sec", settings.silence_duration * document.stream.avg_frame_size *
+                                          bits_of_ten_frames / document.stream.avg_bitrate);
 }
 
 std::string PauseDialog::offset_text() {

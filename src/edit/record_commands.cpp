@@ -18,6 +18,7 @@
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
+#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/long_run.h"
@@ -112,8 +113,8 @@ std::string recording_path(const std::string& path) {
 
 void set_cues(const std::vector<RecordingCue>& cues) {
   for (const RecordingCue& cue : cues) {
-    const EditPosition pos = frame_at(cue.position);
-    const PartIndex part = pos < document.total_size ? split_at(pos) : no_part;
+    const EditPosition pos = frame_at(document, cue.position, selection.current_frame);
+    const PartIndex part = pos < document.total_size ? split_at(document, pos) : no_part;
     if (part == no_part) continue;
     document.parts[part].part_iscue = 1;
     if (!cue.name.empty()) document.parts[part].part_title = bytes_to_wide(cue.name, true);

@@ -6,6 +6,7 @@
 #include "model/exact_time.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/host.h"
 #include "settings/settings.h"
@@ -14,20 +15,21 @@
 
 namespace corvelin {
 
-Outcome need_selection() { return has_selection() ? Result::done : Result::nothing; }
+Outcome need_selection() { return has_selection(selection) ? Result::done : Result::nothing; }
 
 Outcome need_two_ends() {
   return selection.sel_beg != selection.sel_end ? Result::done : Result::nothing;
 }
 
 Outcome need_range() {
-  return has_selected_range() ? Outcome(Result::done) : refuse(ui_text(row::selection_too_short));
+  return has_selected_range(selection) ? Outcome(Result::done)
+                                       : refuse(ui_text(row::selection_too_short));
 }
 
 Outcome need_mutable_cut() {
   const PartIndex part = document.current_part;
-  const bool is_mutable = stream_kind.layer == 3;
-  return is_mutable && part != 0 && has_gap(part) ? Result::done : Result::nothing;
+  const bool is_mutable = document.kind.layer == 3;
+  return is_mutable && part != 0 && has_gap(document, part) ? Result::done : Result::nothing;
 }
 
 Outcome need_undo_step() {
@@ -37,8 +39,8 @@ Outcome need_undo_step() {
 }
 
 Outcome need_level_control() {
-  if (stream_kind.layer == 2) return refuse(ui_text(row::no_level_of_layer_2));
-  return stream.is_aac != 0 ? refuse(ui_text(row::no_level_of_aac)) : Result::done;
+  if (document.kind.layer == 2) return refuse(ui_text(row::no_level_of_layer_2));
+  return document.stream.is_aac != 0 ? refuse(ui_text(row::no_level_of_aac)) : Result::done;
 }
 
 Outcome need_room_for_parts(std::size_t count) {
@@ -47,8 +49,8 @@ Outcome need_room_for_parts(std::size_t count) {
 }
 
 Outcome refuse_cues_from(EditPosition pos) {
-  return refuse(
-      format_row(ui_text(row::no_cue_from), most_parts, format_seconds(exact_seconds(pos))));
+  return refuse(format_row(ui_text(row::no_cue_from), most_parts,
+                           format_seconds(exact_seconds(document, pos))));
 }
 
 bool require(const Outcome& need) {

@@ -12,6 +12,7 @@
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/text.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
@@ -27,26 +28,27 @@ constexpr std::uint32_t most_frames_a_read = 999;
 bool mark_resync(const FrameCursor& cursor, EditPosition end, int number) {
   const EditPosition behind = cursor.pos + cursor.frame.frame_length;
   const EditPosition frame =
-      find_frame_forward(part_at(behind), behind, cursor.frame.sample_rate).pos;
+      find_frame_forward(document, part_at(document, behind), behind, cursor.frame.sample_rate).pos;
   if (frame >= end) return false;
-  const PartIndex made = make_border(frame);
-  if (made >= part_count()) return false;
-  selection.sel_title = bytes_to_wide(fmt::format("Re-sync {}", number), true);
-  selection.sel_artist.clear();  // of a border that was restored
-  take_stashed_part_texts(made);
-  document.parts[made].part_iscue = 1;
+  const PartIndex made = make_border(document, frame);
+  if (made >= part_count(document)) return false;
+  Part& part = document.parts[made];
+  part.part_title = bytes_to_wide(fmt::format("Re-sync {}", number), true);
+  part.part_artist.clear();
+  part.part_iscue = 1;
+  forget_stashed_texts(selection);
   return true;
 }
 
 int mark_resyncs(EditPosition begin, EditPosition end) {
   std::vector<std::uint8_t> buffer(200000);
-  FrameCursor cursor = frame_cursor_at(begin);
+  FrameCursor cursor = frame_cursor_at(document, begin);
   int count = 0;
   while (cursor.pos < end && end - cursor.pos > 2) {
-    const FramesRead read = read_frames(buffer, cursor, end, most_frames_a_read);
+    const FramesRead read = read_frames(document, buffer, cursor, end, most_frames_a_read);
     if (read.resync_count == 0 || cursor.pos >= end) continue;
     if (!mark_resync(cursor, end, count + 1)) break;
-    cursor.part = part_at(cursor.pos);  // the marks are new parts
+    cursor.part = part_at(document, cursor.pos);  // the marks are new parts
     ++count;
   }
   return count;
@@ -55,7 +57,7 @@ int mark_resyncs(EditPosition begin, EditPosition end) {
 }  // namespace
 
 Outcome check_resyncs() {
-  const bool has_range = has_selected_range();
+  const bool has_range = has_selected_range(selection);
   const EditPosition begin = has_range ? selection.sel_beg : 0;
   const EditPosition end = has_range ? selection.sel_end : document.total_size;
   const int count = mark_resyncs(begin, end);

@@ -13,6 +13,7 @@
 #include "exchange/save_run.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
@@ -28,12 +29,12 @@ namespace {
 
 constexpr std::string_view mp3_extension = ".mp3";
 
-bool is_mp3_stream() { return stream.is_aac == 0 && stream_kind.layer == 3; }
+bool is_mp3_stream() { return document.stream.is_aac == 0 && document.kind.layer == 3; }
 
 FileType type_of_file(SaveMode mode) {
   if (mode == SaveMode::reencode) return {.name = "MP3", .pattern = "*.mp3"};
-  if (stream.is_aac != 0) return {.name = "AAC", .pattern = "*.aac"};
-  if (stream_kind.layer == 2) return {.name = "MP2", .pattern = "*.mp2"};
+  if (document.stream.is_aac != 0) return {.name = "AAC", .pattern = "*.aac"};
+  if (document.kind.layer == 2) return {.name = "MP2", .pattern = "*.mp2"};
   return {.name = "MP3", .pattern = "*.mp3"};
 }
 
@@ -44,7 +45,7 @@ std::optional<std::uint16_t> source_called(const std::string& path) {
   const FileFacts facts = file_facts(path);
   const auto found = std::ranges::find_if(document.files, [&](const SourceFile& file) {
     if (file.file_name == path) return true;
-    return facts.found ? file.handle.facts().identity == facts.identity
+    return facts.found ? file.handle->facts().identity == facts.identity
                        : equal_ignoring_case(file.file_name, path);
   });
   if (found == document.files.end()) return std::nullopt;
@@ -141,7 +142,7 @@ SaveOutcome save_audio() { return ask_and_save({}); }
 SaveOutcome save_reencoded() { return ask_and_save({.mode = SaveMode::reencode}); }
 
 SaveOutcome save_selection() {
-  if (!has_selected_range()) {
+  if (!has_selected_range(selection)) {
     show_refusal(ui_text(row::selection_too_short));
     return SaveOutcome::not_started;
   }

@@ -11,6 +11,7 @@
 #include "exchange/cue_sheet.h"
 #include "exchange/project_file.h"
 #include "model/document.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "settings/note.h"

@@ -6,6 +6,7 @@
 
 #include "edit/commands.h"
 #include "model/document.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/text.h"
 #include "settings/setting_table.h"

@@ -9,6 +9,7 @@
 #include "edit/commands.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/host.h"
 #include "platform/numbers.h"
@@ -52,29 +53,32 @@ struct TypedSelection {
 std::optional<TypedSelection> typed_selection(std::string_view text) {
   if (!skip_behind(text, ui_text(row::selection))) return std::nullopt;
   TypedSelection typed = {};
-  typed.begin = parse_time(text, ' ');
+  typed.begin = parse_time(document, text, ' ');
   if (!skip_behind(text, "-")) return std::nullopt;
-  typed.end = parse_time(text, ' ');
+  typed.end = parse_time(document, text, ' ');
   if (!skip_behind(text, "(")) return std::nullopt;
-  typed.length = parse_time(text, ')');
+  typed.length = parse_time(document, text, ')');
   return typed;
 }
 
 EditPosition frame_at_time(std::int64_t scaled) {
-  return frame_at(from_time_scale(static_cast<std::uint32_t>(scaled)));
+  return frame_at(document, from_time_scale(document, static_cast<std::uint32_t>(scaled)),
+                  selection.current_frame);
 }
 
 void set_changed_ends(const TypedSelection& typed) {
   constexpr std::int64_t rounding = 50;           // bytes
   constexpr std::int64_t length_rounding = 1792;  // bytes
-  const std::int64_t begin = to_time_scale(selection.sel_beg);
-  const bool length_changed =
-      differ_by_more(begin + typed.length, to_time_scale(selection.sel_end), length_rounding);
-  if (length_changed) set_sel_end(frame_at_time(std::int64_t{typed.begin} + typed.length));
-  if (differ_by_more(typed.begin, to_time_scale(selection.sel_beg), rounding))
-    set_sel_begin(frame_at_time(typed.begin));
-  if (!length_changed && differ_by_more(typed.end, to_time_scale(selection.sel_end), rounding))
-    set_sel_end(frame_at_time(typed.end));
+  const std::int64_t begin = to_time_scale(document, selection.sel_beg);
+  const bool length_changed = differ_by_more(
+      begin + typed.length, to_time_scale(document, selection.sel_end), length_rounding);
+  if (length_changed)
+    set_sel_end(document, selection, frame_at_time(std::int64_t{typed.begin} + typed.length));
+  if (differ_by_more(typed.begin, to_time_scale(document, selection.sel_beg), rounding))
+    set_sel_begin(document, selection, frame_at_time(typed.begin));
+  if (!length_changed &&
+      differ_by_more(typed.end, to_time_scale(document, selection.sel_end), rounding))
+    set_sel_end(document, selection, frame_at_time(typed.end));
 }
 
 }  // namespace
@@ -86,9 +90,9 @@ void apply_now_field(std::string_view text) {
   text = cut_to_units(text, longest);
   if (text.size() < least || !skip_behind(text, ui_text(row::now))) return;
   text.remove_prefix(text.empty() ? 0 : 1);
-  std::optional<std::uint32_t> place = parse_time(text, ' ');
+  std::optional<std::uint32_t> place = parse_time(document, text, ' ');
   if (!differ_by_more(*place, selection.cursor, rounding)) place = typed_percentage(text);
-  if (place) seek_to(from_time_scale(*place));
+  if (place) seek_to(from_time_scale(document, *place));
   host().refresh_view(Refresh::places);
 }
 

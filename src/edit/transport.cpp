@@ -9,6 +9,7 @@
 #include "edit/record_commands.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 
 namespace corvelin {
@@ -51,7 +52,7 @@ Result request_prelisten(PrelistenMode mode) {
     if (mode == prelisten_to_end) return change_fast_play(-1);
     return mode == prelisten_from_end ? change_fast_play(+1) : Result::nothing;
   }
-  if (!has_selection()) return Result::nothing;
+  if (!has_selection(selection)) return Result::nothing;
   playback.prelisten_mode = mode;
   start_soon();
   return Result::done;

@@ -11,6 +11,7 @@
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -21,8 +22,8 @@ Part& before_current() { return document.parts[document.current_part - 1u]; }
 PartIndex index_before() { return static_cast<PartIndex>(document.current_part - 1); }
 
 Result finish() {
-  renumber_parts();
-  recompute_total();
+  renumber_parts(document);
+  recompute_total(document);
   return Result::done;
 }
 
@@ -33,7 +34,7 @@ Result make_cue_of_current() {
 
 Result move_cue_to(EditPosition pos) {
   const EditPosition before = current().part_beg;
-  move_border(document.current_part, pos);
+  move_border(document, document.current_part, pos);
   return current().part_beg == before ? Result::nothing : Result::done;
 }
 
@@ -44,7 +45,7 @@ std::uint32_t frame_behind_left_side() {
   constexpr std::uint32_t far_behind = search_block_size + frame_unit;
   const EditPosition cut = current().part_beg;
   before_current().part_size += far_behind;
-  const EditPosition frame = next_frame_in(index_before(), cut);
+  const EditPosition frame = next_frame_in(document, index_before(), cut, selection.current_frame);
   before_current().part_size -= far_behind;
   return frame == no_position ? 0 : frame - cut;
 }
@@ -69,9 +70,9 @@ std::uint32_t frame_in_front_of_right_side(std::uint32_t reach) {
 
 Result trim_left_out() {
   if (document.current_part == 0) return Result::nothing;
-  if (!has_gap(document.current_part)) return make_cue_of_current();
+  if (!has_gap(document, document.current_part)) return make_cue_of_current();
   const std::uint32_t gained = frame_behind_left_side();
-  if (gained == 0 || !has_room_for(gained)) return Result::nothing;
+  if (gained == 0 || !has_room_for(document, gained)) return Result::nothing;
   before_current().part_size += gained;
   selection.cursor += gained;
   return finish();
@@ -91,7 +92,8 @@ Result trim_left_in() {
 
 Result trim_right_in() {
   Part& part = current();
-  const EditPosition frame = next_frame_in(document.current_part, part.part_beg);
+  const EditPosition frame =
+      next_frame_in(document, document.current_part, part.part_beg, selection.current_frame);
   if (frame == no_position) return Result::nothing;
   const std::uint32_t lost = frame - part.part_beg;
   if (lost >= part.part_size) return Result::nothing;
@@ -102,10 +104,11 @@ Result trim_right_in() {
 }
 
 Result trim_right_out() {
-  if (!has_gap(document.current_part)) return make_cue_of_current();
+  if (!has_gap(document, document.current_part)) return make_cue_of_current();
   Part& part = current();
   const std::uint32_t first_audio = document.files[part.part_file].first_audio;
-  if (part.part_filepos <= first_audio || !has_room_for(frame_unit)) return Result::nothing;
+  if (part.part_filepos <= first_audio || !has_room_for(document, frame_unit))
+    return Result::nothing;
   const std::uint32_t gained =
       frame_in_front_of_right_side(std::min(part.part_filepos - first_audio, frame_unit));
   if (gained == 0) return Result::nothing;
@@ -121,7 +124,8 @@ Result move_cue_left() {
 
 Result move_cue_right() {
   if (document.current_part == 0) return Result::nothing;
-  return move_cue_to(next_frame_in(document.current_part, current().part_beg));
+  return move_cue_to(
+      next_frame_in(document, document.current_part, current().part_beg, selection.current_frame));
 }
 
 }  // namespace corvelin

@@ -7,13 +7,14 @@
 #include "edit/cut_commands.h"
 #include "model/cuts.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 
 namespace {
 
 bool is_border(EditPosition pos) {
-  return pos >= document.total_size || document.parts[part_at(pos)].part_beg == pos;
+  return pos >= document.total_size || document.parts[part_at(document, pos)].part_beg == pos;
 }
 
 // Whether the table takes all borders that the cuts may need, at their ends and, where the level
@@ -62,9 +63,9 @@ CutResult cut_ranges(std::span<const Range> ranges, const Command& change) {
   if (!has_room_for_cuts(ranges)) return CutResult::no_room;
   carry_out(change, [ranges] {
     for (std::size_t i = ranges.size(); i-- > 0;) {  // the last first: the others still hold then
-      clear_selection();
-      set_sel_begin(ranges[i].begin);
-      set_sel_end(ranges[i].end);
+      clear_selection(selection);
+      set_sel_begin(document, selection, ranges[i].begin);
+      set_sel_end(document, selection, ranges[i].end);
       cut_or_cue();
     }
     return Result::done;
@@ -77,7 +78,7 @@ bool set_cue_at(EditPosition pos, const std::optional<std::u16string>& title,
   const bool is_new = !is_border(pos);
   if (is_new && document.parts.size() >= most_parts) return false;
   carry_out(cue_change, [&] {
-    const PartIndex index = split_at(pos);
+    const PartIndex index = split_at(document, pos);
     Part& part = document.parts[index];
     // The level in front goes on, as behind a cue that Cut/Cue sets.
     if (is_new) part.part_gainbeg = document.parts[index - 1u].part_gainbeg;

@@ -4,11 +4,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "audio/playback.h"
 #include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/places.h"
-#include "exchange/project_file.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -36,12 +37,19 @@ std::string undo_label(std::string_view menu_text) {
   return wide_to_bytes(label, true);
 }
 
-bool restore(const std::string& snapshot) {
+void restore(Document snapshot, EditPosition cursor) {
   stop_users_of_document();
-  if (!restore_project(snapshot)) return false;
-  name_parts_from_files();
+  const std::uint8_t vbr = snapshot.stream.vbr;
+  snapshot.stream = document.stream;
+  snapshot.stream.vbr = vbr;
+  snapshot.header_rewrite = document.header_rewrite;
+  document = std::move(snapshot);
+  touch(document);
+  clear_selection(selection);
+  selection.cursor = std::min(cursor, document.total_size);
+  document.current_part = part_at(document, selection.cursor);
+  name_parts_from_files(document);
   open_state.document_modified = true;
-  return true;
 }
 
 }  // namespace
@@ -52,9 +60,10 @@ std::optional<UndoEntry> undo_entry(bool with_snapshot, std::string_view label) 
   if (entry_limit() == 0) return std::nullopt;
   UndoEntry entry = {.undo_sel_beg = selection.sel_beg,
                      .undo_sel_end = selection.sel_end,
+                     .undo_cursor = play_position(),
                      .undo_snapshot = std::nullopt,
                      .undo_label = undo_label(label)};
-  if (with_snapshot) entry.undo_snapshot = project_text();
+  if (with_snapshot) entry.undo_snapshot = document;
   return entry;
 }
 
@@ -71,11 +80,11 @@ void undo_push(bool with_snapshot, std::string_view label) {
 
 bool undo_pop() {
   if (entry_limit() == 0 || undo_stack.empty()) return false;
-  const UndoEntry entry = std::move(undo_stack.front());
+  UndoEntry entry = std::move(undo_stack.front());
   undo_stack.erase(undo_stack.begin());
   host().update_menu_state(undo_states);
-  if (entry.undo_snapshot && !restore(*entry.undo_snapshot)) return false;
-  set_selection(entry.undo_sel_beg, entry.undo_sel_end);
+  if (entry.undo_snapshot) restore(std::move(*entry.undo_snapshot), entry.undo_cursor);
+  set_selection(selection, entry.undo_sel_beg, entry.undo_sel_end);
   settle_places();  // behind an entry that was not restored the frames are others
   return true;
 }

@@ -1,6 +1,6 @@
 // Undo: a stack of snapshots taken before a change. An entry that covers a change of the part table
-// holds the whole document as project text; one for a change of the selection only its two ends.
-// There is no redo.
+// holds the whole document, which costs little as its files are shared; one for a change of the
+// selection only its two ends. There is no redo.
 #pragma once
 
 #include <optional>
@@ -24,9 +24,10 @@ struct UndoRun {
 struct UndoEntry {
   EditPosition undo_sel_beg = no_position;
   EditPosition undo_sel_end = no_position;
-  std::optional<std::string> undo_snapshot;  // project text; none for a change of the selection
-  std::string undo_label;                    // UTF-8, as the menu shows it
-  UndoRun undo_run = {};                     // that goes on while nothing else changes
+  EditPosition undo_cursor = 0;           // or the place that was played
+  std::optional<Document> undo_snapshot;  // none for a change of the selection
+  std::string undo_label;                 // UTF-8, as the menu shows it
+  UndoRun undo_run = {};                  // that goes on while nothing else changes
 };
 
 /// Newest first. At most `max_undo` entries, and never more than 50.
@@ -40,8 +41,9 @@ std::optional<UndoEntry> undo_entry(bool with_snapshot, std::string_view label);
 void undo_push(std::optional<UndoEntry> entry);
 void undo_push(bool with_snapshot, std::string_view label);
 
-/// Takes the newest step back: the document as it was, or the selection alone. An entry that can't
-/// be restored is gone all the same. False when that fails, and when there is none.
+/// Takes the newest step back: the part table with its files, fades, names and scale of times as it
+/// was, or the selection alone. Tags and header bits are no part of a step. False when there is
+/// none.
 bool undo_pop();
 
 /// Forgets all steps. Happens by itself when a document is closed.

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "model/document.h"
+#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "text/text_rows.h"
@@ -26,8 +27,8 @@ bool has_other_bytes(const FileFacts& opened, const FileFacts& now) {
 // What a save would hold of a source. Nothing for one that is what it was. One that was removed is
 // read as before.
 std::optional<TextRow> change_of(const SourceFile& file, bool is_replaced) {
-  const FileFacts& opened = file.handle.facts_at_open();
-  if (!is_replaced && has_other_bytes(opened, file.handle.facts())) return row::source_written_to;
+  const FileFacts& opened = file.handle->facts_at_open();
+  if (!is_replaced && has_other_bytes(opened, file.handle->facts())) return row::source_written_to;
   if (!is_replaced && has_other_bytes(opened, file_facts(file.file_name)))
     return row::source_put_aside;
   if (file.is_unlike_project) return row::source_unlike_project;
@@ -42,7 +43,7 @@ bool has_parts(std::uint16_t file) {
 
 std::string changes_of_sources(std::optional<std::uint16_t> replaced) {
   std::string changes;
-  for (std::uint16_t i = 0; i < file_count(); ++i) {
+  for (std::uint16_t i = 0; i < file_count(document); ++i) {
     const SourceFile& file = document.files[i];
     const auto change = has_parts(i) ? change_of(file, replaced == i) : std::nullopt;
     if (!change) continue;

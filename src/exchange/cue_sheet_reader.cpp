@@ -18,6 +18,7 @@
 #include "model/exact_time.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/path.h"
@@ -66,7 +67,7 @@ std::optional<std::string_view> index_time(std::string_view line) {
 }
 
 void show_vbr_note() {
-  if (stream.vbr != vbr_constant) show_note_once(Note::cue_sheets_and_vbr);
+  if (document.stream.vbr != vbr_constant) show_note_once(Note::cue_sheets_and_vbr);
 }
 
 class CueSheetReader {
@@ -158,15 +159,15 @@ class CueSheetReader {
 
   Next set_cue() {
     if (time_.empty()) return Next::end;
-    const EditPosition pos = exact_place(cue_seconds(time_));
+    const EditPosition pos = exact_place(document, cue_seconds(time_));
     if (pos >= document.total_size) return Next::end;
-    selection.sel_title = title_;
-    selection.sel_artist = performer_;
-    const PartIndex index = make_border(pos);
+    const PartIndex index = make_border(document, pos);
     if (index == no_part)
       return fail(fmt::format("A document can have {} parts; its cues make more.", most_parts));
-    take_stashed_part_texts(index);
-    document.parts[index].part_iscue = 1;
+    Part& part = document.parts[index];
+    part.part_title = title_;
+    part.part_artist = performer_;
+    part.part_iscue = 1;
     return Next::go_on;
   }
 
@@ -194,7 +195,7 @@ OpenFault load_cue_sheet(bool over_current_audio) {
 
   OpenFault fault = CueSheetReader(over_current_audio, utf8).read(text);
   if (fault.cause.empty() && document.parts.empty()) fault.cause = "It names no audio.";
-  clear_selection();
+  clear_selection(selection);
   open_state.document_modified = false;
   return fault;
 }

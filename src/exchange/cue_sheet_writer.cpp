@@ -12,6 +12,7 @@
 #include "model/document.h"
 #include "model/exact_time.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/replacing_file.h"
@@ -69,7 +70,7 @@ bool can_be_named(const std::string& audio) {
 }
 
 std::string audio_line(const std::string& name) {
-  const char* const type = stream_kind.layer == 3 ? "MP3" : "WAVE";
+  const char* const type = document.kind.layer == 3 ? "MP3" : "WAVE";
   return fmt::format("FILE \"{}\" {}\r\n", path_bytes(name), type);
 }
 
@@ -94,7 +95,8 @@ std::string track_lines() {
     fmt::format_to(end, "  TRACK {:02} AUDIO\r\n    TITLE \"{}\"\r\n", number, title);
     if (!part.part_artist.empty())
       fmt::format_to(end, "    PERFORMER \"{}\"\r\n", name_bytes(part.part_artist));
-    fmt::format_to(end, "    INDEX 01 {}\r\n", format_cue_time(exact_seconds(part.part_beg)));
+    fmt::format_to(end, "    INDEX 01 {}\r\n",
+                   format_cue_time(exact_seconds(document, part.part_beg)));
   }
   return text;
 }

@@ -14,6 +14,7 @@
 #include "exchange/save_run.h"
 #include "model/document.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/child_process.h"
 #include "platform/file.h"
 #include "platform/host.h"
@@ -172,7 +173,7 @@ std::optional<std::string> extract_aac(const std::string& source,
 }
 
 std::vector<std::string> extract_tracks(std::span<const std::string> names) {
-  if (stream.is_aac == 0 || settings.ffmpeg.empty()) return {names.begin(), names.end()};
+  if (document.stream.is_aac == 0 || settings.ffmpeg.empty()) return {names.begin(), names.end()};
   std::vector<std::string> tracks;
   for (const std::string& name : names) {
     std::optional<std::string> track = name;

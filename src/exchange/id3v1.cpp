@@ -6,6 +6,7 @@
 
 #include "document/open_state.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/bytes.h"
 #include "platform/text.h"
 #include "settings/setting_table.h"
@@ -55,7 +56,7 @@ constexpr std::array<std::string_view, 148> genres = {
 // clang-format on
 
 std::span<std::uint8_t> bytes_of(Field field) {
-  return std::span(stream.id3v1).subspan(field.at, field.size);
+  return std::span(document.stream.id3v1).subspan(field.at, field.size);
 }
 
 // The bytes of a field up to a zero.
@@ -79,7 +80,7 @@ std::string edited_text(std::u16string_view text, const std::string& before) {
 }
 
 void put_track(std::uint32_t track) {
-  stream.id3v1[track_place] = static_cast<std::uint8_t>(track);
+  document.stream.id3v1[track_place] = static_cast<std::uint8_t>(track);
 }
 
 std::u16string tag_limited(const std::u16string& text) {
@@ -88,9 +89,9 @@ std::u16string tag_limited(const std::u16string& text) {
 
 }  // namespace
 
-bool has_id3v1() { return stands_at(stream.id3v1, 0, "TAG"); }
+bool has_id3v1() { return stands_at(document.stream.id3v1, 0, "TAG"); }
 
-bool keeps_id3v1() { return open_state.keep_id3v1 && stream.is_aac == 0; }
+bool keeps_id3v1() { return open_state.keep_id3v1 && document.stream.is_aac == 0; }
 
 void keep_id3v1_as_set() {
   if (has_id3v1()) open_state.keep_id3v1 = settings.save_id3v1 != 0;
@@ -108,15 +109,16 @@ std::optional<std::uint8_t> genre_index(std::string_view name) {
   return static_cast<std::uint8_t>(found - genres.begin());
 }
 
-bool can_create_tag() { return stream.is_aac == 0; }
+bool can_create_tag() { return document.stream.is_aac == 0; }
 
 bool can_edit_tag(const TagDialog& dialog) { return dialog.create_tag && can_create_tag(); }
 
 TagDialog tag_dialog_load() {
   if (!has_id3v1()) return {};
-  const std::uint8_t track = stream.id3v1[track_place];
-  const bool has_track = stream.id3v1[track_mark_place] == 0 && track <= 127;  // a signed byte
-  const std::uint8_t genre = stream.id3v1[genre_place];
+  const std::uint8_t track = document.stream.id3v1[track_place];
+  const bool has_track =
+      document.stream.id3v1[track_mark_place] == 0 && track <= 127;  // a signed byte
+  const std::uint8_t genre = document.stream.id3v1[genre_place];
   return {.create_tag = settings.save_id3v1 != 0,
           .title = shown_text(title_field),
           .artist = shown_text(artist_field),
@@ -143,14 +145,14 @@ void tag_dialog_apply(const TagDialog& dialog) {
   open_state.keep_id3v1 = dialog.create_tag;
   if (!dialog.create_tag) return;
 
-  if (!has_id3v1()) stream.id3v1 = {};
+  if (!has_id3v1()) document.stream.id3v1 = {};
   const std::string title = edited_text(dialog.title, raw_text(title_field));
   const std::string artist = edited_text(dialog.artist, raw_text(artist_field));
   const std::string album = edited_text(dialog.album, raw_text(album_field));
   const std::string year = edited_text(dialog.year, raw_text(year_field));
   const std::string comment = edited_text(dialog.comment, raw_text(comment_field));
-  stream.id3v1 = {};
-  put_mark(stream.id3v1, 0, "TAG");
+  document.stream.id3v1 = {};
+  put_mark(document.stream.id3v1, 0, "TAG");
   put_text(title_field, title);
   put_text(artist_field, artist);
   put_text(album_field, album);
@@ -158,7 +160,7 @@ void tag_dialog_apply(const TagDialog& dialog) {
   put_track(dialog.track);
   put_text({comment_field.at, dialog.track == 0 ? comment_field.size : comment_beside_track},
            comment);
-  stream.id3v1[genre_place] = genre_index(dialog.genre).value_or(no_genre);
+  document.stream.id3v1[genre_place] = genre_index(dialog.genre).value_or(no_genre);
 }
 
 void set_id3v1_of_piece(PartIndex index, std::uint32_t track) {
@@ -166,14 +168,15 @@ void set_id3v1_of_piece(PartIndex index, std::uint32_t track) {
   const auto put_known = [](Field field, const std::u16string& text) {
     if (!text.empty()) put_text(field, wide_to_bytes(text, false));
   };
-  if (!open_state.keep_id3v1) stream.id3v1 = {};  // what the file ends with is no tag to build on
-  put_mark(stream.id3v1, 0, "TAG");
+  if (!open_state.keep_id3v1)
+    document.stream.id3v1 = {};  // what the file ends with is no tag to build on
+  put_mark(document.stream.id3v1, 0, "TAG");
   put_text(title_field, wide_to_bytes(part.part_title, false));
   put_known(artist_field, part.part_artist.empty() ? document.sheet_artist : part.part_artist);
   put_known(album_field, document.sheet_title);
-  stream.id3v1[track_mark_place] = 0;
+  document.stream.id3v1[track_mark_place] = 0;
   put_track(track);
-  if (!open_state.keep_id3v1) stream.id3v1[genre_place] = no_genre;
+  if (!open_state.keep_id3v1) document.stream.id3v1[genre_place] = no_genre;
   open_state.keep_id3v1 = true;
 }
 

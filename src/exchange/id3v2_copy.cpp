@@ -9,6 +9,7 @@
 
 #include "model/document.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/bytes.h"
 #include "settings/settings.h"
 
@@ -25,18 +26,18 @@ constexpr std::size_t least_frame = 9;    // a match nearer to the tag's end isn
 constexpr std::size_t low_size_byte = 7;  // of the frame's size, from its id on
 constexpr std::size_t frame_header_size = 10;
 
-const InputFile& first_source() { return document.files[0].handle; }
+const InputFile& first_source() { return *document.files[0].handle; }
 
 }  // namespace
 
 bool keeps_id3v2(bool split_active) {
   const std::uint32_t wish = split_active ? settings.split_id3v2 : settings.keep_id3v2;
-  return stream.id3v2_size > 1 && wish != 0;
+  return document.stream.id3v2_size > 1 && wish != 0;
 }
 
 void Id3v2Copy::begin() {
   *this = {};
-  tag_size_ = std::min<std::uint64_t>(stream.id3v2_size, first_source().facts().size);
+  tag_size_ = std::min<std::uint64_t>(document.stream.id3v2_size, first_source().facts().size);
   duration_ = find_duration();
 }
 

@@ -22,6 +22,7 @@
 
 #include "model/document.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -57,7 +58,7 @@ std::string Id3v2Texts::*field_of(const TagLib::ByteVector& id) {
 
 TagLib::ByteVector read_tag(std::size_t size) {
   std::vector<std::uint8_t> bytes(std::min(size, most_read));
-  bytes.resize(document.files[0].handle.read_at(0, bytes));
+  bytes.resize(document.files[0].handle->read_at(0, bytes));
   return {reinterpret_cast<const char*>(bytes.data()), static_cast<unsigned>(bytes.size())};
 }
 
@@ -99,8 +100,9 @@ Id3v2Texts read_frames_of(const TagLib::ByteVector& frames, const id3v2::Header&
 }  // namespace
 
 std::optional<Id3v2Texts> id3v2_texts() {
-  if (document.files.empty() || stream.id3v2_size <= id3v2::Header::size()) return std::nullopt;
-  const TagLib::ByteVector tag = read_tag(stream.id3v2_size);
+  if (document.files.empty() || document.stream.id3v2_size <= id3v2::Header::size())
+    return std::nullopt;
+  const TagLib::ByteVector tag = read_tag(document.stream.id3v2_size);
   if (tag.size() <= id3v2::Header::size()) return std::nullopt;
   const id3v2::Header header(tag);
   return read_frames_of(frames_of(tag, header), header);

@@ -8,6 +8,7 @@
 #include "document/tag_bounds.h"
 #include "model/exact_time.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/numbers.h"
 
@@ -15,21 +16,24 @@ namespace corvelin {
 
 namespace {
 
-double bytes_a_second() { return std::max(double{stream.avg_bitrate}, 8.0) / 8; }
+double bytes_a_second() { return std::max(double{document.stream.avg_bitrate}, 8.0) / 8; }
 
-double usual_loss() { return std::max(bytes_a_second() / 10, double{stream.avg_frame_size} * 2); }
+double usual_loss() {
+  return std::max(bytes_a_second() / 10, double{document.stream.avg_frame_size} * 2);
+}
 
 bool is_at_joint(EditPosition begin, EditPosition end) {
-  return begin == 0 || end >= document.total_size || part_at(begin - 1) != part_at(end);
+  return begin == 0 || end >= document.total_size ||
+         part_at(document, begin - 1) != part_at(document, end);
 }
 
 // Up to `end`, in bytes.
 std::uint32_t tags_at(EditPosition begin, EditPosition end) {
-  const PartIndex part = part_at(begin);
-  const InputFile& file = document.files[document.parts[part].part_file].handle;
+  const PartIndex part = part_at(document, begin);
+  const InputFile& file = *document.files[document.parts[part].part_file].handle;
   EditPosition pos = begin;
   while (pos < end) {
-    const std::uint32_t size = tag_size_at(file, file_pos_of(part, pos));
+    const std::uint32_t size = tag_size_at(file, file_pos_of(document, part, pos));
     if (size == 0) break;
     pos += std::min(size, end - pos);
   }
@@ -64,7 +68,7 @@ std::string LeftOut::text() {
   settle();
   if (static_cast<double>(missing_) <= usual_loss()) return {};
   constexpr double milliseconds = 1000;
-  const std::uint32_t place = whole_part(exact_seconds(first_) * milliseconds);
+  const std::uint32_t place = whole_part(exact_seconds(document, first_) * milliseconds);
   return fmt::format("{:.1f} seconds are missing, the first of them at {}.",
                      static_cast<double>(missing_) / bytes_a_second(),
                      format_time(place, 8 * milliseconds));

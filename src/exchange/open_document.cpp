@@ -20,6 +20,7 @@
 #include "exchange/project_file.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "settings/settings.h"
@@ -103,7 +104,7 @@ bool open_by_kind(const std::string& name) {
 
 // What a list that opened looks like, whatever its first entry left.
 void settle_list(const std::string& list) {
-  clear_selection();
+  clear_selection(selection);
   selection.cursor = 0;
   add_recent(list);
 }
@@ -126,7 +127,7 @@ Joined open_first_of(std::span<const std::string> names) {
   if (!open_by_kind(files.front())) return {.failed = files.front()};
   Joined joined = append_documents(std::span(files).subspan(1));
   ++joined.count;
-  if (files.size() > 1) name_parts_from_files();
+  if (files.size() > 1) name_parts_from_files(document);
   if (names.size() == 1 && file_kind(names.front()) == FileKind::playlist)
     settle_list(names.front());
   if (!document.parts.empty()) device_keepalive(true);

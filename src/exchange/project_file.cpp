@@ -20,6 +20,7 @@
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/path.h"
@@ -47,8 +48,8 @@ class ProjectWriter {
     for (const Part& part : document.parts) this->part(part);
     number("gainend", document.end_gain);
     number("position", play_position());
-    number("vbr", stream.vbr);
-    if (has_selection()) {
+    number("vbr", document.stream.vbr);
+    if (has_selection(selection)) {
       number("sel_beg", selection.sel_beg);
       number("sel_end", selection.sel_end);
     }
@@ -111,17 +112,12 @@ class ProjectReader {
  public:
   explicit ProjectReader(std::string_view text) : text_(text) {}
 
-  /// For a text that was made of the same document: its sources are open already, and nothing that
-  /// it had in memory is cut.
-  ProjectReader(std::string_view text, std::vector<SourceFile>& open_sources)
-      : text_(text), open_sources_(&open_sources) {}
-
   OpenFault read() {
     bool is_sound = true;
     for (std::string_view line; is_sound && take_line(text_, line);)
       is_sound = read_line(line.substr(0, line.find('\r')));
     keep_places_in_stream();
-    document.current_part = part_at(selection.cursor);
+    document.current_part = part_at(document, selection.cursor);
     return fault_;
   }
 
@@ -164,14 +160,12 @@ class ProjectReader {
   }
 
   bool take_name(std::u16string& field, std::string_view value) const {
-    field = bytes_to_wide(value, utf8_ != 0);
-    if (open_sources_ == nullptr) field = cut_to_units(field, longest_name);
+    field = cut_to_units(bytes_to_wide(value, utf8_ != 0), longest_name);
     return true;
   }
 
   bool read_file(std::string_view value) {
     const std::string path = decode_path(value);
-    if (open_sources_ != nullptr) return take_open_source(path);
     if (count_units(path) > longest_path) return fail("The path of a file in it is too long.");
     const std::string name = path_from_outside(path, folder_of(open_state.project_name));
     return document.files.empty() ? open_first(name) : add_file(name);
@@ -183,11 +177,11 @@ class ProjectReader {
     std::string cause = open_audio_file(name);
     if (!cause.empty()) return fail(std::move(cause), name);
     document.parts.clear();
-    recompute_total();
+    recompute_total(document);
     SourceFile& file = document.files[0];
     if (file_end_ != 0)
       compare_bounds(file, {{file.first_audio, file.audio_end},
-                            {file.first_audio, file.audio_end + stream.ape_size}});
+                            {file.first_audio, file.audio_end + document.stream.ape_size}});
     return true;
   }
 
@@ -197,11 +191,11 @@ class ProjectReader {
       return fail("The project doesn't say where the audio of this file lies.", name);
     const std::size_t known = document.files.size();
     std::string cause;
-    const auto index = add_source_file(name, &cause);
+    const auto index = add_source_file(document, name, &cause);
     if (!index) return fail(std::move(cause), name);
     if (*index < known) return true;
     SourceFile& file = document.files[*index];
-    compare_bounds(file, bounds_now(file.handle));
+    compare_bounds(file, bounds_now(*file.handle));
     file.first_audio = static_cast<std::uint32_t>(file_beg_ + shift_of(*index));
     file.audio_end = static_cast<std::uint32_t>(file_end_ + shift_of(*index));
     return true;
@@ -233,20 +227,6 @@ class ProjectReader {
     return file < shifts_.size() ? shifts_[file] : 0;
   }
 
-  // An open source keeps all that is known of it. One that was closed meanwhile is opened again.
-  bool take_open_source(const std::string& name) {
-    const auto open = std::ranges::find(*open_sources_, name, &SourceFile::file_name);
-    if (open == open_sources_->end()) return add_file(name);
-    SourceFile source = std::move(*open);
-    open->file_name = name;  // a failure puts it back by its name
-    const bool has_same_bounds = source.first_audio == file_beg_ && source.audio_end == file_end_;
-    if (!has_same_bounds) source.index = {};
-    source.first_audio = file_beg_;
-    source.audio_end = file_end_;
-    document.files.push_back(std::move(source));
-    return true;
-  }
-
   // Closes a part's record. Parts are sorted by the value; where they lie follows from their sizes.
   bool read_part_beg(std::string_view value) {
     const Part read = std::exchange(part_, {});
@@ -256,7 +236,7 @@ class ProjectReader {
     if (read.part_size == 0) return fail(fmt::format("Part {} of it is empty.", number));
     if (file_beg < 0)
       return fail(fmt::format("Part {} of it begins in front of its file.", number));
-    if (file_end > std::int64_t{largest_file} || !has_room_for(read.part_size))
+    if (file_end > std::int64_t{largest_file} || !has_room_for(document, read.part_size))
       return fail(fmt::format("Part {} of it runs beyond 4 GB.", number));
     const auto stored = static_cast<EditPosition>(leading_number(value));
     const auto place = std::ranges::find_if(
@@ -265,8 +245,8 @@ class ProjectReader {
     const EditPosition pos =
         is_last ? document.total_size
                 : document.parts[static_cast<std::size_t>(place - stored_begs_.begin())].part_beg;
-    const PartIndex index =
-        add_part(pos, read.part_file, static_cast<std::uint32_t>(file_beg), read.part_size);
+    const PartIndex index = add_part(document, pos, read.part_file,
+                                     static_cast<std::uint32_t>(file_beg), read.part_size);
     if (index == no_part)
       return fail(number > most_parts
                       ? fmt::format("It has more than {} parts.", most_parts)
@@ -274,7 +254,8 @@ class ProjectReader {
     stored_begs_.insert(place, stored);
     document.parts[index].part_iscue = read.part_iscue;
     document.parts[index].part_gainbeg = read.part_gainbeg;
-    take_stashed_part_texts(index);
+    document.parts[index].part_title = read.part_title;
+    document.parts[index].part_artist = read.part_artist;
     return true;
   }
 
@@ -284,13 +265,10 @@ class ProjectReader {
     const bool is_range =
         selection.sel_beg <= selection.sel_end && selection.sel_end <= document.total_size;
     if (!is_range) selection.sel_beg = selection.sel_end = no_position;
-    selection.sel_title.clear();
-    selection.sel_artist.clear();
   }
 
   std::string_view text_;
   OpenFault fault_;
-  std::vector<SourceFile>* open_sources_ = nullptr;
   int utf8_ = 0;  // the flag as it stands in the text
   std::uint32_t file_beg_ = 0;
   std::uint32_t file_end_ = 0;
@@ -300,7 +278,6 @@ class ProjectReader {
   std::string moved_;                      // their names, in lines
 };
 
-// The names of a part wait in the selection's record until the part is there.
 std::span<const ProjectReader::Key> ProjectReader::keys() {
   using Reader = ProjectReader;
   using Text = std::string_view;
@@ -315,10 +292,10 @@ std::span<const ProjectReader::Key> ProjectReader::keys() {
        [](Reader& reader, Text value) { return take_number(reader.part_.part_filepos, value); }},
       {"part_gainbeg",
        [](Reader& reader, Text value) { return take_number(reader.part_.part_gainbeg, value); }},
-      {"part_artist",
-       [](Reader& reader, Text value) { return reader.take_name(selection.sel_artist, value); }},
+      {"part_artist", [](Reader& reader,
+                         Text value) { return reader.take_name(reader.part_.part_artist, value); }},
       {"part_title",
-       [](Reader& reader, Text value) { return reader.take_name(selection.sel_title, value); }},
+       [](Reader& reader, Text value) { return reader.take_name(reader.part_.part_title, value); }},
       {"part_iscue",
        [](Reader& reader, Text value) { return take_number(reader.part_.part_iscue, value); }},
       {"part_size",
@@ -326,7 +303,7 @@ std::span<const ProjectReader::Key> ProjectReader::keys() {
       {"part_beg", [](Reader& reader, Text value) { return reader.read_part_beg(value); }},
       {"gainend", [](Reader&, Text value) { return take_number(document.end_gain, value); }},
       {"position", [](Reader&, Text value) { return take_number(selection.cursor, value); }},
-      {"vbr", [](Reader&, Text value) { return take_number(stream.vbr, value); }},
+      {"vbr", [](Reader&, Text value) { return take_number(document.stream.vbr, value); }},
       {"sel_beg", [](Reader&, Text value) { return take_number(selection.sel_beg, value); }},
       {"sel_end", [](Reader&, Text value) { return take_number(selection.sel_end, value); }},
       {"sheet_artist",
@@ -364,22 +341,6 @@ OpenFault parse_project(std::string_view text) {
   OpenFault fault = reader.read();
   if (fault.cause.empty()) tell_of_sources(reader.moved());
   return fault;
-}
-
-bool restore_project(std::string_view text) {
-  Document before = std::exchange(document, {});
-  const Selection selection_before = std::exchange(selection, {});
-  const std::uint8_t vbr_before = stream.vbr;
-  if (ProjectReader(text, before.files).read().cause.empty()) return true;
-  for (SourceFile& source : document.files) {
-    const auto place = std::ranges::find(before.files, source.file_name, &SourceFile::file_name);
-    if (place != before.files.end()) *place = std::move(source);
-  }
-  document = std::move(before);
-  selection = selection_before;
-  stream.vbr = vbr_before;
-  ++document_revision;
-  return false;
 }
 
 std::error_code write_project(const std::string& name) {

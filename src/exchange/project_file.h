@@ -28,14 +28,6 @@ std::string project_text(const std::string& folder = {});
 /// as far as it was built.
 OpenFault parse_project(std::string_view text);
 
-/// Takes the open document back to what it was when `project_text` made this text of it. Its
-/// sources stay open and what is known of the stream stays, so that this costs no more than the
-/// text.
-///
-/// False when a source that was closed meanwhile can't be opened again: the document then is as it
-/// was before the call.
-bool restore_project(std::string_view text);
-
 /// Writes the document to a file, where none stands or one of a project: beside the old one and
 /// then over it. It then counts as unmodified.
 std::error_code write_project(const std::string& name);

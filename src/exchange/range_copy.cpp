@@ -10,6 +10,7 @@
 #include "document/tag_bounds.h"
 #include "model/frame_locator.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
@@ -19,34 +20,34 @@ namespace corvelin {
 namespace {
 
 bool wants_vbr_frame() {
-  const bool variable = settings.write_xing != 0 && stream.vbr != vbr_constant;
-  const bool constant = settings.keep_info != 0 && stream.has_info_header != 0;
+  const bool variable = settings.write_xing != 0 && document.stream.vbr != vbr_constant;
+  const bool constant = settings.keep_info != 0 && document.stream.has_info_header != 0;
   return variable || constant;
 }
 
 // The frame that was gone to last, unless that is none of the stream's: then the first one of what
 // is written.
 FrameInfo shape_of_header(EditRange range) {
-  if (kind_of(stream.current_frame) == stream_kind) return stream.current_frame;
-  return find_frame_forward(part_at(range.begin), range.begin).frame;
+  if (kind_of(selection.current_frame) == document.kind) return selection.current_frame;
+  return find_frame_forward(document, part_at(document, range.begin), range.begin).frame;
 }
 
 }  // namespace
 
 void RangeCopy::begin_frames() {
-  cursor_ = frame_cursor_at(range_.begin);
+  cursor_ = frame_cursor_at(document, range_.begin);
   block_size_ = std::numeric_limits<std::size_t>::max();
   marks_.clear();
   has_header_ = is_header_complete_ = false;
-  file_.reserve(std::uint64_t{stream.id3v2_size} + frame_unit + (range_.end - range_.begin) +
-                id3v1_size);
+  file_.reserve(std::uint64_t{document.stream.id3v2_size} + frame_unit +
+                (range_.end - range_.begin) + id3v1_size);
 }
 
 std::error_code RangeCopy::write_header_frame() {
-  stream.vbr_frame_size = 0;
+  document.stream.vbr_frame_size = 0;
   if (!wants_vbr_frame()) return {};
   writer_.commit(make_vbr_frame(shape_of_header(range_)));
-  has_header_ = stream.vbr_frame_size != 0;
+  has_header_ = document.stream.vbr_frame_size != 0;
   return {};
 }
 
@@ -60,7 +61,7 @@ std::error_code RangeCopy::write_frames() {
   const std::span<std::uint8_t> room = writer_.room();
   block_size_ = std::clamp(block_size_, least_block, room.size());
   const EditPosition before = cursor_.pos;
-  const FramesRead read = read_frames(room.first(block_size_), cursor_, range_.end);
+  const FramesRead read = read_frames(document, room.first(block_size_), cursor_, range_.end);
   left_out_.add(before + static_cast<std::uint32_t>(read.size), std::min(cursor_.pos, range_.end),
                 cursor_.frame.frame_length);
   frames_ += read.frames;

@@ -16,6 +16,7 @@
 #include "audio/fill_step.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "settings/settings.h"
 #include "stream/frame_header.h"
@@ -49,9 +50,9 @@ std::size_t keep_first_of_two(std::span<std::uint8_t> samples) {
 }  // namespace
 
 bool encoder_matches_stream() {
-  const bool fits = (stream_kind.channel_mode == mono) == (encoder_channels() == 1);
+  const bool fits = (document.kind.channel_mode == mono) == (encoder_channels() == 1);
   if (encoder_type() != EncoderType::codec_manager) return fits;
-  return fits && stream_kind.sample_rate == settings.enc_acm_samplerate;
+  return fits && document.kind.sample_rate == settings.enc_acm_samplerate;
 }
 
 RangeReencode::~RangeReencode() {
@@ -90,7 +91,7 @@ std::error_code RangeReencode::write_frames() {
   resyncs_ = fill_resyncs() - resyncs_before_;
   const bool has_moved = selection.cursor > position_;
   left_out_.add(position_ + (fill_bytes() - bytes_before), std::min(selection.cursor, range_.end),
-                stream.current_frame.frame_length);
+                selection.current_frame.frame_length);
   position_ = selection.cursor;
   // Frames of which nothing is heard would be a hole that nobody notices. A gap in the file, which
   // the reader has stepped over, is none, nor is a broken last frame.
@@ -134,7 +135,7 @@ std::string RangeReencode::source_fault() const {
   std::string fault = RangeWriter::source_fault();
   if (!fault.empty() || !is_stuck_) return fault;
   return fmt::format("The decoder gave up at {}.",
-                     format_time(to_time_scale(position_), stream.avg_bitrate));
+                     format_time(to_time_scale(document, position_), document.stream.avg_bitrate));
 }
 
 std::string RangeReencode::log_of_frames() const { return log_; }

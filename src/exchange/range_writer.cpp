@@ -7,6 +7,7 @@
 
 #include "document/tag_bounds.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/long_run.h"
 #include "stream/frame_header.h"
 #include "text/text_rows.h"
@@ -17,7 +18,7 @@ namespace corvelin {
 EditRange whole_stream() { return {.begin = 0, .end = document.total_size}; }
 
 std::error_code give_date_of_source(OutputFile& file) {
-  const InputFile& source = document.files[0].handle;
+  const InputFile& source = *document.files[0].handle;
   const FileFacts facts = source.facts();
   return facts.found ? file.set_write_time(facts.write_time) : source.read_error();
 }
@@ -72,7 +73,7 @@ std::error_code RangeWriter::write_piece() {
     case Phase::header:
       return finish_header();
     case Phase::id3v1:
-      if (tags_.id3v1) writer_.commit(stream.id3v1);
+      if (tags_.id3v1) writer_.commit(document.stream.id3v1);
       break;
     case Phase::over:
       break;
@@ -88,8 +89,8 @@ std::error_code RangeWriter::write_id3v2() {
 }
 
 std::string RangeWriter::source_fault() const {
-  std::string fault = read_fault();
-  return fault.empty() ? shrunk_source(range_.begin, range_.end) : fault;
+  std::string fault = read_fault(document);
+  return fault.empty() ? shrunk_source(document, range_.begin, range_.end) : fault;
 }
 
 int RangeWriter::percent_done() const {

@@ -9,6 +9,7 @@
 #include "exchange/id3v2_copy.h"
 #include "exchange/range_copy.h"
 #include "exchange/range_reencode.h"
+#include "model/the_document.h"
 #include "platform/interruption.h"
 #include "platform/numbers.h"
 #include "platform/path.h"
@@ -41,11 +42,11 @@ SaveRun::SaveRun(const std::string& name, EditRange range, std::optional<std::ui
 // it open. Nobody has to wait for that.
 SaveRun::~SaveRun() {
   thread_.wait(completion_);
-  if (has_replaced()) thread_.give([source = std::make_shared<InputFile>(std::move(source_))] {});
+  if (has_replaced()) thread_.give([source = std::move(source_)] {});
 }
 
 bool SaveRun::begin() {
-  const std::string fault = read_fault();
+  const std::string fault = read_fault(document);
   if (!fault.empty()) {
     give_up(fault + "\nSome of this file could not be read, so nothing is saved.");
     return false;
@@ -56,7 +57,7 @@ bool SaveRun::begin() {
     return false;
   }
   const std::string_view extension = extension_of(document.files[0].file_name);
-  const std::uint32_t permissions = permissions_of_sources();
+  const std::uint32_t permissions = permissions_of_sources(document);
   if (!check(replaced_ ? target_.begin_marked(name_, temporary_mark, extension, permissions)
                        : target_.begin(name_, permissions)))
     return false;
@@ -68,10 +69,10 @@ bool SaveRun::begin() {
 // its own work there. Where nothing has the name any more, nothing can be lost.
 std::error_code SaveRun::lock_source() {
   if (!file_facts(name_).found) return {};
-  if (const std::error_code error = source_.open(name_)) return error;
-  if (const std::error_code error = source_.lock()) return error;
-  const FileFacts& opened = document.files[*replaced_].handle.facts_at_open();
-  return is_unchanged(opened, source_.facts()) ? std::error_code{} : FileError::changed;
+  if (const std::error_code error = source_->open(name_)) return error;
+  if (const std::error_code error = source_->lock()) return error;
+  const FileFacts& opened = document.files[*replaced_].handle->facts_at_open();
+  return is_unchanged(opened, source_->facts()) ? std::error_code{} : FileError::changed;
 }
 
 // A slice is up to two megabytes, or a second to encode.
@@ -154,7 +155,7 @@ void SaveRun::abandon() {
 // named.
 bool SaveRun::check(std::error_code error) {
   if (!error) return true;
-  const std::string fault = read_fault();
+  const std::string fault = read_fault(document);
   give_up(fault.empty() ? error.message() + "\n" + name_ : fault);
   return false;
 }

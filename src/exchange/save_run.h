@@ -80,7 +80,7 @@ class SaveRun : public LongRun {
   std::string name_;
   EditRange range_;
   std::optional<std::uint16_t> replaced_;
-  InputFile source_;  // that is replaced, locked against other runs
+  std::shared_ptr<InputFile> source_ = std::make_shared<InputFile>();  // replaced, and locked
   ReplacingFile target_;
   std::unique_ptr<RangeWriter> audio_;
   bool is_over_ = false;

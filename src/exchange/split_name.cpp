@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/path.h"
 #include "platform/text.h"
@@ -41,7 +42,7 @@ struct Step {
 
 // With an apostrophe behind the hours too: a colon is no character for a name.
 std::string start_time(const Part& part) {
-  std::string time = shown_time(part.part_beg);
+  std::string time = shown_time(document, part.part_beg);
   if (const std::size_t colon = time.find(':'); colon != std::string::npos) time[colon] = '\'';
   return time;
 }

@@ -14,6 +14,7 @@
 #include "exchange/split_name.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/numbers.h"
@@ -32,9 +33,9 @@ bool begins_region(const Part& part) { return part.part_iscue != 0; }
 EditPosition with_overlap(EditPosition begin) {
   if ((settings.split_overlap & split_overlap_on) == 0) return begin;
   const unsigned seconds = settings.split_overlap & (split_overlap_on - 1);
-  const std::uint32_t wanted = whole_part(seconds * double{stream.avg_bitrate} * 0.125);
+  const std::uint32_t wanted = whole_part(seconds * double{document.stream.avg_bitrate} * 0.125);
   const EditPosition back = begin - std::min(wanted, begin);
-  const EditPosition frame = find_frame(part_at(back), back).pos;
+  const EditPosition frame = find_frame(document, part_at(document, back), back).pos;
   return std::min(frame, begin);  // where none was found there is no overlap
 }
 
@@ -82,9 +83,9 @@ SplitResult SplitRun::begin_piece() {
   open_state.save_name = path_;
   if (settings.split_id3v11 != 0)
     set_id3v1_of_piece(split_region_part_, split_done_ - 1U + first_number_);
-  reason_ = read_fault();
+  reason_ = read_fault(document);
   if (!reason_.empty()) return SplitResult::write_error;
-  if (const std::error_code error = file_.create_new(path_, permissions_of_sources()))
+  if (const std::error_code error = file_.create_new(path_, permissions_of_sources(document)))
     return failed(SplitResult::create_error, error);
   is_in_piece_ = true;
   copy_.begin({.begin = with_overlap(begin), .end = end},
@@ -93,8 +94,10 @@ SplitResult SplitRun::begin_piece() {
 }
 
 EditPosition SplitRun::find_region_end() {
-  while (split_scan_ < part_count() && !begins_region(document.parts[split_scan_])) ++split_scan_;
-  return split_scan_ < part_count() ? document.parts[split_scan_].part_beg : document.total_size;
+  while (split_scan_ < part_count(document) && !begins_region(document.parts[split_scan_]))
+    ++split_scan_;
+  return split_scan_ < part_count(document) ? document.parts[split_scan_].part_beg
+                                            : document.total_size;
 }
 
 SplitResult SplitRun::write_piece() {
@@ -141,7 +144,7 @@ SplitResult SplitRun::pass_over_piece() {
 SplitResult SplitRun::end_piece() {
   is_in_piece_ = false;
   split_resyncs_ += copy_.resyncs();
-  if (split_scan_ >= part_count()) return SplitResult::finished;
+  if (split_scan_ >= part_count(document)) return SplitResult::finished;
   split_region_part_ = split_scan_++;
   return SplitResult::more;
 }
@@ -158,7 +161,7 @@ std::error_code SplitRun::drop_piece() {
 
 // Where a source is what failed, it is named.
 SplitResult SplitRun::failed(SplitResult failure, std::error_code error) {
-  reason_ = read_fault();
+  reason_ = read_fault(document);
   if (reason_.empty()) reason_ = error.message();
   return failure;
 }
@@ -168,9 +171,9 @@ void SplitRun::finish() {
   is_over_ = true;
   copy_.wait();
   file_.close();
-  stream.id3v1 = id3v1_;
+  document.stream.id3v1 = id3v1_;
   open_state.keep_id3v1 = keeps_id3v1_;
-  clear_selection();
+  clear_selection(selection);
   if (result_ == SplitResult::finished && log_.empty()) result_ = SplitResult::write_error;
   if (result_ == SplitResult::finished && !losses_.empty()) result_ = SplitResult::not_whole;
   report_ += losses_;

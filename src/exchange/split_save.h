@@ -11,6 +11,7 @@
 #include "exchange/range_copy.h"
 #include "model/document.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/long_run.h"
 #include "platform/patient_thread.h"
 
@@ -80,7 +81,7 @@ class SplitRun : public LongRun {
   std::uint16_t split_total_;
   std::uint32_t split_resyncs_ = 0;
   // The tag of the document, while the pieces have theirs in its place.
-  const decltype(StreamInfo::id3v1) id3v1_ = stream.id3v1;
+  const decltype(StreamInfo::id3v1) id3v1_ = document.stream.id3v1;
   const bool keeps_id3v1_ = open_state.keep_id3v1;
   OutputFile file_;  // the piece
   RangeCopy copy_{file_};

@@ -14,9 +14,9 @@
 
 namespace corvelin {
 
-/// The placeholder, shaped after `frame`. Its length is kept in `stream.vbr_frame_size`: 0 when
-/// there is none, for AAC, for no frame, and for a bitrate so low that a frame can't hold the two
-/// counts.
+/// The placeholder, shaped after `frame`. Its length is kept in `document.stream.vbr_frame_size`: 0
+/// when there is none, for AAC, for no frame, and for a bitrate so low that a frame can't hold the
+/// two counts.
 std::vector<std::uint8_t> make_vbr_frame(const FrameInfo& frame);
 
 /// The fields of a placeholder.

@@ -1,16 +1,21 @@
 // The edited document: an ordered table of parts, each a byte range of one source file. Audio bytes
 // stay in the source files until a save; every cut, paste and join is arithmetic on this table.
+// A document is a value: a copy shares the opened files and nothing else, and two of them know
+// nothing of each other.
+//
 // Owns the tables of source files and parts and the look-ups in them. Where frames begin is the
 // business of the frame locator.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "model/frame_index.h"
+#include "model/stream_info.h"
 #include "platform/file.h"
 
 namespace corvelin {
@@ -47,12 +52,13 @@ struct Part {
   bool operator==(const Part&) const = default;
 };
 
+/// A file whose bytes the parts are made of. It is only read, so that copies share it.
 struct SourceFile {
-  InputFile handle;
+  std::shared_ptr<const InputFile> handle;  // never null in a document
   std::string file_name;
   std::uint32_t first_audio = 0;   // file offset of the first audio frame
   std::uint32_t audio_end = 0;     // file offset behind the last audio byte
-  FrameIndex index;                // of the audio, once a time was asked for
+  SharedIndex index;               // of the audio; whoever moves the bounds puts a new one here
   bool is_unlike_project = false;  // other audio than when the project of the parts was made
 };
 
@@ -66,76 +72,82 @@ struct Document {
   std::int16_t end_gain = 0;      // gain steps at the very end, the close of the last part's fade
   std::u16string sheet_title;     // of the album
   std::u16string sheet_artist;
+
+  StreamInfo stream;
+  StreamKind kind;
+  HeaderRewrite header_rewrite;
+
+  /// Another number after each change: what was made of another one is stale. No two documents of a
+  /// process have one number but those that are copies of each other.
+  std::uint64_t revision = 0;
 };
 
-extern Document document;
+/// Gives the document a new `revision`. The operations on the tables do so themselves; who writes a
+/// field does, and the dispatcher for every command that changes the document.
+void touch(Document& document);
 
-/// Grows with each change of the document: what was made of an earlier one is stale. The operations
-/// on the tables count themselves; who writes a field counts it, and the dispatcher does for every
-/// command that changes the document.
-extern std::uint64_t document_revision;
-
-std::uint16_t part_count();
-std::uint16_t file_count();
+std::uint16_t part_count(const Document& document);
+std::uint16_t file_count(const Document& document);
 
 /// Opens a source file, or finds it in the table by its name (compared with case). Sets neither
 /// `first_audio` nor `audio_end`. Nothing when the table is full or the file can't be opened, and
 /// `cause` then says which, in words for the user.
-std::optional<std::uint16_t> add_source_file(const std::string& name, std::string* cause = nullptr);
+std::optional<std::uint16_t> add_source_file(Document& document, const std::string& name,
+                                             std::string* cause = nullptr);
 
 /// Closes the file with the highest index if no part refers to it.
-void remove_last_source_file();
+void remove_last_source_file(Document& document);
 
 /// The permissions of a new file that is made of the sources: open to nobody to whom one of them is
 /// not.
-std::uint32_t permissions_of_sources();
+std::uint32_t permissions_of_sources(const Document& document);
 
 /// Which source could not be read in full, and why, on two lines: any read that failed since it was
 /// opened. Empty when all went well.
 ///
 /// A part of the document is then not what it seems: a tag may be missing, a frame not found. Who
 /// writes something made of it tells the user, or doesn't write at all.
-std::string read_fault();
+std::string read_fault(const Document& document);
 
 /// The source of what lies from `begin` up to `end` that has become shorter since it was opened, so
 /// that not all of it can be read, and that word, on two lines. Empty when all is there.
-std::string shrunk_source(EditPosition begin, EditPosition end);
+std::string shrunk_source(const Document& document, EditPosition begin, EditPosition end);
 
 /// Puts a new part in front of the first one that begins at or behind `pos`. It has no gain, cue or
 /// texts. `no_part` when the file isn't there or the table is full.
-PartIndex add_part(EditPosition pos, std::uint16_t file, std::uint32_t file_pos,
+PartIndex add_part(Document& document, EditPosition pos, std::uint16_t file, std::uint32_t file_pos,
                    std::uint32_t size);
 
 /// Takes a part out and returns the index of the part that is now there, or the last one; `no_part`
 /// from an empty table. Leaves `total_size` to the caller, who may remove many.
-PartIndex remove_part(PartIndex index);
+PartIndex remove_part(Document& document, PartIndex index);
 
 /// The part that holds `pos`. The end of the stream belongs to the last part, what lies behind it
 /// to part 0.
-PartIndex part_at(EditPosition pos);
+PartIndex part_at(const Document& document, EditPosition pos);
 
 /// The `EditPosition` behind the part's last byte.
-EditPosition part_end(PartIndex index);
+EditPosition part_end(const Document& document, PartIndex index);
 
 /// The file offset of `pos` in a part. A position before the part (also one that wrapped around)
 /// gives the part's first byte; one behind its end is not limited, since the locator reads on past
 /// a border.
-std::uint32_t file_pos_of(PartIndex index, EditPosition pos);
+std::uint32_t file_pos_of(const Document& document, PartIndex index, EditPosition pos);
 
-void recompute_total();
-void renumber_parts();
+void recompute_total(Document& document);
+void renumber_parts(Document& document);
 
 /// Whether the part's level is changed anywhere: at its start or at the border behind it.
-bool part_has_gain(PartIndex index);
+bool part_has_gain(const Document& document, PartIndex index);
 
 /// The gain at the border behind a part: that of the next part, or `end_gain`.
-std::int16_t gain_behind(PartIndex index);
+std::int16_t gain_behind(const Document& document, PartIndex index);
 
 /// In a document of several files each part without a title gets the name of its file, cut to 96
 /// characters.
-void name_parts_from_files();
+void name_parts_from_files(Document& document);
 
-/// Closes all source files and clears the tables and the summary of the stream.
-void close_document();
+/// Makes it a document without files, parts and stream, of a new revision.
+void close_document(Document& document);
 
 }  // namespace corvelin

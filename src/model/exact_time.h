@@ -10,10 +10,10 @@ namespace corvelin {
 
 /// The seconds that the frames in front of `pos` take. A place within a frame counts as that
 /// frame's start; one behind the end gives the time of the whole stream.
-double exact_seconds(EditPosition pos);
+double exact_seconds(const Document& document, EditPosition pos);
 
 /// The first frame that begins `seconds` or more behind the start, a microsecond less allowed, so
 /// that a printed time leads back to its frame. `total_size` for a time behind the last one.
-EditPosition exact_place(double seconds);
+EditPosition exact_place(const Document& document, double seconds);
 
 }  // namespace corvelin

@@ -5,10 +5,10 @@
 
 namespace corvelin {
 
-int gain_at(EditPosition pos, PartIndex part) {
+int gain_at(const Document& document, EditPosition pos, PartIndex part) {
   const Part& range = document.parts[part];
   const double start = range.part_gainbeg;
-  const double target = gain_behind(part);
+  const double target = gain_behind(document, part);
   const double change = target - start;
   if (change == 0) return range.part_gainbeg;  // a level, which a save asks for at every frame
   const double t = 1.5 * (pos - range.part_beg) / range.part_size;

@@ -9,6 +9,6 @@ namespace corvelin {
 /// The gain in steps at `pos` inside a part: a quarter of a cosine from the part's own gain to that
 /// of the border behind it. A rise comes up early, a fall stays up long; both miss their ends by a
 /// few hundredths of the difference.
-int gain_at(EditPosition pos, PartIndex part);
+int gain_at(const Document& document, EditPosition pos, PartIndex part);
 
 }  // namespace corvelin

@@ -4,74 +4,115 @@
 #include <algorithm>
 #include <iterator>
 
-#include "model/frame_locator.h"
 #include "model/frame_walk.h"
 
 namespace corvelin {
 
 namespace {
 
-constexpr std::uint32_t frames_a_place = 128;
-
-// Behind a stretch without frames of this length there is always a place in the index, so that a
-// question never searches farther.
-constexpr std::uint32_t longest_unindexed_gap = search_block_size;
-constexpr std::uint32_t blocks_searched = 1;
-
-void count(IndexPlace& place, const FrameWalk& walk) {
-  place.ticks += walk.ticks();
-  place.offset = walk.behind();
-  ++place.frames;
-}
+constexpr std::uint32_t frames_an_entry = 128;
 
 }  // namespace
 
-void FrameIndex::build(const InputFile& file, std::uint32_t first_audio, std::uint32_t audio_end) {
-  *this = {};
-  is_built_ = true;
-  audio_end_ = audio_end;
-  IndexPlace place = {.offset = first_audio};
-  FrameWalk walk(file, first_audio, audio_end);
-  while (walk.next()) {
-    const bool is_behind_gap = walk.offset() - place.offset >= longest_unindexed_gap;
-    place.offset = walk.offset();
-    if (places_.empty() || is_behind_gap || place.frames - places_.back().frames >= frames_a_place)
-      places_.push_back(place);
-    count(place, walk);
+// A walk over the codes from an entry on.
+class FrameIndex::Steps {
+ public:
+  Steps(const FrameIndex& index, const Entry& entry)
+      : codes_(&index.codes_), entry_(entry), begin_(entry.place.offset) {
+    look_ahead();
   }
-  places_.shrink_to_fit();
-  end_ = place;
+
+  [[nodiscard]] const IndexPlace& place() const { return entry_.place; }  // behind a frame
+  [[nodiscard]] bool has_next() const { return length_ != 0; }
+  [[nodiscard]] std::uint32_t begin_of_next() const { return begin_; }
+  [[nodiscard]] std::uint32_t end_of_next() const { return begin_ + length_; }
+
+  void next() {
+    entry_.place.ticks += entry_.ticks_of_a_frame;
+    entry_.place.offset = begin_ = end_of_next();
+    ++entry_.place.frames;
+    look_ahead();
+  }
+
+ private:
+  // Reads up to the length of the next frame.
+  void look_ahead() {
+    length_ = 0;
+    while (length_ == 0 && entry_.code < codes_->size()) {
+      const std::uint16_t code = (*codes_)[entry_.code++];
+      if (code == gap_code) {
+        begin_ += take_number();
+      } else if (code == ticks_code) {
+        entry_.ticks_of_a_frame = take_number();
+      } else {
+        length_ = code;
+      }
+    }
+  }
+
+  std::uint32_t take_number() {
+    const std::uint32_t low = (*codes_)[entry_.code++];
+    return low | std::uint32_t{(*codes_)[entry_.code++]} << 16;
+  }
+
+  const std::vector<std::uint16_t>* codes_;
+  Entry entry_;
+  std::uint32_t begin_;
+  std::uint32_t length_ = 0;  // 0 behind the last frame
+};
+
+FrameIndex::FrameIndex(const InputFile& file, FrameFormat format, std::uint32_t first_audio,
+                       std::uint32_t audio_end) {
+  Entry now = {.place = {.offset = first_audio}};
+  FrameWalk walk(file, format, first_audio, audio_end);
+  while (walk.next()) {
+    now.code = codes_.size();
+    if (now.place.frames % frames_an_entry == 0) entries_.push_back(now);
+    if (walk.offset() != now.place.offset) add_number(gap_code, walk.offset() - now.place.offset);
+    const auto ticks = static_cast<std::uint32_t>(walk.ticks());
+    if (ticks != now.ticks_of_a_frame) add_number(ticks_code, ticks);
+    codes_.push_back(static_cast<std::uint16_t>(walk.behind() - walk.offset()));
+    now.ticks_of_a_frame = ticks;
+    now.place.ticks += ticks;
+    now.place.offset = walk.behind();
+    ++now.place.frames;
+  }
+  codes_.shrink_to_fit();
+  entries_.shrink_to_fit();
+  end_ = now.place;
 }
 
-IndexPlace FrameIndex::at_offset(const InputFile& file, std::uint32_t offset) {
-  constexpr std::size_t most_answers = 4096;
-  const auto known = asked_.find(offset);
-  if (known != asked_.end()) return known->second;
-  if (asked_.size() >= most_answers) asked_.clear();
-  return asked_[offset] = walk_to_offset(file, offset);
+void FrameIndex::add_number(std::uint16_t code, std::uint32_t number) {
+  codes_.insert(codes_.end(), {code, static_cast<std::uint16_t>(number),
+                               static_cast<std::uint16_t>(number >> 16)});
 }
 
-IndexPlace FrameIndex::walk_to_offset(const InputFile& file, std::uint32_t offset) const {
-  if (offset >= end_.offset || places_.empty()) return end_;
-  const auto behind = std::ranges::upper_bound(places_, offset, {}, &IndexPlace::offset);
-  if (behind == places_.begin()) return places_.front();
-  IndexPlace place = *std::prev(behind);
-  FrameWalk walk(file, place.offset, audio_end_);
-  while (walk.behind() < offset && walk.next(blocks_searched) && walk.behind() <= offset)
-    count(place, walk);
+IndexPlace FrameIndex::at_offset(std::uint32_t offset) const {
+  if (entries_.empty() || offset >= end_.offset) return end_;
+  const auto offset_of = [](const Entry& entry) { return entry.place.offset; };
+  const auto behind = std::ranges::upper_bound(entries_, offset, {}, offset_of);
+  if (behind == entries_.begin()) return behind->place;
+  Steps steps(*this, *std::prev(behind));
+  while (steps.has_next() && steps.end_of_next() <= offset) steps.next();
+  return steps.place();
+}
+
+IndexPlace FrameIndex::at_ticks(std::uint64_t ticks) const {
+  if (entries_.empty() || ticks >= end_.ticks) return end_;
+  const auto ticks_of = [](const Entry& entry) { return entry.place.ticks; };
+  const auto behind = std::ranges::lower_bound(entries_, ticks, {}, ticks_of);
+  Steps steps(*this, behind == entries_.begin() ? *behind : *std::prev(behind));
+  while (steps.has_next() && steps.place().ticks < ticks) steps.next();
+  IndexPlace place = steps.place();
+  if (steps.has_next()) place.offset = steps.begin_of_next();
   return place;
 }
 
-IndexPlace FrameIndex::at_ticks(const InputFile& file, std::uint64_t ticks) const {
-  if (ticks >= end_.ticks || places_.empty()) return end_;
-  const auto behind = std::ranges::lower_bound(places_, ticks, {}, &IndexPlace::ticks);
-  if (behind == places_.begin()) return *behind;
-  IndexPlace place = *std::prev(behind);
-  FrameWalk walk(file, place.offset, audio_end_);
-  while (place.ticks < ticks && walk.next(blocks_searched)) count(place, walk);
-  // Now the place is behind a frame. The next one begins here unless the file is damaged.
-  if (walk.next(blocks_searched)) place.offset = walk.offset();
-  return behind != places_.end() && place.frames >= behind->frames ? *behind : place;
+const FrameIndex& SharedIndex::of(const InputFile& file, FrameFormat format,
+                                  std::uint32_t first_audio, std::uint32_t audio_end) const {
+  std::call_once(cell_->is_made,
+                 [&] { cell_->index.emplace(file, format, first_audio, audio_end); });
+  return *cell_->index;
 }
 
 }  // namespace corvelin

@@ -8,20 +8,10 @@
 #include <span>
 
 #include "model/document.h"
+#include "model/selection.h"
 #include "stream/frame_header.h"
 
 namespace corvelin {
-
-/// The header bits that the user wants written, while `rewrite_header` is set.
-struct HeaderRewrite {
-  bool rewrite_header = false;
-  std::uint32_t rewrite_copyright = 0;  // 0 or 1 each
-  std::uint32_t rewrite_original = 0;
-  std::uint32_t rewrite_private = 0;
-  bool operator==(const HeaderRewrite&) const = default;
-};
-
-extern HeaderRewrite header_rewrite;
 
 /// The common input block of those who read frames and keep none; at most `frame_block_limit` bytes
 /// are read at a time.
@@ -37,7 +27,7 @@ struct FrameCursor {
   FrameInfo frame;
 };
 
-FrameCursor frame_cursor_at(EditPosition pos);
+FrameCursor frame_cursor_at(const Document& document, EditPosition pos);
 
 /// What one call of `read_frames` came to.
 struct FramesRead {
@@ -55,12 +45,13 @@ constexpr std::uint32_t any_frame_count = 0xFFFFFFFF;  // no limit but that of t
 /// that didn't fit. The caller calls again until the cursor has reached its end. A frame that would
 /// run over the end of its part is left out. Behind bad data the cursor stands at the next true
 /// frame, or at the end of the stream when there is none in reach.
-FramesRead read_frames(std::span<std::uint8_t> block, FrameCursor& cursor, EditPosition end,
-                       std::uint32_t max_frames = any_frame_count);
+FramesRead read_frames(const Document& document, std::span<std::uint8_t> block, FrameCursor& cursor,
+                       EditPosition end, std::uint32_t max_frames = any_frame_count);
 
 /// The same from the edit cursor on, which it moves, with `current_part` and the frame shown: what
 /// playback does.
-FramesRead read_frames_at_edit_cursor(std::span<std::uint8_t> block, EditPosition end,
+FramesRead read_frames_at_edit_cursor(Document& document, Selection& selection,
+                                      std::span<std::uint8_t> block, EditPosition end,
                                       std::uint32_t max_frames);
 
 }  // namespace corvelin

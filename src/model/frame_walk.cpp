@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "model/frame_locator.h"
-#include "model/stream_info.h"
 
 namespace corvelin {
 
@@ -12,7 +11,7 @@ bool FrameWalk::find(std::uint32_t most_blocks) {
   std::uint32_t offset = behind_;
   FrameInfo frame;
   const std::span<const std::uint8_t> header = window_.bytes_at(*file_, offset, header_size);
-  const bool is_here = has_sync(header, 0) && decode_frame_header(frame, header, frame_format());
+  const bool is_here = has_sync(header, 0) && decode_frame_header(frame, header, format_);
   if (!is_here && !search(most_blocks, offset, frame)) return false;
   if (offset >= end_ || frame.frame_length > end_ - offset) return false;
   length_ = frame.frame_length;
@@ -28,7 +27,7 @@ bool FrameWalk::search(std::uint32_t most_blocks, std::uint32_t& offset, FrameIn
   for (; offset < end_ && most_blocks > 0; --most_blocks) {
     const auto block = window_.bytes_at(*file_, offset, search_read_size);
     const auto usable = std::min<std::size_t>({block.size(), search_block_size, end_ - offset});
-    const auto found = find_frame_in_block(block, usable, sample_rate_);
+    const auto found = find_frame_in_block(block, usable, format_, sample_rate_);
     if (found) {
       offset += found->pos;
       frame = found->frame;

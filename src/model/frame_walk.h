@@ -14,8 +14,8 @@ namespace corvelin {
 class FrameWalk {
  public:
   /// From the file offset `begin` up to `end`, where the audio ends.
-  FrameWalk(const InputFile& file, std::uint32_t begin, std::uint32_t end)
-      : file_(&file), behind_(begin), end_(end) {}
+  FrameWalk(const InputFile& file, FrameFormat format, std::uint32_t begin, std::uint32_t end)
+      : file_(&file), format_(format), behind_(begin), end_(end) {}
 
   /// Goes to the next frame: the one at the walk's place, or, where the file is damaged, the next
   /// true one within `most_blocks` times 10000 bytes. False when there is none, or the audio ends
@@ -39,6 +39,7 @@ class FrameWalk {
   bool search(std::uint32_t most_blocks, std::uint32_t& offset, FrameInfo& frame);
 
   const InputFile* file_;
+  FrameFormat format_;
   FileWindow window_;
   std::uint32_t behind_;
   std::uint32_t end_;

@@ -9,6 +9,7 @@
 
 #include "model/document.h"
 #include "model/sampled_frames.h"
+#include "model/selection.h"
 
 namespace corvelin {
 
@@ -44,10 +45,9 @@ struct GraphSamples {
   SampledFrames frames;
 };
 
-/// Samples `view_frames` frames round `centre`, of which `fold` share a column. Reads the document,
-/// the selection and the settings `graph_level` and `time_marks`; `stream.current_frame` is the
-/// same afterwards.
-void sample_frames(GraphSamples& samples, EditPosition centre, std::uint32_t view_frames,
-                   std::uint32_t fold);
+/// Samples `view_frames` frames round `centre`, of which `fold` share a column, by the settings
+/// `graph_level` and `time_marks`.
+void sample_frames(GraphSamples& samples, const Document& document, const Selection& selection,
+                   EditPosition centre, std::uint32_t view_frames, std::uint32_t fold);
 
 }  // namespace corvelin

@@ -26,11 +26,11 @@ bool is_same(const FileFacts& a, const FileFacts& b) {
 }
 
 // The offset of the first header of `kind` in `block`, decoded into `info`, or the block's size.
-std::size_t find_header(std::span<const std::uint8_t> block, const StreamKind& kind,
-                        FrameInfo& info) {
+std::size_t find_header(std::span<const std::uint8_t> block, FrameFormat format,
+                        const StreamKind& kind, FrameInfo& info) {
   for (std::size_t at = find_sync(block, 0, block.size()); at < block.size();
        at = find_sync(block, at + 1, block.size())) {
-    if (decode_frame_header(info, block.subspan(at), frame_format()) && info.frame_length != 0 &&
+    if (decode_frame_header(info, block.subspan(at), format) && info.frame_length != 0 &&
         info.version == kind.version && info.sample_rate == kind.sample_rate)
       return at;
   }
@@ -39,11 +39,13 @@ std::size_t find_header(std::span<const std::uint8_t> block, const StreamKind& k
 
 }  // namespace
 
-void SampledFrames::begin(const StreamKind& kind) {
+void SampledFrames::begin(const Document& document) {
+  const StreamKind& kind = document.kind;
   if (kind.version != kind_.version || kind.sample_rate != kind_.sample_rate ||
       kind.layer != kind_.layer || gain_bit_ != graph_gain_bit)
     forget();
   kind_ = kind;
+  format_ = frame_format(document.stream);
   gain_bit_ = graph_gain_bit;
   files_.resize(document.files.size());
   checked_.assign(document.files.size(), false);
@@ -52,8 +54,10 @@ void SampledFrames::begin(const StreamKind& kind) {
   asked_ = 0;
 }
 
-SampledFrame SampledFrames::frame_from(std::uint16_t file, std::uint32_t offset) {
-  check_file(file);
+SampledFrame SampledFrames::frame_from(const Document& document, std::uint16_t file,
+                                       std::uint32_t offset) {
+  const InputFile& handle = *document.files[file].handle;
+  check_file(handle, file);
   ++asked_;
   const SampledFrame wanted = {.searched_from = offset, .file = file};
   if (next_ >= known_.size() || place_of(known_[next_]) != place_of(wanted)) {
@@ -61,7 +65,7 @@ SampledFrame SampledFrames::frame_from(std::uint16_t file, std::uint32_t offset)
     next_ = static_cast<std::size_t>(found - known_.begin());
   }
   if (next_ < known_.size() && place_of(known_[next_]) == place_of(wanted)) return known_[next_++];
-  new_.push_back(search(file, offset));
+  new_.push_back(search(handle, file, offset));
   return new_.back();
 }
 
@@ -76,10 +80,10 @@ void SampledFrames::end() {
 }
 
 // Another program may have written to a source: then nothing that was read of it holds.
-void SampledFrames::check_file(std::uint16_t file) {
+void SampledFrames::check_file(const InputFile& handle, std::uint16_t file) {
   if (checked_[file]) return;
   checked_[file] = true;
-  const FileFacts facts = document.files[file].handle.facts();
+  const FileFacts facts = handle.facts();
   if (!is_same(facts, files_[file])) forget();
   files_[file] = facts;
 }
@@ -90,13 +94,14 @@ void SampledFrames::forget() {
   block_size_ = 0;
 }
 
-SampledFrame SampledFrames::search(std::uint16_t file, std::uint32_t offset) {
+SampledFrame SampledFrames::search(const InputFile& handle, std::uint16_t file,
+                                   std::uint32_t offset) {
   SampledFrame frame = {.searched_from = offset, .begin = offset, .file = file};
   for (std::uint64_t at = offset; at - offset < longest_search;) {
-    const std::span<const std::uint8_t> block = block_at(file, at);
+    const std::span<const std::uint8_t> block = block_at(handle, file, at);
     const bool is_file_end = block.size() <= longest_adts_frame;
     FrameInfo info;
-    const std::size_t found = find_header(block, kind_, info);
+    const std::size_t found = find_header(block, format_, kind_, info);
     if (found + info.frame_length <= block.size() && info.frame_length != 0) {
       frame.begin = static_cast<std::uint32_t>(at + found);
       frame.frame_length = info.frame_length;
@@ -112,14 +117,15 @@ SampledFrame SampledFrames::search(std::uint16_t file, std::uint32_t offset) {
 }
 
 // What is there of a file from `offset` on: more than a frame, unless the file ends.
-std::span<const std::uint8_t> SampledFrames::block_at(std::uint16_t file, std::uint64_t offset) {
+std::span<const std::uint8_t> SampledFrames::block_at(const InputFile& handle, std::uint16_t file,
+                                                      std::uint64_t offset) {
   const bool is_held = block_size_ != 0 && file == block_file_ && offset >= block_begin_ &&
                        offset < block_begin_ + block_size_;
   const std::uint64_t left = is_held ? block_begin_ + block_size_ - offset : 0;
   const bool is_last_block = block_size_ < block_size;
   if (left <= longest_adts_frame && !(is_held && is_last_block)) {
     block_.resize(block_size);
-    block_size_ = document.files[file].handle.read_at(offset, block_);
+    block_size_ = handle.read_at(offset, block_);
     block_begin_ = offset;
     block_file_ = file;
   }

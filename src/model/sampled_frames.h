@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "model/document.h"
-#include "model/stream_info.h"
 #include "platform/file.h"
 #include "stream/frame_loudness.h"
 
@@ -27,24 +26,27 @@ struct SampledFrame {
 
 class SampledFrames {
  public:
-  /// A sampling begins: of frames with the version and sample rate of `kind`. Forgets what is known
-  /// of another kind.
-  void begin(const StreamKind& kind);
+  /// A sampling begins: of frames with the version and sample rate of the document's. Forgets what
+  /// is known of another kind.
+  void begin(const Document& document);
 
   /// The first frame at or behind an offset of a source file. No true search: the frame need not be
   /// followed by another, and the search gives up where the locator does.
-  SampledFrame frame_from(std::uint16_t file, std::uint32_t offset);
+  SampledFrame frame_from(const Document& document, std::uint16_t file, std::uint32_t offset);
 
   /// The sampling is over: puts what was read with what is known.
   void end();
 
  private:
-  void check_file(std::uint16_t file);
+  void check_file(const InputFile& handle, std::uint16_t file);
   void forget();
-  [[nodiscard]] SampledFrame search(std::uint16_t file, std::uint32_t offset);
-  std::span<const std::uint8_t> block_at(std::uint16_t file, std::uint64_t offset);
+  [[nodiscard]] SampledFrame search(const InputFile& handle, std::uint16_t file,
+                                    std::uint32_t offset);
+  std::span<const std::uint8_t> block_at(const InputFile& handle, std::uint16_t file,
+                                         std::uint64_t offset);
 
   StreamKind kind_;
+  FrameFormat format_ = FrameFormat::mpeg;
   std::uint16_t gain_bit_ = 0;
   std::vector<FileFacts> files_;     // as they were when their frames were read
   std::vector<bool> checked_;        // of these, in this sampling

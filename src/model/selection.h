@@ -23,35 +23,33 @@ struct Selection {
   std::u16string sel_title;          // texts of the part that began there
   std::u16string sel_artist;
   EditPosition cursor = 0;
+  /// The frame that the last step, seek or search of the user found, as the status shows it; none
+  /// (`version` 0) where that failed.
+  FrameInfo current_frame;
 };
 
-extern Selection selection;
-
 /// Whether there is a selection, and whether it has a length.
-bool has_selection();
-bool has_selected_range();
+bool has_selection(const Selection& selection);
+bool has_selected_range(const Selection& selection);
 
 /// Gives both ends the place `pos` when one of them is none. Returns whether it did.
-bool ensure_selection(EditPosition pos);
+bool ensure_selection(Selection& selection, EditPosition pos);
 
 /// Moves one end, at most to the end of the stream, pushing the other along where they would cross.
 /// Ignores `no_position`.
-void set_sel_begin(EditPosition pos);
-void set_sel_end(EditPosition pos);
+void set_sel_begin(const Document& document, Selection& selection, EditPosition pos);
+void set_sel_end(const Document& document, Selection& selection, EditPosition pos);
 
 /// Sets both ends, which are in order, or none of them.
-void set_selection(EditPosition begin, EditPosition end);
+void set_selection(Selection& selection, EditPosition begin, EditPosition end);
 
 /// No selection, and nothing left of a border that was taken out. The cursor stays.
-void clear_selection();
+void clear_selection(Selection& selection);
 
 /// Moves the cursor to the first frame at or behind `pos`, or to the end of the stream, and
 /// `current_part` with it. That frame is the one shown; none is where garbage reaches to the end of
 /// the stream. Ignores a position that wrapped around below 0. The user's way there is `seek_to`,
 /// which takes playback along.
-void move_cursor(EditPosition pos);
-
-/// Grows with each change of the selection or the cursor.
-extern std::uint64_t selection_revision;
+void move_cursor(Document& document, Selection& selection, EditPosition pos);
 
 }  // namespace corvelin

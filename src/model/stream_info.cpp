@@ -12,10 +12,9 @@
 
 namespace corvelin {
 
-StreamInfo stream;
-StreamKind stream_kind;
-
-FrameFormat frame_format() { return stream.is_aac != 0 ? FrameFormat::adts : FrameFormat::mpeg; }
+FrameFormat frame_format(const StreamInfo& stream) {
+  return stream.is_aac != 0 ? FrameFormat::adts : FrameFormat::mpeg;
+}
 
 StreamKind kind_of(const FrameInfo& frame) {
   return {.version = frame.version,
@@ -40,7 +39,7 @@ std::string text_of(const StreamKind& kind) {
                      kind.has_crc ? "yes" : "no");
 }
 
-void take_in_bitrate(const FrameInfo& frame) {
+void take_in_bitrate(StreamInfo& stream, const FrameInfo& frame) {
   constexpr std::int64_t tolerance = 2;  // kbit/s
   const std::int64_t average = whole_part(double{stream.avg_bitrate} / 1000);
   if (std::abs(frame.bitrate - average) > tolerance) stream.vbr = vbr_seen;

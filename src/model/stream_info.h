@@ -1,7 +1,6 @@
 // What is known of the open stream beside its parts: the summary that the probe made of the first
-// source file, and the kind of all its frames. Refusals, grey states, codecs and headers go by the
-// kind, which stays the same for the document's life; `stream.current_frame` is what is shown, and
-// changes with every frame that is looked at.
+// source file, the kind of all its frames, and the header bits that a save gives them. Refusals,
+// grey states, codecs and headers go by the kind, which stays the same for the document's life.
 #pragma once
 
 #include <array>
@@ -40,19 +39,18 @@ struct StreamInfo {
   std::uint32_t has_info_header = 0;  // the file starts with an "Info" header
   float avg_bitrate = 0;              // bits per second
   float avg_frame_size = 0;           // bytes
-  /// The frame at the place that was gone to or played last, as the status shows it. None
-  /// (`version` 0) where the search for one failed.
-  FrameInfo current_frame;
-  std::uint32_t ape_size = 0;  // bytes of the APE tag cut off the audio's end, 0 if none
+  std::uint32_t ape_size = 0;         // bytes of the APE tag cut off the audio's end, 0 if none
 };
 
-extern StreamInfo stream;
-
 /// How the headers of the stream's frames are read.
-FrameFormat frame_format();
+FrameFormat frame_format(const StreamInfo& stream);
 
-/// What all frames of a document have in common; only their bitrates and lengths may differ. The
-/// fields are those of `FrameInfo`.
+/// Makes the stream a variable one when the bitrate of a frame that was added to it is another than
+/// the average, by more than 2 kbit/s.
+void take_in_bitrate(StreamInfo& stream, const FrameInfo& frame);
+
+/// What all frames of a document have in common; only their bitrates and lengths may differ. Fixed
+/// by the probe, after the first frame of the stream. The fields are those of `FrameInfo`.
 struct StreamKind {
   std::uint8_t version = 0;  // 0 without a document
   std::uint8_t layer = 0;    // 2 or 3; 0 for ADTS
@@ -64,16 +62,18 @@ struct StreamKind {
   bool operator==(const StreamKind&) const = default;
 };
 
-/// Fixed by the probe, after the first frame of the stream.
-extern StreamKind stream_kind;
+/// The header bits that the user wants written, while `rewrite_header` is set.
+struct HeaderRewrite {
+  bool rewrite_header = false;
+  std::uint32_t rewrite_copyright = 0;  // 0 or 1 each
+  std::uint32_t rewrite_original = 0;
+  std::uint32_t rewrite_private = 0;
+  bool operator==(const HeaderRewrite&) const = default;
+};
 
 StreamKind kind_of(const FrameInfo& frame);
 
 /// "MPEG 1 Layer III, 44100 Hz, joint stereo, CRC: no".
 std::string text_of(const StreamKind& kind);
-
-/// Makes the stream a variable one when the bitrate of a frame that was added to it is another than
-/// the average, by more than 2 kbit/s.
-void take_in_bitrate(const FrameInfo& frame);
 
 }  // namespace corvelin

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 
-#include "model/stream_info.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -20,9 +19,9 @@ constexpr int toc_scale = 256;  // what an entry of the seek table counts for th
 
 // The table belongs to the one file that was opened: after an append it says nothing any more. Cuts
 // leave it in use, over the length that remains.
-bool is_corrected() {
-  return settings.use_toc != 0 && (stream.vbr & vbr_toc_usable) != 0 && file_count() < 2 &&
-         document.total_size != 0;
+bool is_corrected(const Document& document) {
+  return settings.use_toc != 0 && (document.stream.vbr & vbr_toc_usable) != 0 &&
+         file_count(document) < 2 && document.total_size != 0;
 }
 
 EditPosition as_position(double pos) { return whole_part(pos, highest_position); }
@@ -62,27 +61,28 @@ std::string format_milliseconds(std::uint32_t ms, SecondsForm form) {
 
 }  // namespace
 
-std::uint32_t to_time_scale(EditPosition pos) {
-  if (pos == no_position || !is_corrected()) return pos;
+std::uint32_t to_time_scale(const Document& document, EditPosition pos) {
+  if (pos == no_position || !is_corrected(document)) return pos;
   const double total = document.total_size;
   const double x = pos * double{toc_scale} / total;
   if (x >= toc_scale + 1) return pos;  // behind the end
-  const auto entry = std::ranges::find_if(stream.toc, [x](std::uint8_t at) { return x <= at; });
-  const auto i = entry - stream.toc.begin();
-  const double high = entry == stream.toc.end() ? toc_scale : *entry;
+  const auto entry =
+      std::ranges::find_if(document.stream.toc, [x](std::uint8_t at) { return x <= at; });
+  const auto i = entry - document.stream.toc.begin();
+  const double high = entry == document.stream.toc.end() ? toc_scale : *entry;
   const double low = i <= 1 ? 0 : *(entry - 1);
   const double fraction = high == low ? 0 : (x - high) / (high - low);  // -1 to 0
   return whole_part((static_cast<double>(i) + fraction) * total / 100);
 }
 
-EditPosition from_time_scale(std::uint32_t scaled) {
-  if (!is_corrected()) return scaled;
+EditPosition from_time_scale(const Document& document, std::uint32_t scaled) {
+  if (!is_corrected(document)) return scaled;
   constexpr std::uint32_t last = 99;
   const double total = document.total_size;
   const double y = scaled * 100.0 / total;
   const std::uint32_t i = whole_part(y, last);
-  const double high = i == last ? toc_scale : stream.toc[i + 1];
-  const double low = stream.toc[i];
+  const double high = i == last ? toc_scale : document.stream.toc[i + 1];
+  const double low = document.stream.toc[i];
   return as_position(((y - i) * (high - low) + low) * total / toc_scale);
 }
 
@@ -94,15 +94,15 @@ std::string format_seconds(double seconds) {
   return format_milliseconds(whole_part(seconds * 1000 + 0.5), SecondsForm::display);
 }
 
-std::string shown_time(EditPosition pos) {
-  return format_time(to_time_scale(pos), double{stream.avg_bitrate});
+std::string shown_time(const Document& document, EditPosition pos) {
+  return format_time(to_time_scale(document, pos), double{document.stream.avg_bitrate});
 }
 
-std::uint32_t time_to_position(double seconds) {
-  return as_position(stream.avg_bitrate * 0.125 * seconds);
+std::uint32_t time_to_position(const Document& document, double seconds) {
+  return as_position(document.stream.avg_bitrate * 0.125 * seconds);
 }
 
-std::uint32_t parse_time(std::string_view& text, char terminator) {
+std::uint32_t parse_time(const Document& document, std::string_view& text, char terminator) {
   text.remove_prefix(std::min(text.find_first_of("0123456789.-()"), text.size()));
   const std::size_t end = text.find(terminator);
   std::string_view time = text.substr(0, end);
@@ -113,7 +113,7 @@ std::uint32_t parse_time(std::string_view& text, char terminator) {
     seconds += leading_decimal(time);
     text.remove_prefix(end + 1);
   }
-  return time_to_position(seconds);
+  return time_to_position(document, seconds);
 }
 
 }  // namespace corvelin

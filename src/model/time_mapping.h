@@ -21,10 +21,10 @@ namespace corvelin {
 /// From a place in the edited stream to the time scale. They differ only while the correction is
 /// on: with the setting `use_toc`, a seek table, and one source file. `no_position` stays what it
 /// is.
-std::uint32_t to_time_scale(EditPosition pos);
+std::uint32_t to_time_scale(const Document& document, EditPosition pos);
 
 /// The way back. At most `highest_position`.
-EditPosition from_time_scale(std::uint32_t scaled);
+EditPosition from_time_scale(const Document& document, std::uint32_t scaled);
 
 /// How the seconds of a time are written.
 enum class SecondsForm {
@@ -43,11 +43,11 @@ std::string format_time(std::uint32_t pos, double rate, SecondsForm form = Secon
 std::string format_seconds(double seconds);
 
 /// The time of a place in the edited stream as it is shown.
-std::string shown_time(EditPosition pos);
+std::string shown_time(const Document& document, EditPosition pos);
 
 /// The number of bytes that `seconds` take at the average rate of the stream: 0 for a negative
 /// time, `highest_position` for one beyond all bounds.
-std::uint32_t time_to_position(double seconds);
+std::uint32_t time_to_position(const Document& document, double seconds);
 
 /// Reads a time as `format_time` writes it from the start of `text`, up to `terminator`, and moves
 /// `text` behind that. Returns its `time_to_position`.
@@ -55,6 +55,6 @@ std::uint32_t time_to_position(double seconds);
 /// Hours end with ":", minutes with "'"; either may be missing. What stands in front of the digits,
 /// as a label does, is no part of the time. What is no number counts as 0.
 /// Without the terminator the seconds don't count, and stay in `text`.
-std::uint32_t parse_time(std::string_view& text, char terminator);
+std::uint32_t parse_time(const Document& document, std::string_view& text, char terminator);
 
 }  // namespace corvelin

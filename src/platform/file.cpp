@@ -157,18 +157,21 @@ std::error_code InputFile::open(const std::string& path) {
   if (!S_ISREG(status.st_mode)) return not_a_regular_file(facts_of(status));
   handle_ = std::move(handle);
   facts_at_open_ = facts_of(status);
-  read_error_.clear();
+  read_error_ = 0;
   return {};
 }
 
 std::size_t InputFile::read_at(std::uint64_t offset, std::span<std::uint8_t> bytes) const {
-  return read_fully(handle_.get(), offset, bytes, read_error_);
+  std::error_code error;
+  const std::size_t count = read_fully(handle_.get(), offset, bytes, error);
+  if (error) read_error_ = error.value();
+  return count;
 }
 
 FileFacts InputFile::facts() const {
   struct stat status = {};
   if (system_calls.fstat(handle_.get(), &status) == 0) return facts_of(status);
-  read_error_ = last_error();
+  read_error_ = last_error().value();
   return {};
 }
 

@@ -6,6 +6,7 @@
 // be shown.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <ctime>
@@ -77,7 +78,8 @@ class FileHandle {
   int descriptor_ = -1;
 };
 
-/// A file opened for reading. Reads name their offset, so no reader can disturb another's place.
+/// A file opened for reading. Reads name their offset, so no reader can disturb another's place,
+/// and any number of threads may read.
 class InputFile {
  public:
   std::error_code open(const std::string& path);
@@ -88,7 +90,9 @@ class InputFile {
 
   /// The failure of a read or of a question for its size, of any one since the file was opened:
   /// whoever takes a short read for the end of the file has not seen all of it.
-  [[nodiscard]] std::error_code read_error() const { return read_error_; }
+  [[nodiscard]] std::error_code read_error() const {
+    return {read_error_.load(), std::system_category()};
+  }
 
   [[nodiscard]] bool is_open() const { return handle_.is_open(); }
   [[nodiscard]] FileFacts facts() const;  // as they are now; not `found` after a failure
@@ -101,7 +105,7 @@ class InputFile {
  private:
   FileHandle handle_;
   FileFacts facts_at_open_;
-  mutable std::error_code read_error_;
+  mutable std::atomic<int> read_error_ = 0;  // `errno`; any reader on any thread sets it
 };
 
 /// The whole content of a file that is read at once. An error also for one of more than `limit`

@@ -8,6 +8,7 @@
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/system.h"
 #include "stream/frame_gain.h"
@@ -20,10 +21,10 @@ namespace {
 // The bit of a frame's first `global_gain`, or the one that is looked at in its place.
 int first_gain_bit() {
   if (graph_gain_bit != 0) return graph_gain_bit;
-  const FrameInfo frame = {.channel_mode = stream_kind.channel_mode,
-                           .version = stream_kind.version,
-                           .layer = stream_kind.layer,
-                           .has_crc = stream_kind.has_crc ? 1U : 0U};
+  const FrameInfo frame = {.channel_mode = document.kind.channel_mode,
+                           .version = document.kind.version,
+                           .layer = document.kind.layer,
+                           .has_crc = document.kind.has_crc ? 1U : 0U};
   return gain_positions(frame)[0];
 }
 
@@ -34,7 +35,7 @@ std::string debug_text() {
   std::string text = fmt::format("Size all: {}\nCursor: {}\nGG bit: {}\n", document.total_size,
                                  selection.cursor, first_gain_bit());
   const std::string end = fmt::format("Info header: {}\n\ndpi factor: {:1.2f}\n",
-                                      stream.has_info_header, display.scale);
+                                      document.stream.has_info_header, display.scale);
   for (std::size_t i = 0; i < document.parts.size(); ++i) {
     const Part& part = document.parts[i];
     const std::string line = fmt::format("Part: {:02}  beg: {}  fpos: {}  size: {}\n", i,

@@ -6,6 +6,7 @@
 
 #include "audio/playback.h"
 #include "model/document.h"
+#include "model/the_document.h"
 #include "platform/program.h"
 #include "settings/settings.h"
 #include "shell/graph_drawing.h"
@@ -64,7 +65,8 @@ void view_redraw(EditorView& view, Canvas& canvas) {
   }
   if (document.parts.empty()) return draw_start_screen(layout, canvas);
 
-  sample_frames(view.samples, play_position(), layout.view_frames, layout.fold);
+  sample_frames(view.samples, document, selection, play_position(), layout.view_frames,
+                layout.fold);
   draw_graph(view, canvas);
   draw_big_timer(layout, canvas);
   draw_name_lines(view, canvas);

@@ -12,6 +12,7 @@
 
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 
 namespace corvelin {
@@ -31,7 +32,7 @@ class GraphDrawing {
     draw_selection();
     draw_bars(false, settings.rgb_mpeg);
     draw_bars(true, settings.rgb_cuts);
-    if (settings.bitrate_graph != 0 && stream.vbr != vbr_constant && layout_.fold == 1)
+    if (settings.bitrate_graph != 0 && document.stream.vbr != vbr_constant && layout_.fold == 1)
       draw_bitrates();
     draw_borders();
     draw_handles_and_cursor();
@@ -61,7 +62,7 @@ class GraphDrawing {
   }
 
   void draw_selection() {
-    if (!has_selection()) return;
+    if (!has_selection(selection)) return;
     int begin = 0;
     while (begin < layout_.width && !has(slot_with(begin, sample_is_selected), sample_is_selected))
       ++begin;
@@ -138,7 +139,7 @@ class GraphDrawing {
     const int height = layout_.small_font_h;
     const int width = canvas_.text(x + 1, y, "   ", {.height = height, .ground = handle_colour});
     Rect visible = {x + 1, y, x + 1 + width, y + height};
-    if (stream_kind.layer == 3) {
+    if (document.kind.layer == 3) {
       const int steps = (scale - slots_[slot].sample_handle) / 2 - 64;
       canvas_.text(
           x + label_at, y, fmt::format(" {:.1f} ", steps * 1.5),

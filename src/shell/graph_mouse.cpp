@@ -12,6 +12,7 @@
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/host.h"
 #include "text/text_rows.h"
@@ -36,7 +37,7 @@ EditPosition frame_under(const EditorView& view, int x) {
   if (slots.empty() || view.layout.width == 0) return no_position;
   const std::size_t slot = std::min<std::size_t>(view.layout.first_slot(x), slots.size() - 1);
   const EditPosition pos = slots[slot].sample_pos;
-  return locate_frame(part_at(pos), pos);
+  return locate_frame(document, part_at(document, pos), pos, selection.current_frame);
 }
 
 void drag_level(const GraphMouse& mouse, const ViewLayout& layout, int y) {
@@ -46,19 +47,20 @@ void drag_level(const GraphMouse& mouse, const ViewLayout& layout, int y) {
   if (layout.graph_h == 0) return;
   const auto gain =
       static_cast<std::int16_t>(std::clamp(highest - y * steps / layout.graph_h, lowest, highest));
-  if (mouse.level_drag > part_count()) {
+  if (mouse.level_drag > part_count(document)) {
     document.end_gain = gain;
   } else {
     document.parts[mouse.level_drag - 1u].part_gainbeg = gain;
   }
-  ++document_revision;
+  touch(document);
 }
 
 bool take_handle(GraphMouse& mouse, EditPosition pos, bool is_left) {
   const bool is_end = pos >= document.total_size;
-  const auto part = static_cast<std::uint16_t>(1 + (is_end ? part_count() : part_at(pos)));
+  const auto part =
+      static_cast<std::uint16_t>(1 + (is_end ? part_count(document) : part_at(document, pos)));
   if (is_left) {
-    if (stream_kind.layer != 3) return false;
+    if (document.kind.layer != 3) return false;
     undo_push(true, ui_text(row::level));
     mouse.level_drag = part;
   } else {
@@ -83,16 +85,16 @@ bool graph_mouse(GraphMouse& mouse, const EditorView& view, MouseButtons buttons
   if (mouse.overview_drag) {
     const std::uint64_t pos = std::uint64_t{document.total_size} * static_cast<unsigned>(x) /
                               static_cast<unsigned>(std::max(layout.width, 1));
-    seek_to(from_time_scale(static_cast<std::uint32_t>(pos)));
+    seek_to(from_time_scale(document, static_cast<std::uint32_t>(pos)));
     return true;
   }
   const EditPosition pos = frame_under(view, x);
   if (pos == no_position) return false;
   if (mouse.split_drag != 0) {
-    move_border(static_cast<PartIndex>(mouse.split_drag - 1), pos);
+    move_border(document, static_cast<PartIndex>(mouse.split_drag - 1), pos);
     return true;
   }
-  if (!playback.is_playing) document.current_part = part_at(pos);
+  if (!playback.is_playing) document.current_part = part_at(document, pos);
   if (buttons.ctrl) {
     seek_to(pos);
     return true;

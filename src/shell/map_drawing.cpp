@@ -6,6 +6,7 @@
 
 #include "audio/playback.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -15,7 +16,7 @@ namespace corvelin {
 namespace {
 
 int column_of(EditPosition pos, int width) {
-  const double scaled = to_time_scale(pos);
+  const double scaled = to_time_scale(document, pos);
   return static_cast<int>(scaled / document.total_size * width);
 }
 
@@ -23,7 +24,7 @@ void draw_part(const ViewLayout& layout, PartIndex index, Canvas& canvas) {
   const Part& part = document.parts[index];
   const int width = layout.width;
   Rect area = {column_of(part.part_beg, width), layout.graph_h + 1,
-               column_of(part_end(index), width), layout.height - 1};
+               column_of(part_end(document, index), width), layout.height - 1};
   if (area.is_empty()) return;
   // At the view's sides the outline lies outside.
   if (area.left < 1) area.left = -1;
@@ -46,9 +47,9 @@ void draw_map(const EditorView& view, Canvas& canvas) {
   const int width = layout.width;
   const int top = layout.graph_h + 1;
   const int bottom = layout.height - 1;
-  for (PartIndex i = 0; i < part_count(); ++i) draw_part(layout, i, canvas);
+  for (PartIndex i = 0; i < part_count(document); ++i) draw_part(layout, i, canvas);
 
-  if (has_selection()) {
+  if (has_selection(selection)) {
     const int begin = std::max(column_of(selection.sel_beg, width) - 1, 0);
     const int end = std::min(column_of(selection.sel_end, width) + 1, width);
     canvas.fill({begin, top + 1, end, bottom - 1}, settings.rgb_selection, Pattern::hatch);

@@ -11,6 +11,7 @@
 #include "audio/playback.h"
 #include "audio/recorder.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 
 namespace corvelin {
@@ -69,7 +70,7 @@ void draw_scale(const ViewLayout& layout, int left, int right, Canvas& canvas) {
 }  // namespace
 
 bool has_mono_meter() {
-  return playback.is_recording_armed ? recorder.channels == 1 : stream_kind.channel_mode == mono;
+  return playback.is_recording_armed ? recorder.channels == 1 : document.kind.channel_mode == mono;
 }
 
 void draw_meter(const ViewLayout& layout, Canvas& canvas) {

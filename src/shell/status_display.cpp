@@ -15,6 +15,7 @@
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/bytes.h"
 #include "platform/numbers.h"
@@ -32,7 +33,9 @@ namespace {
 
 constexpr const char* blank = " ";
 
-std::string time_at(std::uint32_t scaled) { return format_time(scaled, stream.avg_bitrate); }
+std::string time_at(std::uint32_t scaled) {
+  return format_time(scaled, document.stream.avg_bitrate);
+}
 
 std::string title() {
   std::string text;
@@ -42,8 +45,8 @@ std::string title() {
 }
 
 std::string selection_text() {
-  const std::uint32_t begin = to_time_scale(selection.sel_beg);
-  const std::uint32_t end = to_time_scale(selection.sel_end);
+  const std::uint32_t begin = to_time_scale(document, selection.sel_beg);
+  const std::uint32_t end = to_time_scale(document, selection.sel_end);
   return fmt::format(" {}: {} - {} ({})", ui_text(row::selection), time_at(begin), time_at(end),
                      time_at(end > begin ? end - begin : 0));
 }
@@ -52,27 +55,28 @@ std::string part_text() {
   const PartIndex index = document.current_part;
   const Part& part = document.parts[index];
   std::string text =
-      fmt::format(" {} ({} / {}): {} - {}", ui_text(row::part), index + 1, part_count(),
-                  time_at(to_time_scale(part.part_beg)), time_at(to_time_scale(part_end(index))));
-  if (stream.vbr == vbr_constant) text += fmt::format(" ({})", time_at(part.part_size));
+      fmt::format(" {} ({} / {}): {} - {}", ui_text(row::part), index + 1, part_count(document),
+                  time_at(to_time_scale(document, part.part_beg)),
+                  time_at(to_time_scale(document, part_end(document, index))));
+  if (document.stream.vbr == vbr_constant) text += fmt::format(" ({})", time_at(part.part_size));
   return text;
 }
 
 std::string range_text() {
-  if (has_selection()) return selection_text();
+  if (has_selection(selection)) return selection_text();
   return document.parts.empty() ? blank : part_text();
 }
 
 std::string stream_text(const FrameInfo& frame) {
   if (frame.version == 0) return " No sync";
   const std::uint32_t khz = frame.sample_rate / 1000;
-  const float average = stream.avg_bitrate / 1000;
-  if (stream.is_aac != 0)
+  const float average = document.stream.avg_bitrate / 1000;
+  if (document.stream.is_aac != 0)
     return fmt::format("  AAC-LC/ADTS (MPEG {})  -  {} kbps (ABR {:.0f} kbps)  -  {} kHz  -  ",
                        frame.version, frame.bitrate, average, khz);
   const double version = frame.version == 3 ? 2.5 : frame.version;
   const std::string kind = fmt::format("  MPEG {:.1f} Layer {}  -  ", version, frame.layer);
-  if (stream.vbr == vbr_constant)
+  if (document.stream.vbr == vbr_constant)
     return fmt::format("{}{} kbps  -  {} kHz  -  ", kind, frame.bitrate, khz);
   return fmt::format("{}{} kbps, VBR ({:.0f} kbps)  -  {} kHz  -  ", kind, frame.bitrate, average,
                      khz);
@@ -98,19 +102,19 @@ std::string tag_text(bool has_tag, std::string_view what_a_save_does, bool does_
 
 std::string info_text() {
   constexpr std::uint32_t smallest_id3v2 = 2;
-  const FrameInfo& frame = stream.current_frame;
-  return fmt::format(
-      "{}{}     |     ID3v1: {}  -  ID3v2: {}     |     {}{}", stream_text(frame),
-      channels_text(frame),
-      tag_text(stands_at(stream.id3v1, 0, "TAG"), ui_text(row::save_tag), settings.save_id3v1 != 0),
-      tag_text(stream.id3v2_size >= smallest_id3v2, ui_text(row::keep_tag),
-               settings.keep_id3v2 != 0),
-      ui_text(row::play_decoder), decoder_name(chosen_decoder()));
+  const FrameInfo& frame = selection.current_frame;
+  return fmt::format("{}{}     |     ID3v1: {}  -  ID3v2: {}     |     {}{}", stream_text(frame),
+                     channels_text(frame),
+                     tag_text(stands_at(document.stream.id3v1, 0, "TAG"), ui_text(row::save_tag),
+                              settings.save_id3v1 != 0),
+                     tag_text(document.stream.id3v2_size >= smallest_id3v2, ui_text(row::keep_tag),
+                              settings.keep_id3v2 != 0),
+                     ui_text(row::play_decoder), decoder_name(chosen_decoder()));
 }
 
 std::string position_text(std::uint32_t scaled) {
   const std::uint32_t percent = whole_part(static_cast<double>(scaled) / document.total_size * 100);
-  if (stream.current_frame.frame_length == 0) return fmt::format(" ({}%) ", percent);
+  if (selection.current_frame.frame_length == 0) return fmt::format(" ({}%) ", percent);
   return fmt::format(" {}: {}   {}: {}   ({}%)", ui_text(row::total), time_at(document.total_size),
                      ui_text(row::now), time_at(scaled), percent);
 }
@@ -148,7 +152,7 @@ void clear(StatusDisplay& status) {
 }
 
 void show_position(StatusDisplay& status) {
-  const std::uint32_t scaled = to_time_scale(play_position());
+  const std::uint32_t scaled = to_time_scale(document, play_position());
   status.position_field = position_text(scaled);
   status.scroll_position =
       static_cast<int>(std::uint64_t{scaled} * scroll_end / document.total_size);
@@ -188,9 +192,9 @@ Refresh refresh_status(StatusDisplay& status, Refresh level) {
 std::string view_in_words() {
   if (playback.is_recording_armed) return recording_in_words();
   if (document.parts.empty()) return {};
-  std::string words(trimmed(position_text(to_time_scale(play_position()))));
+  std::string words(trimmed(position_text(to_time_scale(document, play_position()))));
   words.append("; ").append(trimmed(part_text()));
-  if (has_selection()) words.append("; ").append(trimmed(selection_text()));
+  if (has_selection(selection)) words.append("; ").append(trimmed(selection_text()));
   return words;
 }
 

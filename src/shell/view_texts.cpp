@@ -10,6 +10,7 @@
 #include "audio/playback.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -36,28 +37,28 @@ std::string selection_names() {
 }
 
 std::string_view hint_for_stream() {
-  if (stream.is_aac != 0) return ui_text(row::no_level_of_aac);
-  return stream_kind.layer == 2 ? ui_text(row::limited_graph_of_layer_2) : std::string_view{};
+  if (document.stream.is_aac != 0) return ui_text(row::no_level_of_aac);
+  return document.kind.layer == 2 ? ui_text(row::limited_graph_of_layer_2) : std::string_view{};
 }
 
 bool is_beyond_hint(EditPosition cursor) {
   constexpr double seconds = 30;
-  return cursor > stream.avg_bitrate * seconds * 0.125;
+  return cursor > document.stream.avg_bitrate * seconds * 0.125;
 }
 
 std::string timer_text() {
   const Part& part = document.parts[document.current_part];
-  std::uint32_t time = to_time_scale(play_position());
+  std::uint32_t time = to_time_scale(document, play_position());
   std::string text;
   if (settings.big_relative != 0) {
     text = fmt::format("{:02} > ", document.current_part + 1);
-    const std::uint32_t begin = to_time_scale(part.part_beg);
+    const std::uint32_t begin = to_time_scale(document, part.part_beg);
     time = time > begin ? time - begin : 0;
   }
-  text += format_time(time, stream.avg_bitrate);
+  text += format_time(time, document.stream.avg_bitrate);
   if (settings.big_total != 0) {
     const std::uint32_t total = settings.big_relative != 0 ? part.part_size : document.total_size;
-    text += " / " + format_time(total, stream.avg_bitrate);
+    text += " / " + format_time(total, document.stream.avg_bitrate);
     text.resize(std::min(text.rfind('.'), text.size()));
   }
   return text;
@@ -98,7 +99,7 @@ void draw_name_lines(EditorView& view, Canvas& canvas) {
   if (playback.fast_play_level != 0) {
     line(6, fmt::format("{} ({})", ui_text(row::fast_play), playback.fast_play_level),
          settings.rgb_cursor);
-  } else if (has_selection()) {
+  } else if (has_selection(selection)) {
     line(6, selection_names(), settings.rgb_selection);
   } else if (!view.hint_is_over) {
     line(10, hint_for_stream(), settings.rgb_mpeg);

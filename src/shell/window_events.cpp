@@ -12,6 +12,7 @@
 #include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/host.h"
 #include "shell/status_display.h"
@@ -36,7 +37,7 @@ void open_dropped(std::span<const std::string> names) {
     const Joined joined = open_files(names);
     if (joined.count == 0) return Result::refused;
     open_state.document_modified = names.size() > 1 && joined.count > 1;
-    clear_selection();
+    clear_selection(selection);
     seek_to(0);
     return Result::done;
   });
@@ -62,7 +63,8 @@ void drop_files(std::span<const std::string> names, bool in_graph) {
 void scroll_to(int position) {
   if (document.total_size == 0) return;
   const auto share = static_cast<std::uint64_t>(std::clamp(position, 0, scroll_end));
-  seek_to(from_time_scale(static_cast<std::uint32_t>(document.total_size * share / scroll_end)));
+  seek_to(from_time_scale(document,
+                          static_cast<std::uint32_t>(document.total_size * share / scroll_end)));
   if (!playback.is_playing) host().refresh_view(Refresh::places);
 }
 

@@ -27,6 +27,7 @@
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/interruption.h"
@@ -113,11 +114,13 @@ double seconds_of(const std::string& field) { return read_seconds(field).value_o
 // The last frame that begins so many seconds behind the start, or less.
 EditPosition frame_not_behind(double seconds) {
   constexpr double allowed = 1e-6;  // seconds, as a sum of frames is no round number
-  const EditPosition pos = exact_place(seconds);
-  return exact_seconds(pos) > seconds + allowed ? frame_before(pos) : pos;
+  const EditPosition pos = exact_place(document, seconds);
+  return exact_seconds(document, pos) > seconds + allowed
+             ? frame_before(document, pos, selection.current_frame)
+             : pos;
 }
 
-double whole_seconds() { return exact_seconds(document.total_size); }
+double whole_seconds() { return exact_seconds(document, document.total_size); }
 
 enum class Change : std::uint8_t { none, made, nothing_left, impossible };
 
@@ -126,19 +129,20 @@ Change limit_length(double seconds) {
   const EditPosition end = frame_not_behind(seconds);
   if (end == 0) return Change::nothing_left;
   if (end >= document.total_size) return Change::none;
-  return delete_range(end, document.total_size) != no_part ? Change::made : Change::impossible;
+  return delete_range(document, end, document.total_size) != no_part ? Change::made
+                                                                     : Change::impossible;
 }
 
 // At least so much of either end goes.
 Change cut_ends(double begin_seconds, double end_seconds) {
   const double whole = whole_seconds();
-  const EditPosition begin = begin_seconds > 0 ? exact_place(begin_seconds) : 0;
+  const EditPosition begin = begin_seconds > 0 ? exact_place(document, begin_seconds) : 0;
   const EditPosition end =
       end_seconds > 0 ? frame_not_behind(std::max(whole - end_seconds, 0.0)) : document.total_size;
   if (begin >= end) return Change::nothing_left;
   const bool is_end_cut =
-      end == document.total_size || delete_range(end, document.total_size) != no_part;
-  const bool is_begin_cut = begin == 0 || delete_range(0, begin) != no_part;
+      end == document.total_size || delete_range(document, end, document.total_size) != no_part;
+  const bool is_begin_cut = begin == 0 || delete_range(document, 0, begin) != no_part;
   return is_end_cut && is_begin_cut ? Change::made : Change::impossible;
 }
 
@@ -146,11 +150,14 @@ Change cut_ends(double begin_seconds, double end_seconds) {
 void fade_ends(double begin_seconds, double end_seconds, int bottom) {
   const auto gain = static_cast<std::int16_t>(-(2 * bottom) / 3);
   const double whole = whole_seconds();
-  const EditPosition begin = begin_seconds > 0 ? exact_place(begin_seconds) : 0;
-  const EditPosition end =
-      end_seconds > 0 ? exact_place(std::max(whole - end_seconds, 0.0)) : document.total_size;
-  if (begin != 0 && delete_range(begin, begin) != no_part) document.parts[0].part_gainbeg = gain;
-  if (end < document.total_size && delete_range(end, end) != no_part) document.end_gain = gain;
+  const EditPosition begin = begin_seconds > 0 ? exact_place(document, begin_seconds) : 0;
+  const EditPosition end = end_seconds > 0
+                               ? exact_place(document, std::max(whole - end_seconds, 0.0))
+                               : document.total_size;
+  if (begin != 0 && delete_range(document, begin, begin) != no_part)
+    document.parts[0].part_gainbeg = gain;
+  if (end < document.total_size && delete_range(document, end, end) != no_part)
+    document.end_gain = gain;
 }
 
 void shift_levels(int steps) {
@@ -161,7 +168,7 @@ void shift_levels(int steps) {
 
 Change normalize(std::uint8_t level) {
   const std::int16_t before = document.parts[0].part_gainbeg;
-  set_selection(0, document.total_size);
+  set_selection(selection, 0, document.total_size);
   batch_level = level;
   NormalizeDialog dialog;
   dialog.begin();
@@ -188,7 +195,7 @@ class Changes {
     if (job_.has(BatchOption::cut) && goes_on())
       take(cut_ends(seconds_of(job_.cut_begin), seconds_of(job_.cut_end)));
     if (job_.has(BatchOption::auto_crop) && goes_on()) take(crop());
-    if (stream_kind.layer == layer_with_levels && goes_on()) change_levels();
+    if (document.kind.layer == layer_with_levels && goes_on()) change_levels();
     return result_;
   }
 
@@ -461,7 +468,7 @@ bool BatchRun::may_write(BatchResult& result) const {
       result.reason = fmt::format("{}: {}", folder, error.message());
   if (result.reason.empty() && before_writing_)
     result.reason =
-        before_writing_({result.name, result.target, document.files[0].handle.facts_at_open()});
+        before_writing_({result.name, result.target, document.files[0].handle->facts_at_open()});
   if (!result.reason.empty()) result.target.clear();
   return result.reason.empty();
 }

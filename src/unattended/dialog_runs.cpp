@@ -2,6 +2,7 @@
 #include "unattended/dialog_runs.h"
 
 #include "model/selection.h"
+#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -10,7 +11,6 @@ namespace {
 void select_whole_stream() {
   selection.sel_beg = 0;
   selection.sel_end = document.total_size;
-  ++selection_revision;
 }
 
 }  // namespace

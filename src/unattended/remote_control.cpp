@@ -18,6 +18,7 @@
 #include "exchange/project_file.h"
 #include "model/document.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/file.h"
 #include "platform/path.h"
@@ -70,7 +71,7 @@ std::string state_text() {
   if (playback.is_recording_armed) return "Recording prepared";
   if (!playback.is_playing) return "Idle";
   return fmt::format("Playing\n\nFile (1st): {}\nPosition: {}", open_state.audio_name,
-                     shown_time(play_position()));
+                     shown_time(document, play_position()));
 }
 
 std::string said_in(const std::vector<MessageBox>& boxes) {

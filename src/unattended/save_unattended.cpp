@@ -9,6 +9,7 @@
 #include "exchange/changed_sources.h"
 #include "exchange/split_save.h"
 #include "model/document.h"
+#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/long_run.h"

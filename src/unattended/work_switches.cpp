@@ -4,6 +4,7 @@
 #include "document/open_state.h"
 #include "edit/auto_crop.h"
 #include "model/document.h"
+#include "model/the_document.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
 #include "unattended/dialog_runs.h"

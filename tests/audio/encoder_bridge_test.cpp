@@ -9,6 +9,7 @@
 #include "audio/encoder_settings.h"
 #include "model/frame_locator.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/dynamic_library.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
@@ -69,11 +70,11 @@ TEST_P(Encoder, PutsAllOfTheSoundIntoFrames) {
 
   std::uint32_t frames = 0;
   for (EditPosition pos = 0; pos < document.total_size; ++frames)
-    pos = next_frame_in(part_at(pos), pos);
+    pos = next_frame_in(document, part_at(document, pos), pos, selection.current_frame);
   EXPECT_GE(frames * 1152, 10 * second);         // nothing is missing at the end
   EXPECT_LE(frames * 1152, 10 * second + 3456);  // and the encoder adds little
-  EXPECT_EQ(stream_kind.channel_mode, GetParam().channel_mode);
-  EXPECT_EQ(stream.xing_frames, GetParam().has_header ? frames : 0);
+  EXPECT_EQ(document.kind.channel_mode, GetParam().channel_mode);
+  EXPECT_EQ(document.stream.xing_frames, GetParam().has_header ? frames : 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "model/stream_info.h"
+#include "model/the_document.h"
 
 namespace corvelin::test {
 namespace {
@@ -30,13 +31,13 @@ const Row table[] = {
 };
 
 TEST(FastPlay, ShortensAsTheIndependentProgramDoes) {
-  stream_kind = {.sample_rate = 44100, .channel_mode = 1};
+  document.kind = {.sample_rate = 44100, .channel_mode = 1};
   std::vector<std::int16_t> silence(5000);
   fast_play_compress(silence, 4);  // nothing is left of earlier sound
 
   std::uint32_t state = 1;
   for (const Row& row : table) {
-    stream_kind = {.sample_rate = row.sample_rate, .channel_mode = row.channel_mode};
+    document.kind = {.sample_rate = row.sample_rate, .channel_mode = row.channel_mode};
     std::vector<std::size_t> sizes;
     std::uint64_t hash = 0xCBF29CE484222325;
     const std::size_t whole = row.channel_mode == 4 ? 6912 : 13824;

@@ -15,6 +15,7 @@
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/aac_decoder.h"
 #include "platform/dynamic_library.h"
 #include "platform/mpeg_decoder.h"
@@ -160,11 +161,12 @@ TEST_F(PeakSeek, DecodesOnBehindDamageAndAnotherChannelMode) {
 
 TEST_F(PeakSeek, EndsWithTheSelectionAndPutsTheCursorBack) {
   ASSERT_TRUE(open_sample("cbr128.mp3"));
-  const EditPosition third = next_frame_in(0, next_frame_in(0, 0));
-  seek_to(frame_at(100'000));
+  const EditPosition third = next_frame_in(
+      document, 0, next_frame_in(document, 0, 0, selection.current_frame), selection.current_frame);
+  seek_to(frame_at(document, 100'000, selection.current_frame));
   const EditPosition cursor = selection.cursor;
-  set_sel_begin(0);
-  set_sel_end(third);
+  set_sel_begin(document, selection, 0);
+  set_sel_end(document, selection, third);
   ASSERT_TRUE(peak_seek_open(6));
   seek_to(0);
   peak_seek_read(6);
@@ -315,12 +317,12 @@ TEST_F(PeakSeek, DecodersWorkBesideEachOther) {
     Stream opened_stream;
     for (FrameCursor cursor; cursor.pos < document.total_size;) {
       Bytes block(20000);
-      block.resize(read_frames(block, cursor, document.total_size, 5).size);
+      block.resize(read_frames(document, block, cursor, document.total_size, 5).size);
       if (!block.empty()) opened_stream.blocks.push_back(std::move(block));
     }
-    if (stream.is_aac != 0) {
+    if (document.stream.is_aac != 0) {
       auto decoder = std::make_unique<AacDecoder>();
-      EXPECT_EQ(decoder->open(stream_kind.sample_rate).fault, DecoderFault::none);
+      EXPECT_EQ(decoder->open(document.kind.sample_rate).fault, DecoderFault::none);
       EXPECT_TRUE(decoder->begin(opened_stream.blocks[0]));
       opened_stream.decoder = std::move(decoder);
     } else {

@@ -19,6 +19,7 @@
 #include "model/cuts.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "shell/panel_buttons.h"
 #include "support/core_test.h"
@@ -38,7 +39,7 @@ class PlaybackTest : public CoreTest {
     ASSERT_TRUE(open(std::string(CORVELIN_SAMPLES "/") + name));
     begins = {0};
     FrameCursor cursor;
-    while (read_frames(frame_block, cursor, document.total_size, 1).frames == 1)
+    while (read_frames(document, frame_block, cursor, document.total_size, 1).frames == 1)
       begins.push_back(cursor.pos);
     ASSERT_EQ(begins.back(), document.total_size);
   }
@@ -58,7 +59,7 @@ class PlaybackTest : public CoreTest {
     }
     peak_seek_close();
     selection.cursor = before;
-    document.current_part = part_at(before);
+    document.current_part = part_at(document, before);
     return all;
   }
 
@@ -121,9 +122,9 @@ class PlaybackTest : public CoreTest {
 TEST_F(PlaybackTest, PlaysTheEditedStreamToItsEnd) {
   settings.volume = 65535;  // as loud as it gets
   apply_volume();
-  delete_range(begins[100], begins[150]);
+  delete_range(document, begins[100], begins[150]);
   document.parts[1].part_gainbeg = -20;
-  delete_range(begins[700], document.total_size);
+  delete_range(document, begins[700], document.total_size);
   const Bytes all = decode_all();
   ASSERT_EQ(dispatch_command(134), DispatchResult::done);
   EXPECT_TRUE(is_button_pressed(134));
@@ -184,11 +185,11 @@ TEST_F(PlaybackTest, PrelistensTheStretchesOfTheSelection) {
       EXPECT_TRUE(sounds_like(heard, slice(all, row.from, row.to)));
       continue;
     }
-    delete_range(begins[row.begin], begins[row.end]);
+    delete_range(document, begins[row.begin], begins[row.end]);
     EXPECT_TRUE(sounds_like(heard, slice(decode_all(), row.from, begins[row.begin + behind])));
     open_sample("cbr128.mp3");
   }
-  clear_selection();
+  clear_selection(selection);
   EXPECT_EQ(request_prelisten(prelisten_to_begin), Result::nothing);
   EXPECT_FALSE(playback.is_playing);
 }
@@ -251,7 +252,7 @@ TEST_F(PlaybackTest, LoopsOverTheSelectionAndFollowsIt) {
   selection.sel_end = begins[25];
   expect_within(20, 25);
   EXPECT_EQ(playback_underruns(), 0U);
-  clear_selection();
+  clear_selection(selection);
   play_to_end();
   EXPECT_EQ(playback.ended_by, PlayEnd::ran_out);
 }
@@ -285,14 +286,14 @@ TEST_F(PlaybackTest, GoesOnFromASeek) {
 }
 
 TEST_F(PlaybackTest, HearsEditsWithTheNextBuffer) {
-  delete_range(begins[40], begins[1000]);
+  delete_range(document, begins[40], begins[1000]);
   const Bytes cut = decode_all();
-  ASSERT_NE(restore_border(1, begins[40]), no_part);
-  clear_selection();
+  ASSERT_NE(restore_border(document, selection, 1, begins[40]), no_part);
+  clear_selection(selection);
   seek_to(0);
   play();
   play_for(16 * frame_bytes);
-  delete_range(begins[40], begins[1000]);
+  delete_range(document, begins[40], begins[1000]);
   play_to_end();
   EXPECT_TRUE(sounds_like(device.played, cut));
   EXPECT_EQ(playback.ended_by, PlayEnd::ran_out);

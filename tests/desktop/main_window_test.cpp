@@ -33,6 +33,7 @@
 #include "edit/menu_state.h"
 #include "edit/undo.h"
 #include "edit/window_commands.h"
+#include "model/the_document.h"
 #include "platform/file.h"
 #include "settings/setting_table.h"
 #include "settings/settings.h"

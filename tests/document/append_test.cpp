@@ -11,6 +11,7 @@
 #include "model/cuts.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 
@@ -56,7 +57,7 @@ TEST_F(Append, TellsWhyAFileDoesNotFit) {
     EXPECT_EQ(list, std::vector{"Append failed (" + c.reason + "): " + std::string(c.name)});
     EXPECT_TRUE(host.boxes.empty());
     EXPECT_EQ(document.files.size() + document.parts.size(), 2U) << c.name;
-    EXPECT_EQ(stream.vbr, vbr_constant);
+    EXPECT_EQ(document.stream.vbr, vbr_constant);
   }
   EXPECT_FALSE(append_file_reported(folder.path("mono.mp3"), nullptr));
   EXPECT_EQ(host.boxes.back().cause,
@@ -109,7 +110,7 @@ TEST_F(Append, LeavesTagsAndTheHeaderOfTheFileOut) {
   EXPECT_EQ(part.part_filepos, begin);
   EXPECT_EQ(part.part_size, size);
   EXPECT_EQ(part.part_iscue, 1U);
-  EXPECT_EQ(stream.xing_frames, 0U);
+  EXPECT_EQ(document.stream.xing_frames, 0U);
 
   // An open source keeps its bounds, whether the file is asked about or appended anew.
   ASSERT_TRUE(open(path));
@@ -131,9 +132,9 @@ TEST_F(Append, MakesTheStreamVariableByAnotherBitrate) {
   const std::string path = folder.file("b.mp3", frames(30, {.bitrate = 64}));
   ASSERT_EQ(append_file(path), AppendResult::appended);
   ASSERT_EQ(append_file(path), AppendResult::appended);
-  EXPECT_EQ(stream.vbr, vbr_seen);
+  EXPECT_EQ(document.stream.vbr, vbr_seen);
   EXPECT_EQ(document.files.size(), 2U);
-  while (document.parts.size() < most_parts) add_part(0, 0, 0, length);
+  while (document.parts.size() < most_parts) add_part(document, 0, 0, 0, length);
   EXPECT_FALSE(append_file_reported(path, nullptr));
   EXPECT_EQ(host.boxes.back().text, "Append failed: Part creation failed\n\nb.mp3");
 }

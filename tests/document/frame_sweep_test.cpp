@@ -4,6 +4,7 @@
 #include <random>
 
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {
@@ -37,19 +38,19 @@ TEST_P(FrameSweepTest, FindsWhatSingleSearchesFind) {
   for (unsigned seed = 0; seed < 40; ++seed) {
     std::mt19937 random(seed);
     close_all();
-    stream.is_aac = GetParam() ? 1 : 0;
+    document.stream.is_aac = GetParam() ? 1 : 0;
     const Bytes bytes = junk(random, GetParam());
-    add_source_file(folder.file("junk", bytes));
+    add_source_file(document, folder.file("junk", bytes));
     // The file may go on behind the audio.
     const auto end = static_cast<std::uint32_t>(bytes.size() - random() % 2 * 500);
     document.files[0].audio_end = end;
-    add_part(0, 0, 0, end);
+    add_part(document, 0, 0, 0, end);
 
-    FrameSweep sweep(document.files[0].handle, end);
+    FrameSweep sweep(*document.files[0].handle, frame_format(document.stream), end);
     std::uint32_t rate = any_sample_rate;
     for (std::uint32_t pos = seed % 7; pos < end;
          pos += 1 + static_cast<std::uint32_t>(random() % 200)) {
-      const FramePlace expected = find_frame(0, pos, rate);
+      const FramePlace expected = find_frame(document, 0, pos, rate);
       const FramePlace found = sweep.find(pos, rate).value_or(FramePlace{});
       ASSERT_EQ(found.pos, expected.pos) << seed << " " << pos;
       ASSERT_EQ(found.frame, expected.frame) << seed << " " << pos;

@@ -4,6 +4,7 @@
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 
@@ -19,11 +20,11 @@ TEST_F(OpenDocument, TakesAPlainStreamWhole) {
   ASSERT_TRUE(open("a.mp3", frames(100)));
   EXPECT_EQ(document.total_size, 100 * length);
   EXPECT_EQ(document.parts[0].part_iscue, 1U);
-  EXPECT_FLOAT_EQ(stream.avg_bitrate, 127706.25F);  // 417 * 44100 / 144
+  EXPECT_FLOAT_EQ(document.stream.avg_bitrate, 127706.25F);  // 417 * 44100 / 144
   EXPECT_EQ(settings.file_recent.front(), folder.path("a.mp3"));
   ASSERT_TRUE(
       open("b.mp2", frames(100, {.version = 2, .layer = 2, .bitrate = 64, .sample_rate = 22050})));
-  EXPECT_FLOAT_EQ(stream.avg_bitrate, 63853.125F);  // 417 * 22050 / 144
+  EXPECT_FLOAT_EQ(document.stream.avg_bitrate, 63853.125F);  // 417 * 22050 / 144
   ASSERT_TRUE(open("one.mp3", frames(1)));
   EXPECT_EQ(document.total_size, length);
   ASSERT_TRUE(open("late.mp3", Mp3Builder{}.zeros(0xFFFF0).frames(50).bytes()));
@@ -35,9 +36,9 @@ TEST_F(OpenDocument, TakesTagsOffBothEnds) {
   Mp3Builder file = Mp3Builder{}.id3v2(tag).frames(100);
   const auto audio_end = static_cast<std::uint32_t>(file.size());
   ASSERT_TRUE(open("a.mp3", file.ape(100, true).id3v1("Title").bytes()));
-  EXPECT_EQ(stream.id3v2_size, 10 + tag.size());
+  EXPECT_EQ(document.stream.id3v2_size, 10 + tag.size());
   EXPECT_EQ(document.files[0].first_audio, 10 + tag.size());
-  EXPECT_EQ(stream.ape_size, 164U);
+  EXPECT_EQ(document.stream.ape_size, 164U);
   EXPECT_EQ(end(), audio_end);
   EXPECT_TRUE(open_state.keep_id3v1);
 
@@ -56,7 +57,7 @@ TEST_F(OpenDocument, TakesTagsOffBothEnds) {
 
 TEST_F(OpenDocument, BelievesNoTagThatIsLargerThanTheFile) {
   ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(50).ape(0, false, 60000).bytes()));
-  EXPECT_EQ(stream.ape_size, 32U);
+  EXPECT_EQ(document.stream.ape_size, 32U);
   EXPECT_EQ(document.total_size, 50 * length);
   EXPECT_FALSE(open("b.mp3", Mp3Builder{}.id3v2("x", 0x0FFFFFFF).frames(50).bytes()));
   EXPECT_EQ(take_box(), "File open failed: Audio file: " + folder.path("b.mp3") + "\n");
@@ -65,7 +66,7 @@ TEST_F(OpenDocument, BelievesNoTagThatIsLargerThanTheFile) {
   bytes[8] = 0;
   bytes[9] = 255;  // size bytes count whole: 10 + 255, not 10 + 127
   ASSERT_TRUE(open("c.mp3", bytes));
-  EXPECT_EQ(stream.id3v2_size, 265U);
+  EXPECT_EQ(document.stream.id3v2_size, 265U);
   EXPECT_EQ(document.files[0].first_audio, 310U);
 }
 
@@ -108,21 +109,21 @@ TEST_F(OpenDocument, ReadsAnInfoHeader) {
       .marker = "Info", .frames = 200, .bytes = 100000, .encoder = "LAME3.100"};
   ASSERT_TRUE(open("a.mp3", Mp3Builder{}.vbr_header(header).frames(200).bytes()));
   EXPECT_EQ(document.files[0].first_audio, length);
-  EXPECT_EQ(stream.has_info_header, 1U);
-  EXPECT_EQ(stream.vbr, 0);
-  EXPECT_FLOAT_EQ(stream.avg_frame_size, 500.0F);
-  EXPECT_EQ(stream.encoder_tag[0], 'L');
-  EXPECT_EQ(stream.xing_quality, 255);
+  EXPECT_EQ(document.stream.has_info_header, 1U);
+  EXPECT_EQ(document.stream.vbr, 0);
+  EXPECT_FLOAT_EQ(document.stream.avg_frame_size, 500.0F);
+  EXPECT_EQ(document.stream.encoder_tag[0], 'L');
+  EXPECT_EQ(document.stream.xing_quality, 255);
 
   ASSERT_TRUE(open("alone.mp3", Mp3Builder{}.vbr_header({.marker = "Info"}).bytes()));
   EXPECT_EQ(document.total_size, length);  // stays audio
   // A header that says nothing of frames, and one that is longer than its file.
   ASSERT_TRUE(open("b.mp3", Mp3Builder{}.vbr_header({.bytes = 41700}).frames(100).bytes()));
-  EXPECT_FLOAT_EQ(stream.avg_frame_size, 417.0F);  // sampled
+  EXPECT_FLOAT_EQ(document.stream.avg_frame_size, 417.0F);  // sampled
   const FrameShape small = {.version = 2, .bitrate = 8, .sample_rate = 24000, .is_mono = true};
   ASSERT_TRUE(
       open("c.mp3", Mp3Builder{}.shape(small).vbr_header({.marker = "Info"}).frames(1).bytes()));
-  EXPECT_EQ(stream.has_info_header, 1U);
+  EXPECT_EQ(document.stream.has_info_header, 1U);
 }
 
 TEST_F(OpenDocument, TheKindIsThatOfTheMusicBehindAVbriHeader) {
@@ -131,9 +132,9 @@ TEST_F(OpenDocument, TheKindIsThatOfTheMusicBehindAVbriHeader) {
   const std::string path = folder.file("a.mp3", Mp3Builder{}.raw(header).frames(50).bytes());
   ASSERT_TRUE(open(path));
   EXPECT_EQ(document.total_size, 50 * length);
-  EXPECT_EQ(stream_kind, kind_of(stream.current_frame));
-  EXPECT_FALSE(stream_kind.has_crc);
-  EXPECT_EQ(stream.vbr, vbr_constant);
+  EXPECT_EQ(document.kind, kind_of(selection.current_frame));
+  EXPECT_FALSE(document.kind.has_crc);
+  EXPECT_EQ(document.stream.vbr, vbr_constant);
   EXPECT_TRUE(append_file_reported(path, nullptr));
   EXPECT_EQ(document.total_size, 100 * length);
 }
@@ -153,10 +154,10 @@ TEST_F(OpenDocument, BelievesAXingHeaderWithin3000Bytes) {
     header.toc[0] = 9;
     header.toc[99] = 250;
     EXPECT_TRUE(open("a.mp3", Mp3Builder{}.vbr_header(header).frames(100).bytes()));
-    EXPECT_EQ(stream.vbr, row.vbr) << row.bytes;
-    EXPECT_EQ(stream.xing_quality, row.quality) << row.bytes;
-    EXPECT_EQ(stream.xing_frames, 100U);
-    EXPECT_TRUE(row.vbr != 6 || (stream.toc[0] == 0 && stream.toc[99] == 250));
+    EXPECT_EQ(document.stream.vbr, row.vbr) << row.bytes;
+    EXPECT_EQ(document.stream.xing_quality, row.quality) << row.bytes;
+    EXPECT_EQ(document.stream.xing_frames, 100U);
+    EXPECT_TRUE(row.vbr != 6 || (document.stream.toc[0] == 0 && document.stream.toc[99] == 250));
   }
 }
 
@@ -164,19 +165,19 @@ TEST_F(OpenDocument, TellsAVariableBitrateFromPadding) {
   Mp3Builder constant;
   for (int i = 0; i < 150; ++i) constant.frame({}).frame({.has_padding = true});
   ASSERT_TRUE(open("a.mp3", constant.bytes()));
-  EXPECT_EQ(stream.vbr, 0);
-  EXPECT_FLOAT_EQ(stream.avg_frame_size, 417.5F);
+  EXPECT_EQ(document.stream.vbr, 0);
+  EXPECT_FLOAT_EQ(document.stream.avg_frame_size, 417.5F);
   ASSERT_TRUE(open("b.mp3", Mp3Builder{}.frames(99).frame({.bitrate = 160}).frames(99).bytes()));
-  EXPECT_EQ(stream.vbr, 1);
+  EXPECT_EQ(document.stream.vbr, 1);
   // A change behind the first 100,000 bytes isn't looked for.
   ASSERT_TRUE(open("c.mp3", Mp3Builder{}.frames(300).shape({.bitrate = 160}).frames(50).bytes()));
-  EXPECT_EQ(stream.vbr, 0);
+  EXPECT_EQ(document.stream.vbr, 0);
 
   ASSERT_TRUE(open("a.aac", Mp3Builder{}.adts(100, 300).adts(100, 302).bytes()));
   EXPECT_EQ(document.total_size, 100U * 602);
-  EXPECT_EQ(stream.xing_quality, 255);
-  EXPECT_NEAR(stream.avg_frame_size, 301.0, 0.05);
-  EXPECT_NEAR(stream.avg_bitrate, 301.0 * 44100 / 128, 20);
+  EXPECT_EQ(document.stream.xing_quality, 255);
+  EXPECT_NEAR(document.stream.avg_frame_size, 301.0, 0.05);
+  EXPECT_NEAR(document.stream.avg_bitrate, 301.0 * 44100 / 128, 20);
 }
 
 // The sampling may find nothing: of a short audio behind its tags, which lies in the margin that
@@ -192,8 +193,8 @@ TEST_F(OpenDocument, KnowsTheRateOfAllThatOpens) {
                            junk.bytes()};
   for (const Bytes& bytes : streams) {
     ASSERT_TRUE(open("a.mp3", bytes)) << bytes.size();
-    EXPECT_FLOAT_EQ(stream.avg_bitrate, 127706.25F) << bytes.size();
-    EXPECT_EQ(stream_kind, kind_of(stream.current_frame));
+    EXPECT_FLOAT_EQ(document.stream.avg_bitrate, 127706.25F) << bytes.size();
+    EXPECT_EQ(document.kind, kind_of(selection.current_frame));
   }
 }
 
@@ -221,16 +222,16 @@ TEST_F(OpenDocument, EndsBeforeALastFrameThatIsCutOff) {
 
 TEST_F(OpenDocument, BeginsEachDocumentAfresh) {
   ASSERT_TRUE(open("a.mp3", frames(50, {.copyright = true})));
-  EXPECT_EQ(header_rewrite.rewrite_copyright, 1U);
-  header_rewrite.rewrite_header = true;
+  EXPECT_EQ(document.header_rewrite.rewrite_copyright, 1U);
+  document.header_rewrite.rewrite_header = true;
   reset_state(ResetLevel::start);
-  EXPECT_FALSE(header_rewrite.rewrite_header);
-  header_rewrite.rewrite_header = true;
+  EXPECT_FALSE(document.header_rewrite.rewrite_header);
+  document.header_rewrite.rewrite_header = true;
   selection.sel_beg = selection.sel_end = 417;
   document.sheet_title = u"old";
   open_state.save_name = "old";
   ASSERT_TRUE(open("b.mp3", frames(50)));
-  EXPECT_FALSE(header_rewrite.rewrite_header || header_rewrite.rewrite_copyright);
+  EXPECT_FALSE(document.header_rewrite.rewrite_header || document.header_rewrite.rewrite_copyright);
   EXPECT_EQ(selection.sel_beg, no_position);
   EXPECT_TRUE(document.sheet_title.empty() && open_state.save_name.empty());
 }

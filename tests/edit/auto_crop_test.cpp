@@ -1,6 +1,7 @@
 // Auto crop of a tone between two silences.
 #include "edit/auto_crop.h"
 
+#include "model/the_document.h"
 #include "platform/dynamic_library.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
@@ -23,7 +24,7 @@ class AutoCrop : public EditTest {
     tone_size_ = static_cast<std::uint32_t>(tone.size());
     ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(in_front).raw(tone).frames(behind).bytes()));
     tone_begin_ = static_cast<std::uint32_t>(in_front) * length;
-    move_cursor(tone_begin_ + tone_size_);
+    move_cursor(document, selection, tone_begin_ + tone_size_);
     select(3, 9);
   }
 
@@ -31,7 +32,7 @@ class AutoCrop : public EditTest {
   [[nodiscard]] std::string cropped() const {
     EXPECT_TRUE(run("auto_crop"));
     EXPECT_EQ(document.parts.size(), 1U);
-    EXPECT_FALSE(has_selection());
+    EXPECT_FALSE(has_selection(selection));
     const Part& part = document.parts[0];
     const std::uint32_t end = part.part_filepos + part.part_size;
     return in_frames(tone_begin_ - part.part_filepos) + "+tone+" +

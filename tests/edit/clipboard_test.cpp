@@ -5,6 +5,7 @@
 
 #include "model/cuts.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/clipboard.h"
 #include "platform/system.h"
 #include "platform/system_calls.h"
@@ -59,7 +60,7 @@ TEST_F(Clipboard, ListsTheSelectedRanges) {
 }
 
 TEST_F(Clipboard, HoldsAtMostOneBlock) {
-  for (std::uint32_t i = 1; i < 100; ++i) split_at(i * length);
+  for (std::uint32_t i = 1; i < 100; ++i) split_at(document, i * length);
   for (Part& part : document.parts) part.part_title.assign(300, u'x');
   ASSERT_TRUE(run("copy"));
   // 49999 bytes and the zero behind them fit.
@@ -120,7 +121,7 @@ TEST_F(Clipboard, PastesAtTheCursorAndOverTheSelection) {
   EXPECT_EQ(state(), pasted + " =10-15+203 @10 #1 !^");
   EXPECT_EQ(document.parts[1].part_artist, u"\u00c4");
   EXPECT_EQ(document.files[1].audio_end, 150 * 208U);  // no further than it goes
-  EXPECT_EQ(stream.vbr, vbr_seen);
+  EXPECT_EQ(document.stream.vbr, vbr_seen);
 
   put(mark + range(b, "0\t208\t0\t0"));
   EXPECT_TRUE(run("paste"));  // replaces what was pasted

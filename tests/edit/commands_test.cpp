@@ -10,6 +10,7 @@
 
 #include "edit/menu_state.h"
 #include "model/cuts.h"
+#include "model/the_document.h"
 #include "platform/clipboard.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
@@ -54,10 +55,10 @@ TEST_F(Commands, ChecksStandInFront) {
   playback.is_playing = false;
   open_state.document_modified = true;
   EXPECT_EQ(dispatch_command(1011), DispatchResult::refused);  // the question: Cancel
-  EXPECT_EQ(file_count(), 1);
+  EXPECT_EQ(file_count(document), 1);
   host.answers = {BoxAnswer::no};
   dispatch_command(1011);
-  EXPECT_EQ(file_count(), 0);
+  EXPECT_EQ(file_count(document), 0);
 }
 
 TEST_F(Commands, WhatIsShownIsUpToDateBehindEachBox) {
@@ -93,7 +94,7 @@ TEST_F(Commands, NothingBeginsAndNothingClosesInsideACommand) {
   dispatch_command(1075);
   EXPECT_EQ(host.boxes.size(), 1U);
   EXPECT_TRUE(host.close_requested);
-  EXPECT_FALSE(has_selection());
+  EXPECT_FALSE(has_selection(selection));
 }
 
 TEST_F(Commands, ARecordingChangesWhatSomeMean) {
@@ -208,7 +209,7 @@ TEST_F(Commands, DeadRecentFilesGoWhenOneFails) {
   EXPECT_EQ(dispatch_command(1100), DispatchResult::refused);
   EXPECT_EQ(settings.file_recent, std::vector<std::string>{good});
   dispatch_command(1100);
-  EXPECT_EQ(file_count(), 1);
+  EXPECT_EQ(file_count(document), 1);
 }
 
 TEST_F(Commands, RecentFilesShowTheirNames) {

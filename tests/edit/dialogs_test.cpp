@@ -4,6 +4,7 @@
 #include "edit/names_dialog.h"
 #include "edit/split_dialog.h"
 #include "model/frame_reader.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 
@@ -60,14 +61,14 @@ TEST_F(DialogsTest, FileInfoWritesTagBitsAndOptions) {
   dialog.keep_info = false;
   dialog.tag = {.create_tag = true, .title = u"T"};
   dialog.accept();
-  EXPECT_EQ(header_rewrite.rewrite_copyright, 0U);  // the box of the bits was off
+  EXPECT_EQ(document.header_rewrite.rewrite_copyright, 0U);  // the box of the bits was off
   EXPECT_EQ(settings.keep_info, 0U);
   EXPECT_EQ(settings.keep_id3v2, 1U);
   EXPECT_TRUE(open_state.keep_id3v1 && open_state.document_modified);
   dialog.rewrite_header = true;
   dialog.accept();
-  EXPECT_TRUE(header_rewrite.rewrite_header);
-  EXPECT_EQ(header_rewrite.rewrite_copyright, 1U);
+  EXPECT_TRUE(document.header_rewrite.rewrite_header);
+  EXPECT_EQ(document.header_rewrite.rewrite_copyright, 1U);
 }
 
 TEST_F(DialogsTest, SplitKeepsItsFields) {
@@ -113,7 +114,7 @@ TEST_F(DialogsTest, CommandsRunThemThroughTheHost) {
   EXPECT_EQ(document.parts[0].part_title, u"New");
   host.edit<FileInfoDialog>([](FileInfoDialog& dialog) { return dialog.rewrite_header = true; });
   EXPECT_EQ(dispatch_command(1027), DispatchResult::done);
-  EXPECT_TRUE(header_rewrite.rewrite_header);
+  EXPECT_TRUE(document.header_rewrite.rewrite_header);
   host.edit<SplitDialog>([](SplitDialog& dialog) { return dialog.cues_text == "Cues: 1"; });
   EXPECT_EQ(dispatch_command(1014), DispatchResult::done);
 }

@@ -3,6 +3,7 @@
 #include "model/cuts.h"
 #include "model/frame_locator.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "support/edit_test.h"
 #include "text/boxes.h"
 
@@ -15,7 +16,7 @@ class EditCommands : public EditTest {
   /// in the last one.
   static void fill_table() {
     make("0-20:A");
-    while (document.parts.size() < most_parts - 1) add_part(0, 0, 0, length);
+    while (document.parts.size() < most_parts - 1) add_part(document, 0, 0, 0, length);
   }
 };
 
@@ -153,11 +154,11 @@ TEST_F(EditCommands, FullTableRefusesACutWhole) {
   EXPECT_EQ(document.parts.back().part_size, 5 * length);
   EXPECT_EQ(take_box(), "");
   ASSERT_TRUE(undo_pop());
-  add_part(0, 0, 0, length);
+  add_part(document, 0, 0, 0, length);
   run("crop");
   EXPECT_EQ(take_box(), "Not possible: Selection range seems to be invalid.");
-  remove_part(0);
-  recompute_total();
+  remove_part(document, 0);
+  recompute_total(document);
   selection.sel_end = size;
   run("cut_or_cue");
   EXPECT_EQ(document.total_size, size - 5 * length);
@@ -173,9 +174,9 @@ TEST_F(EditCommands, EditGoesByTheFilesOfBothSides) {
 
   ASSERT_TRUE(open("a.mp3", frames(20)));
   make("0-15");
-  const auto file = add_source_file(folder.file("b.mp3", frames(20)));
+  const auto file = add_source_file(document, folder.file("b.mp3", frames(20)));
   document.files[*file].audio_end = 20 * length;
-  add_part(15 * length, *file, 4 * length, 16 * length);
+  add_part(document, 15 * length, *file, 4 * length, 16 * length);
   run("@15 edit_restore");
   EXPECT_EQ(parts(), "0-20:a.mp3 0-20:b.mp3");
 }
@@ -185,12 +186,12 @@ TEST_F(EditCommands, PlacesStayOnFrameStartsBehindATrim) {
   Mp3Builder builder;
   for (int i = 0; i < 10; ++i) builder.frame({.bitrate = 128}).frame({.bitrate = 320});
   ASSERT_TRUE(open("v.mp3", builder.bytes()));
-  delete_range(1461,
+  delete_range(document, 1461,
                1461 * 3);  // two frames, then from the seventh on: 417 at 1461, 1044 at 1878
   document.current_part = 1;
   selection.cursor = 2922;  // the third frame behind the border
-  set_sel_begin(1461);
-  set_sel_end(1878);
+  set_sel_begin(document, selection, 1461);
+  set_sel_end(document, selection, 1878);
   run("trim_right_in");  // the first of 417 bytes goes; 1044 at 1461, 417 at
                          // 2505, 1044 at 2922
   EXPECT_EQ(selection.cursor, 2922U);
@@ -219,7 +220,7 @@ TEST_F(EditCommands, ARunOfOneTrimIsOneStep) {
 
 TEST_F(EditCommands, NothingIsTakenFromAGapOfJunk) {
   ASSERT_TRUE(open("j.mp3", Mp3Builder{}.frames(5).raw(Bytes(3000, 0x55)).frames(10).bytes()));
-  delete_range(5 * length, 5 * length + 3000);
+  delete_range(document, 5 * length, 5 * length + 3000);
   document.current_part = 1;
   run("trim_right_out");
   EXPECT_EQ(document.parts[1].part_filepos, 5 * length + 3000);
@@ -233,10 +234,10 @@ TEST_F(EditCommands, StepsBackOverAChangeOfTheSampleRate) {
       open("x.mp3", Mp3Builder{}.frames(40).shape({.sample_rate = 48000}).frames(40).bytes()));
   // The probe ends at the second rate, and then the first frame passes unnoticed.
   ASSERT_EQ(document.parts[0].part_filepos, length);
-  split_at(39 * length);
+  split_at(document, 39 * length);
   document.current_part = 1;
-  stream.current_frame = {};
-  frame_at(39 * length);
+  selection.current_frame = {};
+  frame_at(document, 39 * length, selection.current_frame);
   run("move_cue_left");
   EXPECT_EQ(document.parts[1].part_beg, 38 * length);
   run("move_cue_right");
@@ -263,7 +264,7 @@ TEST_F(EditCommands, ReSyncsAreMarkedBehindTheFrameFoundAgain) {
     selection.cursor = document.total_size;
     selection.sel_artist = u"of a restored cut";
     run("check_resyncs");
-    EXPECT_EQ(document.current_part, part_count() - 1);
+    EXPECT_EQ(document.current_part, part_count(document) - 1);
     std::string marks;
     for (const Part& part : document.parts)
       if (!part.part_title.empty())

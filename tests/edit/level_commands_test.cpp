@@ -5,6 +5,7 @@
 #include "edit/commands.h"
 #include "edit/level_dialog.h"
 #include "edit/normalize_dialog.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 
@@ -103,7 +104,7 @@ TEST_F(Levels, TheDialogSetsTheSelection) {
     dialog.set_to(-8);
     ASSERT_TRUE(dialog.accept());
     EXPECT_EQ(levels(), row.after);
-    EXPECT_FALSE(has_selection());
+    EXPECT_FALSE(has_selection(selection));
     EXPECT_TRUE(open_state.document_modified);
     undo_pop();
     EXPECT_EQ(document.end_gain, 0);
@@ -177,7 +178,7 @@ TEST_F(Levels, AreRefusedInWords) {
 TEST_F(Levels, AFullTableStaysAsItIs) {
   ASSERT_TRUE(open("a.mp3", frames(2000)));
   make("0-2000");
-  for (std::uint32_t i = 1; i < 998; ++i) add_part(document.total_size, 0, 0, length);
+  for (std::uint32_t i = 1; i < 998; ++i) add_part(document, document.total_size, 0, 0, length);
   select(5, 15);
   const std::string before = parts();
   EXPECT_FALSE(LevelDialog().accept());

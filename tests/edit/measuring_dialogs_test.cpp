@@ -9,6 +9,7 @@
 #include "edit/pause_dialog.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
@@ -31,7 +32,7 @@ class Measuring : public EditTest {
   }
 
   static int peak_of_stream() {
-    clear_selection();
+    clear_selection(selection);
     EXPECT_TRUE(peak_seek_open(10));
     selection.cursor = 0;
     int peak = 0;
@@ -44,7 +45,8 @@ class Measuring : public EditTest {
   static std::vector<EditPosition> places_of_frames() {
     std::vector<EditPosition> places = {0};
     for (FrameCursor at; at.pos < document.total_size; places.push_back(at.pos)) {
-      while (at.pos == places.back()) read_frames(frame_block, at, document.total_size, 1);
+      while (at.pos == places.back())
+        read_frames(document, frame_block, at, document.total_size, 1);
     }
     return places;
   }
@@ -184,8 +186,8 @@ TEST_F(Pauses, GetACueInFrontOfTheirEnd) {
     settings.silence_offset = 50;
     settings.*row.setting = row.value;
     EXPECT_EQ(scanned(), row.result);
-    EXPECT_FALSE(has_selection());
-    EXPECT_EQ(document.current_part, part_at(selection.cursor));
+    EXPECT_FALSE(has_selection(selection));
+    EXPECT_EQ(document.current_part, part_at(document, selection.cursor));
   }
 }
 
@@ -247,7 +249,7 @@ TEST_F(Measuring, AutoCueSetsCuesByTheClock) {
   for (const AutoCueRow& row : table) {
     SCOPED_TRACE(row.what);
     ASSERT_TRUE(open("a.mp3", frames(1400)));
-    stream.avg_bitrate *= 2;
+    document.stream.avg_bitrate *= 2;
     if (row.end != 0)
       select(static_cast<std::uint32_t>(row.begin), static_cast<std::uint32_t>(row.end));
     AutoCueDialog dialog;

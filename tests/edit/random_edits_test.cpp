@@ -13,6 +13,7 @@
 #include "exchange/project_file.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 
@@ -76,10 +77,10 @@ class RandomEdits : public CoreTest {
     ASSERT_TRUE(open(first.name, first.bytes));
     borders_ = {first.borders};
     if (second == nullptr) return;
-    const auto index = add_source_file(folder.file("second", second->bytes));
+    const auto index = add_source_file(document, folder.file("second", second->bytes));
     const auto size = static_cast<std::uint32_t>(second->bytes.size());
     document.files[*index].audio_end = size;
-    add_part(document.total_size, *index, 0, size);
+    add_part(document, document.total_size, *index, 0, size);
     borders_.push_back(second->borders);
   }
 
@@ -89,7 +90,7 @@ class RandomEdits : public CoreTest {
       if (undo_stack.size() == most_undo) undo_clear();
       texts_.resize(undo_stack.size());
       arrange(random);
-      name_parts_from_files();  // as undo does
+      name_parts_from_files(document);  // as undo does
       texts_.push_back(project_text());
       const char* const command = choose(random);
       SCOPED_TRACE(std::to_string(i) + ", " + command);
@@ -120,22 +121,22 @@ class RandomEdits : public CoreTest {
   static EditPosition place(Random& random) {
     const std::uint32_t kind = below(random, 8);
     if (kind == 0) return document.total_size;
-    if (kind < 4) return document.parts[below(random, part_count())].part_beg;
-    return frame_at(below(random, document.total_size));
+    if (kind < 4) return document.parts[below(random, part_count(document))].part_beg;
+    return frame_at(document, below(random, document.total_size), selection.current_frame);
   }
 
   static void arrange(Random& random) {
     if (below(random, 2) == 0) seek_to(place(random));
     if (below(random, 3) == 0)
-      document.current_part = static_cast<PartIndex>(below(random, part_count()));
+      document.current_part = static_cast<PartIndex>(below(random, part_count(document)));
     if (below(random, 9) == 0) document.parts[document.current_part].part_gainbeg = -5;
     if (below(random, 2) != 0) return;
-    if (below(random, 2) == 0) clear_selection();
-    set_sel_begin(place(random));
+    if (below(random, 2) == 0) clear_selection(selection);
+    set_sel_begin(document, selection, place(random));
     // Mostly short, so that the stream lives on.
     const EditPosition end = place(random);
     const bool is_short = end - selection.sel_beg < document.total_size / 10;
-    if (is_short || below(random, 50) == 0) set_sel_end(end);
+    if (is_short || below(random, 50) == 0) set_sel_end(document, selection, end);
   }
 
   static const char* choose(Random& random) {
@@ -147,8 +148,8 @@ class RandomEdits : public CoreTest {
 
   void expect_on_border(EditPosition pos) const {
     ASSERT_LE(pos, document.total_size);
-    const PartIndex part = part_at(pos);
-    const std::uint32_t offset = file_pos_of(part, pos);
+    const PartIndex part = part_at(document, pos);
+    const std::uint32_t offset = file_pos_of(document, part, pos);
     EXPECT_TRUE(borders_[document.parts[part].part_file].contains(offset)) << pos;
   }
 

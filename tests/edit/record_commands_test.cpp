@@ -22,6 +22,7 @@
 #include "exchange/project_file.h"
 #include "model/document.h"
 #include "model/exact_time.h"
+#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/system_calls.h"
 #include "settings/settings.h"
@@ -164,7 +165,7 @@ TEST_F(RecordCommands, EndsAtTheLimitOrGoesOnInANewFile) {
     ASSERT_TRUE(start_recording_unattended(folder.path("take")));
     hear(62);
     EXPECT_FALSE(is_recording_armed());
-    EXPECT_NEAR(exact_seconds(document.total_size), 60, 0.2) << method;
+    EXPECT_NEAR(exact_seconds(document, document.total_size), 60, 0.2) << method;
     if (method == lame_method_abr) continue;
 
     settings.rec_split = 1;
@@ -180,15 +181,15 @@ TEST_F(RecordCommands, EndsAtTheLimitOrGoesOnInANewFile) {
     stop_recording();
     ASSERT_EQ(document.parts.size(), 1u);  // the third file's, which has none
     EXPECT_FALSE(open_state.document_modified);
-    double whole = exact_seconds(document.total_size);
+    double whole = exact_seconds(document, document.total_size);
     for (const std::string& file : {name, name + " (2)"}) {
       close_all();
       open_state.project_name = folder.path(file + ".cvp");
       ASSERT_EQ(read_project().cause, "") << file;
       ASSERT_EQ(document.parts.size(), 2u);
       EXPECT_EQ(document.parts[1].part_iscue, 1u);
-      EXPECT_NEAR(exact_seconds(document.total_size), 60, 0.3) << file;
-      whole += exact_seconds(document.total_size);
+      EXPECT_NEAR(exact_seconds(document, document.total_size), 60, 0.3) << file;
+      whole += exact_seconds(document, document.total_size);
     }
     EXPECT_NEAR(whole, 130.05, 0.06);  // not a sample is missing in between
   }

@@ -4,6 +4,7 @@
 #include "edit/navigation.h"
 #include "edit/time_fields.h"
 #include "model/cuts.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 
@@ -54,8 +55,8 @@ TEST_F(SelectionCommands, CursorMovesByFramesAndBorders) {
       {go_to_next_range, 1000},   {go_to_previous_range, 30},
       {go_to_previous_range, 10}, {go_to_previous_range, 0},
       {go_to_previous_range, 0}};
-  split_at(10 * length);
-  split_at(30 * length);
+  split_at(document, 10 * length);
+  split_at(document, 30 * length);
   for (const auto& step : steps) {
     step.command();
     EXPECT_EQ(selection.cursor, step.frame * length) << &step - steps;

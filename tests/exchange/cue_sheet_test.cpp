@@ -8,6 +8,7 @@
 #include "exchange/cue_time.h"
 #include "model/cuts.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "shell/start_up.h"
 #include "support/edit_test.h"
@@ -167,8 +168,8 @@ TEST_F(CueSheet, WritesCuesWithTheirTimes) {
   document.sheet_artist = u"Band";
   document.parts[1].part_title = u"Line\nend";
   document.parts[1].part_artist = u"Guest";
-  ASSERT_EQ(split_at(600 * length), 2);  // a plain border is no track
-  document.parts[split_at(765 * length)].part_iscue = 1;
+  ASSERT_EQ(split_at(document, 600 * length), 2);  // a plain border is no track
+  document.parts[split_at(document, 765 * length)].part_iscue = 1;
   open_state.document_modified = true;
   settings.char_enc = 0;
   // Frame 765 begins at 19.984 s.
@@ -198,7 +199,7 @@ TEST_F(CueSheet, WritesCuesWithTheirTimes) {
 
 TEST_F(CueSheet, AsksBeforeItNamesAudioOfOtherLength) {
   ASSERT_TRUE(open_sheet(file_line));
-  delete_range(0, 10 * length);
+  delete_range(document, 0, 10 * length);
   host.answers = {BoxAnswer::cancel};
   EXPECT_EQ(save("out.cue"), CueSheetSave::cancelled);
   EXPECT_EQ(host.boxes[0].caption, "Save Project file or Cue sheet");
@@ -251,12 +252,12 @@ TEST_F(CueSheet, TimesAreExactTimesOfTheEditedStream) {
   for (const auto& row : rows) {
     SCOPED_TRACE(row.name);
     ASSERT_TRUE(open(row.name, row.audio));
-    if (row.cut != 0) delete_range(0, row.cut);
-    document.parts[split_at(row.cue)].part_iscue = 1;
+    if (row.cut != 0) delete_range(document, 0, row.cut);
+    document.parts[split_at(document, row.cue)].part_iscue = 1;
     EXPECT_NE(saved_sheet().find("INDEX 01 " + std::string(row.time) + "\r\n"), std::string::npos);
     open_state.project_name = folder.path("out.cue");
     EXPECT_EQ(load_cue_sheet(true).cause, "");
-    ASSERT_EQ(part_count(), 2);  // the cues that are there
+    ASSERT_EQ(part_count(document), 2);  // the cues that are there
   }
 }
 

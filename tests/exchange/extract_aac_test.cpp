@@ -8,6 +8,7 @@
 
 #include "edit/document_commands.h"
 #include "exchange/open_document.h"
+#include "model/the_document.h"
 #include "platform/path.h"
 #include "settings/settings.h"
 #include "support/core_test.h"

@@ -2,6 +2,7 @@
 #include "exchange/id3v1.h"
 
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 
@@ -16,7 +17,8 @@ std::string padded(std::string text, std::size_t size) {
 class Id3v1Test : public CoreTest {
  protected:
   static std::string record(std::size_t from, std::size_t size) {
-    return std::string(stream.id3v1.begin(), stream.id3v1.end()).substr(from, size);
+    return std::string(document.stream.id3v1.begin(), document.stream.id3v1.end())
+        .substr(from, size);
   }
   bool open_with(std::string tag) {
     return open("a.mp3", Mp3Builder{}.frames(20).raw(padded(std::move(tag), 128)).bytes());
@@ -46,15 +48,15 @@ TEST_F(Id3v1Test, ShowsWhatATagHolds) {
   EXPECT_EQ(dialog.track, 7U);
   EXPECT_EQ(dialog.genre, "Rock");
   // What the user did not change stays to the byte; the track 200 is negative as a signed byte.
-  stream.id3v1[126] = 200;
-  stream.id3v1[127] = 148;
+  document.stream.id3v1[126] = 200;
+  document.stream.id3v1[127] = 148;
   dialog = tag_dialog_load();
   EXPECT_EQ(dialog.track, 0U);
   EXPECT_EQ(dialog.genre, "");
   tag_dialog_apply(dialog);
-  EXPECT_EQ(stream.id3v1[127], 255);
-  stream.id3v1[126] = 7;
-  stream.id3v1[125] = 'x';  // the comment's last bytes, no track
+  EXPECT_EQ(document.stream.id3v1[127], 255);
+  document.stream.id3v1[126] = 7;
+  document.stream.id3v1[125] = 'x';  // the comment's last bytes, no track
   EXPECT_EQ(tag_dialog_load().track, 0U);
   // UTF-8 in the tag: the second byte of the letter is none of the code page.
   ASSERT_TRUE(open_with("TAG\xC3\x81rv"));
@@ -114,7 +116,7 @@ TEST_F(Id3v1Test, PiecesBuildOnTheTagOfTheSource) {
                                 std::string(28, 'c') + std::string("\0\x2C\x05", 3));
   // What an untagged file ends with is nothing to build on.
   ASSERT_TRUE(open_untagged());
-  stream.id3v1.fill('j');
+  document.stream.id3v1.fill('j');
   set_id3v1_of_piece(0, 1);
   EXPECT_EQ(record(0, 128), "TAG" + std::string(123, '\0') + "\x01\xFF");
 }

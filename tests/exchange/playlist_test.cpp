@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 

@@ -5,6 +5,7 @@
 #include "edit/save_project.h"
 #include "exchange/changed_sources.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 
@@ -20,18 +21,18 @@ class ProjectFile : public EditTest {
 
   // A document of two files and three parts, with everything set that a project holds.
   void make_document() {
-    const auto file = add_source_file(folder.file("sub ümlaut.mp3", frames(50)));
+    const auto file = add_source_file(document, folder.file("sub ümlaut.mp3", frames(50)));
     document.files[*file].first_audio = length;
     document.files[*file].audio_end = 50 * length;
     make("0-10* 20-100g-12 =1-3 @2");
-    add_part(document.total_size, *file, length, 5 * length);
+    add_part(document, document.total_size, *file, length, 5 * length);
     document.parts[1].part_title = u"Tïtle";
     document.parts[2].part_artist = u"Artist";
     document.parts[2].part_iscue = 1;
     document.end_gain = -40;
     document.sheet_title = u"Album";
     document.sheet_artist = u"Band";
-    stream.vbr = 1;
+    document.stream.vbr = 1;
   }
 
   bool open_text(const std::string& text) { return open(folder.file("p.cvp", text)); }
@@ -125,7 +126,7 @@ TEST_F(ProjectFile, ASourceNamedTwiceIsOneSource) {
   ASSERT_TRUE(
       open_with("file_beg=5\nfile_end=10\nfile=a.mp3\nfile=./b.mp3\nfile=.//b.mp3\n"
                 "part_file=1\npart_size=417\npart_beg=0\n"));
-  EXPECT_EQ(file_count(), 2);
+  EXPECT_EQ(file_count(document), 2);
   EXPECT_EQ(document.files[0].first_audio, 0U);
   EXPECT_EQ(document.files[0].audio_end, 100 * length);
 }

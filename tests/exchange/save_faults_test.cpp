@@ -13,6 +13,7 @@
 #include "edit/save_project.h"
 #include "exchange/split_save.h"
 #include "model/cuts.h"
+#include "model/the_document.h"
 #include "platform/system_calls.h"
 #include "settings/settings.h"
 #include "settings/settings_file.h"
@@ -140,7 +141,7 @@ class SaveFaults : public CoreTest, public ::testing::WithParamInterface<Fault> 
     if (!open(folder.path("a.mp3"))) return false;
     settings.keep_date = 1;
     document.parts[0].part_size = 40 * length;
-    recompute_total();
+    recompute_total(document);
     return save_unattended(true) == SaveOutcome::saved;
   }
   [[nodiscard]] bool is_source_whole() const {
@@ -244,7 +245,7 @@ TEST_P(SaveFaults, PiecesOfASplitAreWholeButForTheNamedOne) {
     std::filesystem::remove_all(target);
     std::filesystem::create_directory(target);
     if (!open(folder.path("a.mp3"))) return false;
-    document.parts[split_at(30 * length)].part_iscue = 1;
+    document.parts[split_at(document, 30 * length)].part_iscue = 1;
     SplitRun run(target + "/", 1);
     while (run.step()) {
     }

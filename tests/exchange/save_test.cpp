@@ -21,6 +21,7 @@
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/interruption.h"
 #include "platform/system_calls.h"
 #include "settings/settings.h"
@@ -39,7 +40,7 @@ class SaveTest : public CoreTest {
 
   static void keep_first_half() {
     document.parts[0].part_size = 50 * length;
-    recompute_total();
+    recompute_total(document);
   }
 
   const Bytes hundred_ = frames(100, {.noisy = true});
@@ -100,11 +101,11 @@ TEST_F(SaveTest, SavedVbrFileReadsBackAsItWasWritten) {
   ASSERT_TRUE(open("a.mp3", audio.bytes()));
   ASSERT_EQ(save_as("b.mp3"), SaveOutcome::saved);
   ASSERT_TRUE(open(folder.path("b.mp3")));
-  EXPECT_EQ(stream.vbr, 6);
-  EXPECT_EQ(stream.xing_frames, 300U);
+  EXPECT_EQ(document.stream.vbr, 6);
+  EXPECT_EQ(document.stream.xing_frames, 300U);
   EXPECT_EQ(document.total_size, audio.size());
-  EXPECT_FLOAT_EQ(stream.avg_frame_size, static_cast<float>(417 + audio.size()) / 300);
-  EXPECT_GT(stream.toc[99], stream.toc[50]);
+  EXPECT_FLOAT_EQ(document.stream.avg_frame_size, static_cast<float>(417 + audio.size()) / 300);
+  EXPECT_GT(document.stream.toc[99], document.stream.toc[50]);
   settings.write_xing = 0;
   ASSERT_EQ(save_as("c.mp3"), SaveOutcome::saved);
   EXPECT_EQ(saved("c.mp3"), audio.bytes());
@@ -114,8 +115,8 @@ TEST_F(SaveTest, SavesTheSelectionWithItsOwnHeader) {
   ASSERT_TRUE(open("a.mp3", Mp3Builder{}.vbr_header({.marker = "Info"}).raw(hundred_).bytes()));
   EXPECT_EQ(save_selection(), SaveOutcome::not_started);
   EXPECT_EQ(host.boxes.back().text, "No selection or selection too short.");
-  set_sel_begin(10 * length);
-  set_sel_end(30 * length);
+  set_sel_begin(document, selection, 10 * length);
+  set_sel_end(document, selection, 30 * length);
   settings.save_quit = 1;
   open_state.document_modified = true;
   host.new_files = {folder.path("b.mp3")};
@@ -136,7 +137,7 @@ TEST_F(SaveTest, AacGetsItsId3v2TagAndNothingElse) {
   Mp3Builder aac = Mp3Builder{}.id3v2(title_frame).adts(100, 300, 1);
   const Bytes without_tag = aac.bytes();
   ASSERT_TRUE(open("a.aac", aac.id3v1("x").bytes()));
-  stream.vbr = 1;
+  document.stream.vbr = 1;
   ASSERT_EQ(save_as("b.aac"), SaveOutcome::saved);
   EXPECT_EQ(saved("b.aac"), without_tag);
   EXPECT_EQ(host.dialogs.front().types.front().pattern, "*.aac");
@@ -189,7 +190,7 @@ TEST_F(SaveTest, UnattendedItReplacesNothingUnasked) {
   std::filesystem::create_symlink("a.mp3", folder.path("a.mp3.mp3"));
   EXPECT_EQ(save_unattended(false), SaveOutcome::not_started);
   std::filesystem::remove(folder.path("a.mp3.mp3"));
-  add_source_file(folder.file("a.mp3.mp3", hundred_));
+  add_source_file(document, folder.file("a.mp3.mp3", hundred_));
   EXPECT_EQ(save_unattended(false), SaveOutcome::not_started);
   EXPECT_EQ(saved("a.mp3"), hundred_);
   EXPECT_EQ(saved("a.mp3.mp3"), hundred_);
@@ -207,10 +208,10 @@ TEST_F(SaveTest, ReplacesNoSourceButTheOneThatWasOpened) {
     std::filesystem::rename(folder.path("new.mp3"), folder.path("a.mp3"));
   };
   const auto write_in_place = [&] { folder.file("a.mp3", frames(200)); };
-  InputFile other_run;
+  auto other_run = std::make_unique<InputFile>();
   const auto lock = [&] {
-    ASSERT_FALSE(other_run.open(folder.path("a.mp3")));
-    ASSERT_FALSE(other_run.lock());
+    ASSERT_FALSE(other_run->open(folder.path("a.mp3")));
+    ASSERT_FALSE(other_run->lock());
   };
   const std::pair<std::function<void()>, std::string> rows[] = {
       {rename_over, "Another program has changed this file"},
@@ -226,7 +227,7 @@ TEST_F(SaveTest, ReplacesNoSourceButTheOneThatWasOpened) {
     EXPECT_FALSE(document.files.empty());
     EXPECT_EQ(folder.names(), std::vector<std::string>{"a.mp3"});
   }
-  other_run = {};
+  other_run.reset();
   ASSERT_TRUE(open("a.mp3", hundred_));
   SaveRun run(folder.path("a.mp3"), whole_stream(), 0);
   ASSERT_TRUE(run.begin());
@@ -248,7 +249,7 @@ TEST_F(SaveTest, ReplacesASourceWithANameAsLongAsNamesGet) {
 
 TEST_F(SaveTest, NeverTouchesAFileThatGoesByTheTemporaryName) {
   ASSERT_TRUE(open("a.mp3", hundred_));
-  add_source_file(folder.file("a.mp3.~~~.mp3", hundred_));
+  add_source_file(document, folder.file("a.mp3.~~~.mp3", hundred_));
   EXPECT_EQ(save_unattended(true), SaveOutcome::saved);
   EXPECT_EQ(saved("a.mp3.~~~.mp3"), hundred_);
   EXPECT_EQ(saved("a.mp3"), hundred_);
@@ -451,8 +452,8 @@ TEST_F(SaveTest, DoesNotTakeAShrunkenSourceForAWholeOne) {
   ASSERT_TRUE(open("a.mp3", hundred_));
   std::filesystem::resize_file(folder.path("a.mp3"), 50 * length);
   host.answers.assign(9, BoxAnswer::yes);  // to save although it was written to
-  set_sel_begin(10 * length);
-  set_sel_end(50 * length);
+  set_sel_begin(document, selection, 10 * length);
+  set_sel_end(document, selection, 50 * length);
   host.new_files = {folder.path("whole.mp3")};
   EXPECT_EQ(save_selection(), SaveOutcome::saved);  // all of this is still there
   EXPECT_EQ(save_unattended(true), SaveOutcome::failed);
@@ -512,7 +513,7 @@ TEST_F(SaveTest, SeekTableOfALongStreamIsThatOfItsFrames) {
   Mp3Builder audio;
   for (int i = 0; i < 2500; ++i) audio.frame({.bitrate = 64}).frame({.bitrate = 320});
   ASSERT_TRUE(open("a.mp3", audio.bytes()));
-  ASSERT_EQ(stream.vbr, vbr_seen);
+  ASSERT_EQ(document.stream.vbr, vbr_seen);
   ASSERT_EQ(save_as("b.mp3"), SaveOutcome::saved);
   const Bytes saved = read_file(folder.path("b.mp3"));
   const double size = static_cast<double>(saved.size());
@@ -543,7 +544,7 @@ TEST_F(SaveTest, EncodesAllOfTheStreamAnew) {
       EXPECT_TRUE(other.begin());
       other.cancel();  // the encoder is free for the next run
     }
-    delete_range(20 * length, 20 * length);  // a border, to tell the parts apart
+    delete_range(document, 20 * length, 20 * length);  // a border, to tell the parts apart
     SaveRun run(target, whole_stream(), {}, SaveMode::reencode);
     ASSERT_TRUE(run.begin());
     while (run.step()) continue;
@@ -555,10 +556,10 @@ TEST_F(SaveTest, EncodesAllOfTheStreamAnew) {
     EXPECT_TRUE(open_state.keep_id3v1);
     std::uint32_t count = 0;
     for (EditPosition pos = 0; pos < document.total_size; ++count)
-      pos = next_frame_in(part_at(pos), pos);
+      pos = next_frame_in(document, part_at(document, pos), pos, selection.current_frame);
     EXPECT_GE(count, 100U);  // nothing is missing at the end
     EXPECT_LE(count, 103U);  // and the encoder adds little
-    EXPECT_EQ(stream.xing_frames, is_vbr ? count : 0);
+    EXPECT_EQ(document.stream.xing_frames, is_vbr ? count : 0);
     std::filesystem::remove(target);
   }
 }

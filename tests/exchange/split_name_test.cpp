@@ -2,6 +2,7 @@
 #include "exchange/split_name.h"
 
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/text.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
@@ -17,7 +18,7 @@ class SplitNameTest : public CoreTest {
     document.total_size = 4000000;
     document.sheet_title = u"Album";
     document.sheet_artist = u"Various";
-    stream.avg_bitrate = 128000;
+    document.stream.avg_bitrate = 128000;
   }
   ~SplitNameTest() override { document = {}; }
 

@@ -10,6 +10,7 @@
 #include <future>
 
 #include "model/cuts.h"
+#include "model/the_document.h"
 #include "platform/system_calls.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
@@ -55,7 +56,7 @@ class SplitSaveTest : public EditTest {
 };
 
 TEST_F(SplitSaveTest, WritesARegionACue) {
-  split_at(15 * length);  // a plain cut parts nothing
+  split_at(document, 15 * length);  // a plain cut parts nothing
   select(5, 6);
   EXPECT_EQ(split(), SplitResult::finished);
   EXPECT_EQ(pieces(), "01.mp3\r\n02 Two.mp3\r\n03 Zwölf_Três.mp3\r\n");
@@ -123,7 +124,8 @@ TEST_F(SplitSaveTest, EachPieceHasItsTagsAndItsSourcesDate) {
   };
   const Bytes duration = tag("TLEN", "123");
   ASSERT_TRUE(open("a.mp3", Mp3Builder{}.raw(duration).raw(audio_).id3v1("old").bytes()));
-  for (const std::uint32_t cue : {10U, 20U}) document.parts[split_at(cue * length)].part_iscue = 1;
+  for (const std::uint32_t cue : {10U, 20U})
+    document.parts[split_at(document, cue * length)].part_iscue = 1;
   document.parts[1].part_title = u"Two";
   document.parts[1].part_artist = u"Singer";
   document.parts[2].part_title = u"Three";
@@ -151,12 +153,12 @@ TEST_F(SplitSaveTest, EachPieceHasItsTagsAndItsSourcesDate) {
     expected.raw(frames_of_audio(row.from, row.to)).raw(id3v1 + row.track + '\xFF');
     EXPECT_EQ(piece(row.name), expected.bytes()) << row.name;
   }
-  EXPECT_EQ(std::string(stream.id3v1.begin(), stream.id3v1.begin() + 7),
+  EXPECT_EQ(std::string(document.stream.id3v1.begin(), document.stream.id3v1.begin() + 7),
             std::string("TAGold\0", 7));
   ASSERT_TRUE(open("b.mp3", audio_));
   EXPECT_EQ(split(19), SplitResult::finished);
   EXPECT_FALSE(open_state.keep_id3v1);
-  EXPECT_NE(stream.id3v1[0], 'T');
+  EXPECT_NE(document.stream.id3v1[0], 'T');
 }
 
 TEST_F(SplitSaveTest, EachPieceHasAHeaderOfItsOwn) {
@@ -164,7 +166,7 @@ TEST_F(SplitSaveTest, EachPieceHasAHeaderOfItsOwn) {
   for (int i = 0; i < 60; ++i)
     variable.frame({.bitrate = 64}).frame({.bitrate = 192, .copyright = true});
   ASSERT_TRUE(open("a.mp3", variable.bytes()));
-  document.parts[split_at(document.total_size / 2)].part_iscue = 1;
+  document.parts[split_at(document, document.total_size / 2)].part_iscue = 1;
   EXPECT_EQ(split(), SplitResult::finished);
   for (const char* const name : {"01.mp3", "02.mp3"}) {
     const Bytes bytes = piece(name);
@@ -178,7 +180,7 @@ TEST_F(SplitSaveTest, EachPieceHasAHeaderOfItsOwn) {
 
 TEST_F(SplitSaveTest, TellsOfReSyncs) {
   ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(20).zeros(30).frames(20).bytes()));
-  document.parts[split_at(30 * length + 30)].part_iscue = 1;
+  document.parts[split_at(document, 30 * length + 30)].part_iscue = 1;
   EXPECT_EQ(split(), SplitResult::finished);
   EXPECT_EQ(take_box(), "Warning: While saving 2 file(s) 1 re-sync(s) occured.");
   EXPECT_EQ(piece("01.mp3"), frames(30));

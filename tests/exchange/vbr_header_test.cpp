@@ -1,6 +1,7 @@
 // VBR/Info headers as written, byte by byte.
 #include "exchange/vbr_header.h"
 
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 
@@ -15,7 +16,7 @@ class VbrHeaderTest : public CoreTest {
     std::filesystem::remove(folder.path("out"));
     EXPECT_FALSE(target.create_new(folder.path("out")));
     EXPECT_FALSE(target.write(before));
-    EXPECT_FALSE(target.write(make_vbr_frame(stream.current_frame)));
+    EXPECT_FALSE(target.write(make_vbr_frame(selection.current_frame)));
     EXPECT_FALSE(target.write(audio));
     result = make_vbr_header(target, before.size(), frame_count);
     EXPECT_FALSE(result.error);
@@ -40,9 +41,9 @@ TEST_F(VbrHeaderTest, DescribesAVariableStream) {
   Mp3Builder audio = Mp3Builder{}.shape({.has_crc = true, .copyright = true});
   for (int i = 0; i < 100; ++i) audio.frame({.bitrate = 64}).frame({.bitrate = 320});
   ASSERT_TRUE(open("a.mp3", frames(5, {.has_crc = true, .has_padding = true})));
-  stream.vbr = 1;
-  stream.xing_quality = 60;
-  std::copy_n("LAME3.100", 9, stream.encoder_tag.begin());
+  document.stream.vbr = 1;
+  document.stream.xing_quality = 60;
+  std::copy_n("LAME3.100", 9, document.stream.encoder_tag.begin());
   const Bytes file = write(audio.bytes(), 200, Bytes(300, 'x'));
 
   const std::size_t header = 300;
@@ -66,8 +67,8 @@ TEST_F(VbrHeaderTest, DescribesAVariableStream) {
 
 TEST_F(VbrHeaderTest, SaysNoMoreThanItKnows) {
   ASSERT_TRUE(open("a.mp3", frames(5)));
-  stream.xing_quality = 60;
-  std::copy_n("LAME", 4, stream.encoder_tag.begin());
+  document.stream.xing_quality = 60;
+  std::copy_n("LAME", 4, document.stream.encoder_tag.begin());
   settings.keep_lame = 0;
   Bytes file = write(frames(5), 5);  // of a constant stream
   EXPECT_EQ(text_at(file, 36, 8), std::string("Info\0\0\0\x03", 8));
@@ -76,11 +77,11 @@ TEST_F(VbrHeaderTest, SaysNoMoreThanItKnows) {
   file = write(frames(3), 3);  // of a selection: the tag tells its length
   EXPECT_EQ(number_at(file, 36 + 120 + 28), 4 * length);
 
-  stream.vbr = 1;
-  stream.xing_quality = 255;  // none
+  document.stream.vbr = 1;
+  document.stream.xing_quality = 255;  // none
   EXPECT_EQ(number_at(write(frames(50), 50), 40), 7U);
-  stream.xing_quality = 10;
-  add_source_file(folder.file("b.mp3", frames(50)));
+  document.stream.xing_quality = 10;
+  add_source_file(document, folder.file("b.mp3", frames(50)));
   EXPECT_EQ(number_at(write(frames(50), 50), 40), 7U);  // one encoder's, and there are two files
   file = write(Mp3Builder{}.frames(100).zeros(10).frames(100).bytes(), 200);
   EXPECT_FALSE(result.is_complete);  // the table ends at a bad frame
@@ -99,7 +100,7 @@ TEST_F(VbrHeaderTest, StaysInsideItsFrame) {
   for (const auto& [shape, size] : rows) {
     const Bytes audio = frames(9, shape);
     ASSERT_TRUE(open("a.mp3", audio));
-    std::copy_n("LAME", 4, stream.encoder_tag.begin());
+    std::copy_n("LAME", 4, document.stream.encoder_tag.begin());
     const Bytes file = write(audio, 9);
     ASSERT_EQ(file.size(), size + audio.size());
     EXPECT_EQ(Bytes(file.begin() + static_cast<long>(size), file.end()), audio);

@@ -7,6 +7,7 @@
 #include "edit/clipboard.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
@@ -47,8 +48,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   install_host(&host);
   start_up(std::nullopt);
   test::require(open_file(a));
-  set_sel_begin(417);
-  set_sel_end(834);
+  set_sel_begin(document, selection, 417);
+  set_sel_end(document, selection, 834);
   content = with_folder({reinterpret_cast<const char*>(data), size}, folder.path(""));
   const PasteResult result = paste_from_clipboard();
   if (result != PasteResult::foreign_text) require_sound_paste();

@@ -8,6 +8,7 @@
 #include "document/open_state.h"
 #include "exchange/cue_sheet.h"
 #include "model/document.h"
+#include "model/the_document.h"
 #include "support/mp3_builder.h"
 #include "support/soundness.h"
 #include "support/test_folder.h"

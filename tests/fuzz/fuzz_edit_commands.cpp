@@ -12,6 +12,7 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
 #include "support/soundness.h"
@@ -43,17 +44,19 @@ void open(const Sources& sources) {
   reset_state(ResetLevel::start);
   test::require(open_audio_file(sources.first).empty());
   const auto size = static_cast<std::uint32_t>(sources.second_bytes.size());
-  const auto file = add_source_file(sources.second);
+  const auto file = add_source_file(document, sources.second);
   test::require(file.has_value());
   document.files[*file].audio_end = size;
-  add_part(document.total_size, *file, 0, size);
+  add_part(document, document.total_size, *file, 0, size);
 }
 
 EditPosition place(std::uint8_t byte) {
-  return frame_at(static_cast<EditPosition>(std::uint64_t{document.total_size} * byte / 255));
+  return frame_at(document,
+                  static_cast<EditPosition>(std::uint64_t{document.total_size} * byte / 255),
+                  selection.current_frame);
 }
 
-PartIndex part_of(std::uint8_t byte) { return static_cast<PartIndex>(byte % part_count()); }
+PartIndex part_of(std::uint8_t byte) { return static_cast<PartIndex>(byte % part_count(document)); }
 
 using Arrangement = void (*)(std::uint8_t argument);
 
@@ -61,8 +64,8 @@ constexpr Arrangement arrangements[] = {
     [](std::uint8_t byte) { seek_to(place(byte)); },
     [](std::uint8_t byte) { seek_to(document.parts[part_of(byte)].part_beg); },
     [](std::uint8_t byte) { document.current_part = part_of(byte); },
-    [](std::uint8_t byte) { set_sel_begin(place(byte)); },
-    [](std::uint8_t byte) { set_sel_end(place(byte)); },
+    [](std::uint8_t byte) { set_sel_begin(document, selection, place(byte)); },
+    [](std::uint8_t byte) { set_sel_end(document, selection, place(byte)); },
     [](std::uint8_t byte) {
       document.parts[document.current_part].part_gainbeg = static_cast<std::int8_t>(byte);
     },

@@ -15,6 +15,7 @@
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "shell/editor_view.h"
 #include "support/plain_picture.h"
@@ -39,7 +40,7 @@ void draw() {
     settings.zoom = zoom;
     lay_out_view(view, 60, 40, 1);
     for (const EditPosition pos : {0U, document.total_size / 2, document.total_size}) {
-      move_cursor(pos);
+      move_cursor(document, selection, pos);
       view_redraw(view, picture);
     }
   }
@@ -56,17 +57,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   reset_state(ResetLevel::start);
   if (open_document(name)) {
     if ((choices & changes_level) != 0) document.end_gain = -40;
-    header_rewrite.rewrite_header = (choices & changes_header) != 0;
+    document.header_rewrite.rewrite_header = (choices & changes_header) != 0;
     settings.keep_date = (choices & keeps_date) != 0 ? 3 : 0;
     for (EditPosition pos = document.total_size; pos > 0 && pos <= document.total_size;) {
-      const EditPosition before = frame_before(pos);
+      const EditPosition before = frame_before(document, pos, selection.current_frame);
       if (before >= pos) break;
       pos = pos - before > 100000 ? before : before / 2;
     }
     id3v2_texts();
     append_file(name);
     draw();
-    move_cursor(document.total_size / 2);
+    move_cursor(document, selection, document.total_size / 2);
     save_unattended(false);
   }
   test::require_sound_document();

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "model/document.h"
+#include "model/the_document.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
 #include "support/test_folder.h"

@@ -7,6 +7,7 @@
 #include "document/open_state.h"
 #include "exchange/project_file.h"
 #include "model/document.h"
+#include "model/the_document.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
 #include "support/soundness.h"
@@ -24,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   test::require_sound_document();
   if (is_whole && !document.parts.empty()) {
     const std::string text = project_text();
-    close_document();
+    close_document(document);
     test::require(parse_project(text).cause.empty() && project_text() == text);
   }
   shut_down();

@@ -3,6 +3,7 @@
 
 #include "document/append.h"
 #include "model/cuts.h"
+#include "model/the_document.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {
@@ -14,8 +15,8 @@ class ExactTime : public CoreTest {
  protected:
   // Each place in the middle has its time, and the time leads back to the place.
   static void expect(EditPosition pos, double seconds) {
-    EXPECT_NEAR(exact_seconds(pos), seconds, 1e-9) << pos;
-    EXPECT_EQ(exact_place(exact_seconds(pos)), pos) << pos;
+    EXPECT_NEAR(exact_seconds(document, pos), seconds, 1e-9) << pos;
+    EXPECT_EQ(exact_place(document, exact_seconds(document, pos)), pos) << pos;
   }
 };
 
@@ -29,14 +30,14 @@ TEST_F(ExactTime, CountsTheFramesOfAVariableStream) {
     expect(i * pair + 1044, (2 * i + 1) * mpeg1);
   }
   expect(500 * pair, 1000 * mpeg1);
-  EXPECT_NEAR(exact_seconds(10 * pair + 500), 20 * mpeg1, 1e-9);  // within a frame
-  EXPECT_EQ(exact_place(20 * mpeg1 + 0.001), 10 * pair + 1044);
-  EXPECT_EQ(exact_place(-1), 0U);
-  EXPECT_EQ(exact_place(1e300), document.total_size);
+  EXPECT_NEAR(exact_seconds(document, 10 * pair + 500), 20 * mpeg1, 1e-9);  // within a frame
+  EXPECT_EQ(exact_place(document, 20 * mpeg1 + 0.001), 10 * pair + 1044);
+  EXPECT_EQ(exact_place(document, -1), 0U);
+  EXPECT_EQ(exact_place(document, 1e300), document.total_size);
 
   // What is cut out takes no time, whatever the order of what is left.
-  delete_range(100 * pair, 400 * pair);
-  add_part(document.total_size, 0, 200 * pair, 10 * pair);
+  delete_range(document, 100 * pair, 400 * pair);
+  add_part(document, document.total_size, 0, 200 * pair, 10 * pair);
   expect(150 * pair, 300 * mpeg1);
   expect(205 * pair, 410 * mpeg1);
   expect(document.total_size, 420 * mpeg1);
@@ -66,11 +67,11 @@ TEST_F(ExactTime, CountsOnlyFramesThatAreThere) {
     ASSERT_TRUE(open("a.mp3", audio.bytes()));
     ASSERT_EQ(document.parts[0].part_filepos, 0U);
     expect(150 * length, 150 * mpeg1);
-    EXPECT_NEAR(exact_seconds(200 * length + junk / 2), 200 * mpeg1, 1e-9) << junk;
-    EXPECT_EQ(exact_place(200 * mpeg1), 200 * length + junk);
+    EXPECT_NEAR(exact_seconds(document, 200 * length + junk / 2), 200 * mpeg1, 1e-9) << junk;
+    EXPECT_EQ(exact_place(document, 200 * mpeg1), 200 * length + junk);
     expect(300 * length + junk, 300 * mpeg1);
     expect(400 * length + junk + 100 * other, 400 * mpeg1 + 2.4);
-    EXPECT_NEAR(exact_seconds(document.total_size), 400 * mpeg1 + 4.8, 1e-9);
+    EXPECT_NEAR(exact_seconds(document, document.total_size), 400 * mpeg1 + 4.8, 1e-9);
   }
 }
 
@@ -78,13 +79,13 @@ TEST_F(ExactTime, GoesOnInTheNextFile) {
   ASSERT_TRUE(open("a.mp3", frames(100)));
   ASSERT_EQ(append_file(folder.file("b.mp3", frames(300, {.bitrate = 64}))),
             AppendResult::appended);
-  EXPECT_NEAR(exact_seconds(100 * length), 100 * mpeg1, 1e-9);
-  EXPECT_NEAR(exact_seconds(100 * length + 50 * 208), 150 * mpeg1, 1e-9);
-  EXPECT_EQ(exact_place(150 * mpeg1), 100 * length + 50 * 208);
+  EXPECT_NEAR(exact_seconds(document, 100 * length), 100 * mpeg1, 1e-9);
+  EXPECT_NEAR(exact_seconds(document, 100 * length + 50 * 208), 150 * mpeg1, 1e-9);
+  EXPECT_EQ(exact_place(document, 150 * mpeg1), 100 * length + 50 * 208);
   ASSERT_EQ(append_file(document.files[0].file_name), AppendResult::appended);
-  EXPECT_NEAR(exact_seconds(document.total_size), 500 * mpeg1, 1e-9);
+  EXPECT_NEAR(exact_seconds(document, document.total_size), 500 * mpeg1, 1e-9);
   close_all();
-  EXPECT_EQ(exact_seconds(5), 0);
+  EXPECT_EQ(exact_seconds(document, 5), 0);
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "stream/frame_gain.h"
 #include "model/fade.h"
 
+#include "model/the_document.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {
@@ -73,7 +74,7 @@ TEST_F(FrameGain, CurvesBetweenTheBorders) {
   for (const auto& row : rows) {
     document.parts[0].part_gainbeg = row.begin;
     document.end_gain = row.end;
-    EXPECT_EQ(gain_at(row.pos, 0), row.gain) << row.end << " " << row.pos;
+    EXPECT_EQ(gain_at(document, row.pos, 0), row.gain) << row.end << " " << row.pos;
   }
 }
 

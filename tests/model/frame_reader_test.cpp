@@ -2,6 +2,7 @@
 #include "model/frame_reader.h"
 
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "stream/frame_gain.h"
 #include "support/core_test.h"
 
@@ -13,12 +14,12 @@ class FrameReader : public CoreTest {
   // Reads the whole stream in calls of at most `limit` bytes.
   Bytes read_all(std::size_t limit = frame_block_limit) {
     Bytes all;
-    FrameCursor cursor = frame_cursor_at(0);
+    FrameCursor cursor = frame_cursor_at(document, 0);
     frame_count = 0;
     resync_count = 0;
     for (int calls = 0; cursor.pos < document.total_size && calls < 10000; ++calls) {
       const std::span<std::uint8_t> block = std::span(frame_block).first(limit);
-      const FramesRead read = read_frames(block, cursor, document.total_size);
+      const FramesRead read = read_frames(document, block, cursor, document.total_size);
       all.insert(all.end(), block.begin(), block.begin() + static_cast<long>(read.size));
       frame_count += read.frames;
       resync_count += read.resync_count;
@@ -46,9 +47,9 @@ TEST_F(FrameReader, GoesFromFileToFile) {
     Mp3Builder first = Mp3Builder{}.frames(10);
     if (has_tag) first.id3v1("tag");
     ASSERT_TRUE(open("a.mp3", first.bytes()));
-    const auto file = add_source_file(folder.file("b.mp3", frames(5, {.bitrate = 64})));
+    const auto file = add_source_file(document, folder.file("b.mp3", frames(5, {.bitrate = 64})));
     document.files[*file].audio_end = 5 * 208;
-    add_part(document.total_size, *file, 208, 3 * 208);
+    add_part(document, document.total_size, *file, 208, 3 * 208);
     EXPECT_EQ(read_all(), Mp3Builder{}.frames(10).shape({.bitrate = 64}).frames(3).bytes());
     EXPECT_EQ(resync_count, has_tag ? 1U : 0U);
   }
@@ -57,7 +58,7 @@ TEST_F(FrameReader, GoesFromFileToFile) {
 TEST_F(FrameReader, LeavesOutAFrameThatItsPartCutsThrough) {
   ASSERT_TRUE(open("a.mp3", frames(20)));
   document.parts[0].part_size = 2 * length + 100;
-  add_part(2 * length + 100, 0, 10 * length, 3 * length);
+  add_part(document, 2 * length + 100, 0, 10 * length, 3 * length);
   EXPECT_EQ(read_all(), frames(5));
 }
 
@@ -81,20 +82,20 @@ TEST_F(FrameReader, DoesNotCountAFewBytesAtTheEnd) {
 
 TEST_F(FrameReader, StopsAtTheEndAskedFor) {
   ASSERT_TRUE(open("a.mp3", frames(20)));
-  const FrameInfo shown = stream.current_frame;
-  FrameCursor cursor = frame_cursor_at(2 * length);
-  EXPECT_EQ(read_frames(frame_block, cursor, 5 * length, 2).size, 2 * length);
-  EXPECT_EQ(read_frames(frame_block, cursor, 5 * length, 2).frames, 1U);
+  const FrameInfo shown = selection.current_frame;
+  FrameCursor cursor = frame_cursor_at(document, 2 * length);
+  EXPECT_EQ(read_frames(document, frame_block, cursor, 5 * length, 2).size, 2 * length);
+  EXPECT_EQ(read_frames(document, frame_block, cursor, 5 * length, 2).frames, 1U);
   EXPECT_EQ(cursor.pos, 5 * length);
-  EXPECT_EQ(stream.current_frame, shown);
+  EXPECT_EQ(selection.current_frame, shown);
   cursor.pos = document.total_size + 1;
-  EXPECT_EQ(read_frames(frame_block, cursor, document.total_size).size, 0U);
+  EXPECT_EQ(read_frames(document, frame_block, cursor, document.total_size).size, 0U);
 }
 
 TEST_F(FrameReader, AppliesLevelsAndHeaderBitsWithTheirCrc) {
   ASSERT_TRUE(open("a.mp3", frames(3, {.has_crc = true, .noisy = true})));
   document.parts[0].part_gainbeg = document.end_gain = -50;
-  header_rewrite = {
+  document.header_rewrite = {
       .rewrite_header = true, .rewrite_copyright = 1, .rewrite_original = 1, .rewrite_private = 1};
   EXPECT_EQ(read_all(), frames(3, {.has_crc = true,
                                    .copyright = true,
@@ -125,7 +126,7 @@ TEST_F(FrameReader, LeavesLayer2AndAacDataAlone) {
   const Bytes aac = Mp3Builder{}.adts(20, 200, 1).bytes();
   ASSERT_TRUE(open("a.aac", aac));
   document.end_gain = -20;
-  header_rewrite = {.rewrite_header = true, .rewrite_copyright = 1, .rewrite_private = 1};
+  document.header_rewrite = {.rewrite_header = true, .rewrite_copyright = 1, .rewrite_private = 1};
   EXPECT_EQ(read_all(), aac);
 }
 

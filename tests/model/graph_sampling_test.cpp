@@ -9,6 +9,7 @@
 #include "edit/places.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 
@@ -35,7 +36,7 @@ class GraphSampling : public EditTest {
   }
 
   std::string sampled(std::uint32_t view_frames, std::uint32_t fold = 1) {
-    sample_frames(samples, selection.cursor, view_frames, fold);
+    sample_frames(samples, document, selection, selection.cursor, view_frames, fold);
     std::string text;
     for (const FrameSlot& slot : samples.slots) text += (text.empty() ? "" : " ") + in_words(slot);
     return text;
@@ -70,7 +71,7 @@ TEST_F(GraphSampling, MovesOnOverWhatIsNoFrame) {
   builder.frame({.sample_rate = 48000}).frames(2);  // of another rate: left out
   builder.raw("\xFF\xFB\x90").frames(2);            // looks like a frame together with the next
   ASSERT_TRUE(open("b.mp3", builder.bytes()));
-  stream.avg_frame_size = length;
+  document.stream.avg_frame_size = length;
   selection.cursor = 2 * length;
   EXPECT_EQ(sampled(14), "< < < < < < 0(*/64 1 2@ 3 172+328 173+328 174+328 175+331/64 >/64");
 }
@@ -78,14 +79,14 @@ TEST_F(GraphSampling, MovesOnOverWhatIsNoFrame) {
 TEST_F(GraphSampling, SeesAHeaderAcrossTwoBlocks) {
   const Bytes bytes = Mp3Builder{}.frames(4).zeros(61'999 - 4 * length).frames(3).bytes();
   ASSERT_TRUE(open("b.mp3", bytes));
-  stream.avg_frame_size = length;
+  document.stream.avg_frame_size = length;
   selection.cursor = 2 * length;
   EXPECT_EQ(sampled(4), "0(*/64 1 2@ 3 148+283");
 }
 
 TEST_F(GraphSampling, ShowsALastFrameOfAFewBytes) {
   ASSERT_TRUE(open("b.aac", Mp3Builder{}.adts(30, length).adts(1, 9).bytes()));
-  stream.avg_frame_size = length;
+  document.stream.avg_frame_size = length;
   selection.cursor = 30 * length;
   EXPECT_EQ(sampled(4), "28 29 30@/64 >/64 >");
 }
@@ -110,20 +111,23 @@ TEST_F(GraphSampling, WhatIsKeptIsWhatWouldBeRead) {
   const auto below = [&](std::uint32_t limit) {
     return static_cast<std::uint32_t>(random()) % limit;
   };
-  const auto frame = [&] { return frame_at(below(document.total_size)); };
+  const auto frame = [&] {
+    return frame_at(document, below(document.total_size), selection.current_frame);
+  };
   for (int i = 0; i < 300; ++i) {
-    move_cursor(frame());
+    move_cursor(document, selection, frame());
     if (i % 5 == 0) {
       const EditPosition cut = frame();
-      delete_range(cut, frame_at(cut + below(500)));
+      delete_range(document, cut, frame_at(document, cut + below(500), selection.current_frame));
       settle_places();
-      document.parts[below(part_count())].part_gainbeg = static_cast<std::int16_t>(i % 8 - 4);
+      document.parts[below(part_count(document))].part_gainbeg =
+          static_cast<std::int16_t>(i % 8 - 4);
     }
     if (i == 150) open("c.mp3", frames(100));
     const std::uint32_t view_frames = 10 + below(200);
     GraphSamples fresh;
-    sample_frames(fresh, selection.cursor, view_frames, 1);
-    sample_frames(samples, selection.cursor, view_frames, 1);
+    sample_frames(fresh, document, selection, selection.cursor, view_frames, 1);
+    sample_frames(samples, document, selection, selection.cursor, view_frames, 1);
     ASSERT_EQ(samples.slots, fresh.slots) << i;
   }
 }

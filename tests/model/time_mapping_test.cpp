@@ -7,6 +7,7 @@
 
 #include "document/close_all.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 
 namespace corvelin::test {
@@ -16,7 +17,7 @@ class TimeMapping : public ::testing::Test {
  protected:
   TimeMapping() {
     reset_state(ResetLevel::start);
-    stream.avg_bitrate = 128000;  // 16000 bytes per second
+    document.stream.avg_bitrate = 128000;  // 16000 bytes per second
   }
   ~TimeMapping() override { reset_state(ResetLevel::start); }
 };
@@ -26,44 +27,45 @@ TEST_F(TimeMapping, SeekTableBendsTheScale) {
   document.total_size = 25600;
   document.files.resize(1);
   settings.use_toc = 1;
-  stream.vbr = vbr_header | vbr_toc_usable;
-  for (std::size_t i = 0; i < stream.toc.size(); ++i)
-    stream.toc[i] = static_cast<std::uint8_t>(2 * i);
+  document.stream.vbr = vbr_header | vbr_toc_usable;
+  for (std::size_t i = 0; i < document.stream.toc.size(); ++i)
+    document.stream.toc[i] = static_cast<std::uint8_t>(2 * i);
   const std::pair<EditPosition, std::uint32_t> places[] = {
       {0, 0},         {100, 128},
       {300, 384},     {200, 256},      // between entries and on one
       {22000, 25441},                  // behind the last entry: (100 - 36 / 58) %
       {25600, 25600}, {25650, 25602},  // still within 1/256 behind the end
       {25800, 25800}, {no_position, no_position}};
-  for (const auto& [pos, scaled] : places) EXPECT_EQ(to_time_scale(pos), scaled) << pos;
+  for (const auto& [pos, scaled] : places) EXPECT_EQ(to_time_scale(document, pos), scaled) << pos;
   const std::pair<std::uint32_t, EditPosition> scale[] = {
       {0, 0},         {128, 100},
       {384, 300},     {25441, 21997},  // 198 + 0.37890625 * 58 of 256
       {25600, 25600}, {0xFFFFFFFF, highest_position}};
-  for (const auto& [scaled, pos] : scale) EXPECT_EQ(from_time_scale(scaled), pos) << scaled;
+  for (const auto& [scaled, pos] : scale)
+    EXPECT_EQ(from_time_scale(document, scaled), pos) << scaled;
   document.total_size = 0xFFFFFFFE;  // the end stays the end, whatever the size
-  EXPECT_EQ(to_time_scale(0xFFFFFFFE), 0xFFFFFFFEU);
+  EXPECT_EQ(to_time_scale(document, 0xFFFFFFFE), 0xFFFFFFFEU);
   document.total_size = 25600;
   // It needs the setting, a table and a single file.
   settings.use_toc = 0;
-  EXPECT_EQ(to_time_scale(100), 100U);
+  EXPECT_EQ(to_time_scale(document, 100), 100U);
   settings.use_toc = 1;
-  stream.vbr = vbr_header;
-  EXPECT_EQ(from_time_scale(128), 128U);
-  stream.vbr = vbr_header | vbr_toc_usable;
+  document.stream.vbr = vbr_header;
+  EXPECT_EQ(from_time_scale(document, 128), 128U);
+  document.stream.vbr = vbr_header | vbr_toc_usable;
   document.files.resize(2);
-  EXPECT_EQ(to_time_scale(100), 100U);
+  EXPECT_EQ(to_time_scale(document, 100), 100U);
   // Any table keeps the ends in place.
   document.files.resize(1);
-  stream.toc.fill(0);
-  EXPECT_EQ(to_time_scale(0), 0U);
-  EXPECT_EQ(to_time_scale(25600), 25600U);
-  stream.toc.fill(255);
-  stream.toc[0] = 0;
-  EXPECT_EQ(to_time_scale(25600), 25600U);
-  EXPECT_EQ(from_time_scale(512), 25500U);  // two equal entries at 255
+  document.stream.toc.fill(0);
+  EXPECT_EQ(to_time_scale(document, 0), 0U);
+  EXPECT_EQ(to_time_scale(document, 25600), 25600U);
+  document.stream.toc.fill(255);
+  document.stream.toc[0] = 0;
+  EXPECT_EQ(to_time_scale(document, 25600), 25600U);
+  EXPECT_EQ(from_time_scale(document, 512), 25500U);  // two equal entries at 255
   document = {};
-  EXPECT_EQ(to_time_scale(100), 100U);
+  EXPECT_EQ(to_time_scale(document, 100), 100U);
 }
 
 TEST_F(TimeMapping, FormatsTimes) {
@@ -88,14 +90,14 @@ TEST_F(TimeMapping, FormatsTimes) {
 }
 
 TEST_F(TimeMapping, AbsurdTimesGiveDefinedPlaces) {
-  EXPECT_EQ(time_to_position(1.5), 24000U);
-  EXPECT_EQ(time_to_position(-1), 0U);
-  EXPECT_EQ(time_to_position(1e12), highest_position);
-  stream.avg_bitrate = std::numeric_limits<float>::infinity();
-  EXPECT_EQ(time_to_position(1), highest_position);
-  EXPECT_EQ(time_to_position(0), 0U);
-  stream.avg_bitrate = 0;
-  EXPECT_EQ(time_to_position(1e300), 0U);
+  EXPECT_EQ(time_to_position(document, 1.5), 24000U);
+  EXPECT_EQ(time_to_position(document, -1), 0U);
+  EXPECT_EQ(time_to_position(document, 1e12), highest_position);
+  document.stream.avg_bitrate = std::numeric_limits<float>::infinity();
+  EXPECT_EQ(time_to_position(document, 1), highest_position);
+  EXPECT_EQ(time_to_position(document, 0), 0U);
+  document.stream.avg_bitrate = 0;
+  EXPECT_EQ(time_to_position(document, 1e300), 0U);
 }
 
 TEST_F(TimeMapping, ReadsTypedTimes) {
@@ -115,7 +117,7 @@ TEST_F(TimeMapping, ReadsTypedTimes) {
   };
   for (const auto& typed : times) {
     std::string_view text = typed.text;
-    EXPECT_EQ(parse_time(text, ' '), typed.bytes) << typed.text;
+    EXPECT_EQ(parse_time(document, text, ' '), typed.bytes) << typed.text;
     EXPECT_EQ(text, typed.rest) << typed.text;
   }
 }

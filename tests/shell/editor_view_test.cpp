@@ -4,6 +4,7 @@
 #include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "platform/program.h"
 #include "settings/settings.h"
 #include "shell/pixel_canvas.h"
@@ -117,7 +118,7 @@ TEST_F(EditorViewTest, HandlesStandAtTheirLevelAndShowItInDecibels) {
   EXPECT_EQ(canvas.written("actual"), "11,28' -6.0 '15 on background");
   EXPECT_EQ(view.handles[0], (Rect{2, 28, 11, 43}));  // its label covers the rest
 
-  stream_kind.layer = 2;
+  document.kind.layer = 2;
   EXPECT_EQ(draw(8).written("actual"), "");
   EXPECT_EQ(view.handles[0], (Rect{2, 28, 24, 43}));
 }
@@ -133,19 +134,19 @@ TEST_F(EditorViewTest, CursorBitratesAndTimesStandAtTheirColumns) {
 
   settings.time_marks = 1;
   settings.zoom = 8;
-  stream.avg_bitrate = 660;  // so that a frame lasts 5.05 seconds
+  document.stream.avg_bitrate = 660;  // so that a frame lasts 5.05 seconds
   make("0-8* @4");
   EXPECT_EQ(draw(4).written("cursor"),
             "-1,71'|  0'10'15 0,71'|  0'15'15 1,71'|  0'20'15 2,71'|  0'25'15");
   settings.zoom = 32;  // every frame begins a second, and has four columns
-  stream.avg_bitrate = 2;
+  document.stream.avg_bitrate = 2;
   EXPECT_EQ(draw(8).written("cursor"), "-1,71'|  1:23'24'15 3,71'|  1:51'12'15");
 
   ASSERT_TRUE(open("b.mp3", Mp3Builder{}.frames(2).shape({.bitrate = 320}).frames(2).bytes()));
   settings.bitrate_graph = 1;
   settings.zoom = 8;
   selection.cursor = 2 * length;
-  stream.avg_frame_size = length;
+  document.stream.avg_frame_size = length;
   EXPECT_EQ(draw(4).drawn("vumeter", 0, 20).substr(0, 20), "2,13,3,16 3,13,4,16 ");
 }
 
@@ -170,7 +171,7 @@ TEST_F(EditorViewTest, MeterHasABarAndAHoldMarkForEachChannel) {
   EXPECT_EQ(draw(200, 200).drawn("vumeter", 0, 200),
             "165,9,193,10 165,165,193,166 165,9,166,166 192,9,193,166 "
             "166,87,178,165 166,10,178,12 180,164,192,165 180,43,192,45");
-  stream_kind.channel_mode = mono;
+  document.kind.channel_mode = mono;
   settings.db_scale = 1;
   const RecordingCanvas canvas = draw(200, 200);
   EXPECT_EQ(canvas.drawn("vumeter", 0, 200),
@@ -186,7 +187,7 @@ TEST_F(EditorViewTest, MeterHasABarAndAHoldMarkForEachChannel) {
 
 TEST_F(EditorViewTest, BigTimerGetsSmallerTheMoreItSays) {
   make("0-2* 2-8 @5 #1");
-  stream.avg_bitrate = 1000;  // so that a frame lasts 3.336 seconds
+  document.stream.avg_bitrate = 1000;  // so that a frame lasts 3.336 seconds
   settings.big_timer = 1;
   struct {
     std::uint32_t relative;
@@ -224,13 +225,13 @@ TEST_F(EditorViewTest, NamesStandOverTheGraphAndHintsUntilTheyWereSeen) {
   EXPECT_EQ(draw(8).written("cursor"), "10,6'Fast Play (3)'25");
   playback = {};
 
-  clear_selection();
-  stream.is_aac = 1;
+  clear_selection(selection);
+  document.stream.is_aac = 1;
   EXPECT_EQ(draw(8).written("mpeg"), "10,10'Note: No level adjustment on AAC'25");
-  stream.is_aac = 0;
-  stream_kind.layer = 2;
+  document.stream.is_aac = 0;
+  document.kind.layer = 2;
   EXPECT_EQ(draw(8).written("mpeg"), "10,10'Layer 2 graph shows limited audio information'25");
-  stream.avg_bitrate = 400;  // the cursor is 33 seconds behind the start
+  document.stream.avg_bitrate = 400;  // the cursor is 33 seconds behind the start
   draw(8);
   selection.cursor = 0;
   EXPECT_EQ(draw(8).written("mpeg"), "");

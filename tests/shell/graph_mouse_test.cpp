@@ -2,6 +2,7 @@
 #include "shell/graph_mouse.h"
 
 #include "audio/playback.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 #include "support/recording_canvas.h"

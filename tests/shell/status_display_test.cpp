@@ -4,6 +4,7 @@
 #include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "model/stream_info.h"
+#include "model/the_document.h"
 #include "settings/settings.h"
 #include "shell/button_texts.h"
 #include "shell/debug_text.h"
@@ -24,18 +25,18 @@ class StatusDisplayTest : public EditTest {
 
 TEST_F(StatusDisplayTest, FieldsTellPositionSelectionAndPart) {
   make("0-8* 8-20* @5 =8-12 #1");
-  stream.avg_bitrate = 3336;  // so that a frame lasts a second
+  document.stream.avg_bitrate = 3336;  // so that a frame lasts a second
   EXPECT_EQ(refreshed().position_field, " Total: 0'20.00   Now: 0'05.00   (25%)");
   EXPECT_EQ(status.range_field, " Selection: 0'08.00 - 0'12.00 (0'04.00)");
   EXPECT_EQ(status.scroll_position, 250);
   EXPECT_TRUE(status.has_scroll_bar);
   EXPECT_EQ(status.title, "a.mp3 - Corvelin");
 
-  clear_selection();
+  clear_selection(selection);
   open_state.project_name = "/x/y.cvp";
   EXPECT_EQ(refreshed().range_field, " Part (2 / 2): 0'08.00 - 0'20.00 (0'12.00)");
   EXPECT_EQ(status.title, "y.cvp / a.mp3 - Corvelin");
-  stream.vbr = vbr_seen;
+  document.stream.vbr = vbr_seen;
   EXPECT_EQ(refreshed().range_field, " Part (2 / 2): 0'08.00 - 0'20.00");
 }
 
@@ -71,12 +72,12 @@ TEST_F(StatusDisplayTest, BarTellsTheStreamItsTagsAndTheDecoder) {
   settings.use_mpglib = 1;
   EXPECT_TRUE(refreshed().info_bar.ends_with(
       "ID3v1: Yes / Save: No  -  ID3v2: Yes / Keep: No     |     Play decoder: mpglib"));
-  stream.vbr = vbr_seen;
-  stream.avg_bitrate = 96'400;
-  stream.current_frame.bitrate = 64;
+  document.stream.vbr = vbr_seen;
+  document.stream.avg_bitrate = 96'400;
+  selection.current_frame.bitrate = 64;
   EXPECT_TRUE(refreshed().info_bar.starts_with(
       "  MPEG 1.0 Layer 3  -  64 kbps, VBR (96 kbps)  -  44 kHz  -  Stereo  "));
-  stream.current_frame = {};
+  selection.current_frame = {};
   EXPECT_TRUE(refreshed().info_bar.starts_with(" No sync     |     ID3v1: Yes"));
 }
 
@@ -92,10 +93,10 @@ TEST_F(StatusDisplayTest, LevelsSayHowMuchIsBroughtUpToDate) {
   EXPECT_EQ(status.range_field, range);
   EXPECT_EQ(status.scroll_position, 400);
   EXPECT_EQ(status.margin, " 0.0  /  6.0");
-  stream_kind.channel_mode = mono;
+  document.kind.channel_mode = mono;
   level_meter = {};
   EXPECT_EQ(refreshed(Refresh::playing).margin, "42.1");
-  stream.current_frame.frame_length = 0;
+  selection.current_frame.frame_length = 0;
   EXPECT_EQ(refreshed(Refresh::playing).position_field, " (40%) ");
 
   close_all();
@@ -110,13 +111,13 @@ TEST_F(StatusDisplayTest, LevelsSayHowMuchIsBroughtUpToDate) {
 
 TEST_F(StatusDisplayTest, WordsTellWhatIsSeen) {
   make("0-8* 8-20* @5 =8-12 #1");
-  stream.avg_bitrate = 3336;
+  document.stream.avg_bitrate = 3336;
   EXPECT_EQ(view_in_words(),
             "Total: 0'20.00   Now: 0'05.00   (25%); Part (2 / 2): 0'08.00 - 0'20.00 (0'12.00); "
             "Selection: 0'08.00 - 0'12.00 (0'04.00)");
   level_meter = {.meter_level = {95, 0}};
   EXPECT_EQ(meter_in_words(), "-6 dB / -48 dB");
-  stream_kind.channel_mode = mono;
+  document.kind.channel_mode = mono;
   EXPECT_EQ(meter_in_words(), "-48 dB");
   level_meter = {};
   close_all();

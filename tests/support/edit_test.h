@@ -7,6 +7,7 @@
 
 #include "edit/commands.h"
 #include "edit/undo.h"
+#include "model/the_document.h"
 #include "platform/text.h"
 #include "support/core_test.h"
 
@@ -27,9 +28,9 @@ class EditTest : public CoreTest {
     document.parts.clear();
     document.total_size = 0;
     undo_clear();
-    clear_selection();
+    clear_selection(selection);
     open_state.document_modified = false;
-    move_cursor(0);
+    move_cursor(document, selection, 0);
     std::istringstream words(state);
     for (std::string word; words >> word;) {
       std::istringstream in(word);
@@ -54,7 +55,8 @@ class EditTest : public CoreTest {
     bool all_done = true;
     for (std::string word; words >> word;) {
       if (word[0] == '@') {
-        move_cursor(static_cast<EditPosition>(std::stoul(word.substr(1))) * length);
+        move_cursor(document, selection,
+                    static_cast<EditPosition>(std::stoul(word.substr(1))) * length);
       } else if (dispatch_command(find_command(word).value()) != DispatchResult::done) {
         all_done = false;
       }
@@ -63,8 +65,8 @@ class EditTest : public CoreTest {
   }
 
   static void select(std::uint32_t begin, std::uint32_t end) {
-    set_sel_begin(begin * length);
-    set_sel_end(end * length);
+    set_sel_begin(document, selection, begin * length);
+    set_sel_end(document, selection, end * length);
   }
 
   // With the bytes left over, where there is no frame.
@@ -107,7 +109,8 @@ class EditTest : public CoreTest {
  private:
   static void make_part(std::uint32_t from, std::uint32_t to, std::istringstream& in) {
     Part& part =
-        document.parts[add_part(document.total_size, 0, from * length, (to - from) * length)];
+        document
+            .parts[add_part(document, document.total_size, 0, from * length, (to - from) * length)];
     for (char mark = 0; in >> mark;) {
       if (mark == '*') part.part_iscue = 1;
       if (mark == 'g') in >> part.part_gainbeg;

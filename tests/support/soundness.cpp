@@ -6,6 +6,7 @@
 
 #include "model/document.h"
 #include "model/selection.h"
+#include "model/the_document.h"
 
 namespace corvelin::test {
 

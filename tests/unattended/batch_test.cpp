@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "model/frame_reader.h"
+#include "model/the_document.h"
 #include "platform/system_calls.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
