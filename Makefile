@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
 # The front door: each target installs the packages it needs, so git and make are enough to start.
 
 configure = cmake --preset release

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Measures the program as a user runs it, on files of 400 MB in a warm cache, and prints each time
 // as a ratio to `cp` of the same bytes or to the same work on a small file. Needs 2.2 GB below
 // TMPDIR.

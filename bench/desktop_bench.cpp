@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Measures the window without a screen: the start to a window that shows a file of 400 MB, drawings
 // of it with their texts, how long an event waits at most while 2 GB are split, saved to a new file
 // and in the place of the source, and the memory of each. Needs 4.4 GB below TMPDIR.

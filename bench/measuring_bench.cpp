@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Measures what decodes a whole file, on an hour of MP3: normalizing and a search for pauses, as a
 // user runs them, beside the decoding alone by the same library and beside mp3gain. And what
 // encodes: a save encoded anew, beside lame, and a recording, beside the time that it takes up.

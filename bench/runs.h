@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Programs run from start to end, and what they cost.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Measures drawings of the editor view of 1600 x 500 pixels into memory, all but the text, of a
 // document of 100 parts over a file of 400 MB in a warm cache: again at the same place, moving on
 // by two frames as while it plays, and at a place that was not seen before.

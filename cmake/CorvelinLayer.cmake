@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
 # Declares one level of the code as a library: the folder src/<level>.
 #
 #   corvelin_layer(model LINKS corvelin_stream corvelin_settings)

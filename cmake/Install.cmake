@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
 # What `cmake --install` puts where, and the Debian package that CPack makes of it.
 include(GNUInstallDirs)
 

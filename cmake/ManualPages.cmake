@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: GPL-2.0-or-later
 # The pages for `man`. Each program prints its own (--man), made from the tables by which it works.
 find_program(GZIP gzip REQUIRED)
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Tells translators what their language files lack: check_language FILE...
 #include <fmt/format.h>
 

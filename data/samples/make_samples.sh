@@ -1,4 +1,5 @@
 #!/bin/bash
+# SPDX-License-Identifier: GPL-2.0-or-later
 # Makes the sample recordings that lie beside this script.
 #
 # This script owns every audio file in its folder: what it makes is overwritten

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The three decoders behind one session.
 #include "audio/decoder_bridge.h"
 

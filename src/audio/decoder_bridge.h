@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The way from frames to samples: one session at a time with one of three decoders, none of which
 // is part of the program. Playback, measuring and the re-encoding save decode through it and
 // exclude one another. A decoder that is missing costs only these three, and the user is told what

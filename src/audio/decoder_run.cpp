@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Sessions that nobody hears.
 #include "audio/decoder_run.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The whole edited stream as samples from its start on, block by block: what a save that encodes
 // anew reads. Nothing plays or measures meanwhile.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Sessions of the two encoders.
 #include "audio/encoder_bridge.h"
 

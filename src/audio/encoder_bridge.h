@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The way from samples to MP3: one session at a time with LAME or the codec manager, as `enc_type`
 // says. Recording and the re-encoding save encode through it and exclude one another. Neither
 // encoder is part of the program; one that is missing costs only these two, and the user is told

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Lists, rules and presets of the MP3 encoder's settings.
 #include "audio/encoder_settings.h"
 

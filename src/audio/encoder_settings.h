@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The settings of the MP3 encoder as a user chooses them: which values there are, how they are
 // called, which choice pulls others along, and the user's presets. Works on `settings` alone; the
 // encoder itself is not needed.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The block in cycles: fade in, keep, fade out, leave out.
 #include "audio/fast_play.h"
 

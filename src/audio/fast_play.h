@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Faster play that keeps the pitch: stretches of the sound are left out, and the rest is
 // cross-faded together.
 #pragma once

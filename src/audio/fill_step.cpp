@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reading and decoding of the next frames.
 #include "audio/fill_step.h"
 

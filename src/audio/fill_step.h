@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // One fill: the next few frames of the edited stream as samples. All that plays or measures gets
 // its samples here, so levels that were set are heard and measured.
 #pragma once

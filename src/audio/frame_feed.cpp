@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reading ahead of the edit cursor.
 #include "audio/frame_feed.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Frames from the edit cursor on, a few at a time, while the file is read in larger blocks.
 #pragma once
 

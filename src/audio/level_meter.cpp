@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Levels of buffers on the scale of the meter.
 #include "audio/level_meter.h"
 

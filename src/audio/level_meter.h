@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The level meter: two bars with a peak hold in a 7-bit scale made for the eye, and the margin that
 // the loudest sample left to full scale. Fed with every buffer that was heard or recorded.
 #pragma once

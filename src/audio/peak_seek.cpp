@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The highest samples of frames.
 #include "audio/peak_seek.h"
 

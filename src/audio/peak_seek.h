@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Peaks of the samples at chosen places of the edited stream, measured without playing. What the
 // stream's levels and cuts make of it is what is measured.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The ring of buffers, and what is played.
 #include "audio/playback.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Plays the edited stream: what is heard is what a save would write. The device's buffers are
 // filled from the stream one by one as they come back, on the main thread, so an edit is heard with
 // the next of them. Which part of the stream is played, and the speed, are chosen here as well.

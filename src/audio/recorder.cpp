@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The states of a recording, and the way of a buffer into the file.
 #include "audio/recorder.h"
 

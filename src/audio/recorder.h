@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Recording: samples from an input device go to the encoder as they come and from there into an MP3
 // file; none are kept. Owns the device, the file and the recorded time. What a recording is for the
 // document, and when it starts and ends, is the business of the commands.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The thread between a recording and its disk.
 #include "audio/recording_file.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The file that a recording goes into. It takes encoded bytes at once and has a thread write them
 // and bring them to disk: a disk can hold up both for many seconds, and the sound of that time
 // would be lost, in front of a window that stands still.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Resampling by libsamplerate.
 #include "audio/speed_conversion.h"
 

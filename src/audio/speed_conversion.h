@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Puts a recording that was played at the wrong speed back to its true length.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reads a stretch in two halves, and decodes them on two threads.
 #include "audio/stretch_peaks.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The peak of a long stretch of MPEG audio, on two cores: two decoders work at once, each on its
 // half of what is read, behind some frames in front of it that are thrown away. The peak is that of
 // one decoder's run, to the bit.

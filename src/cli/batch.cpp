@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Files, work, results.
 #include "cli/batch.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // A batch without a window: a line a file, and the table of results.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Lines of JSON, written and read.
 #include "cli/batch_record.h"
 

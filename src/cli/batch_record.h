@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The record of a batch as JSON Lines: what became of each file, what was about to be done to it,
 // and, of earlier runs, what a run need not do again. docs/batch-record.md tells the form.
 #pragma once

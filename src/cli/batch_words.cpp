@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // A row a word.
 #include "cli/batch_words.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The words of --do: what a batch is to do with each file.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Workers are forks: they begin with the settings and the list as they are. Each is given one file
 // after the other by its number, and answers with a packet; before it writes it asks with another
 // one. One that dies takes the file with it that it worked on; another one is started for the next.

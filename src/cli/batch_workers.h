@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Processes of this program's own that each work on one file of a batch, several at a time. What
 // they do is what one process does with one file after the other.
 #pragma once

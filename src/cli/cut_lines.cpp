@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Edit lines that cut and mark by places.
 #include "cli/edit_line.h"
 

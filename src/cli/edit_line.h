@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // One kind of edit line: its row in the tables, which stand beside the functions that carry the
 // lines out, a file a subject.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The choice of what a line does.
 #include "cli/edit_lines.h"
 

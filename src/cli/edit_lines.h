@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The commands of the headless program's edit lines: what the desktop does by a click, by a word.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The host of a run without a window: boxes go to standard error, questions are answered by the
 // command line, and runs are stepped in a plain loop.
 #pragma once

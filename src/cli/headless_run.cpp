@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The order of a headless run: settings, file, edit lines, reports, work, end.
 #include "cli/headless_run.h"
 

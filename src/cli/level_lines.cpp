@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Edit lines that change levels, and those that set many cues at once.
 #include <fmt/format.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The lines of a script or a list, read one after the other in bounded memory.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The lists, made from the tables that do the work.
 #include "cli/listings.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What the program knows, printed for whoever writes lines for it: the edit lines and commands, the
 // settings, the letters of name patterns.
 #pragma once

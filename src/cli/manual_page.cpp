@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The sections of the page.
 #include "cli/manual_page.h"
 

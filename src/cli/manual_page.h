@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The page of corvelin-cli for `man`, made from the tables that do the work.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Writing to the standard streams.
 #include "cli/messages.h"
 

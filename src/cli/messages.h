@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What the program says: messages to standard error, results to standard output. A message that
 // can't be written is lost and nothing else: the work goes on.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Edit lines for what is written beside the audio: names, the ID3v1 tag, header bits.
 #include "cli/edit_line.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Distance of words.
 #include "cli/nearest_word.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What somebody may have meant by a word that nothing is called.
 #pragma once
 

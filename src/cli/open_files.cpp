@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Opening and joining.
 #include "cli/open_files.h"
 

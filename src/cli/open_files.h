@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Opening and joining of the files that a line or the command line names.
 #pragma once
 

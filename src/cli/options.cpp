@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Parsing of the command line with CLI11.
 #include "cli/options.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Places in the edited stream as a person types them: times, bytes, "end".
 #pragma once
 

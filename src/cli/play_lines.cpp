@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The line that plays.
 #include "cli/play_lines.h"
 

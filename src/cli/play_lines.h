@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Playing without a window: the program waits until all was heard.
 #pragma once
 

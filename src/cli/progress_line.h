@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // How far some work is: one line of standard error that is written again and again, only for a
 // person who watches.
 #pragma once

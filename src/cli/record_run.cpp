@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The loop of a recording.
 #include "cli/record_run.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Recording without a window: the program waits for the end of the recording, and takes signals in
 // the place of buttons.
 #pragma once

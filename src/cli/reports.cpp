@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Summary and frame list.
 #include "cli/reports.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Edit lines about the run itself: settings, undo, state, help.
 #include "cli/edit_line.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Edit lines that write files.
 #include "cli/edit_line.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Edit lines that say where: cursor, selection, current part.
 #include <fmt/format.h>
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The JSON of the state.
 #include "cli/state_json.h"
 

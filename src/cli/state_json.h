@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The edit state as JSON, with the field names of the records as keys: what scripts read.
 #pragma once
 

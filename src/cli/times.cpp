@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The choice between the two kinds of time.
 #include "cli/times.h"
 

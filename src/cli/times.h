@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Times of the edited stream, as this program reads and tells them: exact, from a count of the
 // frames in front of a place, or by the scale of the desktop's display.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Comparing of the document with what was saved last.
 #include "cli/unsaved.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Whether the document has been edited since it was opened or something of it was saved: what a
 // run that ends like that has done for nothing.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Splitting of edit lines.
 #include "cli/words.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // An edit line as words: parted by blanks, text in double quotes with \" and \\, and a comment from
 // a word that begins with "#" on.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The view and its three pictures as accessible objects, and who makes those of other kinds.
 #include "desktop/accessibility.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What screen readers are told that the toolkit does not tell by itself: above all of the view,
 // which is one widget to the toolkit and three pictures to the user, graph, overview and level
 // meter.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // A line as text without editing.
 #include "desktop/accessible_lines.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Check and radio marks as boxes and buttons of a menu.
 #include "desktop/accessible_marks.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What screen readers are told of a menu entry with a check or radio mark. To the toolkit it is an
 // entry like all others, so that nobody hears of a mark that is not set.
 #pragma once

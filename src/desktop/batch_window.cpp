@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The window of the batch: the list of files, what is to be done with them, where the results go,
 // and what became of them.
 #include <QApplication>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reads the words, and prints the help and the manual page.
 #include "desktop/command_line.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The window of the configuration: the controls of the page in sight, built from their table and
 // shown anew after every change.
 #include <QCheckBox>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Keys and texts of the controls.
 #include "desktop/controls.h"
 

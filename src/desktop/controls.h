@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The controls of the main window beside the view: buttons for commands, the two time fields, the
 // bar of the stream's parameters, the position scroll bar. Each knows how it deals with keys: all
 // those of the accelerator table belong to the window, but in the time fields.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The windows "Pause detection" and "Auto cue".
 #include <QCheckBox>
 #include <QDialogButtonBox>

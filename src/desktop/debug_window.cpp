@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Controls of the debug window.
 #include "desktop/debug_window.h"
 

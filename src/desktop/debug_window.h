@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The debug window: the inner state in numbers, and the bit that the graph goes by. It stays open
 // beside the main window.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The order of a run with a window.
 #include "desktop/desktop_run.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // One run of the desktop program from its command line to its exit status.
 #pragma once
 

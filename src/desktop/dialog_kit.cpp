@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The kit of the dialogs.
 #include "desktop/dialog_kit.h"
 

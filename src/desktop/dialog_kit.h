@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What all dialogs are made of: labels in the user's language with the fields beside them as their
 // buddies, and the buttons at the bottom.
 #pragma once

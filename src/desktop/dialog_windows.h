@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The windows of the dialogs' records. Each shows the fields of a record that has begun, writes
 // what the user makes of them back into it, and carries it out by the record's own operations.
 // True when `accept` took the fields and all that it started went well.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Signals through a pipe into the event loop.
 #include "desktop/end_signals.h"
 

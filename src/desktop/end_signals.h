@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The system's wish that the program ends, by a signal or at the end of the session.
 #pragma once
 

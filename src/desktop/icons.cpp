@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Shapes on a grid of 20 by 16 units.
 #include "desktop/icons.h"
 

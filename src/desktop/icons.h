@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The pictures of the commands: one family of plain shapes, drawn for the pixels of the screen that
 // they appear on, so that their edges are sharp at every size and ratio.
 #pragma once

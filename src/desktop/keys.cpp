@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // From the table's keys to Qt's.
 #include "desktop/keys.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The accelerators: each key of the command table runs its command wherever the focus is in the
 // window, but in its time fields.
 #pragma once

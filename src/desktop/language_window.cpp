@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The window of the first start's choice of a language.
 #include <QCheckBox>
 #include <QDialogButtonBox>

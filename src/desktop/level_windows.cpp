@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The windows "Change level" and "Normalize level".
 #include <QCheckBox>
 #include <QDialogButtonBox>

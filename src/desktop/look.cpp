@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Colours out of the settings, and legible ones where these leave none.
 #include "desktop/look.h"
 

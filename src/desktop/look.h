@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The look of the program as the settings choose it: dark or bright, the same on every desktop.
 // Owns the colours of everything but the view, which draws by the settings itself.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The controls of the window, their places and what they show.
 #include "desktop/main_window.h"
 

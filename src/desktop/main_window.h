@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The main window: the menu bar, and below it toolbar, view, position scroll bar, control panel and
 // information bar, placed by the core's layout. It shows what the records say and hands events on.
 #pragma once

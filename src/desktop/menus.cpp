@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Menus out of the tree.
 #include "desktop/menus.h"
 

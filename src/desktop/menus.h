@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The menu bar: the core's menu tree as Qt's menus, their marks and grey entries.
 #pragma once
 

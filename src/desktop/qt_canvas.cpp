@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Text on the view.
 #include "desktop/qt_canvas.h"
 

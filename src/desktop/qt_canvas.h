@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The view's canvas over a Qt image: pixels by the core's own rules, text by Qt's fonts.
 #pragma once
 

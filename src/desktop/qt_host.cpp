@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Windows for what the core asks and shows.
 #include "desktop/qt_host.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The host of the desktop: boxes, file dialogs, dialogs and runs as windows over the main window,
 // and the clipboard of the desktop.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Text on its way between the core, which holds UTF-8 and UTF-16, and Qt.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Stepping of a run.
 #include "desktop/run_window.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The window of a long run: how far it is, what it has to say, and Cancel. It steps the run
 // whenever no event waits, so that the window stays alive.
 #pragma once

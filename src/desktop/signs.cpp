@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Signs on a grid of 16 by 16 units.
 #include "desktop/signs.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The coloured pictures: the program's own, and what boxes are about.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Sound devices and the event loop.
 #include "desktop/sound_events.h"
 

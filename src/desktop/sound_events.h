@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What sound needs of a desktop: events of the devices out of the event loop, the volume of the
 // slider from the start, and Escape, which ends a play.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The window of split save, and the run behind its OK.
 #include <QCheckBox>
 #include <QDialogButtonBox>

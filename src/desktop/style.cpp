@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Shapes of the controls.
 #include "desktop/style.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The style of all controls: Fusion's measures with flat shapes of our own, so that the program
 // looks the same on every desktop. Colours come from the palette of each control.
 #pragma once

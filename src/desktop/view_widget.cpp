@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Painting and mouse of the view.
 #include "desktop/view_widget.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The view on the screen: an image in device pixels that the core draws, and the mouse over it.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Appending of files: each becomes one more source file and one more part at the end of the stream.
 // No probe: a file fits when its first frame has the parameters of the stream, which goes on to
 // describe the whole document.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Closing of documents.
 #include "document/close_all.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The way back from an open document to none, and to the state of a program that just started.
 #pragma once
 

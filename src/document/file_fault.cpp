@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Files that are something else.
 #include "document/file_fault.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Why a file doesn't open, in words for the user: what the system says, or what the file is by its
 // first bytes.
 #pragma once

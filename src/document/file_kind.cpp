@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Extensions and what they stand for.
 #include "document/file_kind.h"
 

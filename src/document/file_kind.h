@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What a file is, by the extension of its name: the one place that knows which names are opened
 // and saved as what.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The sweep.
 #include "document/frame_sweep.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Searches for frames that go through one file from front to back, as a probe does thousands of
 // them. Each finds what the locator would find, but through a window of the file, and whatever the
 // junk, a byte is looked at only once or twice: searches from places close together share what they

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Opening of one audio file.
 #include "document/open_audio_file.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // From the name of an audio file to an open document: the bounds of the audio in the file, and what
 // the probe finds out about the stream.
 #pragma once

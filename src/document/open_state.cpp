@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The names of the open document.
 #include "document/open_state.h"
 

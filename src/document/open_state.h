@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What belongs to the open document beside its parts: the names it goes by, and what a save will
 // do.
 #pragma once

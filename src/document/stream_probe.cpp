@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The probe of a stream.
 #include "document/stream_probe.h"
 

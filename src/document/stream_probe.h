@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The probe: what kind of stream a file holds. Finds the first frame and the end of the audio,
 // reads a VBR/Info header, and samples the frames for the averages and for whether the bitrate
 // varies. It looks at the file's ends and at most 5,000,000 bytes between, so that its time doesn't

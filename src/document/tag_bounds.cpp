@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Measuring of tags.
 #include "document/tag_bounds.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // How much of a file's two ends is tags and not audio: ID3v2 in front (id3.org, ID3v2 3.1), ID3v1
 // and APE (APEv2 footer) behind. Tags are measured here, not read.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Search for silence at both ends of the stream.
 #include "edit/auto_crop.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Auto crop: takes the silence off both ends of the stream.
 #pragma once
 

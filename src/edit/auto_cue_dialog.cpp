@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Cues by the clock.
 #include "edit/auto_cue_dialog.h"
 

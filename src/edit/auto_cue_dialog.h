@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The dialog "Auto cue": a cue at each multiple of an interval. Nothing is decoded for it.
 #pragma once
 

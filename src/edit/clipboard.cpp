@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The clipboard's text, written and read.
 //
 // The first line is a mark, each other one a range: path, first audio, audio end, file

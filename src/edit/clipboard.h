@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Cut, copy and paste. No audio is moved: what goes to the clipboard is a text that lists the byte
 // ranges of the selection, each with its file, level, cue flag and names. So a copy of an hour
 // costs a few lines, and another run of the program can paste it as long as the files are where

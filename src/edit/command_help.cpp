@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The lines of help.
 #include "edit/command_help.h"
 #include "model/the_document.h"

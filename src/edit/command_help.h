@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // A line of help for each command of the table, for somebody who types its name.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The numbers of the commands. Edit lines, settings and other programs may name a command by its
 // number, so none ever changes.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The rows of the table.
 #include "edit/command_table.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The table of all commands: each one's texts, keys, checks and operation, and what the dispatcher
 // does around it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The one road of every user action to the model: a command by its id, with the checks in front of
 // it and all that stands around it by its row of the table.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The table of the controls and what some of them do of their own.
 #include "edit/config_controls.h"
 

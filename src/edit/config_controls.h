@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The controls of the configuration dialog, page by page: which setting each one is bound to, what
 // it says, when it is live and what a change pulls along. A host builds its pages from this table.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Values, changes and defaults of the configuration.
 #include "edit/config_dialog.h"
 

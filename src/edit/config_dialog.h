@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The configuration: seven pages of controls that change the settings at once. There is no Apply
 // and no Cancel; the settings reach their file when the program ends. What the controls are stands
 // in config_controls.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Setting and clearing of cue flags.
 #include "edit/cue_commands.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The commands that set and clear cue flags: where a track starts in a cue sheet and in a split
 // save.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Cut/Cue, Edit, Crop, and the removal of edit points.
 #include "edit/cut_commands.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The commands that take audio out of the stream and bring it back. None touches a file: what is
 // cut stays in its source, and the gap between two parts is all that is needed to restore it. Each
 // works on the selection, the cursor and `current_part` of an open document.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Opening and closing by command.
 #include "edit/document_commands.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The commands that put another document in the place of the open one. Each asks first when that
 // has unsaved changes, and has told why it was refused.
 #pragma once

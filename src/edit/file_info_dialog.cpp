@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Summary, header bits and save options.
 #include "edit/file_info_dialog.h"
 

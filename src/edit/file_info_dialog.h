@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The dialog "File info": a summary of the stream, the ID3v1 tag, the header bits to be written and
 // what a save keeps. The summary is a list of lines that a host shows again and again while audio
 // plays.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The choice of a language before there is one.
 #include "edit/language_dialog.h"
 

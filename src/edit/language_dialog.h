@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The dialog of the first start: which language, and whether the settings stay beside the program.
 // It speaks the chosen language itself; the rest of the program follows with the new start that OK
 // brings about.

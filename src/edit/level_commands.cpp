@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Gains at borders.
 #include "edit/level_commands.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The commands that change levels: gains at part borders, between which the level slides. Nothing
 // is decoded; the gains are written into the frames as these pass. Where they need a border they
 // make one, and with too many parts for that they are refused.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Levels of a selection.
 #include "edit/level_dialog.h"
 

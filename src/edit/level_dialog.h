@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The dialog "Change level": two sliders for the levels at the begin and the end of the selection.
 // While it is shown only the selection's record holds them; OK makes the borders.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Cues beside levels.
 #include "edit/level_point.h"
 #include "model/the_document.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What a level that was set by hand, with keys or by dragging its handle, means for the cues beside
 // it.
 #pragma once

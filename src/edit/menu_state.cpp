@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Part list and grey state.
 #include "edit/menu_state.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What the menus show of the document, as data that any shell can show: the entries of the List
 // menu, the recent files, and which commands are grey.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The dip around a cut.
 #include "edit/mute_cut.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Mute cut: a short dip of the level around a cut, for one that clicks.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Names of a part and of the album.
 #include "edit/names_dialog.h"
 

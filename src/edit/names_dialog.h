@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The dialog "Names and part properties": the texts and the cue flag of the current part, and the
 // texts of the album.
 #pragma once

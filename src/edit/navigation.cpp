@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Moving the cursor.
 #include "edit/navigation.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The commands that move the cursor. They count from where the listener is.
 #pragma once
 

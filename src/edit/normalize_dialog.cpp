@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The scan for the peak, and the level that follows from it.
 #include "edit/normalize_dialog.h"
 

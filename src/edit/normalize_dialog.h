@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The dialog "Normalize level": it looks for the highest sample of the selection and offers the
 // change that brings it to full scale. A record that a host shows and steps.
 #pragma once

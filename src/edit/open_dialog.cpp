@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Opening by dialog.
 #include "edit/open_dialog.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The Open command's question for files, and the opening of what was chosen.
 #pragma once
 

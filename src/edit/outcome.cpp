@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The box of a refusal.
 #include "edit/outcome.h"
 

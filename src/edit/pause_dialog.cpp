@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The scan for quiet stretches.
 #include "edit/pause_dialog.h"
 

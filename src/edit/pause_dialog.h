@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The dialog "Pause detection": it decodes the stream frame by frame and sets a cue at the end of
 // each quiet stretch, or takes the stretch out. A record that a host shows and, while it scans,
 // steps. The sliders and the check box are the settings `silence_level`, `silence_duration`,

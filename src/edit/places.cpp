@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Frame steps within a part, and keeping the cursor and the selection on frame starts.
 #include "edit/places.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The places that the editing commands work on: frames next to a border, and what becomes of the
 // cursor and the selection when an edit moves the audio under them.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Recording as the user sees it.
 #include "edit/record_commands.h"
 

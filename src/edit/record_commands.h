@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The commands of recording: they arm the recorder, start and end its file, set cues in it, and
 // open what was recorded as the document.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The checks in front of commands.
 #include "edit/requirements.h"
 

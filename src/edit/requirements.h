@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What commands need of the document before they begin.
 #pragma once
 

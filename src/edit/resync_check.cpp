@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The walk that looks for re-syncs.
 #include "edit/resync_check.h"
 

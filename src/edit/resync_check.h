@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Check for re-syncs: finds the places where the stream's frames don't follow one another.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The save commands.
 #include "edit/save_audio.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The commands that save audio: they choose the name, ask for the target, run the save, and see to
 // what follows from it for the document.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Saving of projects and cue sheets.
 #include "edit/save_project.h"
 

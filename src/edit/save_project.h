@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The commands around a project: saving it, or a cue sheet in its place, and the question that
 // guards unsaved changes.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Selecting.
 #include "edit/selection_commands.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The commands that set and move the selection. Positions from the user's side have passed through
 // the frame locator.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Steps of settings.
 #include "edit/setting_commands.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The factor of a recording, and the recording that begins with it.
 #include "edit/speed_dialog.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The dialog "High speed" recording: a record that is played at another speed than its own is
 // stretched back to its true length while it is recorded.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Fields and run of split save.
 #include "edit/split_dialog.h"
 

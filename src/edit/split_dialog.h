@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The dialog of split save: where the pieces go, how they are called and what they get, and the run
 // behind its OK, which a host steps.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Texts read anew in another encoding.
 #include "edit/text_encoding.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The encoding that the texts of a cue sheet are in. A sheet without a mark may have been read in
 // the wrong one; its texts can be read anew in the other.
 #pragma once

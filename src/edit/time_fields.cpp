@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reading of the time fields.
 #include "edit/time_fields.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The two fields of the status display in which the user can type times. A field whose labels or
 // separators are gone is ignored: the next refresh writes it anew.
 #pragma once

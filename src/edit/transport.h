@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The commands that play, start a recording that is armed, and stop. A play begins a moment after
 // its command, from the event loop.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Trimming of cuts and moving of cues.
 #include "edit/trim_commands.h"
 

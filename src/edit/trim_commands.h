@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Fine adjustment of the highlighted edit point by single frames: the sides of a cut, and the place
 // of a cue. These commands are pressed many times in a row: such a run is one undo step.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Cuts and cues by places.
 #include "edit/typed_edits.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Edits whose places are given in words instead of by a selection: several cuts in one step, a cue
 // with its names. All places lie on frame starts. Each takes an undo step.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Undo: a stack of snapshots taken before a change. An entry that covers a change of the part table
 // holds the whole document, which costs little as its files are shared; one for a change of the
 // selection only its two ends. There is no redo.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Help and windows.
 #include "edit/window_commands.h"
 

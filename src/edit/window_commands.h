@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The commands that have nothing to do with a document: other windows of the program, its pages of
 // help, what it says of itself, and the way into the fields of the status.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The look at the sources before a save.
 #include "exchange/changed_sources.h"
 

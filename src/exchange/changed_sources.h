@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Sources that are not what they were when the parts were made of them: another program wrote to
 // one while it is open, or put another file in its place, or a project found one that is not the
 // same any more.

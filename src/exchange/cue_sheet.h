@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Cue sheets: the track list of a document as a text that many programs read. A sheet names the
 // album, one audio file, and a time, title and performer for each track. It holds no audio and no
 // edits beyond the cues. Sheets are UTF-8 when they begin with the mark of three bytes, else in the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reading of cue sheets, line by line. Sheets come from many programs, so that whatever isn't known
 // is passed over; only a malformed line of a known kind ends the reading.
 #include <fmt/format.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reading and writing of the three fields.
 #include "exchange/cue_time.h"
 

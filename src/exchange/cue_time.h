@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The times of cue sheets as text: minutes, seconds and frames of 1/75 s. They are exact times of
 // the edited stream, so that a sheet fits the file that is saved of it.
 #pragma once

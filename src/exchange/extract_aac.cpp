@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The run of the program that knows MP4.
 #include "exchange/extract_aac.h"
 

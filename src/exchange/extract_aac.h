@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // AAC out of an MP4 container: the editor knows frames, not containers, so another program
 // (`ffmpeg`, as the settings name it) copies the track, without encoding it anew, into a file
 // beside the container.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The one ID3v1 record of the document, `document.stream.id3v1` (id3.org, ID3v1 and ID3v1.1; genres
 // with their later extensions): its fields for a dialog and for the pieces of a split, and whether
 // it goes behind the audio. Reading it from a file is the business of the opening.

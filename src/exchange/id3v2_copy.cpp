@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Copying of an ID3v2 tag, in blocks: a tag full of pictures is no reason to hold it in memory.
 #include "exchange/id3v2_copy.h"
 

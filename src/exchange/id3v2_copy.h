@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The ID3v2 tag of the first source on its way into a saved file.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reading of ID3v2 frames by TagLib, from the bytes of the tag alone.
 //
 // The walk over the frames is ours, so that the library is given the few small ones that are asked

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The texts of the first source's ID3v2 tag that people go by, for them to be shown. The tag itself
 // is carried along by saves as it stands.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The sum of what was left out.
 #include "exchange/left_out.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What a save leaves out of its range: bytes that no frame could be made of, as bad data and the
 // end of a file that was cut off leave them. Owns what of that the user has to be told.
 //

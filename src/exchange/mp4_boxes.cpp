@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The walk from box to box.
 #include "exchange/mp4_boxes.h"
 

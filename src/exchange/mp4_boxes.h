@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The outermost boxes of an MP4 file (ISO/IEC 14496-12, 4.2), of which no more is looked at than
 // how far they reach.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The choice of a reader, and the box for what didn't open.
 #include "exchange/open_document.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // From a file name to an open document, by whichever reader the kind of the file asks for.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Playlists ("*.m3u", "*.m3u8"). Only read: a list stands for the files that it names.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Writer and reader of project texts.
 #include "exchange/project_file.h"
 

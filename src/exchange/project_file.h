@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The edit state of a document as a text: its source files, all parts, the closing gain, cursor,
 // selection and album names. It stands in project files (".cvp") and, in memory, in the entries of
 // the undo stack. It holds no audio: the sources are named by their paths, relative to the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Copying of frames.
 #include "exchange/range_copy.h"
 

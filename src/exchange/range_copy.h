@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The audio of a range copied frame by frame as the reader delivers it, in the way in which it is
 // written fast, with a VBR/Info header where one is wanted.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // From the decoder to the encoder.
 #include "exchange/range_reencode.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The whole edited stream decoded and encoded anew on its way into a file, by the decoder that
 // plays it and the encoder of recordings. What is heard of cuts and levels is what is encoded.
 #pragma once

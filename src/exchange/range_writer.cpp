@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The steps of writing a range.
 #include "exchange/range_writer.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // A range of the edited stream on its way into a file. Owns the order of what stands in a file that
 // is saved, whole or a piece of a split: the ID3v2 tag of the first source, a header frame, the
 // audio, and the ID3v1 tag. How the audio gets there is told by those who derive from it. What the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The phases of a save.
 #include "exchange/save_run.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // One save of a range of the edited stream into a file. The run knows no window and changes nothing
 // but files: it is given a name, does its work in slices, and tells a log, a count of frames and a
 // result.

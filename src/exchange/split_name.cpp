@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Expansion of the name pattern.
 #include "exchange/split_name.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The names of the pieces of a split, made from the pattern `split_pattern`:
 //
 //   %N  number of the track          %M  number of the last track

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The regions of a split, one after the other, each in slices.
 #include "exchange/split_save.h"
 

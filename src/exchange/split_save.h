@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Split save: the edited stream in several files, one for each region that begins with a cue, named
 // by a pattern. Frames are copied as in any save. No file that exists is ever replaced, and the
 // document stays what it is but for the ID3v1 record, which each piece may get a version of.

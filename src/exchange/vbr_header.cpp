@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Writing of VBR/Info headers.
 #include "exchange/vbr_header.h"
 

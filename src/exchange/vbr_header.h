@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The frame at the start of an MPEG file that carries no audio but describes it: "Xing" for a
 // variable bitrate, with a seek table, "Info" for a constant one. It goes out as a placeholder in
 // front of the audio, and its fields are filled in when the audio is written. The form is the one

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Borders made and taken out.
 #include "model/cuts.h"
 

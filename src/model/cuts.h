@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Making and undoing of cuts. A cut is a border in the part table with a gap between the file
 // ranges of the two parts that meet there; the audio bytes stay in the source files, so the gap can
 // be closed again. A border lies on a frame's start: callers get their positions from the frame

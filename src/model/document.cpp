@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The tables of source files and parts.
 #include "model/document.h"
 

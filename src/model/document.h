@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The edited document: an ordered table of parts, each a byte range of one source file. Audio bytes
 // stay in the source files until a save; every cut, paste and join is arithmetic on this table.
 // A document is a value: a copy shares the opened files and nothing else, and two of them know

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Sums over the parts.
 #include "model/exact_time.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Exact times of places in the edited stream, from a count of the frames in front of them. Unlike
 // the scale of `time_mapping`, which goes by an average rate as the display does, they hold for any
 // bitrate, for changes of the sample rate, and for damaged files. The price is one pass over the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The curve of a fade.
 #include "model/fade.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The level between two borders: every part fades from its own gain to that of the border behind
 // it.
 #pragma once

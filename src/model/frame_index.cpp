@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Making and asking of an index.
 #include "model/frame_index.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The index of one source file: where each of its frames lies, and at which time it begins. Made in
 // one pass over the headers, it needs the file no more, and never changes: any number of readers on
 // any threads may ask it. A frame that isn't there takes no time.

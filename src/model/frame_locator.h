@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Finds frame borders. Every position that the editor stores has come out of this module; nobody
 // else decides where a frame begins. Reads the source files and keeps nothing.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Turns the part table into a stream of frames, in edited order across part borders and files, with
 // all that an edit means inside a frame already applied. Saving, playback, measuring and
 // verification read through it, so what is heard is what is saved.

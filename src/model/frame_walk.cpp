@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The steps of a walk that are not to a frame like the one before.
 #include "model/frame_walk.h"
 

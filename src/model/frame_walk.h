@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // A walk over the frames of one source file, in the order of the file: what the reader would
 // deliver of it, without its data. Only headers are looked at, through a window of the file, so
 // that a whole file costs one read of it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The walk from frame to frame, and what is marked at each.
 #include "model/graph_sampling.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What the graph shows of the frames round a place: a slot for each frame, with its height and all
 // that is marked there. Reads the source files itself, in large blocks and without the locator's
 // look at the following frame, because it runs on every redraw: a false frame costs one slot in the

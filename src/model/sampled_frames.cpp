@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The search for frames to sample, and the memory of those found.
 #include "model/sampled_frames.h"
 

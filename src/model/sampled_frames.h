@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The frames that were sampled for the graph, kept in the order of the files so that the next
 // sampling has to read only what is new. Each is known by the place that the search for it began
 // at, which is where the frame before it ended.

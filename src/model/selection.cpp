@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The setters of the selection and the cursor.
 #include "model/selection.h"
 

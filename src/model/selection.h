@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The places that the user works at: the selection and the cursor. The next cut turns a selection
 // without length into a cue, and removes one with a length. Cuts, playback and projects read this
 // record; the commands that change it are elsewhere.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The records of the open stream.
 #include "model/stream_info.h"
 

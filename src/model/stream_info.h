@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What is known of the open stream beside its parts: the summary that the probe made of the first
 // source file, the kind of all its frames, and the header bits that a save gives them. Refusals,
 // grey states, codecs and headers go by the kind, which stays the same for the document's life.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The one document of the process.
 #include "model/the_document.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The arithmetic of times.
 #include "model/time_mapping.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Time as a view of bytes. The editor measures in bytes of the edited stream, and one average rate
 // turns them into seconds: exactly at a constant bitrate, nearly at a variable one. There the seek
 // table of the file's "Xing" header can bend the scale so that it runs in step with time. Owns this

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // libfaad, through its own C interface.
 #include "platform/aac_decoder.h"
 

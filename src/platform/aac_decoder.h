@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // AAC in ADTS frames, by libfaad. What comes out has two channels whatever the stream has, and
 // below 32 kHz twice its sample rate.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The two buffers in front of a file.
 #include "platform/block_writer.h"
 

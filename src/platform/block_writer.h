@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Writes a long run of bytes to a file in large blocks that begin and end at round offsets, which
 // the file system takes in far more quickly than blocks of any size. The bytes are made in place in
 // one buffer while a thread writes those of the other: the system can hold up a write for seconds

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // A ring of bytes between two threads: one writes, the other reads, and neither ever waits.
 //
 // Bytes are counted from the first one that was ever written, so that a place in the flow keeps its

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reading and writing of numbers and marks in byte blocks. Callers have made sure that the bytes
 // are there, but for `stands_at`, which looks itself.
 #pragma once

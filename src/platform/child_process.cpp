@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Children of this process.
 #include "platform/child_process.h"
 

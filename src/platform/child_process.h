@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // A program that works for this one: started without a shell, waited for, and ended when it is not
 // wanted any more. It reads nothing, what it prints goes where its caller says, or nowhere, and the
 // end of what it complains about is kept.

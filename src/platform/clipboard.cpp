@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The clipboard in a file. It is replaced as a whole, so that another process sees the old text or
 // the new one.
 #include "platform/clipboard.h"

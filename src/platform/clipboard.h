@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The clipboard of a run without a desktop: a text in a file that other runs can read and replace.
 // It belongs to the user and is gone with the session. Commands reach it through the host.
 #pragma once

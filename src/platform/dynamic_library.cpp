@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Libraries by the dynamic linker.
 #include "platform/dynamic_library.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Libraries that are looked up while the program runs. One that is missing is an ordinary
 // condition: whoever wanted it tells the user, and everything else works without it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Files on a POSIX system.
 #include "platform/file.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Files as bytes: sources that are only ever read, and targets that are written. The replacement of
 // one file by another is replacing_file's business.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Many small reads of one file, mostly forwards, through a window of it in memory: a walk from
 // frame to frame looks at a few bytes of each, and must not call the system for every one.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Folders by the system's calls.
 #include "platform/folder_list.h"
 

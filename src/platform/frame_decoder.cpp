@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The loop over a block of frames.
 #include "platform/frame_decoder.h"
 

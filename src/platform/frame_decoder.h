@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The one interface of all decoders: whole frames go in, 16-bit samples come out. The libraries
 // behind it are looked up at run time, each when a decoder of its kind is opened; any number of
 // decoders work beside each other, each with its own memory of the frames before.

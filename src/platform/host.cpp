@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The installed host, and what a host does that is nobody.
 #include "platform/host.h"
 

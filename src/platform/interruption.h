@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The user's wish, from outside, that the program ends: Ctrl+C, SIGTERM, or a terminal that is
 // closed. Work is not cut off in the middle: whoever steps a long run looks here between two steps
 // and cancels it.

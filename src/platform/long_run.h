@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Work that takes a while and is done in slices, so that a window stays alive meanwhile. The run
 // does the work; the host steps it, from a timer or in a plain loop, and shows how far it is.
 #pragma once

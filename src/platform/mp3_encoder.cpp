@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // LAME, through its own C interface.
 #include "platform/mp3_encoder.h"
 

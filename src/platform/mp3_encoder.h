@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The MP3 encoder: LAME, looked up when an encoder is opened, so a machine without it only can't
 // encode. Owns the stream and, when that is closed, its header frame until it has been written.
 // Several encoders work beside each other.

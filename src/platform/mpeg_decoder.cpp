@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // libmpg123, fed frame by frame.
 #include "platform/mpeg_decoder.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // MPEG audio, all layers, by libmpg123. The frames are taken as they come: nothing in them is
 // skipped (an Info frame is audio), nothing is cut off for gapless play, and bad data costs sound
 // but never ends a session.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Number formats and limits.
 #include "platform/numbers.h"
 

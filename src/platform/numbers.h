@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Numbers as the user reads them, and as a calculation leaves them.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The arithmetic of paths. A path is a byte string in this platform's own form with "/" as the
 // separator; names that are not valid UTF-8 pass through untouched.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The thread and its queue.
 #include "platform/patient_thread.h"
 

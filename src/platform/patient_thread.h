@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // A thread for calls that may not come back for a long time: a sound server can hang, and a disk
 // holds up whoever writes more than it takes. The caller waits for a while and then goes on.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Programs started on a POSIX system.
 #include "platform/process.h"
 

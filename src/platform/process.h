@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // This program beside others: its priority, and the starting of others. They live on by themselves:
 // nobody waits for them, and they end neither with this program nor by its terminal.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The version, which only the build files know.
 #include "platform/program.h"
 

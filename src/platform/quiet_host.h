@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // A host for work that nobody looks at: there is no one to close a box, so that it gets its default
 // answer, and what it says is kept. What is on screen is still kept up to date.
 #pragma once

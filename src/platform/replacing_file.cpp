@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Replacing files, on a POSIX system.
 #include "platform/replacing_file.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The replacement of one file by another such that a crash at any moment leaves the old or the new
 // one whole: the new one is written beside the old one, synced, and renamed over it.
 #pragma once

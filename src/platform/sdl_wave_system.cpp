@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // SDL's audio part, as it is known at version 2.26.
 #include "platform/sdl_wave_system.h"
 

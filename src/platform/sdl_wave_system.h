@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Sound devices by SDL, which is looked up when the first one is asked for.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Filling of closed descriptors.
 #include "platform/standard_descriptors.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The descriptors 0 to 2, which a caller of the program may have closed.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Folders by the XDG base directory conventions, the program's place by /proc.
 #include "platform/system.h"
 

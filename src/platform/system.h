@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What the system says of itself: its folders, the program's own place, the screen.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The table of system calls as the system has them.
 #include "platform/system_calls.h"
 

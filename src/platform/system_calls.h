@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The system calls on files, in one table. Tests put failing ones in their place to see what
 // becomes of a full disk or a broken one at every single step.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Text between its three forms: UTF-16 for names with a limit in characters, UTF-8 and the ANSI
 // code page (Windows-1252, which cue sheets and ID3v1 tags found in the wild are written in).
 // Bad text is no error.

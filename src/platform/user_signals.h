@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // SIGUSR1 and SIGUSR2: what a script asks of a program that runs. They are remembered, and the loop
 // that serves them looks here.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The main thread's end of the devices.
 #include "platform/wave_device.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Sound devices, as their users on the main thread see them. A user lends an open device buffers;
 // each comes back once, in order, in an event, when it has been played or filled. Events come out
 // of `deliver_wave_events` alone, which whoever waits for the user calls: a window's event loop or

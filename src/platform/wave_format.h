@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The form of audio data: what a codec turns into what, and what a device is opened with.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The two ends of an open device's bytes.
 #include "platform/wave_stream.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What lies between a sound device and the main thread: the driver moves bytes at one end, on a
 // thread of its own and in its own time, the main thread at the other. Neither end locks anything.
 //

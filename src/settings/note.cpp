@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The way of a note to the user.
 #include "settings/note.h"
 

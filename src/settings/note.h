@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The long notes that a user may wish not to see again.
 #pragma once
 

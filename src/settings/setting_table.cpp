@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The table of settings, and changes by key or by field.
 #include "settings/setting_table.h"
 

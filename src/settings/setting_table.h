@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The table of all settings: what each may be, its default, where the user finds it, and what a
 // change of it brings about. Whoever changes a setting while the program runs does it through here,
 // so that an edit line, a menu entry and a dialog do the same.

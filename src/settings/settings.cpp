@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The record of settings, and what is done to single ones.
 #include "settings/settings.h"
 

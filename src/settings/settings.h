@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // All user choices: one flat record that the code reads when it needs a value. What a setting may
 // be, its default and what a change brings about stand in setting_table, the file form in
 // settings_file, the choice of the file in settings_storage.

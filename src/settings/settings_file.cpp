@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reader and writer of the settings file, both driven by the table of keys.
 #include "settings/settings_file.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The settings as a text file: "key=value" lines ended by CR LF behind a header. Unknown keys, any
 // order and missing keys are taken in their stride; a number out of its range is taken as it
 // stands.

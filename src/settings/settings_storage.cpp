@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The choice of the settings file.
 #include "settings/settings_storage.h"
 

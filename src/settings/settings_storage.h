@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Where the settings live: in the user's profile, or beside the program, and which of the two it
 // is.
 #pragma once

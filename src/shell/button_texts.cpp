@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Tooltips and names of buttons.
 #include "shell/button_texts.h"
 

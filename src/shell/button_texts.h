@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What the buttons of the toolbar and the panel say of themselves.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Shapes made of rectangles.
 #include "shell/canvas.h"
 

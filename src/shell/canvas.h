@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What the view is drawn on. The view's rules know rectangles of pixels and text, nothing else: a
 // line is a rectangle one pixel wide. Coordinates are device pixels from the view's top left
 // corner; what lies outside the view is not drawn.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The text of the debug window.
 #include "shell/debug_text.h"
 

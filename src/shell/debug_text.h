@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The inner state of a document, for those who look for a fault in the program.
 #pragma once
 

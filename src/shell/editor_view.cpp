@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The order of a drawing, and the start screen.
 #include "shell/editor_view.h"
 

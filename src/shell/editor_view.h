@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The view of the document: the graph of the frames round the cursor, below it the map of the whole
 // stream, over the graph the level meter, the big timer and the names. Owns what is drawn where and
 // in which order; the graph's frames come from the sampler, the pixels go to a canvas. Between two

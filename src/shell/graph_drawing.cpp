@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The graph, layer by layer, each over the one before.
 #include "shell/graph_drawing.h"
 

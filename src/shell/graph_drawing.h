@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The layers of the graph that go by its pixel columns: selection, bars, bit rates, borders, level
 // handles, cursor and time marks.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // From mouse events to edits.
 #include "shell/graph_mouse.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The mouse on the view: selecting, moving the cursor, dragging the grey handles of levels and
 // borders, and seeking in the map. Points are device pixels of the view.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Row by row and menu by menu.
 #include "shell/language_check.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What a translator still has to do on a language file: it is held against the program's own table
 // of English texts and its menus.
 #pragma once

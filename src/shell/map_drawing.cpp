@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Parts, selection, cursor and the graph's range, drawn on the time scale.
 #include "shell/map_drawing.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The map of the whole edited stream below the graph.
 #pragma once
 

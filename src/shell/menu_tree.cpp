@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The entries of each menu.
 #include "shell/menu_tree.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The menu bar as data: which entries stand in which menu, in their order. Their texts are those of
 // the commands; the List menu and the recent files behind the File menu are filled as the document
 // has it (menu_state).

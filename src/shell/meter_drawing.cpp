@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Scale, bars and peak marks of the level meter.
 #include "shell/meter_drawing.h"
 

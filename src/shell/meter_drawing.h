@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The level meter at the graph's right edge.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Pressed buttons and their words.
 #include "shell/panel_buttons.h"
 

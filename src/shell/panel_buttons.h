@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What the buttons of the control panel show of what plays or is recorded, and the words on those
 // of the text forms.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Fills rectangles of pixels, whole, dotted or hatched.
 #include "shell/pixel_canvas.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // A canvas on 32-bit pixels in memory that draws everything but text: whoever has fonts derives
 // from it. So the pixels of the view's rules are the same wherever it is shown.
 #pragma once

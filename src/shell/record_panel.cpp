@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Texts of a recording.
 #include "shell/record_panel.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What stands in the place of graph and map while a recording is armed, and the texts of its
 // status.
 #pragma once

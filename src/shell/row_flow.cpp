@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Breaking into rows, and the places in each.
 #include "shell/row_flow.h"
 

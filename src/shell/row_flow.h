@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Puts controls into rows from left to right, as many into each as fit.
 #pragma once
 

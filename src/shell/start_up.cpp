@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Start, opening and end of a run.
 #include "shell/start_up.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The life of a run: its defaults and settings at the start, the file it is given, and its end.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What the user reads beside the view: the title of the window, the two time fields, the bar of the
 // stream's parameters, the position scroll bar and the margin. Owns the texts and how much of them
 // a refresh brings up to date; a window only shows them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The measures of the view: how its area is divided among graph, map and meter, and which frames
 // stand in which pixel column.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The texts over the graph.
 #include "shell/view_texts.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What is written over the graph: the big timer, and the lines of names and hints.
 #pragma once
 

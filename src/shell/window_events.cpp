@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Drops and the scroll bar's thumb.
 #include "shell/window_events.h"
 

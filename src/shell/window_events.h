@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What the window's own events mean for the document: files that are dropped, and the thumb of the
 // position scroll bar.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Where the parts of the main window stand: toolbar, view, position scroll bar, control panel and
 // information bar, and the controls on toolbar and panel in each of the forms that the setting
 // `layout` chooses. All in device pixels from the top left corner of the window's inside, below its

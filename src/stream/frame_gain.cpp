@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The arithmetic of levels and CRCs in frames.
 #include "stream/frame_gain.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Level changes inside the frame data. Layer III stores per granule and channel an 8-bit
 // `global_gain` (ISO/IEC 11172-3, 2.4.1.7), a step of which is 1.5 dB, so a level change or a fade
 // is an addition to these fields on a copy of the frame. Owns where the fields lie and the CRC that

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Decoding of frame headers.
 #include "stream/frame_header.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What a frame says of itself in its first bytes: MPEG audio of Layers II and III (ISO/IEC 11172-3,
 // 2.4.1.3 and 2.4.2.3; ISO/IEC 13818-3; the unofficial version 2.5) and ADTS AAC (ISO/IEC
 // 13818-7, 6.2). No file access and no memory: a header is judged alone, and certainty (a second

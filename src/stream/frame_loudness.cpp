@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reading of loudness, and the arithmetic of the graph's heights.
 #include "stream/frame_loudness.h"
 

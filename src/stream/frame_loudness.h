@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // How loud a frame is, guessed from what lies plainly in it, without decoding: the `global_gain`
 // fields of Layer III, the first gain of an AAC raw data block (ISO/IEC 13818-7, 6.3), a few bytes
 // of the sample data of Layer II.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Where the fields of a VBR/Info header stand in its frame, counted from the marker "Xing" or
 // "Info" on. The form is the one that decoders commonly read; there is no standard of it. Numbers
 // are big-endian.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The boxes of errors and refusals.
 #include "text/boxes.h"
 

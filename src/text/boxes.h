@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The boxes of what can't be done and of what went wrong, which several commands share. Each has an
 // error icon, and a refusal the caption "Not possible".
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Finding and reading of a language file.
 #include "text/language_file.h"
 

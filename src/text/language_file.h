@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reads a translator's language file into the text table. A file may name any part of the rows: the
 // others stay English.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Language files by name, and languages by locale.
 #include "text/language_list.h"
 

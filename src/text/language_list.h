@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The languages that the user may choose from, and the one that fits the user's system.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The language of groff's macros for manual pages: man(7) and groff_char(7).
 #include "text/man_page.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // A page for `man`: sections of paragraphs, entries and examples, given as plain text. So the rows
 // of the tables by which a program works are its page as well, and the page never tells of another
 // one.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The rows of the text table that code shows by itself, by name. Those that belong to a command, a
 // setting or a control stand in the tables of these.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The text table and its formatter.
 #include "text/ui_text.h"
 

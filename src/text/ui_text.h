@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The table of all texts that the user reads, and the ways to put one into words. Each row has its
 // English text; a language file lays a translation over it. Reading that file is language_file's
 // business.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Start, stop and choices.
 #include "unattended/batch_dialog.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The dialog of the batch: the job that it shows, and what its buttons do to it and to the run.
 #pragma once
 

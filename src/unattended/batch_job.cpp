@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The list and the options of a batch.
 #include "unattended/batch_job.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What a batch is to do: the folder and its files in the order of work, the options, which exclude
 // one another, and where the results go. The run itself is in batch_run.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Names, locks and the question.
 #include "unattended/batch_leftovers.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The files that a replacing save writes beside a source until they take its place, where a batch
 // finds them in its folder: they are no audio to work on, and those of saves that broke off can go.
 #pragma once

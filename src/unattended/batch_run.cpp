@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The files of a batch, one after the other.
 #include "unattended/batch_run.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The run of a batch: each selected file is opened, changed as the options say, saved under a
 // derived name and closed, or all are joined into one. Its cuts, fades and levels at a time are its
 // own; for all else it drives the records behind the normal dialogs, which press their own buttons

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Begins each dialog, waits for what it measures, and takes its OK.
 #include "unattended/dialog_runs.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What dialogs and the work of the command line do when nobody is there: they press their own
 // buttons, with the settings as they stand.
 #pragma once

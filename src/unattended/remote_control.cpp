@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The commands of the remote control file, and the status.
 #include "unattended/remote_control.h"
 

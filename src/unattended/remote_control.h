@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Control of the program from another computer: a small text file in the folder of the recordings
 // brings one command in and the program's status out. The option `remote_control_on` turns it on.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The fixed lines of the remote control file.
 #include "unattended/remote_text.h"
 

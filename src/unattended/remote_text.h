@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The text of the remote control file, in both directions: the command that somebody wrote into it
 // on another computer, and the form in which this program writes it with its status.
 #pragma once

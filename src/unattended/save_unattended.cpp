@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The names of saves that nobody is asked about.
 #include "unattended/save_unattended.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Saves and splits that ask for no name: what the switches of the command line do.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The table of work switches, and the work.
 #include "unattended/work_switches.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The switches of the command line that name a piece of work for the document that it opens: one
 // row and one function each. Both programs have them.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Encoding with both encoders: the frames that come out are all of the sound, and a header frame
 // counts them.
 #include "audio/encoder_bridge.h"

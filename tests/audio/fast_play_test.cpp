@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Shortened blocks, against what an independent program makes of the same noise.
 #include "audio/fast_play.h"
 

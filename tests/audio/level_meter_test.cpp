@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The level meter over buffers of one level.
 #include "audio/level_meter.h"
 

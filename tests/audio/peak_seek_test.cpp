@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Peaks measured through each of the decoders, against those of another program, and what becomes
 // of a measuring without a decoder.
 #include "audio/peak_seek.h"

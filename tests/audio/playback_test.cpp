@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What is heard, with a device that the test moves, against a straight decode of the same frames;
 // and where the cursor is meanwhile and afterwards.
 #include "audio/playback.h"

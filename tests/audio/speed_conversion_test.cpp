@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What a tone becomes at another speed.
 #include "audio/speed_conversion.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What becomes of a batch when one of its processes dies.
 #include "cli/batch_workers.h"
 

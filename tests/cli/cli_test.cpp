@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The program itself, run as a user runs it, with other people's programs checking what it wrote.
 #include <gtest/gtest.h>
 #include <sys/stat.h>

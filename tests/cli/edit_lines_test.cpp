@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Edit lines: the places in them, and what those that no command stands behind make of a small part
 // table.
 #include "cli/edit_lines.h"

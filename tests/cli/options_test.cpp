@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The command line and the words of edit lines.
 #include "cli/options.h"
 

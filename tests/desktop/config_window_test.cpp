@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Each control of the configuration, found by the words that a person or a screen reader finds it
 // by and moved the same way: what becomes of the file.
 #include <QAbstractItemView>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // All windows in all languages: no text is cut, every control has a name, and Tab goes through them
 // as one reads.
 #include <QAccessible>

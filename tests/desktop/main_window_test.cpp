@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The main window with real events, without a screen.
 #include "desktop/main_window.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Appending: what fits, what doesn't and why, and the Open command's choice of several files.
 #include "document/append.h"
 

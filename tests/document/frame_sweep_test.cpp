@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The sweep must find what single searches find.
 #include "document/frame_sweep.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Opening of audio files: their bounds, headers and averages.
 #include "document/append.h"
 #include "document/tag_bounds.h"

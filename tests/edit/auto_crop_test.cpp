@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Auto crop of a tone between two silences.
 #include "edit/auto_crop.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The clipboard: its text to the byte, what a paste makes of it, and texts that mean no good.
 #include <sys/stat.h>
 

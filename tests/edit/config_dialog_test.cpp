@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The configuration: its table of controls against the table of settings, and what changes pull
 // along.
 #include "edit/config_dialog.h"

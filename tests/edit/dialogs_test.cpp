@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The records behind the dialogs: names, file info, split save.
 #include "edit/commands.h"
 #include "edit/file_info_dialog.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Each editing command on small part tables, and what is odd about them on other streams.
 #include "edit/requirements.h"
 #include "model/cuts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Level commands and the level dialog on parts written down as in edit_test.h, with "|" and the
 // gain at the end of the stream.
 #include "edit/level_commands.h"

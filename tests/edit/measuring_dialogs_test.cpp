@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The dialogs that measure: normalize and pause detection on real audio; and the cues by the clock.
 #include <algorithm>
 

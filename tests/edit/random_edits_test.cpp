@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Thousands of random commands over streams of all kinds. After each one the tables are sound, and
 // every border, the cursor and the selection stand where a frame begins. Undo brings the project
 // text of before each step back.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Recordings from a device that the test moves: what is in the file, under which name, and the
 // document that it becomes.
 #include "edit/record_commands.h"

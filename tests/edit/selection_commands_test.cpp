@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Moving, selecting by mouse, and the fields that take typed times.
 #include "edit/selection_commands.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Cue sheets read and written. The constant stream has frames of 417 bytes at 15963.28125 bytes a
 // second, so that 10 s lie in frame 382 and the frame at or after it is 383.
 #include "exchange/cue_sheet.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // MP4 files through the outside program, for which a small script stands here.
 #include "exchange/extract_aac.h"
 

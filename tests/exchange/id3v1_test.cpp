@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The fields of the ID3v1 record.
 #include "exchange/id3v1.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Playlists: which lines are names, where the names lead, and lists that lead nowhere.
 #include "exchange/playlist.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Projects: the text to the letter, the way back, and texts that lie.
 #include "exchange/project_file.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Every system call on files, made to fail in turn: whatever reads or writes must tell the error
 // and leave the old file or the new one whole.
 #include <fcntl.h>

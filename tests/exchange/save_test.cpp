@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Saves: what stands in the target, and what becomes of the source.
 #include "edit/save_audio.h"
 #include "unattended/save_unattended.h"

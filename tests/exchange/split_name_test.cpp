@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Names of the pieces of a split.
 #include "exchange/split_name.h"
 

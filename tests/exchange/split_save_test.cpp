@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Split saves: what stands in the pieces, and what stops a run.
 #include "exchange/split_save.h"
 #include "unattended/save_unattended.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // VBR/Info headers as written, byte by byte.
 #include "exchange/vbr_header.h"
 

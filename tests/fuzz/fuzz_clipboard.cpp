@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Pastes any bytes over a selection of a document. What stands then must be sound, and what was
 // pasted must copy and paste again. "$" in the text is the folder with the files.
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reads any bytes as a cue sheet: once with the audio that it names, once over audio of a variable
 // bitrate. What is open then is written as a sheet, which has to read.
 #include <cstdint>

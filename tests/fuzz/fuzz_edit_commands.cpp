@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Takes any bytes as a sequence of commands, two bytes each, on a small document: frames of several
 // lengths, junk between them, and a second file of another sample rate. After each command the
 // tables have to be sound.

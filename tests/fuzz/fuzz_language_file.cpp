@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Fuzzes the reading of a language file, and the use of a row that holds whatever it likes.
 #include <cstddef>
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Opens any bytes as an audio file, reads every frame of it with levels and header bits changed,
 // appends it to itself, draws it, and saves it. The first byte chooses between MPEG and AAC and
 // what is done to the stream.

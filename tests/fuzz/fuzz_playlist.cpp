@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reads any bytes as a playlist, in both encodings, beside two files, a list that is fine and
 // itself.
 #include <cstdint>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reads any bytes as a project over two files that exist. What opens must be sound, and its own
 // text must read back to the same.
 #include <cstdint>

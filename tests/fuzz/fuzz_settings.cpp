@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Reads any bytes as a settings file. What was read must come back the same from what is written.
 #include <cstdint>
 #include <cstdlib>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Runs a fuzz target once over every file of a folder, where there is no fuzzer to drive it.
 #include <cstddef>
 #include <cstdint>

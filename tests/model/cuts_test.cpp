@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Cuts: what the editing commands on top don't reach.
 #include "model/cuts.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The part table, its look-ups, and the places in it.
 #include "model/document.h"
 

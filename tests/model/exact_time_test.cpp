@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Exact times, against sums made by hand.
 #include "model/exact_time.h"
 

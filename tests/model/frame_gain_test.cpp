@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Levels in frames: fields, fades, CRCs.
 #include "stream/frame_gain.h"
 #include "model/fade.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The search for frames in real files.
 #include "model/frame_locator.h"
 

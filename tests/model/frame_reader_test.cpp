@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Frames in edited order.
 #include "model/frame_reader.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The slots of the graph.
 #include "model/graph_sampling.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Times against numbers worked out by hand.
 #include "model/time_mapping.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Files on the real file system.
 #include "platform/replacing_file.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Text conversions against tables made by hand.
 #include "platform/text.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Buffers on their way to and from a device, with a device moved by hand and with SDL's drivers for
 // files.
 #include "platform/wave_device.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Settings: defaults, the file's form, storage.
 #include "settings/setting_table.h"
 

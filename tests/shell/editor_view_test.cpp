@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What the view draws, in rows written by hand.
 #include "shell/editor_view.h"
 

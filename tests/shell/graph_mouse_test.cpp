@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Gestures on the view.
 #include "shell/graph_mouse.h"
 

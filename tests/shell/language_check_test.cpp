@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What translators are told, and the languages that come with the program.
 #include "shell/language_check.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The manual speaks of the program as it is: its keys, and the names on its menus, buttons and
 // fields.
 #include <gtest/gtest.h>

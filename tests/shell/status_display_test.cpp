@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The texts beside the view and on the buttons.
 #include "shell/status_display.h"
 

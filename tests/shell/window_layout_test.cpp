@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The grid of the window in its forms.
 #include "shell/window_layout.h"
 

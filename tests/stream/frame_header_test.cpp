@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Frame headers: lengths and rates worked out by hand from the standard's tables.
 #include "stream/frame_header.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Heights of the graph from frames of each kind.
 #include "stream/frame_loudness.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The fixture of tests that work on the core's global records: each begins with the state of a
 // process that just started, a folder of its own and a host that answers.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The fixture of tests of editing commands: a stream of 20 frames of 417 bytes,
 // and a short way to write down what is made of it.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The test audio generator.
 #include "support/mp3_builder.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Builds test audio byte by byte: frames of any version, layer, rate, mode and protection with side
 // information and a payload that decoders accept, VBR/Info headers, tags, and garbage wherever a
 // test wants it. Shares no code with the program, so that the two check each other.

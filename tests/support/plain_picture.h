@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // A canvas on pixels of its own without fonts: a letter of a text is half as wide as high, and not
 // drawn.
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // A canvas that writes down what is drawn: a rectangle as LEFT,TOP,RIGHT,BOTTOM, with ":" in front
 // when it is dotted and "#" when it is hatched, a text as X,Y'TEXT'HEIGHT. Colours go by what the
 // settings use them for. A letter of a text is half as wide as high.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Cutting of the samples.
 #include "support/sample_audio.h"
 

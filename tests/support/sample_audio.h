@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Audio that is not silent, from the shipped samples.
 #pragma once
 

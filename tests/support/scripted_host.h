@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The host of tests: records what was shown and answers from lists.
 #pragma once
 

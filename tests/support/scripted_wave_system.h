@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Sound devices that a test moves by hand. A test lets the device take or bring a number of bytes,
 // as a driver does from time to time, and then has the events delivered.
 #pragma once

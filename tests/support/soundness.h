@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What holds of the document and the places in it between any two operations.
 #pragma once
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Files for tests.
 #include "support/test_folder.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // The text table: English rows, language files laid over them, plain menu texts and filled-in rows.
 #include "text/ui_text.h"
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // Batches: order and options of the list, what each option makes of a file, and the results.
 #include <algorithm>
 #include <cerrno>

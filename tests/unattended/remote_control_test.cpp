@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
 // What the remote control file makes the program do, and what stands in it afterwards.
 #include "unattended/remote_control.h"
 
