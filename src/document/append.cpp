@@ -220,14 +220,16 @@ bool append_file_reported(const std::string& name, std::vector<std::string>* lis
   if (list != nullptr) {
     list->push_back(fmt::format("{} ({}): {}", ui_text(row::append_failed), reason, name_of(name)));
   } else {
-    std::string text =
-        fmt::format("{}: {}\n\n{}", ui_text(row::append_failed), reason, name_of(name));
-    if (!left_out.empty())
-      text += "\n\n" + format_row(ui_text(row::also_left_out), names_of(left_out));
-    host().show_message_box({.caption = std::string(ui_text(row::not_possible)),
-                             .text = std::move(text),
-                             .cause = cause_of(result, name, detail),
-                             .icon = BoxIcon::warning});
+    std::string cause = cause_of(result, name, detail);
+    if (!left_out.empty()) {
+      if (!cause.empty()) cause += "\n\n";
+      cause += format_row(ui_text(row::also_left_out), names_of(left_out));
+    }
+    host().show_message_box(
+        {.caption = std::string(ui_text(row::not_possible)),
+         .text = fmt::format("{}: {}\n\n{}", ui_text(row::append_failed), reason, name_of(name)),
+         .cause = std::move(cause),
+         .icon = BoxIcon::warning});
   }
   return false;
 }

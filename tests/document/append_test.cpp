@@ -160,7 +160,8 @@ TEST_F(Append, OpensAllFilesOfAChoiceUntilOneFails) {
   EXPECT_EQ(document.parts.size(), 2U);
   EXPECT_EQ(document.parts[1].part_title, u"2.mp3");
   EXPECT_EQ(host.boxes.size(), 1U);
-  EXPECT_TRUE(host.boxes[0].text.ends_with("\n\n3.mp3\n\nAlso left out: 4.mp3"));
+  EXPECT_TRUE(host.boxes[0].text.ends_with("\n\n3.mp3"));
+  EXPECT_TRUE(host.boxes[0].cause.ends_with("Also left out: 4.mp3"));
 
   settings.working_dir.clear();
   settings.ffmpeg = "/usr/bin/ffmpeg";
