@@ -112,8 +112,9 @@ bool ui_text_load(const std::string& program_folder, std::string_view language) 
 std::string language_home() { return std::string(folder_of(program_file("Languages"))); }
 
 bool load_ui_text(std::string_view language) {
-  return ui_text_load(language.empty() ? std::string(folder_of(program_path())) : language_home(),
-                      language);
+  if (!language.empty()) return ui_text_load(language_home(), language);
+  return ui_text_load(std::string(folder_of(program_path())), {}) ||
+         ui_text_load(language_home(), english_language);
 }
 
 bool parse_language_file(std::string_view text, std::vector<std::string>* passed_over) {

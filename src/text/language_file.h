@@ -36,8 +36,11 @@ bool ui_text_load(const std::string& program_folder, std::string_view language);
 /// of its installed files.
 std::string language_home();
 
+/// The file of English: the few rows that this platform has other words for.
+constexpr std::string_view english_language = "English";
+
 /// The same for the program that runs: from `language_home`, without a `language` from right beside
-/// the program.
+/// the program, and where nothing lies there, by the file of English.
 bool load_ui_text(std::string_view language);
 
 /// Lays the rows of a language file's text over the table. False, and nothing changed, without a

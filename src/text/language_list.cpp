@@ -11,6 +11,7 @@
 
 #include "platform/file.h"
 #include "platform/text.h"
+#include "text/language_file.h"
 
 namespace corvelin {
 
@@ -83,7 +84,9 @@ std::vector<Language> language_list(const std::string& program_folder) {
   std::error_code error;
   std::filesystem::directory_iterator entry(program_folder + "Languages", error);
   for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error))
-    if (auto language = language_in(entry->path())) list.push_back(std::move(*language));
+    if (auto language = language_in(entry->path());
+        language && language->name != english_language)  // that is the first entry's
+      list.push_back(std::move(*language));
   std::ranges::sort(list, {}, &Language::name);
   list.insert(list.begin(), Language{});
   return list;
