@@ -18,6 +18,7 @@
 #include <vector>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "desktop/desktop_run.h"
 #include "desktop/qt_canvas.h"
 #include "desktop/view_widget.h"
@@ -76,7 +77,7 @@ void report_drawings(std::uint16_t zoom, double limit) {
   EditorView view;
   lay_out_view(view, 1600, 500, 1);
   QImage image(view.layout.width, view.layout.height, QImage::Format_RGB32);
-  seek_to(document.total_size / 2);
+  seek_to(playback, document.total_size / 2);
   const EditPosition middle = selection.cursor;
   double all = 0;
   for (int round = -1; round < rounds; ++round) {  // the first one reads the file

@@ -26,16 +26,15 @@ using namespace corvelin::bench;
 // What the library alone does with a file: all samples, thrown away.
 int decode(const char* path) {
   std::ifstream file(path, std::ios::binary);
-  MpegLibrary library;
   MpegDecoder decoder;
-  if (!library.load() || !decoder.open(library, 2)) return 1;
+  if (decoder.open(2).fault != DecoderFault::none) return 1;
   std::vector<char> block(65536);
   std::array<std::uint8_t, 4608> samples = {};
   while (file.read(block.data(), static_cast<std::streamsize>(block.size())), file.gcount() > 0) {
     decoder.feed({reinterpret_cast<const std::uint8_t*>(block.data()),
                   static_cast<std::size_t>(file.gcount())});
     std::size_t done = 0;
-    while (decoder.next(samples, done) == MpegStep::produced) {
+    while (decoder.take(samples, done) == FrameDecoder::Step::produced) {
     }
   }
   return 0;

@@ -13,6 +13,7 @@
 #include <string>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
@@ -79,7 +80,7 @@ void draw_at_zoom(std::uint16_t zoom, double limit) {
     selection.cursor = middle + static_cast<std::uint32_t>(round) * 2 * 417;
   });
   time_drawing("at a new place", limit, view, picture, [&](int round) {
-    seek_to(document.total_size / rounds * static_cast<std::uint32_t>(round));
+    seek_to(playback, document.total_size / rounds * static_cast<std::uint32_t>(round));
   });
 }
 

@@ -95,19 +95,20 @@ bool refuse_with_instruction(std::string_view caption) {
   return false;
 }
 
-bool open_codec_manager(EncoderUse use, std::uint16_t channels, std::uint32_t sample_rate) {
+bool open_codec_manager(EncoderSession& session, EncoderUse use, std::uint16_t channels,
+                        std::uint32_t sample_rate) {
   const bool fits =
       channels == settings.enc_acm_channels && sample_rate == settings.enc_acm_samplerate;
-  if (fits && encoder_session.encoder.open(codec_manager_form(use)) == EncoderFault::none) {
-    encoder_session.lame_samples = encoder_session.encoder.samples_per_call();
+  if (fits && session.encoder.open(codec_manager_form(use)) == EncoderFault::none) {
+    session.lame_samples = session.encoder.samples_per_call();
     return true;
   }
   return refuse_with_instruction(use != EncoderUse::reencode ? "Could not open ACM encoder"
                                                              : ui_text(row::error));
 }
 
-bool open_lame(EncoderUse use, std::uint32_t sample_rate) {
-  Mp3Encoder& lame = encoder_session.encoder;
+bool open_lame(EncoderSession& session, EncoderUse use, std::uint32_t sample_rate) {
+  Mp3Encoder& lame = session.encoder;
   const bool records = use != EncoderUse::reencode;
   const EncoderFault fault = lame.open(lame_form(use, sample_rate));
   if (fault == EncoderFault::no_library)
@@ -119,7 +120,7 @@ bool open_lame(EncoderUse use, std::uint32_t sample_rate) {
          .icon = BoxIcon::error});
     return false;
   }
-  std::uint32_t& samples = encoder_session.lame_samples;
+  std::uint32_t& samples = session.lame_samples;
   samples = lame.samples_per_call();
   // A recording's buffers are sized by this, and larger ones need fewer calls.
   const std::uint32_t room = lame.room_per_call();
@@ -130,23 +131,21 @@ bool open_lame(EncoderUse use, std::uint32_t sample_rate) {
 
 }  // namespace
 
-EncoderSession encoder_session;
-
-bool open_encoder(EncoderUse use, std::uint16_t channels, std::uint32_t sample_rate) {
+bool open_encoder(EncoderSession& session, EncoderUse use, std::uint16_t channels,
+                  std::uint32_t sample_rate) {
   switch (encoder_type()) {
     case EncoderType::codec_manager:
-      return open_codec_manager(use, channels, sample_rate);
+      return open_codec_manager(session, use, channels, sample_rate);
     case EncoderType::lame:
-      return open_lame(use, sample_rate);
+      return open_lame(session, use, sample_rate);
     case EncoderType::none:
       break;
   }
   return refuse_with_instruction(ui_text(row::please_note));
 }
 
-std::optional<std::size_t> encode_block(std::span<const std::int16_t> pcm,
+std::optional<std::size_t> encode_block(EncoderSession& session, std::span<const std::int16_t> pcm,
                                         std::span<std::uint8_t> out) {
-  EncoderSession& session = encoder_session;
   if (!session.encoder.is_open()) return std::nullopt;
   std::size_t total = 0;
   while (!pcm.empty()) {
@@ -157,10 +156,13 @@ std::optional<std::size_t> encode_block(std::span<const std::int16_t> pcm,
   return total;
 }
 
-std::size_t encode_rest(std::span<std::uint8_t> out) { return encoder_session.encoder.flush(out); }
+std::size_t encode_rest(EncoderSession& session, std::span<std::uint8_t> out) {
+  return session.encoder.flush(out);
+}
 
-std::error_code close_encoder(const std::string& path, std::uint64_t offset) {
-  Mp3Encoder& encoder = encoder_session.encoder;
+std::error_code close_encoder(EncoderSession& session, const std::string& path,
+                              std::uint64_t offset) {
+  Mp3Encoder& encoder = session.encoder;
   encoder.close();
   const std::error_code error =
       path.empty() ? std::error_code{} : encoder.write_header(path, offset);
@@ -182,8 +184,7 @@ EncoderProbe encoder_probe_lame() {
 
 EncoderProbe encoder_probe_codec_manager() {
   Mp3Encoder probe;
-  const bool is_found = encoder_session.encoder.is_open() ||
-                        probe.open(codec_manager_form(EncoderUse::record)) == EncoderFault::none;
+  const bool is_found = probe.open(codec_manager_form(EncoderUse::record)) == EncoderFault::none;
   if (is_found) return {.is_found = true, .text = fmt::format("{} ACM", ui_text(row::use))};
   if (encoder_type() == EncoderType::codec_manager) settings.enc_type = 0;
   return {.text = fmt::format("ACM {}", ui_text(row::not_found))};

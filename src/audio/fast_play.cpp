@@ -3,17 +3,10 @@
 #include "audio/fast_play.h"
 
 #include <algorithm>
-#include <array>
-
-#include "model/stream_info.h"
-#include "model/the_document.h"
 
 namespace corvelin {
 
 namespace {
-
-// What faded out last, which the next fade in, in this block or the next, is added to.
-std::array<std::int16_t, 600> fast_play_tail = {};
 
 // Lengths in samples of all channels. Each cycle fades in, keeps a stretch, fades out, and leaves a
 // stretch out.
@@ -29,10 +22,10 @@ struct Cycle {
 };
 
 // No cycles in a block that is too short.
-Cycle cycle_of(std::size_t size, int level) {
+Cycle cycle_of(std::size_t size, const StreamKind& kind, int level) {
   constexpr std::uint32_t low_rate = 32000;
-  const std::size_t channels = document.kind.channel_mode == mono ? 1 : 2;
-  const std::size_t rates = document.kind.sample_rate < low_rate ? 1 : 2;
+  const std::size_t channels = kind.channel_mode == mono ? 1 : 2;
+  const std::size_t rates = kind.sample_rate < low_rate ? 1 : 2;
   const std::size_t unit = channels * rates;
   Cycle cycle = {.channels = channels, .fade = 150 * unit, .kept = 400 * unit};
   cycle.count = size / (2 * cycle.fade + cycle.kept);
@@ -68,40 +61,40 @@ int weight_at(const Cycle& cycle, std::size_t at) {
   return static_cast<int>(at - at % cycle.channels);
 }
 
-void fade_in(const Cycle& cycle, std::span<const std::int16_t> from, std::span<std::int16_t> to) {
+void fade_in(const Cycle& cycle, std::span<const std::int16_t> from,
+             std::span<const std::int16_t> tail, std::span<std::int16_t> to) {
   constexpr int loudest = 32767;
   const int fade = static_cast<int>(cycle.fade);
   for (std::size_t i = 0; i < cycle.fade; ++i) {
-    const int value = from[i] * weight_at(cycle, i) / fade + fast_play_tail[i];
+    const int value = from[i] * weight_at(cycle, i) / fade + tail[i];
     to[i] = static_cast<std::int16_t>(std::clamp(value, -loudest, loudest));
   }
 }
 
-void fade_out(const Cycle& cycle, std::span<const std::int16_t> from) {
+void fade_out(const Cycle& cycle, std::span<const std::int16_t> from,
+              std::span<std::int16_t> tail) {
   const int fade = static_cast<int>(cycle.fade);
   for (std::size_t i = 0; i < cycle.fade; ++i)
-    fast_play_tail[i] = static_cast<std::int16_t>(from[i] * (fade - weight_at(cycle, i)) / fade);
+    tail[i] = static_cast<std::int16_t>(from[i] * (fade - weight_at(cycle, i)) / fade);
 }
 
 }  // namespace
 
-void fast_play_begin() { fast_play_tail.fill(0); }
-
-std::size_t fast_play_compress(std::span<std::int16_t> samples, int level) {
-  const Cycle cycle = cycle_of(samples.size(), level);
+std::size_t FastPlay::compress(std::span<std::int16_t> samples, const StreamKind& kind, int level) {
+  const Cycle cycle = cycle_of(samples.size(), kind, level);
   if (cycle.count == 0) return samples.size();
   std::size_t written = 0;
   for (std::size_t number = 0; number < cycle.count; ++number) {
     const std::span<std::int16_t> in = samples.subspan(number * cycle.taken());
     const std::span<std::int16_t> out = samples.subspan(number * cycle.given());
-    fade_in(cycle, in, out);
+    fade_in(cycle, in, tail_, out);
     written += cycle.fade;
     if (cycle.fade + cycle.kept >= in.size()) break;
     std::copy_n(in.begin() + static_cast<std::ptrdiff_t>(cycle.fade), cycle.kept,
                 out.begin() + static_cast<std::ptrdiff_t>(cycle.fade));
     written += cycle.kept;
     if (2 * cycle.fade + cycle.kept >= in.size()) break;
-    fade_out(cycle, in.subspan(cycle.fade + cycle.kept));
+    fade_out(cycle, in.subspan(cycle.fade + cycle.kept), tail_);
     if (cycle.taken() + cycle.fade >= in.size()) break;
   }
   return written;

@@ -3,18 +3,26 @@
 // cross-faded together.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 
+#include "model/stream_info.h"
+
 namespace corvelin {
 
-/// Forgets the sound that was faded out last: that of another play.
-void fast_play_begin();
+/// One play of a stream.
+class FastPlay {
+ public:
+  /// Shortens a block of samples of the stream in place by the level of fast play (1 to 4), and
+  /// returns how many samples of all channels are left. A block that is too short for that stays
+  /// whole. Each block goes on where the one before faded out.
+  std::size_t compress(std::span<std::int16_t> samples, const StreamKind& kind, int level);
 
-/// Shortens a block of samples in place by the level of fast play (1 to 4), and returns how many
-/// samples of all channels are left. A block that is too short for that stays whole. Each block
-/// goes on where the one before faded out.
-std::size_t fast_play_compress(std::span<std::int16_t> samples, int level);
+ private:
+  // What faded out last, which the next fade in, in this block or the next, is added to.
+  std::array<std::int16_t, 600> tail_ = {};
+};
 
 }  // namespace corvelin

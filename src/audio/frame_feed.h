@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-// Frames from the edit cursor on, a few at a time, while the file is read in larger blocks.
+// Frames from a place on, a few at a time, while the file is read in larger blocks.
 #pragma once
 
 #include <cstddef>
@@ -19,11 +19,10 @@ struct Frames {
 
 class FrameFeed {
  public:
-  /// Up to `most` frames, no further than to `end`, good until the next call. The cursor,
-  /// `current_part` and the frame shown move on as by `read_frames_at_edit_cursor`, and none is
-  /// given where that gives none. What was read ahead is dropped when the cursor was moved or the
-  /// document changed.
-  Frames take(std::uint32_t most, EditPosition end);
+  /// Up to `most` frames, no further than to `end`, good until the next call. The cursor moves on
+  /// as by `read_frames`, and none is given where that gives none. What was read ahead is dropped
+  /// when the cursor was moved or the document changed.
+  Frames take(const Document& document, FrameCursor& cursor, std::uint32_t most, EditPosition end);
 
   /// How often no frame stood where one had to begin.
   [[nodiscard]] std::uint32_t resyncs() const { return resyncs_; }
@@ -32,9 +31,9 @@ class FrameFeed {
   [[nodiscard]] std::uint32_t bytes() const { return bytes_; }
 
  private:
-  [[nodiscard]] bool stands_at_edit_cursor(EditPosition end) const;
-  void read_block(EditPosition end);
-  Frames next_frames(std::uint32_t most);
+  [[nodiscard]] bool stands_at(const Document& document, EditPosition pos, EditPosition end) const;
+  void read_block(const Document& document, const FrameCursor& cursor, EditPosition end);
+  Frames next_frames(FrameFormat format, std::uint32_t most);
 
   std::vector<std::uint8_t> block_;
   std::size_t begin_ = 0;  // of the next frame in the block

@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "audio/playback.h"
 #include "platform/host.h"
 #include "settings/settings.h"
 
@@ -33,23 +32,23 @@ int raw_level(std::span<const std::uint8_t> pcm, std::size_t slot) {
 
 // Buffers that clip one after the other sound one beep, and another when the clip mark has stood
 // for a quarter of its time.
-bool is_new_clip(std::size_t slot, int hold_time) {
+bool is_new_clip(const LevelMeter& meter, std::size_t slot, int hold_time) {
   const auto is_clipping = [](std::uint8_t hold) { return hold == highest_meter; };
-  if (std::ranges::none_of(level_meter.meter_hold, is_clipping)) return true;
-  return level_meter.meter_hold_count[slot] < 3 * hold_time / 4;
+  if (std::ranges::none_of(meter.meter_hold, is_clipping)) return true;
+  return meter.meter_hold_count[slot] < 3 * hold_time / 4;
 }
 
 // Moves the bar and the mark of a slot. Returns whether the bar falls slower than the level.
-bool show_level(std::size_t slot, std::uint8_t raw, std::uint8_t hold_time) {
+bool show_level(LevelMeter& meter, std::size_t slot, std::uint8_t raw, std::uint8_t hold_time) {
   int level = meter_curve(raw);
-  const int lowest = level_meter.meter_last[slot] - level_meter.meter_decay / 10;
+  const int lowest = meter.meter_last[slot] - meter.meter_decay / 10;
   const bool is_falling = level < lowest;
   if (is_falling) level = lowest;
   const auto shown = static_cast<std::uint8_t>(level & highest_meter);
-  level_meter.meter_level[slot] = level_meter.meter_last[slot] = shown;
+  meter.meter_level[slot] = meter.meter_last[slot] = shown;
 
-  std::uint8_t& hold = level_meter.meter_hold[slot];
-  std::uint8_t& count = level_meter.meter_hold_count[slot];
+  std::uint8_t& hold = meter.meter_hold[slot];
+  std::uint8_t& count = meter.meter_hold_count[slot];
   if (hold < highest_meter && hold < shown) {
     hold = shown;
     count = hold_time;
@@ -63,56 +62,57 @@ bool show_level(std::size_t slot, std::uint8_t raw, std::uint8_t hold_time) {
   return is_falling;
 }
 
-void adapt_decay(bool is_falling) {
+void adapt_decay(LevelMeter& meter, bool is_falling) {
   constexpr std::int32_t fastest = 99;
   const std::int32_t step = 3 * settings.buffer_frm;
   if (!is_falling) {
-    level_meter.meter_decay = step;
-  } else if (level_meter.meter_decay <= fastest) {
-    level_meter.meter_decay += step;
+    meter.meter_decay = step;
+  } else if (meter.meter_decay <= fastest) {
+    meter.meter_decay += step;
   }
 }
 
 }  // namespace
 
-LevelMeter level_meter;
-
 std::uint8_t meter_curve(std::uint8_t raw) {
   return static_cast<std::uint8_t>((1 - std::exp(raw / -60.0)) * 144);
 }
 
-void level_meter_feed(std::span<const std::uint8_t> pcm, int channels) {
+void level_meter_feed(LevelMeter& meter, std::span<const std::uint8_t> pcm, int channels,
+                      MeterUse use) {
   if (pcm.size() < shortest_buffer) return;
   std::uint8_t hold_time = 14;
-  if (playback.is_playing) {
+  if (use == MeterUse::playing) {
     hold_time = static_cast<std::uint8_t>(80 / std::max<int>(settings.buffer_frm, 1));
   } else {
-    level_meter.meter_decay = 80;
+    meter.meter_decay = 80;
   }
-  level_meter.meter_overall = 0;
+  meter.meter_overall = 0;
   bool is_falling = false;
   bool beeps = false;
   for (std::size_t slot = channels == 1 ? 1 : 0; slot < 2; ++slot) {
     const int level = raw_level(pcm, slot);
     const auto raw = static_cast<std::uint8_t>(std::min<int>(level, highest_meter));
     if (raw == highest_meter) {
-      if (settings.peakbeep != 0 && is_new_clip(slot, hold_time)) beeps = true;
-      level_meter.meter_hold[slot] = highest_meter;
-      level_meter.meter_hold_count[slot] = hold_time;
+      if (settings.peakbeep != 0 && is_new_clip(meter, slot, hold_time)) beeps = true;
+      meter.meter_hold[slot] = highest_meter;
+      meter.meter_hold_count[slot] = hold_time;
     }
-    level_meter.meter_margin[slot] = std::max(level_meter.meter_margin[slot], raw);
-    level_meter.meter_overall = std::max(level_meter.meter_overall, raw);
-    if (show_level(slot, raw, hold_time)) is_falling = true;
+    meter.meter_margin[slot] = std::max(meter.meter_margin[slot], raw);
+    meter.meter_overall = std::max(meter.meter_overall, raw);
+    if (show_level(meter, slot, raw, hold_time)) is_falling = true;
   }
-  adapt_decay(is_falling);
-  if (beeps && playback.is_recording_armed) host().beep();
+  adapt_decay(meter, is_falling);
+  if (beeps && use == MeterUse::recording) host().beep();
 }
 
-void level_meter_clear() {
-  level_meter.meter_level = level_meter.meter_last = level_meter.meter_hold = {};
-  level_meter.meter_overall = 0;
+void level_meter_clear(LevelMeter& meter) {
+  meter.meter_level = meter.meter_last = meter.meter_hold = {};
+  meter.meter_overall = 0;
 }
 
-void margin_reset() { level_meter.meter_margin = {1, 1}; }  // 1: the text takes its logarithm
+void margin_reset(LevelMeter& meter) {
+  meter.meter_margin = {1, 1};
+}  // 1: the text takes its logarithm
 
 }  // namespace corvelin

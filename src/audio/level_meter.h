@@ -24,20 +24,20 @@ struct LevelMeter {
   std::int32_t meter_decay = 0;  // how fast a bar may fall: tenths of its scale a buffer
 };
 
-extern LevelMeter level_meter;
-
 /// The place of a raw level (0 to 127) on the bar's compressed scale.
 std::uint8_t meter_curve(std::uint8_t raw);
 
 /// Takes the levels of a buffer of 16-bit samples of 1 or 2 channels. A bar that falls is slow at
-/// first. One too short to tell anything is passed over. Clipping sounds a beep while a recording
-/// is armed and `peakbeep` is set.
-void level_meter_feed(std::span<const std::uint8_t> pcm, int channels);
+/// first. One too short to tell anything is passed over. Clipping in a recording sounds a beep if
+/// `peakbeep` is set.
+enum class MeterUse : std::uint8_t { playing, recording };
+void level_meter_feed(LevelMeter& meter, std::span<const std::uint8_t> pcm, int channels,
+                      MeterUse use);
 
 /// Bars and marks down. The margin stays.
-void level_meter_clear();
+void level_meter_clear(LevelMeter& meter);
 
 /// The margin starts anew.
-void margin_reset();
+void margin_reset(LevelMeter& meter);
 
 }  // namespace corvelin

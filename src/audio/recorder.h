@@ -16,6 +16,8 @@
 #include <system_error>
 #include <vector>
 
+#include "audio/encoder_bridge.h"
+#include "audio/level_meter.h"
 #include "audio/recording_file.h"
 #include "audio/speed_conversion.h"
 #include "platform/wave_device.h"
@@ -37,7 +39,9 @@ struct FinishedRecording {
   std::vector<RecordingCue> cues;
 };
 
-struct Recorder {
+/// All that is of one recording.
+struct Recording {
+  bool is_armed = false;
   bool rec_writing = false;                 // what comes in goes to the file
   std::unique_ptr<RecordingFile> rec_file;  // until it is finished
   std::string rec_file_name;
@@ -74,17 +78,18 @@ struct Recorder {
   std::vector<FinishedRecording> finished_files;
 };
 
-extern Recorder recorder;
-extern WaveInput wave_in;  // open while a recording is armed
+/// A recording at a time, and what it is made with. It stays where it is while it is armed.
+struct Recorder : Recording {
+  WaveInput wave_in;  // open while a recording is armed
+  EncoderSession encoder;
+};
 
 /// How many buffers a device is lent: about three seconds.
 constexpr std::size_t recording_buffers = 32;
 
-bool is_recording_armed();
-
 /// Opens the encoder and the device, which reports to `events`. False after a failure, which the
 /// user has been told; all is idle then.
-bool record_arm(WaveEvents events);
+bool record_arm(Recorder& recorder, LevelMeter& meter, WaveEvents events);
 
 /// The name of a recording that starts now, by the settings.
 std::string recording_name();
@@ -94,7 +99,7 @@ std::string free_recording_name(const std::string& name);
 
 /// Opens the file `rec_file_name`: to go on at its end with `rec_appenddata`, else anew. An error
 /// when it can't, also because something has that name.
-std::error_code record_start_writing();
+std::error_code record_start_writing(Recorder& recorder);
 
 /// What became of a buffer.
 enum class RecordStep {
@@ -106,10 +111,10 @@ enum class RecordStep {
 };
 
 /// Takes a buffer that the device has filled, and lends it again.
-RecordStep record_buffer_done(WaveHeader& header);
+RecordStep record_buffer_done(Recorder& recorder, LevelMeter& meter, WaveHeader& header);
 
 /// Sets a cue here. False with a full list, and where the last one is not behind yet.
-bool record_add_cue();
+bool record_add_cue(Recorder& recorder);
 
 /// What the end of a recording came to.
 struct RecordingEnd {
@@ -120,17 +125,17 @@ struct RecordingEnd {
 
 /// Lets go of the device. What it still has goes to the file with the encoder's last frames; that
 /// the file is on disk is waited for by `record_stop`. Does nothing when idle.
-void record_end_input();
+void record_end_input(Recorder& recorder, LevelMeter& meter);
 
 /// Ends everything. The encoder's header frame, where it has one, is written to the finished file.
 /// Does nothing when idle.
-RecordingEnd record_stop();
+RecordingEnd record_stop(Recorder& recorder, LevelMeter& meter);
 
 /// The recorded time in the unit of `rec_rate`, of the file with what is not written yet.
-std::uint64_t recorded_length();
+std::uint64_t recorded_length(const Recording& recording);
 
 /// Milliseconds that the device has delivered. It is the clock of all that waits in a recording, so
 /// that a stalled system stretches no pause.
-std::int64_t input_time();
+std::int64_t input_time(const Recording& recording);
 
 }  // namespace corvelin

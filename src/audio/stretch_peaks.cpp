@@ -8,10 +8,9 @@
 #include <span>
 #include <system_error>
 
-#include "audio/fill_step.h"
-#include "audio/peak_seek.h"
+#include "audio/decoder_bridge.h"
+#include "audio/sample_reader.h"
 #include "model/frame_locator.h"
-#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -47,8 +46,10 @@ std::uint16_t decode_peak(FrameDecoder& decoder, std::span<const std::uint8_t> f
 
 bool stretch_peaks_on_two_cores = true;
 
+StretchPeaks::StretchPeaks(const Document& document) : document_(document) {}
+
 bool StretchPeaks::open(EditPosition begin, EditPosition end, int channels) {
-  reader_ = frame_cursor_at(document, settling_place(begin));
+  reader_ = frame_cursor_at(document_, settling_place(document_, begin));
   end_ = begin;
   for (Half& half : halves_) {
     if (half.decoder.open(channels).fault != DecoderFault::none) return false;
@@ -87,7 +88,7 @@ void StretchPeaks::append_frames(std::vector<std::uint8_t>& bytes, std::uint32_t
     const std::size_t size = bytes.size();
     bytes.resize(size + frame_block_limit);
     const FramesRead read =
-        read_frames(document, std::span(bytes).subspan(size), reader_, end_, count);
+        read_frames(document_, std::span(bytes).subspan(size), reader_, end_, count);
     bytes.resize(size + read.size);
     count -= read.frames;
     frames_ += read.frames;

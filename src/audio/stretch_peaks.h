@@ -18,6 +18,9 @@ extern bool stretch_peaks_on_two_cores;
 
 class StretchPeaks {
  public:
+  /// The document stays where it is, and as it is while a stretch is read.
+  explicit StretchPeaks(const Document& document);
+
   /// Begins a stretch of the edited stream. False without the decoder's library.
   bool open(EditPosition begin, EditPosition end, int channels);
 
@@ -39,6 +42,7 @@ class StretchPeaks {
   void append_frames(std::vector<std::uint8_t>& bytes, std::uint32_t count);
   void fill(Half& half, const Half& before);
 
+  const Document& document_;
   FrameCursor reader_;
   EditPosition end_ = 0;
   std::uint32_t frames_ = 0;

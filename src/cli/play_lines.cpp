@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "cli/messages.h"
 #include "cli/progress_line.h"
 #include "cli/times.h"
@@ -26,8 +27,8 @@ namespace corvelin {
 namespace {
 
 std::string progress_text() {
-  const std::uint64_t percent = std::uint64_t{play_position()} * 100 / document.total_size;
-  return fmt::format("{:3}%  {} / {}", percent, time_text(seconds_at(play_position())),
+  const std::uint64_t percent = std::uint64_t{play_position(playback)} * 100 / document.total_size;
+  return fmt::format("{:3}%  {} / {}", percent, time_text(seconds_at(play_position(playback))),
                      time_text(total_seconds()));
 }
 
@@ -75,7 +76,7 @@ Refusal play_line(Arguments words, HeadlessHost&) {
   if (*mode == plain_play && selection.cursor >= document.total_size)
     return "the cursor is at the end of the stream";
   playback.prelisten_mode = static_cast<PrelistenMode>(*mode);
-  if (start_playback()) playback.fast_play_level = *speed;
+  if (start_playback(playback)) playback.fast_play_level = *speed;
   return wait_for_play();
 }
 
@@ -98,7 +99,7 @@ Refusal wait_for_play() {
       if (line.is_due()) line.show(progress_text());
     }
   }
-  const std::uint32_t breaks = is_heard ? playback_underruns() : 0;
+  const std::uint32_t breaks = is_heard ? playback_underruns(playback) : 0;
   if (breaks != 0)
     tell(fmt::format("The sound broke off {} times. A higher buffer_frm helps.", breaks));
   return reason_of_end();

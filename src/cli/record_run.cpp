@@ -9,6 +9,7 @@
 #include <csignal>
 
 #include "audio/recorder.h"
+#include "audio/the_player.h"
 #include "cli/messages.h"
 #include "cli/progress_line.h"
 #include "cli/times.h"
@@ -38,9 +39,10 @@ std::string level_text() {
 }
 
 std::string status_text() {
-  std::string text = fmt::format("{}: {}, {:.1f} MB", name_of(recorder.rec_file_name),
-                                 time_text(seconds_of(static_cast<double>(recorded_length()))),
-                                 static_cast<double>(recorder.rec_file_bytes) / 1e6);
+  std::string text =
+      fmt::format("{}: {}, {:.1f} MB", name_of(recorder.rec_file_name),
+                  time_text(seconds_of(static_cast<double>(recorded_length(recorder)))),
+                  static_cast<double>(recorder.rec_file_bytes) / 1e6);
   if (settings.rec_time != 0)
     text += fmt::format(", {} left",
                         time_text(seconds_of(static_cast<double>(recorder.rec_remaining))));

@@ -131,15 +131,16 @@ std::string stream_summary() {
 
 void print_frames() {
   fmt::memory_buffer lines;
+  std::vector<std::uint8_t> block(frame_block_limit);
   FrameCursor cursor = frame_cursor_at(document, 0);
   while (cursor.pos < document.total_size) {
     const EditPosition start = cursor.pos;
     const PartIndex start_part = cursor.part;
-    const std::span<std::uint8_t> block = std::span(frame_block).first(frame_block_limit);
     const std::size_t size = read_frames(document, block, cursor, document.total_size).size;
     for (std::size_t at = 0; at < size;) {
       FrameInfo frame;
-      if (!decode_frame_header(frame, block.subspan(at), frame_format(document.stream))) break;
+      if (!decode_frame_header(frame, std::span(block).subspan(at), frame_format(document.stream)))
+        break;
       const EditPosition place = start + static_cast<EditPosition>(at);
       const int gain =
           part_has_gain(document, start_part) ? gain_at(document, place, start_part) : 0;

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "cli/edit_line.h"
 #include "cli/place.h"
 #include "cli/words.h"
@@ -20,7 +21,7 @@ Refusal seek_line(Arguments words, HeadlessHost&) {
   const Place place = read_place(words[0]);
   if (!place.refusal.empty()) return place.refusal;
   if (place.pos == no_position) return "the cursor can't be nowhere";
-  seek_to(place.pos);
+  seek_to(playback, place.pos);
   return no_refusal;
 }
 

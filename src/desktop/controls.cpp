@@ -7,7 +7,6 @@
 #include <QSignalBlocker>
 #include <utility>
 
-#include "audio/playback.h"
 #include "desktop/qt_text.h"
 #include "edit/time_fields.h"
 #include "model/document.h"

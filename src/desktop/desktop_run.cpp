@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "audio/recorder.h"
+#include "audio/the_player.h"
 #include "desktop/accessibility.h"
 #include "desktop/command_line.h"
 #include "desktop/end_signals.h"

@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
@@ -60,7 +61,7 @@ class FileInfoWindow : public DialogWindow {
     auto* const group = new QGroupBox(label(row::file_information));
     auto* const grid = new QGridLayout(group);
     int row = 0;
-    for (const InfoLine& line : file_info_lines(play_position())) {
+    for (const InfoLine& line : file_info_lines(play_position(playback))) {
       auto* const value = new QLineEdit;  // can be copied, and has its label for screen readers
       value->setReadOnly(true);
       value->setFrame(false);
@@ -82,7 +83,7 @@ class FileInfoWindow : public DialogWindow {
   }
 
   void show_summary() {
-    const std::vector<InfoLine> lines = file_info_lines(play_position());
+    const std::vector<InfoLine> lines = file_info_lines(play_position(playback));
     for (std::size_t i = 0; i < std::min(lines.size(), values_.size()); ++i) {
       const QString value = as_qstring(lines[i].value);
       values_[i]->setFocusPolicy(value.isEmpty() ? Qt::NoFocus : Qt::StrongFocus);

@@ -8,6 +8,7 @@
 #include <QWidget>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "platform/wave_device.h"
 
 namespace corvelin {

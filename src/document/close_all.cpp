@@ -4,7 +4,6 @@
 
 #include "document/open_state.h"
 #include "model/document.h"
-#include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "model/the_document.h"
@@ -29,7 +28,6 @@ void close_all() {
 
 void reset_state(ResetLevel level) {
   if (level == ResetLevel::start) close_all();
-  frame_block.fill(0);
   selection = {};
   document.stream = {};
   document.kind = {};

@@ -7,8 +7,7 @@
 #include <optional>
 #include <utility>
 
-#include "audio/decoder_bridge.h"
-#include "audio/peak_seek.h"
+#include "audio/sample_reader.h"
 #include "document/open_state.h"
 #include "edit/places.h"
 #include "model/cuts.h"
@@ -30,18 +29,13 @@ int silence_threshold() {
   return static_cast<int>(std::pow(10.0, bottom / -20.0) * 32767);
 }
 
-std::uint16_t measure_block() {
-  document.current_part = part_at(document, selection.cursor);
-  return peak_seek_read(frames_a_block);
-}
-
-void crop_head(int threshold) {
-  selection.cursor = 0;
-  while (selection.cursor < document.total_size) {
-    const EditPosition block = selection.cursor;
-    const bool is_loud = measure_block() > threshold;
+void crop_head(SampleReader& reader, int threshold) {
+  reader.move_to(0);
+  while (reader.pos() < document.total_size) {
+    const EditPosition block = reader.pos();
+    const bool is_loud = reader.read_peak(frames_a_block) > threshold;
     if (is_loud) delete_range(document, 0, block);
-    if (is_loud || selection.cursor <= block) return;
+    if (is_loud || reader.pos() <= block) return;
   }
 }
 
@@ -62,32 +56,36 @@ EditPosition earlier_start(EditPosition begin) {
 
 // The end of the first silent block behind the last loud one of those that begin in the stretch, or
 // the end of the stream where that is loud; nothing where all is silent.
-std::optional<EditPosition> end_of_loudness(EditPosition begin, EditPosition end, int threshold) {
+std::optional<EditPosition> end_of_loudness(SampleReader& reader, EditPosition begin,
+                                            EditPosition end, int threshold) {
   std::optional<EditPosition> found;
   bool was_loud = false;
-  selection.cursor = begin;
-  decoder_reset();
-  while (selection.cursor < document.total_size && (selection.cursor < end || was_loud)) {
-    const EditPosition block = selection.cursor;
-    const bool is_loud = measure_block() >= threshold;
+  reader.move_to(begin);
+  while (reader.pos() < document.total_size && (reader.pos() < end || was_loud)) {
+    const EditPosition block = reader.pos();
+    const bool is_loud = reader.read_peak(frames_a_block) >= threshold;
     if (is_loud) found = document.total_size;
-    if (was_loud && !is_loud) found = selection.cursor;
+    if (was_loud && !is_loud) found = reader.pos();
     was_loud = is_loud;
-    if (selection.cursor <= block) break;
+    if (reader.pos() <= block) break;
   }
   return found;
 }
 
-void crop_tail(int threshold) {
+void crop_tail(SampleReader& reader, int threshold) {
   EditPosition begin = tail_start();
   if (begin > document.total_size) begin = 0;
-  auto found = end_of_loudness(begin, document.total_size, threshold);
+  auto found = end_of_loudness(reader, begin, document.total_size, threshold);
   while (!found && begin > 0) {
     const EditPosition end = std::exchange(begin, earlier_start(begin));
-    found = end_of_loudness(begin, end, threshold);
+    found = end_of_loudness(reader, begin, end, threshold);
   }
-  peak_seek_close();
   if (found) delete_range(document, *found, document.total_size);
+}
+
+// Of the stream as it is now.
+bool open_reader(SampleReader& reader) {
+  return open_at_cursor(reader, document, selection, document.total_size, frames_a_block);
 }
 
 }  // namespace
@@ -98,15 +96,17 @@ bool auto_crop() {
   const int threshold = silence_threshold();
   const EditPosition remembered = selection.cursor;
   selection.sel_beg = selection.sel_end = no_position;
-  if (!peak_seek_open(frames_a_block)) {
+  SampleReader reader(document);
+  if (!open_reader(reader)) {
     selection.cursor = remembered;
     return false;
   }
-  crop_head(threshold);
-  peak_seek_close();
-  if (peak_seek_open(frames_a_block)) crop_tail(threshold);
+  crop_head(reader, threshold);
+  if (open_reader(reader)) crop_tail(reader, threshold);
+  selection.current_frame = reader.place().frame;
   selection.cursor =
       std::min(frame_at(document, remembered, selection.current_frame), document.total_size);
+  document.current_part = part_at(document, selection.cursor);
   return true;
 }
 

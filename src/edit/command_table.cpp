@@ -8,6 +8,7 @@
 #include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "audio/recorder.h"
+#include "audio/the_player.h"
 #include "edit/auto_crop.h"
 #include "edit/auto_cue_dialog.h"
 #include "edit/clipboard.h"
@@ -56,6 +57,8 @@ constexpr std::uint32_t prelistening = on_document | while_silent;
 
 constexpr TextRow selection_label = {win, 22};
 constexpr TextRow cue_flags_label = {men, 35};
+
+void forget_margin() { margin_reset(level_meter); }
 
 // An operation in the form of the table. One that can't be refused is done; of a bool, false means
 // refused, which has been told.
@@ -138,14 +141,14 @@ constexpr Command table[] = {
     {command::stop, "stop", {ttp, 21}, "S", live_with_transport, run<stop>},
     {command::play_or_stop, "play_or_stop", unnamed, "Space", 0, run<play_or_stop>},
     {command::initialize_recording, "initialize_recording", {ttp, 23}, "R", while_silent | while_unarmed, run<initialize_recording>},
-    {command::margin_button, "margin_button", {ttp, 24}, "", refreshes_places, run<margin_reset>},
+    {command::margin_button, "margin_button", {ttp, 24}, "", refreshes_places, run<forget_margin>},
     {command::cut_or_cue, "cut_or_cue", {win, 5}, "Del, C", editing | recuts | modifies | follows_cursor | names_parts, run<cut_or_cue>, need_selection},
     {command::edit_restore, "edit_restore", {win, 7}, "E", editing | recuts | modifies | names_parts, run<edit_restore>},
     {command::set_begin, "set_recording_cue", {win, 8}, "", on_writing | live_with_transport, run<add_recording_cue>},
     {command::set_begin, "set_begin", {win, 8}, "B", selecting | live_with_transport, run<set_begin>},
     {command::set_end, "set_end", {win, 9}, "N", selecting, run<set_end>},
     {command::begin_selection_for_field, "begin_selection_for_field", unnamed, "", moving, run<begin_selection_for_field>},
-    {command::margin_reset, "margin_reset", {ttp, 26}, "Backspace", live_with_transport | refreshes_places, run<margin_reset>},
+    {command::margin_reset, "margin_reset", {ttp, 26}, "Backspace", live_with_transport | refreshes_places, run<forget_margin>},
     {command::frame_back, "frame_back", unnamed, "Shift+Left", moving | while_silent | repeats, run<frame_back>},
     {command::frame_forward, "frame_forward", unnamed, "Shift+Right", moving | while_silent | repeats, run<frame_forward>},
     {command::focus_now_field, "focus_now_field", unnamed, "Ctrl+P", on_document, run<focus_now_field>},

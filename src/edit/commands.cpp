@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "document/open_state.h"
 #include "edit/document_commands.h"
 #include "edit/places.h"
@@ -86,8 +87,7 @@ DispatchResult admission(const Command& command) {
   if (is_busy()) return DispatchResult::busy;
   if (command.has(rule::on_document) && document.parts.empty()) return DispatchResult::no_document;
   if (command.has(rule::while_silent) && playback.is_playing) return DispatchResult::not_now;
-  if (command.has(rule::while_unarmed) && playback.is_recording_armed)
-    return DispatchResult::not_now;
+  if (command.has(rule::while_unarmed) && recorder.is_armed) return DispatchResult::not_now;
   if (command.has(rule::while_stopped) && !ensure_stopped()) return DispatchResult::refused;
   return DispatchResult::done;
 }
@@ -111,7 +111,7 @@ DispatchResult go_to_part(std::size_t index) {
   return dispatch(part_command, [index] {
     if (index >= document.parts.size()) return Result::nothing;
     document.current_part = static_cast<PartIndex>(index);
-    seek_to(document.parts[index].part_beg);
+    seek_to(playback, document.parts[index].part_beg);
     return Result::done;
   });
 }
@@ -148,7 +148,7 @@ Result carry_out(const Command& command, const std::function<Outcome()>& operati
 }
 
 bool ensure_stopped() {
-  if (!playback.is_playing && !playback.is_recording_armed) return true;
+  if (!playback.is_playing && !recorder.is_armed) return true;
   show_refusal(ui_text(row::stop_first));
   return false;
 }

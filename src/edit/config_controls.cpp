@@ -9,6 +9,7 @@
 
 #include "audio/playback.h"
 #include "audio/recorder.h"
+#include "audio/the_player.h"
 #include "edit/config_dialog.h"
 #include "edit/record_commands.h"
 #include "model/the_document.h"
@@ -32,7 +33,7 @@ using Dialogue = const ConfigDialog&;
 // When controls are live.
 
 bool is_silent(Dialogue) { return !playback.is_playing && !playback.is_requested; }
-bool is_unarmed(Dialogue) { return !is_recording_armed(); }
+bool is_unarmed(Dialogue) { return !recorder.is_armed; }
 bool uses_lame(Dialogue dialog) {
   return is_unarmed(dialog) && settings.enc_type == static_cast<std::uint8_t>(EncoderType::lame);
 }

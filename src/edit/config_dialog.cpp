@@ -9,6 +9,7 @@
 
 #include "audio/playback.h"
 #include "audio/recorder.h"
+#include "audio/the_player.h"
 #include "edit/save_project.h"
 #include "platform/text.h"
 #include "platform/wave_device.h"
@@ -55,11 +56,11 @@ bool is_in_use(SettingPage page) {
   const bool is_playing = playback.is_playing || playback.is_requested;
   switch (page) {
     case SettingPage::devices:
-      return is_playing || is_recording_armed();
+      return is_playing || recorder.is_armed;
     case SettingPage::decoder:
       return is_playing;
     case SettingPage::encoder:
-      return is_recording_armed();
+      return recorder.is_armed;
     default:
       return false;
   }

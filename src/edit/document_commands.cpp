@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "document/append.h"
 #include "document/close_all.h"
 #include "document/open_state.h"
@@ -56,7 +57,7 @@ Joined append_in_one_step(std::span<const std::string> names) {
     joined = append_documents(files);
     if (joined.count == 0) return Result::refused;
     clear_selection(selection);
-    seek_to(document.total_size);
+    seek_to(playback, document.total_size);
     return Result::done;
   });
   return joined;

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/document.h"
@@ -40,7 +41,7 @@ std::string part_entry(PartIndex index) {
 
 bool is_live(const Command& command) {
   const bool has_document = !document.files.empty();
-  const bool is_armed = playback.is_recording_armed;
+  const bool is_armed = recorder.is_armed;
   if (command.has(rule::live_when_stopped)) return !playback.is_playing && !is_armed;
   if (command.has(rule::live_with_levels)) return has_document && document.kind.layer == 3;
   if (command.has(rule::live_with_undo)) return !undo_stack.empty();

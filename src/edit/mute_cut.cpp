@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "edit/places.h"
 #include "model/cuts.h"
 #include "model/document.h"
@@ -36,9 +37,9 @@ void mute_cut() {
   Part& part = document.parts[document.current_part];
   part.part_gainbeg = bottom_gain;
 
-  seek_to(frame_before(document, part.part_beg, selection.current_frame));
+  seek_to(playback, frame_before(document, part.part_beg, selection.current_frame));
   mark_slope(u"\\/");
-  for (int i = 0; i < 3; ++i) seek_to(selection.cursor + frame_length_at_cursor());
+  for (int i = 0; i < 3; ++i) seek_to(playback, selection.cursor + frame_length_at_cursor());
   mark_slope(u"/\\");
   selection.cursor = remembered;
 }

@@ -7,8 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "audio/decoder_bridge.h"
-#include "audio/peak_seek.h"
+#include "audio/sample_reader.h"
 #include "document/open_state.h"
 #include "edit/commands.h"
 #include "edit/level_commands.h"
@@ -47,11 +46,10 @@ std::uint8_t batch_level = batch_level_unchanged;
 void NormalizeDialog::begin() {
   norm_peak = norm_change = percent_ = 0;
   scan_end_ = selection.sel_end;
-  if (!peak_seek_open(1)) return;
-  if (peaks_.open(selection.sel_beg, scan_end_, decoder_session.pcm_format.channels))
+  SampleReader decoder(document);  // it tells what is missing
+  if (!open_at_cursor(decoder, document, selection, scan_end_, 1)) return;
+  if (peaks_.open(selection.sel_beg, scan_end_, decoder.pcm_format().channels))
     state = State::scanning;
-  else
-    peak_seek_close();
 }
 
 bool NormalizeDialog::step() {
@@ -71,7 +69,6 @@ bool NormalizeDialog::step() {
 
 void NormalizeDialog::cancel() {
   if (state != State::scanning) return;
-  peak_seek_close();
   document.current_part = part_at(document, selection.cursor);
   state = State::stopped;
 }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "audio/stretch_peaks.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/long_run.h"
 
@@ -55,7 +56,7 @@ struct NormalizeDialog : Dialog, LongRun {
  private:
   void take_peak();
 
-  StretchPeaks peaks_;
+  StretchPeaks peaks_{document};
   EditPosition scan_end_ = 0;
   int percent_ = 0;
 };

@@ -8,9 +8,6 @@
 #include <cmath>
 #include <string>
 
-#include "audio/decoder_bridge.h"
-#include "audio/peak_seek.h"
-#include "audio/playback.h"
 #include "document/open_state.h"
 #include "edit/places.h"
 #include "edit/requirements.h"
@@ -43,15 +40,8 @@ std::uint32_t fewest_quiet_frames() { return std::uint32_t{settings.silence_dura
 
 // The first frame at or behind `pos`, also behind bad data; the end of the stream without one.
 EditPosition next_frame_from(EditPosition pos) {
-  return std::min(scan_forward(document, part_at(document, pos), pos, selection.current_frame),
-                  document.total_size);
-}
-
-// Where the cue goes: so many average frames from the frame that was loud, which has been read.
-EditPosition cue_place() {
-  const int frames = settings.silence_offset - (offset_of_loud_frame + 1);
-  const double place = selection.cursor + frames * double{document.stream.avg_frame_size};
-  return next_frame_from(whole_part(place));
+  const EditPosition found = find_frame_forward(document, part_at(document, pos), pos).pos;
+  return std::min(found, document.total_size);
 }
 
 }  // namespace
@@ -64,7 +54,7 @@ bool PauseDialog::accept() {
     selection.sel_end = document.total_size;
     host().refresh_view(Refresh::places);
   }
-  if (!peak_seek_open(1)) {
+  if (!open_at_cursor(reader_, document, selection, selection.sel_end, 1)) {
     host().beep();
     return false;
   }
@@ -77,9 +67,8 @@ bool PauseDialog::accept() {
   pause_frames_ = 0;
   pause_found = percent_ = 0;
   has_broken_off = false;
-  selection.cursor = pause_scan_start_;
-  document.current_part = part_at(document, selection.cursor);
-  pause_gain_ = document.parts[document.current_part].part_gainbeg;
+  reader_.move_to(pause_scan_start_);
+  pause_gain_ = document.parts[reader_.place().part].part_gainbeg;
   if (pause_scan_start_ == 0) document.parts[0].part_iscue = 1;
   pause_running = true;
   return true;
@@ -87,11 +76,11 @@ bool PauseDialog::accept() {
 
 bool PauseDialog::step() {
   if (!pause_running) return false;
-  const EditPosition before = selection.cursor;
-  for (int i = 0; i < frames_a_step && selection.cursor < pause_scan_end_; ++i) {
-    if (peak_seek_read(1) < quiet_limit()) {
+  const EditPosition before = reader_.pos();
+  for (int i = 0; i < frames_a_step && reader_.pos() < pause_scan_end_; ++i) {
+    if (reader_.read_peak(1) < quiet_limit()) {
       ++pause_frames_;
-      if (pause_start_ == no_position) pause_start_ = selection.cursor;
+      if (pause_start_ == no_position) pause_start_ = reader_.pos();
       continue;
     }
     const bool was_pause = pause_frames_ >= fewest_quiet_frames();
@@ -103,12 +92,19 @@ bool PauseDialog::step() {
     pause_frames_ = 0;
     pause_start_ = no_position;
   }
-  percent_ = percent_of(selection.cursor - pause_scan_start_, pause_scan_end_ - pause_scan_start_);
-  if (selection.cursor < pause_scan_end_ && selection.cursor != before) return true;
+  percent_ = percent_of(reader_.pos() - pause_scan_start_, pause_scan_end_ - pause_scan_start_);
+  if (reader_.pos() < pause_scan_end_ && reader_.pos() != before) return true;
   cancel();
   percent_ = 100;
   clear_selection(selection);
   return false;
+}
+
+// Where the cue goes: so many average frames from the frame that was loud, which has been read.
+EditPosition PauseDialog::cue_place() const {
+  const int frames = settings.silence_offset - (offset_of_loud_frame + 1);
+  const double place = reader_.pos() + frames * double{document.stream.avg_frame_size};
+  return next_frame_from(whole_part(place));
 }
 
 // A loud frame has ended a pause: sets the cue there, or cuts the pause out. False with a full part
@@ -134,26 +130,25 @@ bool PauseDialog::end_pause() {
   open_state.document_modified = true;
   selection.sel_beg = selection.sel_end = no_position;
   pause_scan_end_ -= std::min(end - begin, pause_scan_end_);
-  playback.end_limit = pause_scan_end_;
+  reader_.set_end(pause_scan_end_);
   ++pause_found;
   skip_on();
   return true;
 }
 
-// The cursor is not lowered by what was cut out.
-void PauseDialog::skip_on() const {
+// The place is not lowered by what was cut out.
+void PauseDialog::skip_on() {
   const std::uint64_t behind =
-      std::uint64_t{selection.cursor} + time_to_position(document, settings.silence_skip);
-  selection.cursor = behind < pause_scan_end_ ? next_frame_from(static_cast<EditPosition>(behind))
-                                              : pause_scan_end_;
-  document.current_part = part_at(document, selection.cursor);
-  decoder_reset();
+      std::uint64_t{reader_.pos()} + time_to_position(document, settings.silence_skip);
+  reader_.move_to(behind < pause_scan_end_ ? next_frame_from(static_cast<EditPosition>(behind))
+                                           : pause_scan_end_);
 }
 
 void PauseDialog::cancel() {
   if (!pause_running) return;
-  peak_seek_close();
+  reader_.close();
   pause_running = false;
+  selection.current_frame = reader_.place().frame;
   settle_places();
   document.current_part = part_at(document, selection.cursor);
 }

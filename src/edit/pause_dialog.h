@@ -8,7 +8,9 @@
 #include <cstdint>
 #include <string>
 
+#include "audio/sample_reader.h"
 #include "model/document.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/long_run.h"
 
@@ -45,8 +47,10 @@ struct PauseDialog : Dialog, LongRun {
 
  private:
   bool end_pause();
-  void skip_on() const;
+  [[nodiscard]] EditPosition cue_place() const;
+  void skip_on();
 
+  SampleReader reader_{document};
   EditPosition pause_scan_start_ = 0;
   EditPosition pause_scan_end_ = 0;  // moves down when a pause is cut out
   EditPosition pause_start_ = 0;     // behind the first quiet frame; `no_position` for none

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "audio/recorder.h"
+#include "audio/the_player.h"
 #include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/save_project.h"
@@ -49,7 +50,7 @@ void show_write_failure(std::error_code error, BoxIcon icon) {
 
 // Device events. A handler that ends the recording is the last that touches it.
 void take_buffer(WaveHeader& header) {
-  switch (record_buffer_done(header)) {
+  switch (record_buffer_done(recorder, level_meter, header)) {
     case RecordStep::done:
       host().refresh_view(Refresh::recording);
       break;
@@ -75,7 +76,8 @@ bool arm(bool by_level) {
   close_all();
   reset_state(ResetLevel::no_name);
   recorder.rec_level_on = by_level || settings.rec_level_act != 0;
-  const bool is_armed = record_arm({.buffer_done = take_buffer, .lost = lose_device});
+  const bool is_armed =
+      record_arm(recorder, level_meter, {.buffer_done = take_buffer, .lost = lose_device});
   host().rebuild_part_list();
   show_recorder();
   host().refresh_view(is_armed ? Refresh::recording_state : Refresh::no_document);
@@ -93,8 +95,8 @@ bool may_replace(const std::string& name) {
 
 // Ends what was armed when it fails.
 bool begin_file(std::error_code error = {}) {
-  if (!error) error = record_start_writing();
-  if (error) record_stop();
+  if (!error) error = record_start_writing(recorder);
+  if (error) record_stop(recorder, level_meter);
   show_recorder();
   host().refresh_view(error ? Refresh::no_document : Refresh::recording_state);
   if (error) {
@@ -198,9 +200,9 @@ bool start_recording_unattended(const std::string& path) {
 
 void stop_recording() {
   const bool was_writing = recorder.rec_writing;
-  record_end_input();
+  record_end_input(recorder, level_meter);
   wait_for_disk();
-  const RecordingEnd end = record_stop();
+  const RecordingEnd end = record_stop(recorder, level_meter);
   show_recorder();
   keep_cues_of_finished_files();
   if (was_writing && end.has_file) open_recording();
@@ -209,7 +211,7 @@ void stop_recording() {
 }
 
 void add_recording_cue() {
-  if (record_add_cue()) host().refresh_view(Refresh::recording_state);
+  if (record_add_cue(recorder)) host().refresh_view(Refresh::recording_state);
 }
 
 std::string keep_recording_project() {

@@ -3,6 +3,7 @@
 #include "edit/selection_commands.h"
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "edit/commands.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
@@ -57,11 +58,13 @@ void drag_ends(EditPosition pos, MouseButtons buttons) {
 }  // namespace
 
 void set_begin() {
-  set_sel_begin(document, selection, frame_at(document, play_position(), selection.current_frame));
+  set_sel_begin(document, selection,
+                frame_at(document, play_position(playback), selection.current_frame));
 }
 
 void set_end() {
-  set_sel_end(document, selection, frame_at(document, play_position(), selection.current_frame));
+  set_sel_end(document, selection,
+              frame_at(document, play_position(playback), selection.current_frame));
 }
 
 void select_all() { select_range(0, document.total_size); }
@@ -116,7 +119,7 @@ void move_selection_right() {
 void begin_selection_for_field() {
   if (selection.sel_beg == no_position)
     set_sel_begin(document, selection,
-                  frame_at(document, play_position(), selection.current_frame));
+                  frame_at(document, play_position(playback), selection.current_frame));
 }
 
 void select(EditPosition begin, EditPosition end) {
@@ -129,7 +132,7 @@ void select(EditPosition begin, EditPosition end) {
 }
 
 void mouse_select(EditPosition pos, MouseButtons buttons, bool is_press) {
-  if (buttons.ctrl) return seek_to(pos);
+  if (buttons.ctrl) return seek_to(playback, pos);
   if (!is_press) return drag_ends(pos, buttons);
   carry_out(selection_change, [pos, buttons] {
     const bool is_new = settings.mouse_method != 0 && buttons.left && !buttons.shift;

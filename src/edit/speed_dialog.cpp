@@ -8,6 +8,7 @@
 
 #include "audio/recorder.h"
 #include "audio/speed_conversion.h"
+#include "audio/the_player.h"
 #include "edit/record_commands.h"
 #include "platform/text.h"
 

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "edit/commands.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
@@ -93,7 +94,7 @@ void apply_now_field(std::string_view text) {
   text.remove_prefix(text.empty() ? 0 : 1);
   std::optional<std::uint32_t> place = parse_time(document, text, ' ');
   if (!differ_by_more(*place, selection.cursor, rounding)) place = typed_percentage(text);
-  if (place) seek_to(from_time_scale(document, *place));
+  if (place) seek_to(playback, from_time_scale(document, *place));
   host().refresh_view(Refresh::places);
 }
 

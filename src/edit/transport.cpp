@@ -7,6 +7,7 @@
 
 #include "audio/playback.h"
 #include "audio/recorder.h"
+#include "audio/the_player.h"
 #include "edit/record_commands.h"
 #include "model/document.h"
 #include "model/selection.h"
@@ -24,7 +25,7 @@ void start_soon() {
   host().show_transport();
   host().call_later(pause, [] {
     if (!std::exchange(playback.is_requested, false)) return;  // stopped again
-    start_playback();
+    start_playback(playback);
     host().show_transport();
     host().refresh_view(Refresh::places);
   });
@@ -41,9 +42,9 @@ Result change_fast_play(int step) {
 
 Result play() {
   if (recorder.rec_writing) return Result::nothing;
-  if (playback.is_recording_armed) return start_recording() ? Result::done : Result::refused;
+  if (recorder.is_armed) return start_recording() ? Result::done : Result::refused;
   if (playback.is_playing || selection.cursor >= document.total_size) return Result::nothing;
-  stop_playback();
+  stop_playback(playback);
   start_soon();
   return Result::done;
 }
@@ -62,13 +63,13 @@ Result request_prelisten(PrelistenMode mode) {
 void stop_playing() {
   const bool was_playing = playback.is_playing;
   playback.is_requested = false;
-  stop_playback();
+  stop_playback(playback);
   host().show_transport();
   if (was_playing) host().refresh_view(Refresh::places);
 }
 
 void stop() {
-  if (playback.is_recording_armed) {
+  if (recorder.is_armed) {
     stop_recording();
   } else {
     stop_playing();

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/places.h"
@@ -61,7 +62,7 @@ std::optional<UndoEntry> undo_entry(bool with_snapshot, std::string_view label) 
   if (entry_limit() == 0) return std::nullopt;
   UndoEntry entry = {.undo_sel_beg = selection.sel_beg,
                      .undo_sel_end = selection.sel_end,
-                     .undo_cursor = play_position(),
+                     .undo_cursor = play_position(playback),
                      .undo_snapshot = std::nullopt,
                      .undo_label = undo_label(label)};
   if (with_snapshot) entry.undo_snapshot = document;

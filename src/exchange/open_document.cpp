@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "document/close_all.h"
 #include "document/file_fault.h"
 #include "document/file_kind.h"
@@ -131,7 +132,7 @@ Joined open_first_of(std::span<const std::string> names) {
   if (files.size() > 1) name_parts_from_files(document);
   if (names.size() == 1 && file_kind(names.front()) == FileKind::playlist)
     settle_list(names.front());
-  if (!document.parts.empty()) device_keepalive(true);
+  if (!document.parts.empty()) device_keepalive(playback, true);
   return joined;
 }
 

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "document/append.h"
 #include "document/close_all.h"
 #include "document/open_audio_file.h"
@@ -48,7 +49,7 @@ class ProjectWriter {
     for (const SourceFile& file : document.files) source(file);
     for (const Part& part : document.parts) this->part(part);
     number("gainend", document.end_gain);
-    number("position", play_position());
+    number("position", play_position(playback));
     number("vbr", document.stream.vbr);
     if (has_selection(selection)) {
       number("sel_beg", selection.sel_beg);

@@ -6,15 +6,11 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstring>
-#include <optional>
 #include <span>
+#include <vector>
 
 #include "audio/decoder_bridge.h"
-#include "audio/decoder_run.h"
-#include "audio/encoder_bridge.h"
 #include "audio/encoder_settings.h"
-#include "audio/fill_step.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "model/the_document.h"
@@ -40,12 +36,10 @@ std::uint16_t encoder_channels() {
 }
 
 // AAC comes out of its decoder with two channels, also where the stream has one.
-std::size_t keep_first_of_two(std::span<std::uint8_t> samples) {
-  constexpr std::size_t size = sizeof(std::int16_t);
-  const std::size_t count = samples.size() / (2 * size);
-  for (std::size_t i = 0; i < count; ++i)
-    std::memmove(samples.data() + i * size, samples.data() + 2 * i * size, size);
-  return count * size;
+std::vector<std::int16_t> first_of_two(std::span<const std::int16_t> samples) {
+  std::vector<std::int16_t> first(samples.size() / 2);
+  for (std::size_t i = 0; i < first.size(); ++i) first[i] = samples[2 * i];
+  return first;
 }
 
 }  // namespace
@@ -56,65 +50,63 @@ bool encoder_matches_stream() {
   return fits && document.kind.sample_rate == settings.enc_acm_samplerate;
 }
 
-RangeReencode::~RangeReencode() {
-  close_decoder();
-  close_encoder({});
-}
+RangeReencode::~RangeReencode() { close_encoder(encoder_, {}); }
 
 bool RangeReencode::open() {
   if (encoder_type() != EncoderType::none && !encoder_matches_stream()) {
     show_refusal(ui_text(row::parameters_do_not_match));
     return false;
   }
-  part_before_ = document.current_part;
-  std::optional<std::vector<std::uint8_t>> room = open_decoder_run(frames_per_block);
-  if (!room) return false;
-  samples_ = std::move(*room);
-  if (!open_encoder(EncoderUse::reencode, encoder_channels(),
-                    decoder_session.pcm_format.samples_per_sec))
+  if (!open_at_cursor(reader_, document, selection, document.total_size, frames_per_block))
     return false;
-  log_ =
-      fmt::format("{}!\r\n{} {}\r\n{}\r\n", menu_text_plain(ui_text(row::save_reencoded)),
-                  ui_text(row::play_decoder), decoder_name(chosen_decoder()), encoder_log_line());
+  reader_.move_to(0);
+  if (!open_encoder(encoder_, EncoderUse::reencode, encoder_channels(),
+                    reader_.pcm_format().samples_per_sec))
+    return false;
+  log_ = fmt::format("{}!\r\n{} {}\r\n{}\r\n", menu_text_plain(ui_text(row::save_reencoded)),
+                     ui_text(row::play_decoder), decoder_name(chosen_decoder(document)),
+                     encoder_log_line());
   return true;
 }
 
 void RangeReencode::begin_frames() {
   position_ = 0;
   is_stuck_ = false;
-  resyncs_before_ = fill_resyncs();
 }
 
 std::error_code RangeReencode::write_frames() {
   const std::uint32_t frames_before = frames_;
-  const std::uint32_t bytes_before = fill_bytes();
-  const std::size_t bytes = decode_block(samples_, frames_per_block, frames_);
-  resyncs_ = fill_resyncs() - resyncs_before_;
-  const bool has_moved = selection.cursor > position_;
-  left_out_.add(position_ + (fill_bytes() - bytes_before), std::min(selection.cursor, range_.end),
-                selection.current_frame.frame_length);
-  position_ = selection.cursor;
+  const std::uint32_t bytes_before = reader_.bytes();
+  const std::span<const std::int16_t> samples = reader_.read(frames_per_block);
+  frames_ = reader_.frames();
+  resyncs_ = reader_.resyncs();
+  const bool has_moved = reader_.pos() > position_;
+  left_out_.add(position_ + (reader_.bytes() - bytes_before), std::min(reader_.pos(), range_.end),
+                reader_.place().frame.frame_length);
+  position_ = reader_.pos();
   // Frames of which nothing is heard would be a hole that nobody notices. A gap in the file, which
   // the reader has stepped over, is none, nor is a broken last frame.
-  is_stuck_ = bytes == 0 && has_more() && (frames_ != frames_before || !has_moved);
+  is_stuck_ = samples.empty() && has_more() && (frames_ != frames_before || !has_moved);
   if (is_stuck_) range_.end = position_;
-  encode(bytes);
+  const bool is_doubled = reader_.pcm_format().channels == 2 && encoder_channels() == 1;
+  if (is_doubled) {
+    encode(first_of_two(samples));
+  } else {
+    encode(samples);
+  }
   return {};
 }
 
-void RangeReencode::encode(std::size_t bytes) {
-  if (decoder_session.pcm_format.channels == 2 && encoder_channels() == 1)
-    bytes = keep_first_of_two(std::span(samples_).first(bytes));
-  const auto* const pcm = reinterpret_cast<const std::int16_t*>(samples_.data());
-  const auto made = encode_block({pcm, bytes / sizeof *pcm}, writer_.room());
-  writer_.commit(made.value_or(0));
+void RangeReencode::encode(std::span<const std::int16_t> pcm) {
+  writer_.commit(encode_block(encoder_, pcm, writer_.room()).value_or(0));
 }
 
 // The encoder looks ahead and keeps what it was given last. A user would miss that at the end: up
 // to a tenth of a second, the last syllable of a speech.
 std::error_code RangeReencode::write_rest() {
-  writer_.commit(encode_rest(writer_.room()));
-  close_decoder();
+  writer_.commit(encode_rest(encoder_, writer_.room()));
+  selection.current_frame = reader_.place().frame;
+  reader_.close();
   return {};
 }
 
@@ -122,14 +114,7 @@ std::error_code RangeReencode::write_rest() {
 // the file is still under the name that it is written under, so that it is on disk with the rest
 // before the file takes another's place.
 std::error_code RangeReencode::finish_header() {
-  return close_encoder(target_.written_name(), id3v2_.size());
-}
-
-void RangeReencode::close_decoder() {
-  if (samples_.empty()) return;
-  samples_ = {};
-  close_decoder_run();
-  document.current_part = part_before_;
+  return close_encoder(encoder_, target_.written_name(), id3v2_.size());
 }
 
 std::string RangeReencode::source_fault() const {

@@ -5,11 +5,14 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <system_error>
-#include <vector>
 
+#include "audio/encoder_bridge.h"
+#include "audio/sample_reader.h"
 #include "exchange/range_writer.h"
+#include "model/the_document.h"
 #include "platform/replacing_file.h"
 
 namespace corvelin {
@@ -36,15 +39,13 @@ class RangeReencode : public RangeWriter {
   [[nodiscard]] EditPosition position() const override { return position_; }
   [[nodiscard]] std::string log_of_frames() const override;
 
-  void encode(std::size_t bytes);
-  void close_decoder();
+  void encode(std::span<const std::int16_t> pcm);
 
   const ReplacingFile& target_;
-  std::vector<std::uint8_t> samples_;  // of one block; none when the decoder is closed
+  SampleReader reader_{document};
+  EncoderSession encoder_;
   EditPosition position_ = 0;
-  std::uint32_t resyncs_before_ = 0;
   bool is_stuck_ = false;  // the decoder gave up in front of the end
-  PartIndex part_before_ = 0;
   std::string log_;
 };
 

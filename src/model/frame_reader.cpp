@@ -58,10 +58,18 @@ void resync(const Document& document, FrameCursor& cursor) {
 
 }  // namespace
 
-std::array<std::uint8_t, 64000> frame_block;
-
 FrameCursor frame_cursor_at(const Document& document, EditPosition pos) {
   return {.pos = pos, .part = part_at(document, pos)};
+}
+
+FrameCursor edit_cursor(const Document& document, const Selection& selection) {
+  return {.pos = selection.cursor, .part = document.current_part, .frame = selection.current_frame};
+}
+
+void put_edit_cursor(Document& document, Selection& selection, const FrameCursor& place) {
+  selection.cursor = place.pos;
+  document.current_part = place.part;
+  selection.current_frame = place.frame;
 }
 
 FramesRead read_frames(const Document& document, std::span<std::uint8_t> block, FrameCursor& cursor,
@@ -111,18 +119,6 @@ FramesRead read_frames(const Document& document, std::span<std::uint8_t> block, 
     ++read.frames;
     if (cursor.pos >= end) break;
   }
-  return read;
-}
-
-FramesRead read_frames_at_edit_cursor(Document& document, Selection& selection,
-                                      std::span<std::uint8_t> block, EditPosition end,
-                                      std::uint32_t max_frames) {
-  FrameCursor cursor = {
-      .pos = selection.cursor, .part = document.current_part, .frame = selection.current_frame};
-  const FramesRead read = read_frames(document, block, cursor, end, max_frames);
-  selection.cursor = cursor.pos;
-  document.current_part = cursor.part;
-  selection.current_frame = cursor.frame;
   return read;
 }
 

@@ -4,7 +4,6 @@
 // verification read through it, so what is heard is what is saved.
 #pragma once
 
-#include <array>
 #include <cstdint>
 #include <span>
 
@@ -14,10 +13,8 @@
 
 namespace corvelin {
 
-/// The common input block of those who read frames and keep none; at most `frame_block_limit` bytes
-/// are read at a time.
+/// The room for the frames of one read: at most so many bytes are read at a time.
 constexpr std::size_t frame_block_limit = 62000;
-extern std::array<std::uint8_t, 64000> frame_block;
 
 /// Where a reader stands in the edited stream.
 struct FrameCursor {
@@ -29,6 +26,12 @@ struct FrameCursor {
 };
 
 FrameCursor frame_cursor_at(const Document& document, EditPosition pos);
+
+/// At the user's cursor, in the part that was chosen.
+FrameCursor edit_cursor(const Document& document, const Selection& selection);
+
+/// Moves the user's cursor there, and with it `current_part` and the frame shown.
+void put_edit_cursor(Document& document, Selection& selection, const FrameCursor& place);
 
 /// What one call of `read_frames` came to.
 struct FramesRead {
@@ -48,11 +51,5 @@ constexpr std::uint32_t any_frame_count = 0xFFFFFFFF;  // no limit but that of t
 /// frame, or at the end of the stream when there is none in reach.
 FramesRead read_frames(const Document& document, std::span<std::uint8_t> block, FrameCursor& cursor,
                        EditPosition end, std::uint32_t max_frames = any_frame_count);
-
-/// The same from the edit cursor on, which it moves, with `current_part` and the frame shown: what
-/// playback does.
-FramesRead read_frames_at_edit_cursor(Document& document, Selection& selection,
-                                      std::span<std::uint8_t> block, EditPosition end,
-                                      std::uint32_t max_frames);
 
 }  // namespace corvelin

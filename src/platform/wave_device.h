@@ -12,6 +12,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -32,9 +33,9 @@ struct WaveHeader {
 
 /// What a device tells its user, who may close it or open it again in there.
 struct WaveEvents {
-  void (*buffer_done)(WaveHeader& header) = nullptr;
+  std::function<void(WaveHeader& header)> buffer_done;
   /// The device is gone or does not move any more. What it still has does not come back.
-  void (*lost)() = nullptr;
+  std::function<void()> lost;
 };
 
 enum class WaveDirection : std::uint8_t { output, input };

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "model/document.h"
 #include "model/the_document.h"
 #include "platform/program.h"
@@ -60,13 +61,13 @@ void view_redraw(EditorView& view, Canvas& canvas) {
   const ViewLayout& layout = view.layout;
   canvas.fill({0, 0, layout.width, layout.height}, settings.rgb_background);
   view.handles.clear();
-  if (playback.is_recording_armed) {
+  if (recorder.is_armed) {
     draw_record_panel(layout, canvas);
     return draw_meter(layout, canvas);
   }
   if (document.parts.empty()) return draw_start_screen(layout, canvas);
 
-  sample_frames(view.samples, document, selection, play_position(), layout.view_frames,
+  sample_frames(view.samples, document, selection, play_position(playback), layout.view_frames,
                 layout.fold);
   draw_graph(view, canvas);
   draw_big_timer(layout, canvas);

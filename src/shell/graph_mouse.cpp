@@ -6,6 +6,7 @@
 #include <cstddef>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "document/open_state.h"
 #include "edit/level_point.h"
 #include "edit/undo.h"
@@ -86,7 +87,7 @@ bool graph_mouse(GraphMouse& mouse, const EditorView& view, MouseButtons buttons
   if (mouse.overview_drag) {
     const std::uint64_t pos = std::uint64_t{document.total_size} * static_cast<unsigned>(x) /
                               static_cast<unsigned>(std::max(layout.width, 1));
-    seek_to(from_time_scale(document, static_cast<std::uint32_t>(pos)));
+    seek_to(playback, from_time_scale(document, static_cast<std::uint32_t>(pos)));
     return true;
   }
   const EditPosition pos = frame_under(view, x);
@@ -97,7 +98,7 @@ bool graph_mouse(GraphMouse& mouse, const EditorView& view, MouseButtons buttons
   }
   if (!playback.is_playing) document.current_part = part_at(document, pos);
   if (buttons.ctrl) {
-    seek_to(pos);
+    seek_to(playback, pos);
     return true;
   }
   if (is_press && mouse.on_handle) return take_handle(mouse, pos, buttons.left);

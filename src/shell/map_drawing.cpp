@@ -6,6 +6,7 @@
 #include <string>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "model/selection.h"
 #include "model/the_document.h"
 #include "model/time_mapping.h"
@@ -55,7 +56,7 @@ void draw_map(const EditorView& view, Canvas& canvas) {
     const int end = std::min(column_of(selection.sel_end, width) + 1, width);
     canvas.fill({begin, top + 1, end, bottom - 1}, settings.rgb_selection, Pattern::hatch);
   }
-  const int cursor = column_of(play_position(), width);
+  const int cursor = column_of(play_position(playback), width);
   canvas.fill({cursor - 1, top, cursor + 1, bottom}, settings.rgb_cursor);
 
   const int first = column_of(view.samples.view_first_pos, width);

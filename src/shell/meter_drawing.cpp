@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "audio/level_meter.h"
-#include "audio/playback.h"
 #include "audio/recorder.h"
+#include "audio/the_player.h"
 #include "model/stream_info.h"
 #include "model/the_document.h"
 #include "settings/settings.h"
@@ -71,7 +71,7 @@ void draw_scale(const ViewLayout& layout, int left, int right, Canvas& canvas) {
 }  // namespace
 
 bool has_mono_meter() {
-  return playback.is_recording_armed ? recorder.channels == 1 : document.kind.channel_mode == mono;
+  return recorder.is_armed ? recorder.channels == 1 : document.kind.channel_mode == mono;
 }
 
 void draw_meter(const ViewLayout& layout, Canvas& canvas) {
@@ -88,12 +88,11 @@ void draw_meter(const ViewLayout& layout, Canvas& canvas) {
     const int hold = row_of(layout, level_meter.meter_hold[slot]);
     canvas.fill({x, level, x + layout.meter_bar_w, bottom + 1}, settings.rgb_vumeter);
     // Clipping is shown while something can be done about it.
-    const bool is_clipping =
-        playback.is_recording_armed && level_meter.meter_hold[slot] == highest_meter;
+    const bool is_clipping = recorder.is_armed && level_meter.meter_hold[slot] == highest_meter;
     canvas.fill({x, hold, x + layout.meter_bar_w, hold + 2},
                 is_clipping ? settings.rgb_cursor : settings.rgb_vumeter);
   }
-  if (playback.is_recording_armed && recorder.rec_level_on) {
+  if (recorder.is_armed && recorder.rec_level_on) {
     const int threshold =
         row_of(layout, meter_curve(static_cast<std::uint8_t>(settings.rec_threshold & 0xFF)));
     canvas.fill({left, threshold, right, threshold + 2}, settings.rgb_cursor);

@@ -4,6 +4,7 @@
 
 #include "audio/playback.h"
 #include "audio/recorder.h"
+#include "audio/the_player.h"
 #include "shell/window_layout.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
@@ -39,7 +40,7 @@ bool is_on() { return playback.is_playing || playback.is_requested; }
 }  // namespace
 
 bool is_button_pressed(CommandId id) {
-  if (id == command::initialize_recording) return playback.is_recording_armed;
+  if (id == command::initialize_recording) return recorder.is_armed;
   if (id == command::play && recorder.rec_writing) return true;
   if (!is_on()) return false;
   const bool is_pair = playback.prelisten_mode == loop_selection && has_text_buttons(panel_form());

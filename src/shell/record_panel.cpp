@@ -9,6 +9,7 @@
 
 #include "audio/encoder_settings.h"
 #include "audio/recorder.h"
+#include "audio/the_player.h"
 #include "model/time_mapping.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
@@ -26,7 +27,7 @@ std::string recorder_time(std::int64_t length) {
 // A file that is gone on with says nothing of its time at a variable bit rate: the time is that of
 // this take alone.
 std::string recorded_time() {
-  const std::string time = recorder_time(static_cast<std::int64_t>(recorded_length()));
+  const std::string time = recorder_time(static_cast<std::int64_t>(recorded_length(recorder)));
   return recorder.rec_by_pcm && settings.rec_appenddata != 0 ? "(" + time + ")" : time;
 }
 

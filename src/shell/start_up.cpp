@@ -7,6 +7,7 @@
 #include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "audio/recorder.h"
+#include "audio/the_player.h"
 #include "document/close_all.h"
 #include "edit/auto_crop.h"
 #include "edit/document_commands.h"
@@ -32,11 +33,12 @@ namespace {
 
 void fall_silent() {
   stop_playing();
-  device_keepalive(false);
+  device_keepalive(playback, false);
 }
 
 void reset_audio() {
-  playback = {};
+  std::destroy_at(&playback);
+  std::construct_at(&playback, document, selection, level_meter);
   level_meter = {};
 }
 
@@ -83,7 +85,7 @@ bool open_file(const std::string& path) { return open_in_place(path); }
 
 void shut_down() {
   if (settings.high_pri != 0) set_high_priority(false);
-  record_stop();  // what was recorded is in its file, whole
+  record_stop(recorder, level_meter);  // what was recorded is in its file, whole
   close_all();
   ui_text_free();
 }

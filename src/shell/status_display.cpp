@@ -12,6 +12,7 @@
 #include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "audio/recorder.h"
+#include "audio/the_player.h"
 #include "document/open_state.h"
 #include "model/document.h"
 #include "model/selection.h"
@@ -110,7 +111,7 @@ std::string info_text() {
                               settings.save_id3v1 != 0),
                      tag_text(document.stream.id3v2_size >= smallest_id3v2, ui_text(row::keep_tag),
                               settings.keep_id3v2 != 0),
-                     ui_text(row::play_decoder), decoder_name(chosen_decoder()));
+                     ui_text(row::play_decoder), decoder_name(chosen_decoder(document)));
 }
 
 std::string position_text(std::uint32_t scaled) {
@@ -142,7 +143,7 @@ std::string_view trimmed(std::string_view text) {
 
 Refresh effective_level(Refresh level) {
   if (document.total_size != 0 || level <= Refresh::no_document) return level;
-  return playback.is_recording_armed ? Refresh::recording_state : Refresh::no_document;
+  return recorder.is_armed ? Refresh::recording_state : Refresh::no_document;
 }
 
 void clear(StatusDisplay& status) {
@@ -153,7 +154,7 @@ void clear(StatusDisplay& status) {
 }
 
 void show_position(StatusDisplay& status) {
-  const std::uint32_t scaled = to_time_scale(document, play_position());
+  const std::uint32_t scaled = to_time_scale(document, play_position(playback));
   status.position_field = position_text(scaled);
   status.scroll_position =
       static_cast<int>(std::uint64_t{scaled} * scroll_end / document.total_size);
@@ -161,7 +162,7 @@ void show_position(StatusDisplay& status) {
 }
 
 void show_recording(StatusDisplay& status) {
-  if (!playback.is_recording_armed) {
+  if (!recorder.is_armed) {
     status.position_field = status.info_bar = blank;
     return;
   }
@@ -191,9 +192,9 @@ Refresh refresh_status(StatusDisplay& status, Refresh level) {
 }
 
 std::string view_in_words() {
-  if (playback.is_recording_armed) return recording_in_words();
+  if (recorder.is_armed) return recording_in_words();
   if (document.parts.empty()) return {};
-  std::string words(trimmed(position_text(to_time_scale(document, play_position()))));
+  std::string words(trimmed(position_text(to_time_scale(document, play_position(playback)))));
   words.append("; ").append(trimmed(part_text()));
   if (has_selection(selection)) words.append("; ").append(trimmed(selection_text()));
   return words;

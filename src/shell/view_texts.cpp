@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "model/the_document.h"
@@ -49,7 +50,7 @@ bool is_beyond_hint(EditPosition cursor) {
 
 std::string timer_text() {
   const Part& part = document.parts[document.current_part];
-  std::uint32_t time = to_time_scale(document, play_position());
+  std::uint32_t time = to_time_scale(document, play_position(playback));
   std::string text;
   if (settings.big_relative != 0) {
     text = fmt::format("{:02} > ", document.current_part + 1);

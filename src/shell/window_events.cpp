@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "document/open_state.h"
 #include "edit/commands.h"
 #include "edit/document_commands.h"
@@ -39,7 +40,7 @@ void open_dropped(std::span<const std::string> names) {
     if (joined.count == 0) return Result::refused;
     open_state.document_modified = names.size() > 1 && joined.count > 1;
     clear_selection(selection);
-    seek_to(0);
+    seek_to(playback, 0);
     return Result::done;
   });
 }
@@ -64,8 +65,8 @@ void drop_files(std::span<const std::string> names, bool in_graph) {
 void scroll_to(int position) {
   if (document.total_size == 0) return;
   const auto share = static_cast<std::uint64_t>(std::clamp(position, 0, scroll_end));
-  seek_to(from_time_scale(document,
-                          static_cast<std::uint32_t>(document.total_size * share / scroll_end)));
+  seek_to(playback, from_time_scale(document, static_cast<std::uint32_t>(document.total_size *
+                                                                         share / scroll_end)));
   if (!playback.is_playing) host().refresh_view(Refresh::places);
 }
 

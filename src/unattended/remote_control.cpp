@@ -13,6 +13,7 @@
 
 #include "audio/playback.h"
 #include "audio/recorder.h"
+#include "audio/the_player.h"
 #include "document/open_state.h"
 #include "edit/record_commands.h"
 #include "edit/transport.h"
@@ -60,8 +61,8 @@ void write_state(const std::string& path, std::string_view state) {
 }
 
 std::string recording_state() {
-  const auto length = static_cast<std::uint32_t>(
-      std::min<std::uint64_t>(recorded_length(), std::numeric_limits<std::uint32_t>::max()));
+  const auto length = static_cast<std::uint32_t>(std::min<std::uint64_t>(
+      recorded_length(recorder), std::numeric_limits<std::uint32_t>::max()));
   return fmt::format("Recording{}\n\nFile: {}\nLength: {}",
                      recorder.rec_level_on ? " (level activated)" : "", recorder.rec_file_name,
                      format_time(length, recorder.rec_rate));
@@ -69,10 +70,10 @@ std::string recording_state() {
 
 std::string state_text() {
   if (recorder.rec_writing) return recording_state();
-  if (playback.is_recording_armed) return "Recording prepared";
+  if (recorder.is_armed) return "Recording prepared";
   if (!playback.is_playing) return "Idle";
   return fmt::format("Playing\n\nFile (1st): {}\nPosition: {}", open_state.audio_name,
-                     shown_time(document, play_position()));
+                     shown_time(document, play_position(playback)));
 }
 
 std::string said_in(const std::vector<MessageBox>& boxes) {
@@ -91,7 +92,7 @@ bool keep_edits() {
 
 void start_to_record(bool by_level) {
   if (playback.is_playing || playback.is_requested || recorder.rec_writing) return;
-  if (playback.is_recording_armed) {
+  if (recorder.is_armed) {
     recorder.rec_level_on = recorder.rec_level_on || by_level;
   } else if (!keep_edits() || !(by_level ? level_activated_recording() : initialize_recording())) {
     return;
@@ -100,7 +101,7 @@ void start_to_record(bool by_level) {
 }
 
 void save(const std::string& path) {
-  if (playback.is_recording_armed || document.parts.empty()) return;
+  if (recorder.is_armed || document.parts.empty()) return;
   const std::string& audio = open_state.audio_name;
   const std::string name = (audio.empty() ? path : audio) + ".cvp";
   if (const std::error_code error = write_project(name))

@@ -45,19 +45,21 @@ class Encoder : public CoreTest, public ::testing::WithParamInterface<EncoderCas
   // Encodes ten seconds in blocks of an odd length, and returns the file.
   std::string encode(unsigned channels) {
     const std::vector<std::int16_t> samples = tone(10 * second, channels);
-    EXPECT_TRUE(open_encoder(EncoderUse::record, static_cast<std::uint16_t>(channels), second));
+    EncoderSession session;
+    EXPECT_TRUE(
+        open_encoder(session, EncoderUse::record, static_cast<std::uint16_t>(channels), second));
     Bytes bytes;
     std::vector<std::uint8_t> room(encoder_room(10000));
     for (std::size_t at = 0; at < samples.size(); at += 9998) {
       const std::size_t count = std::min<std::size_t>(9998, samples.size() - at);
-      const auto got = encode_block(std::span(samples).subspan(at, count), room);
+      const auto got = encode_block(session, std::span(samples).subspan(at, count), room);
       bytes.insert(bytes.end(), room.begin(),
                    room.begin() + static_cast<std::ptrdiff_t>(got.value_or(0)));
     }
-    const std::size_t rest = encode_rest(room);
+    const std::size_t rest = encode_rest(session, room);
     bytes.insert(bytes.end(), room.begin(), room.begin() + static_cast<std::ptrdiff_t>(rest));
     const std::string path = folder.file("encoded.mp3", bytes);
-    EXPECT_FALSE(close_encoder(path));
+    EXPECT_FALSE(close_encoder(session, path));
     return path;
   }
 };
@@ -90,13 +92,14 @@ INSTANTIATE_TEST_SUITE_P(
 TEST_F(Encoder, TellsWhatToInstallWhereTheLibraryIsMissing) {
   library_folder = folder.path("none");
   settings.enc_type = 2;
-  EXPECT_FALSE(open_encoder(EncoderUse::record, 2, second));
+  EncoderSession session;
+  EXPECT_FALSE(open_encoder(session, EncoderUse::record, 2, second));
   const std::string box = take_box();
   EXPECT_TRUE(box.starts_with("Could not load Lame_enc.dll: Lame MP3 encoder")) << box;
   EXPECT_NE(box.find("libmp3lame0"), std::string::npos);
   EXPECT_EQ(encoder_probe_lame().text, "Lame_enc.dll not found");
   EXPECT_EQ(settings.enc_type, 0);
-  EXPECT_FALSE(open_encoder(EncoderUse::reencode, 2, second));
+  EXPECT_FALSE(open_encoder(session, EncoderUse::reencode, 2, second));
   EXPECT_TRUE(take_box().starts_with("Please note: "));
 }
 

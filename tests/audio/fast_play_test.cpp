@@ -32,13 +32,10 @@ const Row table[] = {
 };
 
 TEST(FastPlay, ShortensAsTheIndependentProgramDoes) {
-  document.kind = {.sample_rate = 44100, .channel_mode = 1};
-  std::vector<std::int16_t> silence(5000);
-  fast_play_compress(silence, 4);  // nothing is left of earlier sound
-
+  FastPlay play;
   std::uint32_t state = 1;
   for (const Row& row : table) {
-    document.kind = {.sample_rate = row.sample_rate, .channel_mode = row.channel_mode};
+    const StreamKind kind = {.sample_rate = row.sample_rate, .channel_mode = row.channel_mode};
     std::vector<std::size_t> sizes;
     std::uint64_t hash = 0xCBF29CE484222325;
     const std::size_t whole = row.channel_mode == 4 ? 6912 : 13824;
@@ -48,7 +45,7 @@ TEST(FastPlay, ShortensAsTheIndependentProgramDoes) {
         state = state * 1664525 + 1013904223;
         sample = static_cast<std::int16_t>(state >> 16);
       }
-      sizes.push_back(fast_play_compress(samples, row.level));
+      sizes.push_back(play.compress(samples, kind, row.level));
       samples.resize(sizes.back());
       for (const std::int16_t sample : samples) {
         hash = (hash ^ static_cast<std::uint8_t>(sample)) * 0x100000001B3;

@@ -2,7 +2,6 @@
 // The level meter over buffers of one level.
 #include "audio/level_meter.h"
 
-#include "audio/playback.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 
@@ -11,12 +10,7 @@ namespace {
 
 class Meter : public CoreTest {
  protected:
-  Meter() {
-    level_meter = {};
-    settings.buffer_frm = 2;
-    playback.is_playing = true;
-  }
-  ~Meter() override { playback = {}; }
+  Meter() { settings.buffer_frm = 2; }
 
   // Samples of these high bytes on the left and the right.
   static Bytes buffer(int left, int right, std::size_t size = 4000) {
@@ -28,15 +22,18 @@ class Meter : public CoreTest {
     return pcm;
   }
 
-  static void feed(int left, int right, int count = 1) {
-    for (; count > 0; --count) level_meter_feed(buffer(left, right), 2);
+  void feed(int left, int right, int count = 1) {
+    for (; count > 0; --count) level_meter_feed(level_meter, buffer(left, right), 2, use);
   }
+
+  LevelMeter level_meter;
+  MeterUse use = MeterUse::playing;
 };
 
 TEST_F(Meter, MeasuresBuffersThatTellSomething) {
-  level_meter_feed(buffer(60, 60, 1099), 2);
+  level_meter_feed(level_meter, buffer(60, 60, 1099), 2, use);
   EXPECT_EQ(level_meter.meter_overall, 0);
-  level_meter_feed(buffer(60, -70, 1100), 2);
+  level_meter_feed(level_meter, buffer(60, -70, 1100), 2, use);
   EXPECT_EQ(level_meter.meter_overall, 70);
   EXPECT_EQ(level_meter.meter_level[0], 91);  // 144 x (1 - 1/e)
   EXPECT_EQ(level_meter.meter_level[1], 99);
@@ -47,13 +44,13 @@ TEST_F(Meter, MeasuresBuffersThatTellSomething) {
   Bytes pcm = buffer(0, 0);
   pcm[pcm.size() - 101] = 100;
   pcm[3] = 50;
-  level_meter_feed(pcm, 1);
+  level_meter_feed(level_meter, pcm, 1, use);
   EXPECT_EQ(level_meter.meter_overall, 50);
   EXPECT_EQ(level_meter.meter_level[0], 0);
 
   feed(90, 20);
-  margin_reset();
-  level_meter_clear();
+  margin_reset(level_meter);
+  level_meter_clear(level_meter);
   EXPECT_EQ(level_meter.meter_hold[0] + level_meter.meter_level[0], 0);
   EXPECT_EQ(level_meter.meter_margin[0], 1);
 }
@@ -84,7 +81,7 @@ TEST_F(Meter, HoldsAPeakAndTheMarkOfClipping) {
 }
 
 TEST_F(Meter, BeepsOnceForClippingOfARecording) {
-  playback = {.is_recording_armed = true};
+  use = MeterUse::recording;
   settings.peakbeep = 1;
   feed(127, 127, 20);
   EXPECT_EQ(host.beeps, 1);
@@ -97,7 +94,7 @@ TEST_F(Meter, BeepsOnceForClippingOfARecording) {
   feed(0, 0, 4);
   feed(127, 0);
   EXPECT_EQ(host.beeps, 3);
-  playback = {.is_playing = true};
+  use = MeterUse::playing;
   feed(0, 0, 80);
   feed(127, 127);
   EXPECT_EQ(host.beeps, 3);

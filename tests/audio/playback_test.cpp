@@ -11,9 +11,9 @@
 #include <functional>
 
 #include "audio/decoder_bridge.h"
-#include "audio/fill_step.h"
 #include "audio/level_meter.h"
-#include "audio/peak_seek.h"
+#include "audio/sample_reader.h"
+#include "audio/the_player.h"
 #include "edit/commands.h"
 #include "edit/transport.h"
 #include "edit/undo.h"
@@ -39,28 +39,23 @@ class PlaybackTest : public CoreTest {
   void open_sample(const std::string& name) {
     ASSERT_TRUE(open(std::string(CORVELIN_SAMPLES "/") + name));
     begins = {0};
+    Bytes block(frame_block_limit);
     FrameCursor cursor;
-    while (read_frames(document, frame_block, cursor, document.total_size, 1).frames == 1)
+    while (read_frames(document, block, cursor, document.total_size, 1).frames == 1)
       begins.push_back(cursor.pos);
     ASSERT_EQ(begins.back(), document.total_size);
   }
 
   // The samples of the whole edited stream.
   static Bytes decode_all() {
-    const EditPosition before = selection.cursor;
-    selection.cursor = 0;
-    document.current_part = 0;
-    EXPECT_TRUE(peak_seek_open(10));
-    playback.end_limit = document.total_size;
+    SampleReader reader(document);
+    EXPECT_TRUE(reader.open({}, document.total_size, 10));
     Bytes all;
-    Bytes block(decoder_session.pcm_buffer_bytes);
-    while (selection.cursor < document.total_size) {
-      const std::size_t got = fill_from_stream(block, 10, nullptr);
-      all.insert(all.end(), block.begin(), block.begin() + static_cast<std::ptrdiff_t>(got));
+    while (reader.pos() < document.total_size) {
+      const std::span<const std::int16_t> samples = reader.read(10);
+      const auto* const bytes = reinterpret_cast<const std::uint8_t*>(samples.data());
+      all.insert(all.end(), bytes, bytes + samples.size_bytes());
     }
-    peak_seek_close();
-    selection.cursor = before;
-    document.current_part = part_at(document, before);
     return all;
   }
 
@@ -134,7 +129,7 @@ TEST_F(PlaybackTest, PlaysTheEditedStreamToItsEnd) {
   EXPECT_EQ(playback.ended_by, PlayEnd::ran_out);
   EXPECT_EQ(selection.cursor, document.total_size);
   EXPECT_FALSE(is_button_pressed(134));
-  EXPECT_EQ(playback_underruns(), 0U);
+  EXPECT_EQ(playback_underruns(playback), 0U);
   EXPECT_GT(level_meter.meter_margin[0], 50);
   EXPECT_EQ(level_meter.meter_level[0], 0);
   EXPECT_TRUE(device.opened.empty());
@@ -174,7 +169,7 @@ TEST_F(PlaybackTest, PrelistensTheStretchesOfTheSelection) {
     SCOPED_TRACE(row.mode * 1000 + static_cast<int>(row.begin));
     selection.sel_beg = begins[row.begin];
     selection.sel_end = begins[row.end];
-    seek_to(begins[7]);
+    seek_to(playback, begins[7]);
     ASSERT_EQ(request_prelisten(row.mode), Result::done);
     ASSERT_TRUE(playback.is_playing);
     device.played.clear();
@@ -202,7 +197,7 @@ TEST_F(PlaybackTest, AStopLeavesTheCursorWhereTheListenerIs) {
   request_prelisten(prelisten_from_begin);
   play_for(20 * frame_bytes);
   EXPECT_TRUE(is_button_pressed(127));
-  const EditPosition heard = play_position();
+  const EditPosition heard = play_position(playback);
   EXPECT_GE(frame_from(heard), 117U);
   EXPECT_LE(frame_from(heard), 120U);
   EXPECT_GT(selection.cursor, heard);  // what was read runs ahead
@@ -211,7 +206,7 @@ TEST_F(PlaybackTest, AStopLeavesTheCursorWhereTheListenerIs) {
   EXPECT_EQ(playback.ended_by, PlayEnd::stopped);
   EXPECT_FALSE(is_button_pressed(127));
 
-  seek_to(begins[40]);
+  seek_to(playback, begins[40]);
   play_or_stop();
   EXPECT_TRUE(has_fast_labels());
   play_for(8 * frame_bytes);
@@ -252,7 +247,7 @@ TEST_F(PlaybackTest, LoopsOverTheSelectionAndFollowsIt) {
   selection.sel_beg = begins[20];  // an earlier place altogether
   selection.sel_end = begins[25];
   expect_within(20, 25);
-  EXPECT_EQ(playback_underruns(), 0U);
+  EXPECT_EQ(playback_underruns(playback), 0U);
   clear_selection(selection);
   play_to_end();
   EXPECT_EQ(playback.ended_by, PlayEnd::ran_out);
@@ -262,8 +257,8 @@ TEST_F(PlaybackTest, GoesOnFromASeek) {
   const Bytes all = decode_all();
   play();
   play_for(10 * frame_bytes);
-  seek_to(begins[500]);
-  EXPECT_EQ(play_position(), begins[500]);
+  seek_to(playback, begins[500]);
+  EXPECT_EQ(play_position(playback), begins[500]);
   deliver();
   device.played.clear();
   play_for(10 * frame_bytes);
@@ -272,16 +267,16 @@ TEST_F(PlaybackTest, GoesOnFromASeek) {
   Bytes behind(device.played.begin(),
                device.played.begin() + static_cast<std::ptrdiff_t>(expected.size()));
   EXPECT_TRUE(sounds_like(behind, expected));
-  EXPECT_GE(frame_from(play_position()), 506U);
+  EXPECT_GE(frame_from(play_position(playback)), 506U);
   // In the last buffers, when the end is on its way already.
-  seek_to(begins[begins.size() - 3]);
+  seek_to(playback, begins[begins.size() - 3]);
   play_for(frame_bytes);
-  seek_to(begins[100]);
+  seek_to(playback, begins[100]);
   device.played.clear();
   play_for(10 * frame_bytes);
   EXPECT_TRUE(playback.is_playing);
-  EXPECT_GE(frame_from(play_position()), 106U);
-  seek_to(document.total_size);
+  EXPECT_GE(frame_from(play_position(playback)), 106U);
+  seek_to(playback, document.total_size);
   play_to_end();
   EXPECT_EQ(selection.cursor, document.total_size);
 }
@@ -291,7 +286,7 @@ TEST_F(PlaybackTest, HearsEditsWithTheNextBuffer) {
   const Bytes cut = decode_all();
   ASSERT_NE(restore_border(document, selection, 1, begins[40]), no_part);
   clear_selection(selection);
-  seek_to(0);
+  seek_to(playback, 0);
   play();
   play_for(16 * frame_bytes);
   delete_range(document, begins[40], begins[1000]);
@@ -303,14 +298,14 @@ TEST_F(PlaybackTest, HearsEditsWithTheNextBuffer) {
 
 TEST_F(PlaybackTest, ADeviceThatIsGoneEndsThePlayWithAMessage) {
   device.refusal = "busy";
-  seek_to(begins[30]);
+  seek_to(playback, begins[30]);
   play();
   EXPECT_FALSE(playback.is_playing);
   ASSERT_FALSE(host.boxes.empty());
   EXPECT_EQ(host.boxes.back().cause, "busy");
   EXPECT_EQ(take_box(), "Error: Could not open wave/audio device");
   EXPECT_EQ(selection.cursor, begins[30]);
-  EXPECT_EQ(decoder_session.decoder_ready, false);
+  EXPECT_EQ(playback.decoder.decoder_ready, false);
   selection.sel_beg = begins[100];
   selection.sel_end = begins[300];
   request_prelisten(prelisten_to_end);
@@ -319,7 +314,7 @@ TEST_F(PlaybackTest, ADeviceThatIsGoneEndsThePlayWithAMessage) {
   device.refusal.clear();
   play();
   play_for(20 * frame_bytes);
-  const EditPosition heard = play_position();
+  const EditPosition heard = play_position(playback);
   device.is_lost = true;
   host.boxes.clear();
   pass();
@@ -336,7 +331,7 @@ TEST_F(PlaybackTest, TellsOfASourceThatHasBecomeShorter) {
   const std::string name = folder.path("a.mp3");
   std::filesystem::copy_file(std::string(CORVELIN_SAMPLES "/") + "cbr128.mp3", name);
   ASSERT_TRUE(open(name));
-  seek_to(begins[200]);
+  seek_to(playback, begins[200]);
   std::filesystem::resize_file(name, begins[300]);
   play();
   play_to_end();
@@ -390,7 +385,7 @@ TEST_F(PlaybackTest, PlaysEachKindOfStream) {
     play();
     EXPECT_EQ(device.format, row.format);
     EXPECT_TRUE(sounds_like(play_to_end(), all));
-    EXPECT_EQ(playback_underruns(), 0U);
+    EXPECT_EQ(playback_underruns(playback), 0U);
   }
 }
 
@@ -398,9 +393,9 @@ TEST_F(PlaybackTest, PlaysFasterFromTheNextFillOn) {
   play();
   const auto played_in = [this](std::size_t bytes) {
     play_for(20 * frame_bytes);  // what was filled before
-    const EditPosition from = play_position();
+    const EditPosition from = play_position(playback);
     play_for(bytes);
-    return frame_from(play_position()) - frame_from(from);
+    return frame_from(play_position(playback)) - frame_from(from);
   };
   for (int level = 1; level <= 5; ++level) dispatch_command(129);
   EXPECT_EQ(playback.fast_play_level, fastest_play);
@@ -410,7 +405,7 @@ TEST_F(PlaybackTest, PlaysFasterFromTheNextFillOn) {
   for (int level = 1; level <= 2; ++level) dispatch_command(128);
   EXPECT_EQ(playback.fast_play_level, 0);
   EXPECT_NEAR(static_cast<double>(played_in(100 * frame_bytes)), 100, 4);
-  EXPECT_EQ(playback_underruns(), 0U);
+  EXPECT_EQ(playback_underruns(playback), 0U);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // The main window with real events, without a screen.
 #include "desktop/main_window.h"
+#include "audio/the_player.h"
 
 #include <QAbstractButton>
 #include <QAccessible>

@@ -3,6 +3,7 @@
 #include "edit/commands.h"
 #include "audio/playback.h"
 #include "audio/recorder.h"
+#include "audio/the_player.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -22,7 +23,6 @@ namespace {
 class Commands : public EditTest {
  protected:
   void SetUp() override {}
-  ~Commands() override { playback = {}; }
 };
 
 TEST_F(Commands, IdsNamesAndKeysStandOnce) {
@@ -99,7 +99,7 @@ TEST_F(Commands, NothingBeginsAndNothingClosesInsideACommand) {
 }
 
 TEST_F(Commands, ARecordingChangesWhatSomeMean) {
-  playback.is_recording_armed = true;
+  recorder.is_armed = true;
   for (const CommandId id : std::initializer_list<CommandId>{137, 1043, 1077})
     EXPECT_EQ(dispatch_command(id), DispatchResult::not_now) << id;
   EXPECT_EQ(dispatch_command(154), DispatchResult::no_document);
@@ -193,9 +193,9 @@ TEST_F(Commands, GreyAreThoseThatFindNothing) {
     return ids;
   };
   EXPECT_EQ(enabled(), "1010 1051 1100 ");
-  playback.is_recording_armed = true;
+  recorder.is_armed = true;
   EXPECT_EQ(enabled(), "134 1051 1100 ");
-  playback = {};
+  recorder.is_armed = false;
   ASSERT_TRUE(open("a.mp3", frames(50)));
   EXPECT_EQ(enabled(), "134 1010 1012 1021 1051 1100 1101 1200 ");
   dispatch_command(1024);

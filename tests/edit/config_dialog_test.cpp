@@ -2,6 +2,7 @@
 // The configuration: its table of controls against the table of settings, and what changes pull
 // along.
 #include "edit/config_dialog.h"
+#include "audio/the_player.h"
 
 #include <algorithm>
 #include <cstdlib>

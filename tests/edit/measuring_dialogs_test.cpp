@@ -2,8 +2,8 @@
 // The dialogs that measure: normalize and pause detection on real audio; and the cues by the clock.
 #include <algorithm>
 
-#include "audio/peak_seek.h"
-#include "audio/playback.h"
+#include "audio/sample_reader.h"
+#include "audio/the_player.h"
 #include "edit/auto_cue_dialog.h"
 #include "edit/commands.h"
 #include "edit/normalize_dialog.h"
@@ -33,21 +33,19 @@ class Measuring : public EditTest {
   }
 
   static int peak_of_stream() {
-    clear_selection(selection);
-    EXPECT_TRUE(peak_seek_open(10));
-    selection.cursor = 0;
+    SampleReader reader(document);
+    EXPECT_TRUE(reader.open({}, document.total_size, 10));
     int peak = 0;
-    while (selection.cursor < document.total_size) peak = std::max<int>(peak, peak_seek_read(10));
-    peak_seek_close();
+    while (reader.pos() < document.total_size) peak = std::max<int>(peak, reader.read_peak(10));
     return peak;
   }
 
   // Where the frames of the stream begin, and its end.
   static std::vector<EditPosition> places_of_frames() {
     std::vector<EditPosition> places = {0};
+    Bytes block(frame_block_limit);
     for (FrameCursor at; at.pos < document.total_size; places.push_back(at.pos)) {
-      while (at.pos == places.back())
-        read_frames(document, frame_block, at, document.total_size, 1);
+      while (at.pos == places.back()) read_frames(document, block, at, document.total_size, 1);
     }
     return places;
   }
@@ -63,7 +61,7 @@ class Normalize : public Measuring {
     ASSERT_TRUE(open(CORVELIN_SAMPLES "/crc.mp3"));
     selection.sel_beg = 0;
     selection.sel_end = document.total_size;
-    seek_to(5000);
+    seek_to(playback, 5000);
   }
 
   NormalizeDialog dialog_;
@@ -194,7 +192,7 @@ TEST_F(Pauses, GetACueInFrontOfTheirEnd) {
 
 TEST_F(Pauses, AreCutOutWhole) {
   settings.silence_cut = 1;
-  seek_to(places_of_frames()[200]);
+  seek_to(playback, places_of_frames()[200]);
   const std::string result = scanned();
   // 32 to 81 and 182 to 241, as the tones ring on for two frames.
   EXPECT_EQ(result, "Found: 2 | 0* 32* 133* | 172");

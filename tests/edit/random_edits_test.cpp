@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "edit/commands.h"
 #include "edit/navigation.h"
 #include "edit/undo.h"
@@ -127,7 +128,7 @@ class RandomEdits : public CoreTest {
   }
 
   static void arrange(Random& random) {
-    if (below(random, 2) == 0) seek_to(place(random));
+    if (below(random, 2) == 0) seek_to(playback, place(random));
     if (below(random, 3) == 0)
       document.current_part = static_cast<PartIndex>(below(random, part_count(document)));
     if (below(random, 9) == 0) document.parts[document.current_part].part_gainbeg = -5;

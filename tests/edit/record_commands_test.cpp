@@ -2,6 +2,7 @@
 // Recordings from a device that the test moves: what is in the file, under which name, and the
 // document that it becomes.
 #include "edit/record_commands.h"
+#include "audio/the_player.h"
 
 #include <fcntl.h>
 #include <fmt/format.h>
@@ -52,7 +53,7 @@ class RecordCommands : public CoreTest {
     settings.file_savepath = folder.path("take");
   }
   ~RecordCommands() override {
-    record_stop();
+    record_stop(recorder, level_meter);
     system_calls = original_system_calls;
   }
 
@@ -74,7 +75,7 @@ class RecordCommands : public CoreTest {
     pollfd due = {.fd = wave_event_descriptor(), .events = POLLIN, .revents = 0};
     do {
       deliver_wave_events();
-    } while (wave_in.is_open() && ::poll(&due, 1, 0) > 0);
+    } while (recorder.wave_in.is_open() && ::poll(&due, 1, 0) > 0);
   }
 
   static void wait_for_file() {
@@ -99,10 +100,10 @@ TEST_F(RecordCommands, RecordsAllThatWasHeardAndOpensItWithItsCues) {
   wait_for_file();
   EXPECT_GT(seconds_of("take.mp3"), 0.5);  // is safe already, whatever happens now
   hear(3);
-  EXPECT_NEAR(static_cast<double>(recorded_length()) * 8 / recorder.rec_rate, 5, 0.2);
+  EXPECT_NEAR(static_cast<double>(recorded_length(recorder)) * 8 / recorder.rec_rate, 5, 0.2);
   stop_recording();
 
-  EXPECT_FALSE(is_recording_armed());
+  EXPECT_FALSE(recorder.is_armed);
   EXPECT_EQ(open_state.audio_name, folder.path("take.mp3"));
   EXPECT_NEAR(document.total_size / 16000.0, 5.05, 0.06);  // with what the encoder adds
   ASSERT_EQ(document.parts.size(), 2u);
@@ -165,7 +166,7 @@ TEST_F(RecordCommands, EndsAtTheLimitOrGoesOnInANewFile) {
     ASSERT_TRUE(initialize_recording());
     ASSERT_TRUE(start_recording_unattended(folder.path("take")));
     hear(62);
-    EXPECT_FALSE(is_recording_armed());
+    EXPECT_FALSE(recorder.is_armed);
     EXPECT_NEAR(exact_seconds(document, document.total_size), 60, 0.2) << method;
     if (method == lame_method_abr) continue;
 
@@ -271,7 +272,7 @@ TEST_F(RecordCommands, KeepsWhatItHasWhenTheDeviceOrTheDiskFails) {
   hear(3);
   system.is_lost = true;
   deliver();
-  EXPECT_FALSE(is_recording_armed());
+  EXPECT_FALSE(recorder.is_armed);
   EXPECT_NEAR(document.total_size / 16000.0, 3, 0.2);
   EXPECT_NE(take_box().find("device is gone"), std::string::npos);
 
@@ -283,7 +284,7 @@ TEST_F(RecordCommands, KeepsWhatItHasWhenTheDeviceOrTheDiskFails) {
   hear(2);
   wait_for_file();
   hear(0.2);
-  EXPECT_FALSE(is_recording_armed());
+  EXPECT_FALSE(recorder.is_armed);
   EXPECT_NE(take_box().find("No such file"), std::string::npos);
 
   settings.rec_time = 1;
@@ -315,7 +316,7 @@ TEST_F(RecordCommands, KeepsWhatItHasWhenTheDeviceOrTheDiskFails) {
   settings.file_savepath = folder.path("none") + "/take";
   ASSERT_TRUE(initialize_recording());
   EXPECT_FALSE(start_recording());
-  EXPECT_FALSE(is_recording_armed());
+  EXPECT_FALSE(recorder.is_armed);
   EXPECT_NE(take_box().find("Could not create/write to file."), std::string::npos);
 
   system.refusal = "no such device";

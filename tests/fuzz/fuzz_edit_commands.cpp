@@ -7,6 +7,7 @@
 #include <string>
 
 #include "audio/playback.h"
+#include "audio/the_player.h"
 #include "document/close_all.h"
 #include "document/open_audio_file.h"
 #include "edit/commands.h"
@@ -62,8 +63,8 @@ PartIndex part_of(std::uint8_t byte) { return static_cast<PartIndex>(byte % part
 using Arrangement = void (*)(std::uint8_t argument);
 
 constexpr Arrangement arrangements[] = {
-    [](std::uint8_t byte) { seek_to(place(byte)); },
-    [](std::uint8_t byte) { seek_to(document.parts[part_of(byte)].part_beg); },
+    [](std::uint8_t byte) { seek_to(playback, place(byte)); },
+    [](std::uint8_t byte) { seek_to(playback, document.parts[part_of(byte)].part_beg); },
     [](std::uint8_t byte) { document.current_part = part_of(byte); },
     [](std::uint8_t byte) { set_sel_begin(document, selection, place(byte)); },
     [](std::uint8_t byte) { set_sel_end(document, selection, place(byte)); },

@@ -15,11 +15,11 @@ class FrameReader : public CoreTest {
   // Reads the whole stream in calls of at most `limit` bytes.
   Bytes read_all(std::size_t limit = frame_block_limit) {
     Bytes all;
+    Bytes block(limit);
     FrameCursor cursor = frame_cursor_at(document, 0);
     frame_count = 0;
     resync_count = 0;
     for (int calls = 0; cursor.pos < document.total_size && calls < 10000; ++calls) {
-      const std::span<std::uint8_t> block = std::span(frame_block).first(limit);
       const FramesRead read = read_frames(document, block, cursor, document.total_size);
       all.insert(all.end(), block.begin(), block.begin() + static_cast<long>(read.size));
       frame_count += read.frames;
@@ -84,13 +84,14 @@ TEST_F(FrameReader, DoesNotCountAFewBytesAtTheEnd) {
 TEST_F(FrameReader, StopsAtTheEndAskedFor) {
   ASSERT_TRUE(open("a.mp3", frames(20)));
   const FrameInfo shown = selection.current_frame;
+  Bytes block(frame_block_limit);
   FrameCursor cursor = frame_cursor_at(document, 2 * length);
-  EXPECT_EQ(read_frames(document, frame_block, cursor, 5 * length, 2).size, 2 * length);
-  EXPECT_EQ(read_frames(document, frame_block, cursor, 5 * length, 2).frames, 1U);
+  EXPECT_EQ(read_frames(document, block, cursor, 5 * length, 2).size, 2 * length);
+  EXPECT_EQ(read_frames(document, block, cursor, 5 * length, 2).frames, 1U);
   EXPECT_EQ(cursor.pos, 5 * length);
   EXPECT_EQ(selection.current_frame, shown);
   cursor.pos = document.total_size + 1;
-  EXPECT_EQ(read_frames(document, frame_block, cursor, document.total_size).size, 0U);
+  EXPECT_EQ(read_frames(document, block, cursor, document.total_size).size, 0U);
 }
 
 TEST_F(FrameReader, AppliesLevelsAndHeaderBitsWithTheirCrc) {

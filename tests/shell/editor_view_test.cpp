@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // What the view draws, in rows written by hand.
 #include "shell/editor_view.h"
+#include "audio/the_player.h"
 
 #include "audio/level_meter.h"
 #include "audio/playback.h"
@@ -224,7 +225,7 @@ TEST_F(EditorViewTest, NamesStandOverTheGraphAndHintsUntilTheyWereSeen) {
   EXPECT_EQ(draw(8).written("selection"), "10,6'[cue] Next'25");
   playback.fast_play_level = 3;
   EXPECT_EQ(draw(8).written("cursor"), "10,6'Fast Play (3)'25");
-  playback = {};
+  playback.fast_play_level = 0;
 
   clear_selection(selection);
   document.stream.is_aac = 1;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // Gestures on the view.
 #include "shell/graph_mouse.h"
+#include "audio/the_player.h"
 
 #include "audio/playback.h"
 #include "model/the_document.h"
@@ -117,7 +118,7 @@ TEST_F(GraphMouseTest, WhatHasNoLevelAndWhatPlaysIsLeftAlone) {
   playback.is_playing = true;
   playback.played_pos = selection.cursor;
   gesture("l12,90 -");
-  playback = {};
+  playback.is_playing = false;
   EXPECT_EQ(state(), "0-8* 8-20* =12-12 @10 ^");  // the current part is the one that is heard
 
   gesture("l10,60");

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // What is shown of a recording.
 #include "shell/record_panel.h"
+#include "audio/the_player.h"
 
 #include "audio/level_meter.h"
 #include "audio/playback.h"
@@ -16,10 +17,9 @@ namespace {
 // The records as a recorder leaves them; no device is needed to show them.
 class RecordPanelTest : public CoreTest {
  protected:
-  RecordPanelTest() { playback.is_recording_armed = true; }
+  RecordPanelTest() { recorder.is_armed = true; }
   ~RecordPanelTest() override {
-    playback = {};
-    recorder = {};
+    static_cast<Recording&>(recorder) = {};
     level_meter = {};
   }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // The texts beside the view and on the buttons.
 #include "shell/status_display.h"
+#include "audio/the_player.h"
 
 #include "audio/level_meter.h"
 #include "audio/playback.h"
@@ -105,9 +106,9 @@ TEST_F(StatusDisplayTest, LevelsSayHowMuchIsBroughtUpToDate) {
   EXPECT_EQ(status.title + status.position_field + status.range_field + status.info_bar,
             "Corvelin   ");
   EXPECT_FALSE(status.has_scroll_bar);
-  playback.is_recording_armed = true;
+  recorder.is_armed = true;
   EXPECT_EQ(refresh_status(status, Refresh::playing), Refresh::recording_state);
-  playback = {};
+  recorder.is_armed = false;
 }
 
 TEST_F(StatusDisplayTest, WordsTellWhatIsSeen) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // What the remote control file makes the program do, and what stands in it afterwards.
 #include "unattended/remote_control.h"
+#include "audio/the_player.h"
 
 #include <filesystem>
 
@@ -23,7 +24,7 @@ class RemoteControl : public CoreTest {
     remote_control_on = true;
   }
   ~RemoteControl() override {
-    record_stop();
+    record_stop(recorder, level_meter);
     remote_control_on = false;
   }
 
@@ -84,7 +85,7 @@ TEST_F(RemoteControl, RecordsStopsAndQuitsAndLosesNoEdit) {
   }
   remote_scan();
   EXPECT_TRUE(host.close_requested);
-  EXPECT_FALSE(is_recording_armed());
+  EXPECT_FALSE(recorder.is_armed);
   end_remote_control();
   EXPECT_EQ(status(), "Program finished");
 }
@@ -102,7 +103,7 @@ TEST_F(RemoteControl, TouchesNoFileButOneOfItsForm) {
   remote_scan();
   end_remote_control();
   EXPECT_TRUE(std::filesystem::is_symlink(path));
-  EXPECT_FALSE(is_recording_armed());
+  EXPECT_FALSE(recorder.is_armed);
 
   std::filesystem::remove(path);
   remote_control_on = false;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // Peaks measured through each of the decoders, against those of another program, and what becomes
 // of a measuring without a decoder.
-#include "audio/peak_seek.h"
+#include "audio/sample_reader.h"
 
 #include <array>
 #include <cstdlib>
@@ -9,10 +9,10 @@
 #include <memory>
 
 #include "audio/decoder_bridge.h"
-#include "audio/decoder_run.h"
 #include "audio/fill_step.h"
 #include "audio/playback.h"
 #include "audio/stretch_peaks.h"
+#include "audio/the_player.h"
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
@@ -26,39 +26,35 @@
 namespace corvelin::test {
 namespace {
 
-class PeakSeek : public CoreTest {
+class Samples : public CoreTest {
  protected:
-  ~PeakSeek() override {
-    peak_seek_close();
-    library_folder.clear();
-  }
+  ~Samples() override { library_folder.clear(); }
 
   static bool open_sample(const std::string& name) {
     return open(std::string(CORVELIN_SAMPLES "/") + name);
   }
 
-  static std::vector<int> peaks(std::uint32_t frames_a_read, std::size_t count) {
-    std::vector<int> found;
-    while (found.size() < count) found.push_back(peak_seek_read(frames_a_read));
-    return found;
+  // Opens it at the cursor, up to the end of the stream.
+  static bool open_reader(SampleReader& reader, std::uint32_t frames_a_read = 1) {
+    return reader.open(edit_cursor(document, selection), document.total_size, frames_a_read);
   }
 
   struct Decoded {
     EditPosition begin;  // of the frame
-    Bytes samples;
+    std::vector<std::int16_t> samples;
   };
 
   // The frames from `first` on, one by one. The first one of AAC only opens the decoder.
   static std::vector<Decoded> decode_from(EditPosition first, std::size_t most = 2000) {
-    seek_to(first);
-    EXPECT_TRUE(peak_seek_open(1));
+    seek_to(playback, first);
+    SampleReader reader(document);
+    EXPECT_TRUE(open_reader(reader));
     std::vector<Decoded> frames;
-    while (selection.cursor < document.total_size && frames.size() < most) {
-      Decoded frame = {selection.cursor, Bytes(decoder_session.pcm_buffer_bytes)};
-      frame.samples.resize(fill_from_stream(frame.samples, 1, nullptr));
-      frames.push_back(std::move(frame));
+    while (reader.pos() < document.total_size && frames.size() < most) {
+      const EditPosition begin = reader.pos();
+      const std::span<const std::int16_t> samples = reader.read(1);
+      frames.push_back({begin, {samples.begin(), samples.end()}});
     }
-    peak_seek_close();
     return frames;
   }
 };
@@ -71,7 +67,7 @@ struct SamplePeaks {
   std::vector<int> peaks;  // by ffmpeg -flags2 +skip_manual
 };
 
-TEST_F(PeakSeek, FindsThePeaksThatAnotherDecoderFinds) {
+TEST_F(Samples, FindsThePeaksThatAnotherDecoderFinds) {
   const SamplePeaks table[] = {
       {"cbr128.mp3",
        Decoder::codec_manager,
@@ -95,29 +91,23 @@ TEST_F(PeakSeek, FindsThePeaksThatAnotherDecoderFinds) {
     SCOPED_TRACE(row.name);
     ASSERT_TRUE(open_sample(row.name));
     settings.use_mpglib = row.decoder == Decoder::mpglib ? 1 : 0;
-    ASSERT_EQ(chosen_decoder(), row.decoder);
-    ASSERT_TRUE(peak_seek_open(row.frames_a_read));
-    const std::vector<int> found = peaks(row.frames_a_read, row.peaks.size());
-    for (std::size_t i = 0; i < found.size(); ++i)
-      EXPECT_NEAR(found[i], row.peaks[i], row.tolerance) << i;
-    peak_seek_close();
+    ASSERT_EQ(chosen_decoder(document), row.decoder);
+    SampleReader reader(document);
+    ASSERT_TRUE(open_reader(reader, row.frames_a_read));
+    for (const int peak : row.peaks)
+      EXPECT_NEAR(reader.read_peak(row.frames_a_read), peak, row.tolerance);
   }
 }
 
 // How far two runs of samples are apart at most.
-int distance(const Bytes& a, const Bytes& b) {
+int distance(const std::vector<std::int16_t>& a, const std::vector<std::int16_t>& b) {
   if (a.size() != b.size()) return 65536;
   int furthest = 0;
-  for (std::size_t i = 0; i + 1 < a.size(); i += 2) {
-    const auto sample = [i](const Bytes& bytes) {
-      return static_cast<std::int16_t>(bytes[i] | bytes[i + 1] << 8);
-    };
-    furthest = std::max(furthest, std::abs(sample(a) - sample(b)));
-  }
+  for (std::size_t i = 0; i < a.size(); ++i) furthest = std::max(furthest, std::abs(a[i] - b[i]));
   return furthest;
 }
 
-TEST_F(PeakSeek, DecodesBehindASeekWhatAStraightRunGives) {
+TEST_F(Samples, DecodesBehindASeekWhatAStraightRunGives) {
   for (const char* name :
        {"cbr128.mp3", "vbr.mp3", "mono_mpeg2.mp3", "crc.mp3", "stereo_low.aac"}) {
     SCOPED_TRACE(name);
@@ -132,7 +122,7 @@ TEST_F(PeakSeek, DecodesBehindASeekWhatAStraightRunGives) {
   }
 }
 
-TEST_F(PeakSeek, DecodesOnBehindDamageAndAnotherChannelMode) {
+TEST_F(Samples, DecodesOnBehindDamageAndAnotherChannelMode) {
   settings.use_mpglib = 1;
   Bytes bytes = read_file(CORVELIN_SAMPLES "/crc.mp3");
   ASSERT_TRUE(open("whole.mp3", bytes));
@@ -156,64 +146,65 @@ TEST_F(PeakSeek, DecodesOnBehindDamageAndAnotherChannelMode) {
     const std::vector<Decoded> mixed = decode_from(0);
     std::size_t total = 0;
     for (const Decoded& frame : mixed) total += frame.samples.size();
-    EXPECT_EQ(total, 30U * 1152 * (is_mono ? 2 : 4));
+    EXPECT_EQ(total, 30U * 1152 * (is_mono ? 1 : 2));
   }
 }
 
-TEST_F(PeakSeek, EndsWithTheSelectionAndPutsTheCursorBack) {
+TEST_F(Samples, EndWhereTheyAreToAndLeaveTheCursorAlone) {
   ASSERT_TRUE(open_sample("cbr128.mp3"));
   const EditPosition third = next_frame_in(
       document, 0, next_frame_in(document, 0, 0, selection.current_frame), selection.current_frame);
-  seek_to(frame_at(document, 100'000, selection.current_frame));
-  const EditPosition cursor = selection.cursor;
-  set_sel_begin(document, selection, 0);
-  set_sel_end(document, selection, third);
-  ASSERT_TRUE(peak_seek_open(6));
-  seek_to(0);
-  peak_seek_read(6);
-  EXPECT_EQ(selection.cursor, third);
-  EXPECT_EQ(peak_seek_read(6), 0);
-  EXPECT_EQ(selection.cursor, third);
-  peak_seek_close();
-  EXPECT_EQ(selection.cursor, cursor);
-  EXPECT_EQ(peak_seek_read(6), 0);  // no session
+  seek_to(playback, frame_at(document, 100'000, selection.current_frame));
+  const Selection before = selection;
+  SampleReader reader(document);
+  ASSERT_TRUE(reader.open(edit_cursor(document, selection), third, 6));
+  reader.move_to(0);
+  reader.read_peak(6);
+  EXPECT_EQ(reader.pos(), third);
+  EXPECT_EQ(reader.read_peak(6), 0);
+  EXPECT_EQ(reader.pos(), third);
+  reader.close();
+  reader.move_to(0);
+  EXPECT_EQ(reader.read_peak(6), 0);  // no session
+  EXPECT_EQ(selection.cursor, before.cursor);
+  EXPECT_EQ(selection.current_frame, before.current_frame);
 }
 
-TEST_F(PeakSeek, TwoDecodersFindThePeakOfOne) {
+TEST_F(Samples, TwoDecodersFindThePeakOfOne) {
   // Of all samples the one whose rounding depends most on the frames before.
   const Bytes once = read_file(CORVELIN_SAMPLES "/mono_mpeg2.mp3");
   Mp3Builder builder;
   for (int i = 0; i < 11; ++i) builder.raw(once);
   ASSERT_TRUE(open("long.mp3", builder.bytes()));
-  StretchPeaks stretch;
+  StretchPeaks stretch(document);
+  SampleReader reader(document);
   ASSERT_TRUE(stretch.open(0, document.total_size, 1));
-  ASSERT_TRUE(peak_seek_open(10));
-  while (selection.cursor < document.total_size) {
+  ASSERT_TRUE(open_reader(reader, 10));
+  while (reader.pos() < document.total_size) {
     int peak = 0;
-    for (int i = 0; i < 400; ++i) peak = std::max<int>(peak, peak_seek_read(10));
+    for (int i = 0; i < 400; ++i) peak = std::max<int>(peak, reader.read_peak(10));
     EXPECT_EQ(stretch.read(), peak);
-    EXPECT_EQ(stretch.pos(), selection.cursor);
+    EXPECT_EQ(stretch.pos(), reader.pos());
   }
   EXPECT_EQ(stretch.frames(), 11U * 830);
 }
 
-TEST_F(PeakSeek, ARunDecodesTheWholeStream) {
+TEST_F(Samples, OfAacBeginBehindTheFrameThatOpensItsDecoder) {
   ASSERT_TRUE(open_sample("speech.aac"));
-  seek_to(document.total_size / 2);
+  seek_to(playback, document.total_size / 2);
   const EditPosition cursor = selection.cursor;
-  auto block = open_decoder_run(100);
-  ASSERT_TRUE(block);
-  std::uint32_t frames = 0;
+  SampleReader reader(document);
+  ASSERT_TRUE(open_reader(reader, 100));
+  EXPECT_GT(reader.pos(), cursor);
+  reader.move_to(0);
   std::size_t size = 0;
-  while (selection.cursor < document.total_size) size += decode_block(*block, 100, frames);
-  EXPECT_EQ(frames, 875U);
-  EXPECT_EQ(size, 874U * 1024 * 4);  // the first frame of AAC gives nothing
-  close_decoder_run();
-  EXPECT_GT(selection.cursor, cursor);  // by the frame that opened the decoder
-  EXPECT_EQ(decode_block(*block, 100, frames), 0U);
+  while (reader.pos() < document.total_size) size += reader.read(100).size();
+  EXPECT_EQ(reader.frames(), 875U);
+  EXPECT_EQ(size, 874U * 1024 * 2);
+  EXPECT_EQ(selection.cursor, cursor);
 }
 
-TEST_F(PeakSeek, TellsWhatToInstall) {
+TEST_F(Samples, TellsWhatToInstall) {
   const Bytes aac = Mp3Builder{}.adts(20, 200).bytes();
   const Bytes layer2 = frames(20, {.layer = 2});
   struct Row {
@@ -241,7 +232,8 @@ TEST_F(PeakSeek, TellsWhatToInstall) {
       SCOPED_TRACE(row.caption);
       ASSERT_TRUE(open(row.name, row.bytes));
       settings.use_mpglib = row.use_mpglib;
-      EXPECT_FALSE(peak_seek_open(1));
+      SampleReader reader(document);
+      EXPECT_FALSE(open_reader(reader));
       ASSERT_EQ(host.boxes.size(), row.bytes == aac ? 2U : 1U);
       if (row.bytes == aac) {
         EXPECT_EQ(host.boxes[0].caption, "Error");  // the system's reason
@@ -249,19 +241,20 @@ TEST_F(PeakSeek, TellsWhatToInstall) {
       const std::string box = take_box();
       EXPECT_TRUE(box.starts_with(row.caption)) << box;
       EXPECT_TRUE(box.ends_with(std::string("install the package ") + row.last_line)) << box;
-      EXPECT_EQ(peak_seek_read(1), 0);
+      EXPECT_EQ(reader.read_peak(1), 0);
     }
   }
 }
 
-TEST_F(PeakSeek, TellsWhyAacCanNotBegin) {
+TEST_F(Samples, TellsWhyAacCanNotBegin) {
   ASSERT_TRUE(open_sample("speech.aac"));
   selection.cursor = document.total_size;
-  EXPECT_FALSE(peak_seek_open(1));
+  SampleReader reader(document);
+  EXPECT_FALSE(open_reader(reader));
   EXPECT_EQ(take_box(), "Decoder init error: There is no whole frame from here on.");
 }
 
-TEST_F(PeakSeek, KeepsTheBuffersOfPlaybackInTheirLimits) {
+TEST_F(Samples, KeepsTheBuffersOfPlaybackInTheirLimits) {
   struct Row {
     const char* name;
     FrameShape shape;
@@ -278,28 +271,30 @@ TEST_F(PeakSeek, KeepsTheBuffersOfPlaybackInTheirLimits) {
     ASSERT_TRUE(open(row.name, frames(20, row.shape)));
     settings.buffer_frm = static_cast<std::uint16_t>(row.buffer_frm);
     settings.buffer_max = static_cast<std::uint16_t>(row.buffer_max);
-    playback_buffers_configure();
+    DecoderSession session;
+    playback_buffers_configure(session, document);
     EXPECT_EQ(settings.buffer_frm, row.then_frm);
     EXPECT_EQ(settings.buffer_max, row.then_max);
-    EXPECT_EQ(decoder_session.pcm_buffer_bytes, row.bytes);
+    EXPECT_EQ(session.pcm_buffer_bytes, row.bytes);
   }
   // A Layer II frame of a low rate has twice the samples that the room was meant for.
   ASSERT_TRUE(open("a.mp2", frames(20, {.version = 2, .layer = 2, .sample_rate = 22050})));
   settings.use_mpglib = 1;
   settings.buffer_frm = 6;
   settings.buffer_max = 32;
-  playback_buffers_configure();
-  ASSERT_TRUE(decoder_open());
-  Bytes room(decoder_session.pcm_buffer_bytes);
+  playback_buffers_configure(playback.decoder, document);
+  FrameCursor at = edit_cursor(document, selection);
+  ASSERT_TRUE(decoder_open(playback.decoder, document, at));
+  Bytes room(playback.decoder.pcm_buffer_bytes);
   playback.end_limit = document.total_size;
   std::size_t total = 0;
-  while (selection.cursor < document.total_size) total += fill_from_stream(room, 6, nullptr);
+  while (selection.cursor < document.total_size) total += fill_from_stream(playback, room, 6);
   EXPECT_EQ(total, 20U * 1152 * 4);
-  decoder_close();
+  decoder_close(playback.decoder);
 }
 
 // Whole frames of a shipped sample, a few at a time to each decoder in turn.
-TEST_F(PeakSeek, DecodersWorkBesideEachOther) {
+TEST_F(Samples, DecodersWorkBesideEachOther) {
   struct Stream {
     std::unique_ptr<FrameDecoder> decoder;
     std::vector<Bytes> blocks;
