@@ -17,6 +17,7 @@
 
 #include "document/append.h"
 #include "document/open_state.h"
+#include "edit/open_files.h"
 #include "edit/undo.h"
 #include "exchange/project_file.h"
 #include "model/cuts.h"
@@ -306,7 +307,7 @@ class Bench {
     }
     open_state.project_name = path("p.cvp");
     fmt::print("A project of {} parts:\n", document.parts.size());
-    print_time("written", 10, [] { write_project(open_state.project_name); });
+    print_time("written", 10, [] { write_project(open_state.project_name, selection.cursor); });
     print_time("taken as an undo step", 2, [] { undo_push(true, "x"); });
     print_time("read", 10, [this] { open_file(path("p.cvp")); });
     shut_down();

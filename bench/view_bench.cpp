@@ -14,6 +14,7 @@
 
 #include "audio/playback.h"
 #include "audio/the_player.h"
+#include "edit/open_files.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"

@@ -7,8 +7,8 @@
 #include "cli/headless_host.h"
 #include "cli/open_files.h"
 #include "cli/unsaved.h"
-#include "document/close_all.h"
 #include "edit/commands.h"
+#include "edit/open_files.h"
 #include "platform/path.h"
 
 namespace corvelin {

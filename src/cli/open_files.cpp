@@ -12,6 +12,7 @@
 #include "document/append.h"
 #include "document/file_kind.h"
 #include "edit/document_commands.h"
+#include "edit/open_files.h"
 #include "exchange/extract_aac.h"
 #include "exchange/open_document.h"
 #include "model/stream_info.h"

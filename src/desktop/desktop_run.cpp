@@ -34,6 +34,7 @@
 #include "document/open_state.h"
 #include "edit/commands.h"
 #include "edit/language_dialog.h"
+#include "edit/open_files.h"
 #include "edit/record_commands.h"
 #include "edit/requirements.h"
 #include "edit/save_project.h"

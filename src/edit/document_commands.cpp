@@ -9,10 +9,10 @@
 #include "audio/playback.h"
 #include "audio/the_player.h"
 #include "document/append.h"
-#include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/commands.h"
 #include "edit/open_dialog.h"
+#include "edit/open_files.h"
 #include "edit/save_project.h"
 #include "exchange/cue_sheet.h"
 #include "exchange/open_document.h"
@@ -42,7 +42,7 @@ bool batch() { return close() && open_batch_dialog != nullptr && open_batch_dial
 
 bool open_recent(std::size_t index) {
   if (!confirm_discard_changes()) return false;
-  if (open_in_place(settings.file_recent[index])) return true;
+  if (open_file(settings.file_recent[index])) return true;
   std::erase_if(settings.file_recent,
                 [](const std::string& name) { return static_cast<bool>(InputFile().open(name)); });
   host().rebuild_recent_menu();
@@ -86,7 +86,7 @@ bool edit_cue_sheet() {
                                .icon = BoxIcon::question,
                                .buttons = BoxButtons::yes_no,
                                .default_answer = BoxAnswer::yes});
-  return answer != BoxAnswer::yes || open_in_place(sheet);
+  return answer != BoxAnswer::yes || open_file(sheet);
 }
 
 }  // namespace corvelin

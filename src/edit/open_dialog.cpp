@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "document/open_state.h"
-#include "exchange/open_document.h"
+#include "edit/open_files.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "settings/settings.h"

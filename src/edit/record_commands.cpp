@@ -10,12 +10,13 @@
 #include <utility>
 #include <vector>
 
+#include "audio/playback.h"
 #include "audio/recorder.h"
 #include "audio/the_player.h"
-#include "document/close_all.h"
+#include "document/close_stream.h"
 #include "document/open_state.h"
+#include "edit/open_files.h"
 #include "edit/save_project.h"
-#include "exchange/open_document.h"
 #include "exchange/project_file.h"
 #include "model/cuts.h"
 #include "model/document.h"
@@ -127,8 +128,7 @@ void set_cues(const std::vector<RecordingCue>& cues) {
 
 // A document of its own for the time of writing the project.
 bool keep_cues_of(const FinishedRecording& finished) {
-  close_all();
-  if (!open_document(finished.name)) return false;
+  if (!open_file(finished.name)) return false;
   set_cues(finished.cues);
   return !keep_recording_project().empty();
 }
@@ -216,7 +216,7 @@ void add_recording_cue() {
 
 std::string keep_recording_project() {
   std::string name = free_recording_name(with_extension(open_state.audio_name, ".cvp"));
-  if (const std::error_code error = write_project(name)) {
+  if (const std::error_code error = write_project(name, play_position(playback))) {
     recorder.has_failed = true;
     show_error(fmt::format("{}\n{}", error.message(), name));
     return {};
@@ -226,13 +226,11 @@ std::string keep_recording_project() {
 }
 
 bool open_recording() {
-  close_all();
-  const bool is_open = open_document(recorder.rec_file_name);
+  const bool is_open = open_file(recorder.rec_file_name);
   if (is_open) {
     set_cues(recorder.rec_cues);
   } else {
     recorder.has_failed = true;
-    close_all();
   }
   host().rebuild_part_list();
   show_recorder();

@@ -8,8 +8,8 @@
 #include <cstdint>
 #include <optional>
 
-#include "document/close_all.h"
 #include "document/open_state.h"
+#include "edit/open_files.h"
 #include "exchange/changed_sources.h"
 #include "exchange/save_run.h"
 #include "model/selection.h"

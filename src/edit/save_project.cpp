@@ -6,6 +6,8 @@
 
 #include <string>
 
+#include "audio/playback.h"
+#include "audio/the_player.h"
 #include "document/file_kind.h"
 #include "document/open_state.h"
 #include "edit/save_audio.h"
@@ -46,7 +48,7 @@ bool write_sheet(const std::string& name, std::string& reason) {
 }
 
 bool write_project_file(const std::string& name) {
-  const std::error_code error = write_project(name);
+  const std::error_code error = write_project(name, play_position(playback));
   if (error) {
     show_error(error.message() + "\n" + name);
   } else {

@@ -68,6 +68,11 @@ void stop_playing() {
   if (was_playing) host().refresh_view(Refresh::places);
 }
 
+void fall_silent() {
+  stop_playing();
+  device_keepalive(playback, false);
+}
+
 void stop() {
   if (recorder.is_armed) {
     stop_recording();

@@ -20,6 +20,9 @@ Result request_prelisten(PrelistenMode mode);
 /// Stops what plays or is about to.
 void stop_playing();
 
+/// The same, and the device is let go: the document changes from under what plays.
+void fall_silent();
+
 /// Stops that, or a recording.
 void stop();
 

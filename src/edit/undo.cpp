@@ -7,9 +7,9 @@
 
 #include "audio/playback.h"
 #include "audio/the_player.h"
-#include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/places.h"
+#include "edit/transport.h"
 #include "model/selection.h"
 #include "model/the_document.h"
 #include "platform/host.h"
@@ -40,7 +40,7 @@ std::string undo_label(std::string_view menu_text) {
 }
 
 void restore(Document snapshot, EditPosition cursor) {
-  stop_users_of_document();
+  fall_silent();
   const std::uint8_t vbr = snapshot.stream.vbr;
   snapshot.stream = document.stream;
   snapshot.stream.vbr = vbr;

@@ -9,9 +9,7 @@
 #include <string_view>
 #include <utility>
 
-#include "audio/playback.h"
-#include "audio/the_player.h"
-#include "document/close_all.h"
+#include "document/close_stream.h"
 #include "document/file_fault.h"
 #include "document/file_kind.h"
 #include "document/open_audio_file.h"
@@ -40,7 +38,7 @@ OpenFault open_audio(const std::string& name) {
 }
 
 OpenFault open_description(const std::string& name, OpenFault (*read)()) {
-  close_all();
+  close_stream();
   reset_state(ResetLevel::no_name);
   open_state.project_name = name;
   OpenFault fault = read();
@@ -132,7 +130,6 @@ Joined open_first_of(std::span<const std::string> names) {
   if (files.size() > 1) name_parts_from_files(document);
   if (names.size() == 1 && file_kind(names.front()) == FileKind::playlist)
     settle_list(names.front());
-  if (!document.parts.empty()) device_keepalive(playback, true);
   return joined;
 }
 
@@ -154,17 +151,13 @@ Joined append_documents(std::span<const std::string> files) {
   return joined;
 }
 
-bool open_document(const std::string& name) { return open_first_of({&name, 1}).count != 0; }
-
-bool open_in_place(const std::string& path) { return open_files({&path, 1}).count != 0; }
-
-Joined open_files(std::span<const std::string> names) {
+Joined open_documents(std::span<const std::string> names) {
   std::vector<std::string> paths;  // before the close, which may empty the names
   for (const std::string& name : names) paths.push_back(in_current_folder(name));
-  close_all();
+  close_stream();
   reset_state(ResetLevel::new_stream);
   Joined joined = open_first_of(paths);
-  if (joined.count == 0) close_all();
+  if (joined.count == 0) close_stream();
   return joined;
 }
 

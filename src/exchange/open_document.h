@@ -10,18 +10,11 @@
 
 namespace corvelin {
 
-/// Opens a file by its extension. The document before it has been closed. Shows a box when that
-/// fails, but for an MP4 file without a program in the settings that reads it. True also when only
-/// some of the files of a playlist were opened, which has been shown.
-bool open_document(const std::string& name);
-
-/// Closes whatever is open, without a question, and opens `path` in its place. A failure has been
-/// shown and leaves no document.
-bool open_in_place(const std::string& path);
-
-/// The same with several files: the first is opened, the others are appended until one fails.
-/// Playlists stand for their files.
-Joined open_files(std::span<const std::string> names);
+/// Closes whatever is open and opens the first of the files in its place, each by its extension;
+/// the others are appended until one fails. Playlists stand for their files. A failure has been
+/// shown, but for that of an MP4 file without a program in the settings that reads it; nothing is
+/// open when the first one failed.
+Joined open_documents(std::span<const std::string> names);
 
 /// `names` with the files of each playlist in its place. Empty when one can't be read, which has
 /// been shown, and when the user doesn't want the MP4 files of one extracted.

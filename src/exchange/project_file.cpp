@@ -10,10 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "audio/playback.h"
-#include "audio/the_player.h"
 #include "document/append.h"
-#include "document/close_all.h"
+#include "document/close_stream.h"
 #include "document/open_audio_file.h"
 #include "document/open_state.h"
 #include "document/tag_bounds.h"
@@ -42,14 +40,15 @@ constexpr std::size_t longest_name = 300;                               // UTF-1
 
 class ProjectWriter {
  public:
-  explicit ProjectWriter(const std::string& folder) : folder_(folder) {}
+  ProjectWriter(EditPosition cursor, const std::string& folder)
+      : cursor_(cursor), folder_(folder) {}
 
   std::string write() {
     text_ = fmt::format("{}\r\nutf8=1\r\n", header);
     for (const SourceFile& file : document.files) source(file);
     for (const Part& part : document.parts) this->part(part);
     number("gainend", document.end_gain);
-    number("position", play_position(playback));
+    number("position", cursor_);
     number("vbr", document.stream.vbr);
     if (has_selection(selection)) {
       number("sel_beg", selection.sel_beg);
@@ -106,6 +105,7 @@ class ProjectWriter {
     number("part_beg", part.part_beg);  // closes the record
   }
 
+  EditPosition cursor_;
   const std::string& folder_;
   std::string text_;
 };
@@ -335,7 +335,9 @@ bool is_project_text(std::string_view head) {
 
 }  // namespace
 
-std::string project_text(const std::string& folder) { return ProjectWriter(folder).write(); }
+std::string project_text(EditPosition cursor, const std::string& folder) {
+  return ProjectWriter(cursor, folder).write();
+}
 
 OpenFault parse_project(std::string_view text) {
   reset_state(ResetLevel::no_name);
@@ -345,9 +347,9 @@ OpenFault parse_project(std::string_view text) {
   return fault;
 }
 
-std::error_code write_project(const std::string& name) {
+std::error_code write_project(const std::string& name, EditPosition cursor) {
   const std::string whole_name = in_current_folder(name);
-  const std::string text = project_text(std::string(folder_of(whole_name)));
+  const std::string text = project_text(cursor, std::string(folder_of(whole_name)));
   const std::error_code error = replace_text(whole_name, text, is_project_text);
   if (!error) open_state.document_modified = false;
   return error;
@@ -359,7 +361,7 @@ OpenFault read_project() {
     return {.audio = {}, .cause = error.message()};
   OpenFault fault = parse_project(text);
   if (fault.cause.empty() && document.parts.empty()) fault.cause = "It names no audio.";
-  if (!fault.cause.empty()) close_all();
+  if (!fault.cause.empty()) close_stream();
   return fault;
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // The edit state of a document as a text: its source files, all parts, the closing gain, cursor,
-// selection and album names. It stands in project files (".cvp") and, in memory, in the entries of
-// the undo stack. It holds no audio: the sources are named by their paths, relative to the
-// project's folder where they lie in it, so that a folder may move as a whole.
+// selection and album names, as project files (".cvp") have it. It holds no audio: the sources are
+// named by their paths, relative to the project's folder where they lie in it, so that a folder may
+// move as a whole.
 #pragma once
 
 #include <string>
@@ -10,13 +10,14 @@
 #include <system_error>
 
 #include "document/file_fault.h"
+#include "model/document.h"
 
 namespace corvelin {
 
-/// The project text of the document as it stands. Paths in `folder` (with its "/") or below it are
-/// written relative to it; without one all paths are whole, so that an undo step doesn't depend on
-/// where the project is saved meanwhile.
-std::string project_text(const std::string& folder = {});
+/// The project text of the document as it stands, with the place `cursor`. Paths in `folder` (with
+/// its
+/// "/") or below it are written relative to it; without one all paths are whole.
+std::string project_text(EditPosition cursor, const std::string& folder = {});
 
 /// Builds the document from a project text, into tables that are empty. The first source is probed
 /// afresh; the bounds of the others are those of the text.
@@ -29,9 +30,9 @@ std::string project_text(const std::string& folder = {});
 /// as far as it was built.
 OpenFault parse_project(std::string_view text);
 
-/// Writes the document to a file, where none stands or one of a project: beside the old one and
-/// then over it. It then counts as unmodified.
-std::error_code write_project(const std::string& name);
+/// Writes the document, with the place `cursor`, to a file, where none stands or one of a project:
+/// beside the old one and then over it. It then counts as unmodified.
+std::error_code write_project(const std::string& name, EditPosition cursor);
 
 /// Reads `open_state.project_name`. A fault closes the document.
 OpenFault read_project();

@@ -8,14 +8,13 @@
 #include "audio/playback.h"
 #include "audio/recorder.h"
 #include "audio/the_player.h"
-#include "document/close_all.h"
+#include "document/open_state.h"
 #include "edit/auto_crop.h"
 #include "edit/document_commands.h"
 #include "edit/normalize_dialog.h"
-#include "edit/transport.h"
-#include "edit/undo.h"
+#include "edit/open_files.h"
 #include "exchange/id3v1.h"
-#include "exchange/open_document.h"
+#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/process.h"
 #include "platform/text.h"
@@ -30,11 +29,6 @@
 namespace corvelin {
 
 namespace {
-
-void fall_silent() {
-  stop_playing();
-  device_keepalive(playback, false);
-}
 
 void reset_audio() {
   std::destroy_at(&playback);
@@ -52,10 +46,7 @@ void apply_priority() { set_high_priority(settings.high_pri != 0); }
 }  // namespace
 
 void connect_levels() {
-  close_hooks.before = {fall_silent};
-  close_hooks.behind = {undo_clear};
   open_batch_dialog = batch_dialog;
-  close_hooks.at_start = {reset_audio, reset_batch};
   setting_listeners = {{"save_id3v1", keep_id3v1_as_set},
                        {"volume", apply_volume},
                        {"high_pri", apply_priority},
@@ -63,9 +54,19 @@ void connect_levels() {
                        {"use_toc", [] { host().rebuild_part_list(); }}};  // its times change
 }
 
+void start_anew() {
+  close_all();
+  document = {};
+  open_state = {};
+  batch_active = false;
+  settings = default_settings();
+  reset_audio();
+  reset_batch();
+}
+
 bool start_up(const std::optional<std::string>& path) {
   connect_levels();
-  reset_state(ResetLevel::start);
+  start_anew();
   settings_path = path.value_or(std::string());
   const std::error_code error = path ? read_settings(*path) : std::error_code{};
   complete_settings();
@@ -80,8 +81,6 @@ bool start_up(const std::optional<std::string>& path) {
 void load_language() {
   if (!load_ui_text(wide_to_bytes(settings.language, true))) settings.language.clear();
 }
-
-bool open_file(const std::string& path) { return open_in_place(path); }
 
 void shut_down() {
   if (settings.high_pri != 0) set_high_priority(false);

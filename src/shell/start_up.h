@@ -19,8 +19,8 @@ bool start_up(const std::optional<std::string>& path);
 /// setting is emptied.
 void load_language();
 
-/// Closes whatever is open and opens `path`. A failure has been shown, and leaves no document.
-bool open_file(const std::string& path);
+/// The state of a process that just started.
+void start_anew();
 
 /// Closes the document and lets the translation go.
 void shut_down();

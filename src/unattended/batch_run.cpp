@@ -13,13 +13,14 @@
 #include <utility>
 
 #include "document/append.h"
-#include "document/close_all.h"
+#include "document/close_stream.h"
 #include "document/file_fault.h"
 #include "document/file_kind.h"
 #include "document/open_audio_file.h"
 #include "document/open_state.h"
 #include "edit/auto_crop.h"
 #include "edit/normalize_dialog.h"
+#include "edit/open_files.h"
 #include "exchange/save_run.h"
 #include "exchange/split_save.h"
 #include "model/cuts.h"

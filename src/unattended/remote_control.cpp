@@ -104,7 +104,7 @@ void save(const std::string& path) {
   if (recorder.is_armed || document.parts.empty()) return;
   const std::string& audio = open_state.audio_name;
   const std::string name = (audio.empty() ? path : audio) + ".cvp";
-  if (const std::error_code error = write_project(name))
+  if (const std::error_code error = write_project(name, play_position(playback)))
     return show_error(fmt::format("{}\n{}", name, error.message()));
   open_state.project_name = name;
   host().refresh_view(Refresh::all);

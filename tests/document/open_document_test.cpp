@@ -7,6 +7,7 @@
 #include "model/stream_info.h"
 #include "model/the_document.h"
 #include "settings/settings.h"
+#include "shell/start_up.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {
@@ -98,9 +99,10 @@ TEST_F(OpenDocument, ChoosesByTheExtensionAlone) {
   EXPECT_EQ(take_box().find("Unsupported"), std::string::npos);
   EXPECT_FALSE(open("a.mp4", bytes));  // without a program to read it nothing is said
   EXPECT_EQ(take_box(), "");
-  settings.file_recent = {"x", "nothing"};
-  EXPECT_FALSE(open("nothing"));
-  EXPECT_EQ(host.boxes.back().text, "Audio file: nothing\n\n\nUnsupported file type.");
+  const std::string nothing = folder.path("nothing");
+  settings.file_recent = {"x", nothing};
+  EXPECT_FALSE(open(nothing));
+  EXPECT_EQ(host.boxes.back().text, "Audio file: " + nothing + "\n\n\nUnsupported file type.");
   EXPECT_FALSE(open(settings.file_recent.emplace_back(folder.path("gone.mp3"))));
   EXPECT_EQ(settings.file_recent, std::vector<std::string>{"x"});
 }
@@ -225,7 +227,7 @@ TEST_F(OpenDocument, BeginsEachDocumentAfresh) {
   ASSERT_TRUE(open("a.mp3", frames(50, {.copyright = true})));
   EXPECT_EQ(document.header_rewrite.rewrite_copyright, 1U);
   document.header_rewrite.rewrite_header = true;
-  reset_state(ResetLevel::start);
+  start_anew();
   EXPECT_FALSE(document.header_rewrite.rewrite_header);
   document.header_rewrite.rewrite_header = true;
   selection.sel_beg = selection.sel_end = 417;

@@ -11,6 +11,7 @@
 #include "audio/the_player.h"
 #include "edit/commands.h"
 #include "edit/navigation.h"
+#include "edit/open_files.h"
 #include "edit/undo.h"
 #include "exchange/project_file.h"
 #include "model/frame_locator.h"
@@ -93,7 +94,7 @@ class RandomEdits : public CoreTest {
       texts_.resize(undo_stack.size());
       arrange(random);
       name_parts_from_files(document);  // as undo does
-      texts_.push_back(project_text());
+      texts_.push_back(project_text(selection.cursor));
       const char* const command = choose(random);
       SCOPED_TRACE(std::to_string(i) + ", " + command);
       dispatch_command(find_command(command).value());
@@ -173,7 +174,7 @@ class RandomEdits : public CoreTest {
       const bool is_whole = undo_stack.front().undo_snapshot.has_value();
       EXPECT_TRUE(undo_pop());
       if (is_whole) {
-        EXPECT_EQ(project_text(), texts_.back());
+        EXPECT_EQ(project_text(selection.cursor), texts_.back());
       }
       texts_.pop_back();
       expect_whole_frames();

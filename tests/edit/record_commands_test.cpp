@@ -17,9 +17,9 @@
 
 #include "audio/encoder_settings.h"
 #include "audio/recorder.h"
-#include "document/close_all.h"
 #include "document/open_state.h"
 #include "edit/commands.h"
+#include "edit/open_files.h"
 #include "edit/speed_dialog.h"
 #include "exchange/project_file.h"
 #include "model/document.h"

@@ -46,7 +46,7 @@ class ProjectFile : public EditTest {
 
 TEST_F(ProjectFile, IsWrittenInItsOrderAndComesBackFromAMovedFolder) {
   make_document();
-  const std::string text = project_text(folder.path(""));
+  const std::string text = project_text(selection.cursor, folder.path(""));
   EXPECT_EQ(text,
             "[Corvelin project file]\r\nutf8=1\r\n"
             "file_beg=0\r\nfile_end=41700\r\nfile=a.mp3\r\n"
@@ -58,15 +58,16 @@ TEST_F(ProjectFile, IsWrittenInItsOrderAndComesBackFromAMovedFolder) {
             "part_size=2085\r\npart_beg=37530\r\n"
             "gainend=-40\r\nposition=834\r\nvbr=1\r\nsel_beg=417\r\nsel_end=1251\r\n"
             "sheet_artist=Band\r\nsheet_title=Album\r\n");
-  EXPECT_NE(project_text(folder.path("deeper/")).find("file=" + folder.path("a.mp3") + "\r\n"),
+  EXPECT_NE(project_text(selection.cursor, folder.path("deeper/"))
+                .find("file=" + folder.path("a.mp3") + "\r\n"),
             std::string::npos);
-  ASSERT_FALSE(write_project(open_state.project_name));
+  ASSERT_FALSE(write_project(open_state.project_name, selection.cursor));
   const TestFolder other;
   for (const char* const name : {"p.cvp", "a.mp3", "sub ümlaut.mp3"})
     std::filesystem::copy(folder.path(name), other.path(name));
   ASSERT_TRUE(open(other.path("p.cvp")));
   EXPECT_EQ(document.files[1].file_name, other.path("sub ümlaut.mp3"));
-  EXPECT_EQ(project_text(other.path("")), text);
+  EXPECT_EQ(project_text(selection.cursor, other.path("")), text);
   EXPECT_EQ(settings.file_recent.front(), other.path("p.cvp"));
   EXPECT_FALSE(open_state.document_modified);
 
@@ -84,7 +85,7 @@ TEST_F(ProjectFile, OddFileNamesSurvive) {
     ASSERT_TRUE(open(name, frames(10)));
     open_state.project_name = folder.path("p.cvp");
     document.parts[0].part_title = u"Tïtle";
-    ASSERT_FALSE(write_project(open_state.project_name));
+    ASSERT_FALSE(write_project(open_state.project_name, selection.cursor));
     ASSERT_TRUE(open(folder.path("p.cvp"))) << name;
     EXPECT_EQ(document.parts[0].part_title, u"Tïtle");
     EXPECT_TRUE(std::filesystem::equivalent(document.files[0].file_name, folder.path(name)));
@@ -157,7 +158,7 @@ TEST_F(ProjectFile, RefusesWhatNoDocumentCanBe) {
 // Cut off anywhere, it opens whole up to the cut or tells the failure.
 TEST_F(ProjectFile, CutOffAtEveryByteItIsStillSound) {
   make_document();
-  const std::string text = project_text();
+  const std::string text = project_text(selection.cursor);
   std::size_t opened = 0;
   for (std::size_t size = 0; size < text.size(); ++size) {
     if (open_text(text.substr(0, size))) ++opened;
@@ -168,7 +169,7 @@ TEST_F(ProjectFile, CutOffAtEveryByteItIsStillSound) {
 
 TEST_F(ProjectFile, MovesBordersAlongWithATagInFront) {
   ASSERT_TRUE(append_file(folder.file("b.mp3", frames(50))) == AppendResult::appended);
-  ASSERT_FALSE(write_project(open_state.project_name));
+  ASSERT_FALSE(write_project(open_state.project_name, selection.cursor));
   const auto with_tag = [](int count) {
     return Mp3Builder{}.id3v2(std::string(4000, ' ')).frames(count).bytes();
   };

@@ -6,6 +6,7 @@
 
 #include "document/open_state.h"
 #include "edit/clipboard.h"
+#include "edit/open_files.h"
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/the_document.h"

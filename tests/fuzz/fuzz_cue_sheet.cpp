@@ -4,12 +4,13 @@
 #include <cstdint>
 #include <string>
 
-#include "document/close_all.h"
 #include "document/open_audio_file.h"
 #include "document/open_state.h"
+#include "edit/open_files.h"
 #include "exchange/cue_sheet.h"
 #include "model/document.h"
 #include "model/the_document.h"
+#include "shell/start_up.h"
 #include "support/mp3_builder.h"
 #include "support/soundness.h"
 #include "support/test_folder.h"
@@ -35,7 +36,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       "a.mp3", test::Mp3Builder{}.frames(100).shape({.bitrate = 64}).frames(300).bytes());
   const std::string sheet = folder.file("s.cue", {data, size});
   for (const bool over_current_audio : {false, true}) {
-    reset_state(ResetLevel::start);
+    start_anew();
     test::require(!over_current_audio || open_audio_file(audio).empty());
     open_state.project_name = sheet;
     load_cue_sheet(over_current_audio);

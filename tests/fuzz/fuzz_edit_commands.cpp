@@ -8,9 +8,9 @@
 
 #include "audio/playback.h"
 #include "audio/the_player.h"
-#include "document/close_all.h"
 #include "document/open_audio_file.h"
 #include "edit/commands.h"
+#include "edit/open_files.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
@@ -43,7 +43,7 @@ struct Sources {
 };
 
 void open(const Sources& sources) {
-  reset_state(ResetLevel::start);
+  start_anew();
   test::require(open_audio_file(sources.first).empty());
   const auto size = static_cast<std::uint32_t>(sources.second_bytes.size());
   const auto file = add_source_file(document, sources.second);

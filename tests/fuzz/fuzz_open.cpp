@@ -7,8 +7,8 @@
 #include <string>
 
 #include "document/append.h"
-#include "document/close_all.h"
 #include "document/open_state.h"
+#include "edit/open_files.h"
 #include "edit/save_audio.h"
 #include "exchange/id3v2_texts.h"
 #include "exchange/open_document.h"
@@ -19,6 +19,7 @@
 #include "model/the_document.h"
 #include "settings/settings.h"
 #include "shell/editor_view.h"
+#include "shell/start_up.h"
 #include "support/plain_picture.h"
 #include "support/soundness.h"
 #include "support/test_folder.h"
@@ -55,8 +56,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static const test::TestFolder folder;
   const std::string name =
       folder.file((choices & is_aac) != 0 ? "a.aac" : "a.mp3", std::span(data, size).subspan(1));
-  reset_state(ResetLevel::start);
-  if (open_document(name)) {
+  start_anew();
+  if (open_file(name)) {
     if ((choices & changes_level) != 0) document.end_gain = -40;
     document.header_rewrite.rewrite_header = (choices & changes_header) != 0;
     settings.keep_date = (choices & keeps_date) != 0 ? 3 : 0;

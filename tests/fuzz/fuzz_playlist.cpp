@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "edit/open_files.h"
 #include "model/document.h"
 #include "model/the_document.h"
 #include "shell/start_up.h"

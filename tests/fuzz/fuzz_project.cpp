@@ -25,9 +25,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const bool is_whole = parse_project({reinterpret_cast<const char*>(data), size}).cause.empty();
   test::require_sound_document();
   if (is_whole && !document.parts.empty()) {
-    const std::string text = project_text();
+    const std::string text = project_text(selection.cursor);
     close_document(document);
-    test::require(parse_project(text).cause.empty() && project_text() == text);
+    test::require(parse_project(text).cause.empty() && project_text(selection.cursor) == text);
   }
   shut_down();
   return 0;

@@ -4,22 +4,22 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "document/close_all.h"
 #include "settings/settings.h"
 #include "settings/settings_file.h"
+#include "shell/start_up.h"
 
 using namespace corvelin;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  reset_state(ResetLevel::start);
+  start_anew();
   parse_settings({reinterpret_cast<const char*>(data), size});
   const std::string written = format_settings();
   if (written.size() > settings_file_limit) return 0;  // more than is read back
 
-  reset_state(ResetLevel::start);
+  start_anew();
   parse_settings(written);
   const std::string again = format_settings();
-  reset_state(ResetLevel::start);
+  start_anew();
   parse_settings(again);
   if (format_settings() != again) std::abort();
   return 0;

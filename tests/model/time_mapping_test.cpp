@@ -6,10 +6,10 @@
 
 #include <limits>
 
-#include "document/close_all.h"
 #include "model/stream_info.h"
 #include "model/the_document.h"
 #include "settings/settings.h"
+#include "shell/start_up.h"
 
 namespace corvelin::test {
 namespace {
@@ -17,10 +17,10 @@ namespace {
 class TimeMapping : public ::testing::Test {
  protected:
   TimeMapping() {
-    reset_state(ResetLevel::start);
+    start_anew();
     document.stream.avg_bitrate = 128000;  // 16000 bytes per second
   }
-  ~TimeMapping() override { reset_state(ResetLevel::start); }
+  ~TimeMapping() override { start_anew(); }
 };
 
 TEST_F(TimeMapping, SeekTableBendsTheScale) {

@@ -7,8 +7,8 @@
 
 #include <string>
 
-#include "document/close_all.h"
 #include "document/open_state.h"
+#include "edit/open_files.h"
 #include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/selection.h"
@@ -31,7 +31,7 @@ class CoreTest : public ::testing::Test {
  protected:
   CoreTest() {
     connect_levels();
-    reset_state(ResetLevel::start);
+    start_anew();
   }
   ~CoreTest() override {
     expect_sound_document();
@@ -42,7 +42,7 @@ class CoreTest : public ::testing::Test {
   bool open(std::string_view name, const Bytes& bytes) { return open(folder.file(name, bytes)); }
   static bool open(const std::string& path) {
     close_all();
-    return open_document(path);
+    return open_file(path);
   }
 
   /// The box shown last, as "CAPTION: TEXT", and forgets them all; empty without one.

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// Closing of documents.
+#include "document/close_stream.h"
+
+#include "document/open_state.h"
+#include "model/the_document.h"
+
+namespace corvelin {
+
+void close_stream() {
+  close_document(document);
+  selection = {};
+  open_state.project_name.clear();
+  open_state.document_modified = false;
+}
+
+void reset_state(ResetLevel level) {
+  selection = {};
+  document.stream = {};
+  document.kind = {};
+  open_state.document_modified = false;
+  document.sheet_title.clear();
+  document.sheet_artist.clear();
+  if (level == ResetLevel::no_name) open_state.audio_name.clear();
+}
+
+}  // namespace corvelin

@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// The way back from an open document to none.
+#pragma once
+
+namespace corvelin {
+
+/// Closes the document, and with it the selection and the name of its project.
+void close_stream();
+
+/// How far `reset_state` goes, each level with the one before it.
+enum class ResetLevel {
+  new_stream = 1,  // selection, cursor, stream, flags
+  no_name = 2,     // also the name of the audio file
+};
+
+/// Forgets what an earlier document left, before another one is read.
+void reset_state(ResetLevel level);
+
+}  // namespace corvelin

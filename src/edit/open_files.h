@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: GPL-2.0-or-later
+// Opening and closing of the document, with all that lives beside it: what plays, and the steps
+// that can be taken back.
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "document/append.h"
+
+namespace corvelin {
+
+/// Closes the document, without a question. What plays stops, and there is no step to take back.
+void close_all();
+
+/// Closes it and opens files in its place: the first is opened, the others are appended until one
+/// fails, which has been shown. Playlists stand for their files.
+Joined open_files(std::span<const std::string> names);
+
+/// The same with one file. True also when only some of the files of a playlist were opened.
+bool open_file(const std::string& path);
+
+}  // namespace corvelin
