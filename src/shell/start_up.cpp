@@ -4,6 +4,9 @@
 
 #include <fmt/format.h>
 
+#include <memory>
+#include <new>
+
 #include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "audio/recorder.h"
@@ -32,7 +35,8 @@ namespace {
 
 void reset_audio() {
   std::destroy_at(&playback);
-  std::construct_at(&playback, document, selection, level_meter);
+  ::new (&playback)
+      Playback{.document = document, .selection = selection, .level_meter = level_meter};
   level_meter = {};
 }
 
