@@ -2,6 +2,8 @@
 // Auto crop of a tone between two silences.
 #include "edit/auto_crop.h"
 
+#include "model/cuts.h"
+#include "model/frame_locator.h"
 #include "model/the_document.h"
 #include "platform/dynamic_library.h"
 #include "settings/settings.h"
@@ -67,6 +69,16 @@ TEST_F(AutoCrop, LeavesWhatNothingInItIsLouderThan) {
   batch_active = true;
   batch_bottom = 2;  // -2 dB: the tone is not as loud
   EXPECT_EQ(cropped(), "60+tone+15");
+}
+
+// Its decoder takes a frame to begin with, at the cursor, which has to be of the part there.
+TEST_F(AutoCrop, HearsAacOfSeveralPartsToItsEnd) {
+  ASSERT_TRUE(open(std::string(CORVELIN_SAMPLES "/speech.aac")));
+  const EditPosition middle = frame_at(document, document.total_size / 2, selection.current_frame);
+  ASSERT_NE(split_at(document, middle), no_part);
+  move_cursor(document, selection, middle);
+  EXPECT_TRUE(run("auto_crop"));
+  EXPECT_EQ(take_box(), "");
 }
 
 TEST_F(AutoCrop, LeavesThePlacesWithoutADecoder) {
