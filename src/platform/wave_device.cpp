@@ -50,7 +50,7 @@ std::string WaveDevice::open_driver(WaveDirection direction, std::uint32_t devic
   driver_ = wave_system().open(direction, device, format, stream, reason);
   if (driver_ == nullptr) return reason;
   stream_ = stream;
-  events_ = events;
+  events_ = std::move(events);
   moved_ = 0;
   stalled_ = {};
   last_look_ = WaveClock::now();
@@ -103,7 +103,7 @@ std::string WaveOutput::open(std::uint32_t device, const WaveFormat& format, std
   close();
   // What a reset drops keeps its room until the device comes by.
   stream_ = std::make_shared<OutputStream>(2 * queue_size);
-  return open_driver(WaveDirection::output, device, format, stream_, events);
+  return open_driver(WaveDirection::output, device, format, stream_, std::move(events));
 }
 
 void WaveOutput::write(WaveHeader& header) {
@@ -159,7 +159,7 @@ std::string WaveInput::open(std::uint32_t device, const WaveFormat& format, std:
                             WaveEvents events) {
   close();
   stream_ = std::make_shared<InputStream>(queue_size);
-  return open_driver(WaveDirection::input, device, format, stream_, events);
+  return open_driver(WaveDirection::input, device, format, stream_, std::move(events));
 }
 
 void WaveInput::add(WaveHeader& header) {
