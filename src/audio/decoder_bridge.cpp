@@ -36,11 +36,11 @@ void tell(std::string_view text, std::string_view caption, BoxIcon icon) {
 }
 
 // Where the library is there, all that is left to do is to choose it.
-void tell_to_install_mpglib(std::string_view caption) {
+void tell_to_install_mpglib(TextRow caption) {
   const std::string_view steps = ui_text(row::mpglib_installation);
-  tell(MpegDecoder::is_available() ? std::string(steps) + "\n\nIt is installed: set use_mpglib to 1"
+  tell(MpegDecoder::is_available() ? format_row(ui_text(row::decoder_is_installed), steps)
                                    : with_package(steps, "libmpg123-0"),
-       caption, BoxIcon::warning);
+       ui_text(caption), BoxIcon::warning);
 }
 
 // The place moves behind the frame that the library looks at, which is not heard. None when there
@@ -66,12 +66,12 @@ std::uint32_t samples_per_frame(const Document& document) {
 
 void tell_to_install_faad(const std::string& reason) {
   if (!reason.empty()) tell(reason, ui_text(row::error), BoxIcon::information);
-  tell(with_package(ui_text(row::aac_installation), "libfaad2"),
-       "libfaad2.dll needed for AAC playback", BoxIcon::warning);
+  tell(with_package(ui_text(row::aac_installation), "libfaad2"), ui_text(row::aac_playback_needs),
+       BoxIcon::warning);
 }
 
-bool tell_of_faad(std::string_view text) {
-  tell(text, "Decoder init error", BoxIcon::error);
+bool tell_of_faad(TextRow cause) {
+  tell(ui_text(cause), ui_text(row::decoder_init_error), BoxIcon::error);
   return false;
 }
 
@@ -85,11 +85,10 @@ bool open_faad(DecoderSession& session, const Document& document, FrameCursor& a
   const bool is_doubled = sample_rate < low_rate;
   session.pcm_format = pcm_16_bit(2, is_doubled ? 2 * sample_rate : sample_rate);
   if (is_doubled) session.pcm_buffer_bytes *= 2;
-  if (opening.fault != DecoderFault::none)
-    return tell_of_faad("libfaad2 does not take this stream.");
+  if (opening.fault != DecoderFault::none) return tell_of_faad(row::faad_takes_no_such_stream);
   const std::span<const std::uint8_t> first = read_first_frame(session, document, at);
-  if (first.empty()) return tell_of_faad("There is no whole frame from here on.");
-  if (!decoder->begin(first)) return tell_of_faad("libfaad2 refuses the first frame here.");
+  if (first.empty()) return tell_of_faad(row::no_whole_frame);
+  if (!decoder->begin(first)) return tell_of_faad(row::faad_refused_frame);
   session.decoder = std::move(decoder);
   return true;
 }
@@ -103,18 +102,18 @@ DecoderFault open_mpeg(DecoderSession& session) {
 
 bool open_mpglib(DecoderSession& session) {
   const DecoderFault fault = open_mpeg(session);
-  if (fault == DecoderFault::no_library) tell_to_install_mpglib("Could not load mpglib.dll");
+  if (fault == DecoderFault::no_library) tell_to_install_mpglib(row::mpglib_not_loaded);
   if (fault == DecoderFault::refused)
-    tell("Error initializing mpglib.", "Decoder init error", BoxIcon::error);
+    tell(ui_text(row::mpglib_refused), ui_text(row::decoder_init_error), BoxIcon::error);
   return fault == DecoderFault::none;
 }
 
 // The codec manager takes Layer III alone.
 bool open_codec_manager(DecoderSession& session, const Document& document) {
-  if (document.kind.layer == 2) tell_to_install_mpglib("Layer 2 only supported with mpglib.dll");
+  if (document.kind.layer == 2) tell_to_install_mpglib(row::layer_2_needs_mpglib);
   if (document.kind.layer != 3) return false;
   if (open_mpeg(session) == DecoderFault::none) return true;
-  tell_to_install_mpglib("Could not open ACM Codec");
+  tell_to_install_mpglib(row::decoder_not_opened);
   return false;
 }
 

@@ -88,8 +88,8 @@ Mp3Form lame_form(EncoderUse use, std::uint32_t sample_rate) {
       .writes_header = !is_constant && (use == EncoderUse::reencode || use == EncoderUse::record)};
 }
 
-bool refuse_with_instruction(std::string_view caption) {
-  host().show_message_box({.caption = std::string(caption),
+bool refuse_with_instruction(TextRow caption) {
+  host().show_message_box({.caption = std::string(ui_text(caption)),
                            .text = with_package(ui_text(row::lame_installation), "libmp3lame0"),
                            .icon = BoxIcon::warning});
   return false;
@@ -103,8 +103,8 @@ bool open_codec_manager(EncoderSession& session, EncoderUse use, std::uint16_t c
     session.lame_samples = session.encoder.samples_per_call();
     return true;
   }
-  return refuse_with_instruction(use != EncoderUse::reencode ? "Could not open ACM encoder"
-                                                             : ui_text(row::error));
+  return refuse_with_instruction(use != EncoderUse::reencode ? row::encoder_not_opened
+                                                             : row::error);
 }
 
 bool open_lame(EncoderSession& session, EncoderUse use, std::uint32_t sample_rate) {
@@ -112,11 +112,11 @@ bool open_lame(EncoderSession& session, EncoderUse use, std::uint32_t sample_rat
   const bool records = use != EncoderUse::reencode;
   const EncoderFault fault = lame.open(lame_form(use, sample_rate));
   if (fault == EncoderFault::no_library)
-    return refuse_with_instruction(records ? "Could not load Lame_enc.dll" : ui_text(row::error));
+    return refuse_with_instruction(records ? row::lame_not_loaded : row::error);
   if (fault != EncoderFault::none) {
     host().show_message_box(
-        {.caption = records ? "Record init error" : "Encode init",
-         .text = fmt::format("Lame: beInitStream failed, error # {}", static_cast<int>(fault)),
+        {.caption = std::string(ui_text(records ? row::record_init_error : row::encode_init)),
+         .text = format_row(ui_text(row::lame_refused), static_cast<int>(fault)),
          .icon = BoxIcon::error});
     return false;
   }
@@ -141,7 +141,7 @@ bool open_encoder(EncoderSession& session, EncoderUse use, std::uint16_t channel
     case EncoderType::none:
       break;
   }
-  return refuse_with_instruction(ui_text(row::please_note));
+  return refuse_with_instruction(row::please_note);
 }
 
 std::optional<std::size_t> encode_block(EncoderSession& session, std::span<const std::int16_t> pcm,
@@ -174,12 +174,12 @@ EncoderProbe encoder_probe_lame() {
   const Mp3Encoder::Version version = Mp3Encoder::version();
   if (!version.is_found) {
     if (encoder_type() == EncoderType::lame) settings.enc_type = 0;
-    return {.text = fmt::format("Lame_enc.dll {}", ui_text(row::not_found))};
+    return {.text = fmt::format("{} {}", ui_text(row::lame_library), ui_text(row::not_found))};
   }
   return {.is_found = true,
-          .text = fmt::format("{} Lame_enc.dll: Version {}.{}, Engine {}.{}", ui_text(row::use),
-                              version.library_major, version.library_minor, version.engine_major,
-                              version.engine_minor)};
+          .text = fmt::format("{} {}: Version {}.{}, Engine {}.{}", ui_text(row::use),
+                              ui_text(row::lame_library), version.library_major,
+                              version.library_minor, version.engine_major, version.engine_minor)};
 }
 
 EncoderProbe encoder_probe_codec_manager() {

@@ -280,5 +280,21 @@ constexpr TextRow no_cue_from = {ext, 120};
 constexpr TextRow no_memory = {ext, 121};
 constexpr TextRow file_is_shorter = {ext, 122};
 constexpr TextRow playlist_names_mp4 = {ext, 123};
+constexpr TextRow aac_playback_needs = {ext, 124};
+constexpr TextRow mpglib_not_loaded = {ext, 125};
+constexpr TextRow layer_2_needs_mpglib = {ext, 126};
+constexpr TextRow decoder_not_opened = {ext, 127};
+constexpr TextRow decoder_init_error = {ext, 128};
+constexpr TextRow mpglib_refused = {ext, 129};
+constexpr TextRow faad_takes_no_such_stream = {ext, 130};
+constexpr TextRow no_whole_frame = {ext, 131};
+constexpr TextRow faad_refused_frame = {ext, 132};
+constexpr TextRow decoder_is_installed = {ext, 133};
+constexpr TextRow encoder_not_opened = {ext, 134};
+constexpr TextRow lame_not_loaded = {ext, 135};
+constexpr TextRow record_init_error = {ext, 136};
+constexpr TextRow encode_init = {ext, 137};
+constexpr TextRow lame_refused = {ext, 138};
+constexpr TextRow lame_library = {ext, 139};
 
 }  // namespace corvelin::row

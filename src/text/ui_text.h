@@ -36,7 +36,7 @@ struct TextRow {
   std::uint32_t number;
 };
 
-constexpr std::size_t ui_text_rows = 413 + 124;
+constexpr std::size_t ui_text_rows = 413 + 140;
 
 /// Rows of `dlg` that hold what a language file tells of itself; never set without one.
 constexpr std::uint32_t translation_language = 100;
