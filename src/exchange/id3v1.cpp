@@ -56,20 +56,18 @@ constexpr std::array<std::string_view, 148> genres = {
     "Thrash Metal", "Anime", "JPop", "Synthpop"};
 // clang-format on
 
-std::span<std::uint8_t> bytes_of(Field field) {
-  return std::span(document.stream.id3v1).subspan(field.at, field.size);
-}
-
 // The bytes of a field up to a zero.
-std::string raw_text(Field field) {
-  const std::span<const std::uint8_t> bytes = bytes_of(field);
+std::string raw_text(const Id3v1Record& record, Field field) {
+  const auto bytes = std::span(record).subspan(field.at, field.size);
   return {bytes.begin(), std::ranges::find(bytes, 0)};
 }
 
-std::u16string shown_text(Field field) { return bytes_to_wide(raw_text(field), false); }
+std::u16string shown_text(Field field) {
+  return bytes_to_wide(raw_text(document.stream.id3v1, field), false);
+}
 
-void put_text(Field field, std::string_view text) {
-  const std::span<std::uint8_t> bytes = bytes_of(field);
+void put_text(Id3v1Record& record, Field field, std::string_view text) {
+  const auto bytes = std::span(record).subspan(field.at, field.size);
   std::ranges::fill(bytes, std::uint8_t{0});
   put_mark(bytes, 0, text.substr(0, field.size));
 }
@@ -80,10 +78,6 @@ std::string edited_text(std::u16string_view text, const std::string& before) {
   return text == bytes_to_wide(before, false) ? before : wide_to_bytes(text, false);
 }
 
-void put_track(std::uint32_t track) {
-  document.stream.id3v1[track_place] = static_cast<std::uint8_t>(track);
-}
-
 std::u16string tag_limited(const std::u16string& text) {
   return cut_to_units(text, id3v1_text_limit);
 }
@@ -92,7 +86,10 @@ std::u16string tag_limited(const std::u16string& text) {
 
 bool has_id3v1() { return stands_at(document.stream.id3v1, 0, "TAG"); }
 
-bool keeps_id3v1() { return open_state.keep_id3v1 && document.stream.is_aac == 0; }
+std::optional<Id3v1Record> kept_id3v1() {
+  if (!open_state.keep_id3v1 || !can_create_tag()) return std::nullopt;
+  return document.stream.id3v1;
+}
 
 void keep_id3v1_as_set() {
   if (has_id3v1()) open_state.keep_id3v1 = settings.save_id3v1 != 0;
@@ -146,39 +143,39 @@ void tag_dialog_apply(const TagDialog& dialog) {
   open_state.keep_id3v1 = dialog.create_tag;
   if (!dialog.create_tag) return;
 
-  if (!has_id3v1()) document.stream.id3v1 = {};
-  const std::string title = edited_text(dialog.title, raw_text(title_field));
-  const std::string artist = edited_text(dialog.artist, raw_text(artist_field));
-  const std::string album = edited_text(dialog.album, raw_text(album_field));
-  const std::string year = edited_text(dialog.year, raw_text(year_field));
-  const std::string comment = edited_text(dialog.comment, raw_text(comment_field));
-  document.stream.id3v1 = {};
-  put_mark(document.stream.id3v1, 0, "TAG");
-  put_text(title_field, title);
-  put_text(artist_field, artist);
-  put_text(album_field, album);
-  put_text(year_field, year);
-  put_track(dialog.track);
-  put_text({comment_field.at, dialog.track == 0 ? comment_field.size : comment_beside_track},
-           comment);
-  document.stream.id3v1[genre_place] = genre_index(dialog.genre).value_or(no_genre);
+  Id3v1Record& record = document.stream.id3v1;
+  const Id3v1Record before = has_id3v1() ? record : Id3v1Record{};
+  const auto edited = [&before](const std::u16string& text, Field field) {
+    return edited_text(text, raw_text(before, field));
+  };
+  record = {};
+  put_mark(record, 0, "TAG");
+  put_text(record, title_field, edited(dialog.title, title_field));
+  put_text(record, artist_field, edited(dialog.artist, artist_field));
+  put_text(record, album_field, edited(dialog.album, album_field));
+  put_text(record, year_field, edited(dialog.year, year_field));
+  record[track_place] = static_cast<std::uint8_t>(dialog.track);
+  put_text(record,
+           {comment_field.at, dialog.track == 0 ? comment_field.size : comment_beside_track},
+           edited(dialog.comment, comment_field));
+  record[genre_place] = genre_index(dialog.genre).value_or(no_genre);
 }
 
-void set_id3v1_of_piece(PartIndex index, std::uint32_t track) {
+Id3v1Record id3v1_of_piece(const std::optional<Id3v1Record>& before, PartIndex index,
+                           std::uint32_t track) {
   const Part& part = document.parts[index];
-  const auto put_known = [](Field field, const std::u16string& text) {
-    if (!text.empty()) put_text(field, wide_to_bytes(text, false));
+  Id3v1Record record = before.value_or(Id3v1Record{});
+  const auto put_known = [&record](Field field, const std::u16string& text) {
+    if (!text.empty()) put_text(record, field, wide_to_bytes(text, false));
   };
-  if (!open_state.keep_id3v1)
-    document.stream.id3v1 = {};  // what the file ends with is no tag to build on
-  put_mark(document.stream.id3v1, 0, "TAG");
-  put_text(title_field, wide_to_bytes(part.part_title, false));
+  put_mark(record, 0, "TAG");
+  put_text(record, title_field, wide_to_bytes(part.part_title, false));
   put_known(artist_field, part.part_artist.empty() ? document.sheet_artist : part.part_artist);
   put_known(album_field, document.sheet_title);
-  document.stream.id3v1[track_mark_place] = 0;
-  put_track(track);
-  if (!open_state.keep_id3v1) document.stream.id3v1[genre_place] = no_genre;
-  open_state.keep_id3v1 = true;
+  record[track_mark_place] = 0;
+  record[track_place] = static_cast<std::uint8_t>(track);
+  if (!before) record[genre_place] = no_genre;
+  return record;
 }
 
 }  // namespace corvelin

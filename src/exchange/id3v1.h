@@ -14,13 +14,14 @@
 #include <string_view>
 
 #include "model/document.h"
+#include "model/stream_info.h"
 
 namespace corvelin {
 
 bool has_id3v1();
 
-/// Whether a save puts the record behind the audio. AAC never gets one.
-bool keeps_id3v1();
+/// The record that a save puts behind the audio, if it is to be kept. AAC never gets one.
+std::optional<Id3v1Record> kept_id3v1();
 
 /// Has the next save follow the setting `save_id3v1`, if there is a tag to be saved. For the
 /// command that switches the setting.
@@ -69,9 +70,10 @@ void names_from_current_cue(TagDialog& dialog);
 /// long is cut; with a track the comment has two bytes less.
 void tag_dialog_apply(const TagDialog& dialog);
 
-/// Fills in the record for a piece of a split that begins with this part, and has it kept. The
-/// title is the part's. An artist or album that the document doesn't know stays what it was, in the
-/// piece before or in the source; so do year, comment and genre.
-void set_id3v1_of_piece(PartIndex index, std::uint32_t track);
+/// The record for a piece of a split that begins with this part. The title is the part's. An artist
+/// or album that the document doesn't know is that of `before`, which is the record of the piece
+/// before, or that of the source where it is kept; so are year, comment and genre.
+Id3v1Record id3v1_of_piece(const std::optional<Id3v1Record>& before, PartIndex index,
+                           std::uint32_t track);
 
 }  // namespace corvelin

@@ -45,10 +45,10 @@ void RangeCopy::begin_frames() {
 }
 
 std::error_code RangeCopy::write_header_frame() {
-  document.stream.vbr_frame_size = 0;
   if (!wants_vbr_frame()) return {};
-  writer_.commit(make_vbr_frame(shape_of_header(range_)));
-  has_header_ = document.stream.vbr_frame_size != 0;
+  const std::vector<std::uint8_t> frame = make_vbr_frame(shape_of_header(range_));
+  has_header_ = !frame.empty();
+  writer_.commit(frame);
   return {};
 }
 

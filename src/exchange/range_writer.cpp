@@ -7,7 +7,6 @@
 #include <algorithm>
 
 #include "document/tag_bounds.h"
-#include "model/stream_info.h"
 #include "model/the_document.h"
 #include "platform/long_run.h"
 #include "stream/frame_header.h"
@@ -74,7 +73,7 @@ std::error_code RangeWriter::write_piece() {
     case Phase::header:
       return finish_header();
     case Phase::id3v1:
-      if (tags_.id3v1) writer_.commit(document.stream.id3v1);
+      if (tags_.id3v1) writer_.commit(*tags_.id3v1);
       break;
     case Phase::over:
       break;

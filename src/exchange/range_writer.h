@@ -6,12 +6,14 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <system_error>
 
 #include "exchange/id3v2_copy.h"
 #include "exchange/left_out.h"
 #include "model/document.h"
+#include "model/stream_info.h"
 #include "platform/block_writer.h"
 #include "platform/file.h"
 
@@ -30,8 +32,8 @@ std::error_code give_date_of_source(OutputFile& file);
 
 /// The tags that go into a file beside the audio.
 struct TagsToWrite {
-  bool id3v2 = false;
-  bool id3v1 = false;
+  bool id3v2 = false;  // that of the first source
+  std::optional<Id3v1Record> id3v1;
 };
 
 class RangeWriter {

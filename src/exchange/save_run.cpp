@@ -62,7 +62,7 @@ bool SaveRun::begin() {
   if (!check(replaced_ ? target_.begin_marked(name_, temporary_mark, extension, permissions)
                        : target_.begin(name_, permissions)))
     return false;
-  audio_->begin(range_, {.id3v2 = keeps_id3v2(false), .id3v1 = keeps_id3v1()});
+  audio_->begin(range_, {.id3v2 = keeps_id3v2(false), .id3v1 = kept_id3v1()});
   return true;
 }
 

@@ -10,7 +10,6 @@
 #include <utility>
 
 #include "document/open_state.h"
-#include "exchange/id3v1.h"
 #include "exchange/id3v2_copy.h"
 #include "exchange/split_name.h"
 #include "model/frame_locator.h"
@@ -82,15 +81,15 @@ SplitResult SplitRun::begin_piece() {
   make_split_name(path_, split_done_, first_number_, split_total_, split_region_part_,
                   open_state.audio_name);
   open_state.save_name = path_;
-  if (settings.split_id3v11 != 0)
-    set_id3v1_of_piece(split_region_part_, split_done_ - 1U + first_number_);
+  if (settings.split_id3v11 != 0 && can_create_tag())
+    id3v1_ = id3v1_of_piece(id3v1_, split_region_part_, split_done_ - 1U + first_number_);
   reason_ = read_fault(document);
   if (!reason_.empty()) return SplitResult::write_error;
   if (const std::error_code error = file_.create_new(path_, permissions_of_sources(document)))
     return failed(SplitResult::create_error, error);
   is_in_piece_ = true;
   copy_.begin({.begin = with_overlap(begin), .end = end},
-              {.id3v2 = keeps_id3v2(true), .id3v1 = keeps_id3v1()});
+              {.id3v2 = keeps_id3v2(true), .id3v1 = id3v1_});
   return SplitResult::more;
 }
 
@@ -172,8 +171,6 @@ void SplitRun::finish() {
   is_over_ = true;
   copy_.wait();
   file_.close();
-  document.stream.id3v1 = id3v1_;
-  open_state.keep_id3v1 = keeps_id3v1_;
   clear_selection(selection);
   if (result_ == SplitResult::finished && log_.empty()) result_ = SplitResult::write_error;
   if (result_ == SplitResult::finished && !losses_.empty()) result_ = SplitResult::not_whole;

@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // Split save: the edited stream in several files, one for each region that begins with a cue, named
-// by a pattern. Frames are copied as in any save. No file that exists is ever replaced, and the
-// document stays what it is but for the ID3v1 record, which each piece may get a version of.
+// by a pattern. Frames are copied as in any save, and each piece may get a version of the ID3v1
+// record. No file that exists is ever replaced.
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
-#include "document/open_state.h"
+#include "exchange/id3v1.h"
 #include "exchange/range_copy.h"
 #include "model/document.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/long_run.h"
 #include "platform/patient_thread.h"
 
@@ -81,10 +81,8 @@ class SplitRun : public LongRun {
   std::uint16_t split_done_ = 0;     // regions written, and the one that is being written
   std::uint16_t split_total_;
   std::uint32_t split_resyncs_ = 0;
-  // The tag of the document, while the pieces have theirs in its place.
-  const decltype(StreamInfo::id3v1) id3v1_ = document.stream.id3v1;
-  const bool keeps_id3v1_ = open_state.keep_id3v1;
-  OutputFile file_;  // the piece
+  std::optional<Id3v1Record> id3v1_ = kept_id3v1();  // of the piece
+  OutputFile file_;                                  // the piece
   RangeCopy copy_{file_};
   bool is_in_piece_ = false;
 

@@ -76,7 +76,6 @@ bool has_encoder_tag() {
 }  // namespace
 
 std::vector<std::uint8_t> make_vbr_frame(const FrameInfo& frame) {
-  document.stream.vbr_frame_size = 0;
   if (document.stream.is_aac != 0 || frame.version == 0) return {};
   const FrameInfo shape = shape_of_vbr_frame(frame);
   const std::size_t marker = vbr_header_offset(shape);
@@ -85,15 +84,12 @@ std::vector<std::uint8_t> make_vbr_frame(const FrameInfo& frame) {
   std::vector<std::uint8_t> bytes(shape.frame_length);
   std::copy_n(shape.header_bytes.begin(), 4, bytes.begin());
   put_mark(bytes, marker, is_variable() ? "Xing" : "Info");
-  document.stream.vbr_frame_size = shape.frame_length;
   return bytes;
 }
 
 VbrHeaderFields make_vbr_header(const OutputFile& target, std::uint64_t offset,
                                 std::uint32_t frame_count, std::span<const FrameMark> marks) {
   VbrHeaderFields result;
-  if (document.stream.is_aac != 0 || document.stream.vbr_frame_size == 0) return result;
-
   std::array<std::uint8_t, vbr_header_size> header = {};  // from the marker on
   const auto bytes = static_cast<std::uint32_t>(target.size() - offset);
   std::uint32_t flags = vbr_has_frames | vbr_has_bytes;

@@ -15,9 +15,8 @@
 
 namespace corvelin {
 
-/// The placeholder, shaped after `frame`. Its length is kept in `document.stream.vbr_frame_size`: 0
-/// when there is none, for AAC, for no frame, and for a bitrate so low that a frame can't hold the
-/// two counts.
+/// The placeholder, shaped after `frame`. Empty when there is none: for AAC, for no frame, and for
+/// a bitrate so low that a frame can't hold the two counts.
 std::vector<std::uint8_t> make_vbr_frame(const FrameInfo& frame);
 
 /// The fields of a placeholder.
@@ -35,8 +34,8 @@ struct FrameMark {
   std::uint64_t offset;  // in the file, bytes
 };
 
-/// What the placeholder at `offset` of the target, which now ends with the audio, is filled in
-/// with. `frame_count` is the number of frames behind it. Nothing where none was written.
+/// What a placeholder that was written at `offset` of the target, which now ends with the audio, is
+/// filled in with. `frame_count` is the number of frames behind it.
 ///
 /// The seek table takes a walk over the frames. It starts anew at each of `marks`, which are in
 /// ascending order, so that with a mark a megabyte only a part of a long file is looked at.

@@ -22,10 +22,12 @@ enum VbrState : std::uint8_t {
 
 constexpr std::uint8_t no_xing_quality = 255;  // there is no header, or it tells none
 
+/// An ID3v1 tag, or what stands at a file's end in its place.
+using Id3v1Record = std::array<std::uint8_t, 128>;
+
 /// The summary of the open stream.
 struct StreamInfo {
-  std::uint32_t xing_frames = 0;     // frame count of a VBR/Info header, 0 if none
-  std::uint16_t vbr_frame_size = 0;  // bytes of the VBR/Info frame that the last save wrote
+  std::uint32_t xing_frames = 0;  // frame count of a VBR/Info header, 0 if none
   /// `toc[i]` is the place, in 1/256 of the audio size, of the point at `i` per cent of the time.
   std::array<std::uint8_t, 100> toc = {};
   std::uint8_t xing_quality = no_xing_quality;  // low byte of the header's quality
@@ -34,7 +36,7 @@ struct StreamInfo {
   std::uint32_t first_audio = 0;  // file offset of the first audio frame
   std::uint32_t audio_end = 0;    // file offset behind the audio as the probe found it
   std::uint32_t id3v2_size = 0;  // bytes of the tag at the file's start, header included; 0 if none
-  std::array<std::uint8_t, 128> id3v1 = {};  // the file's last 128 bytes, tag or not
+  Id3v1Record id3v1 = {};        // the file's last 128 bytes, tag or not
   std::uint8_t vbr = vbr_constant;
   std::uint32_t is_aac = 0;           // 1: ADTS, by the extension of the first file's name
   std::uint32_t has_info_header = 0;  // the file starts with an "Info" header

@@ -74,7 +74,7 @@ TEST_F(Id3v1Test, ATrackTakesTwoBytesOfTheComment) {
   tag_dialog_apply({.create_tag = true, .title = u"a \u20AC \u4E00", .comment = comment});
   EXPECT_EQ(record(0, 33), padded("TAGa \x80 ?", 33));
   EXPECT_EQ(record(97, 31), "123456789012345678901234567890\xFF");
-  EXPECT_TRUE(keeps_id3v1());
+  EXPECT_TRUE(kept_id3v1());
   tag_dialog_apply({.create_tag = true, .comment = comment, .track = 261, .genre = "Jazz"});
   EXPECT_EQ(record(97, 31), std::string("1234567890123456789012345678\0\x05\x08", 31));
 }
@@ -84,15 +84,15 @@ TEST_F(Id3v1Test, WithTheBoxOffTheRecordStays) {
   tag_dialog_apply({.title = u"new"});
   EXPECT_EQ(record(3, 3), "old");
   EXPECT_EQ(settings.save_id3v1, 0U);
-  EXPECT_FALSE(keeps_id3v1());
+  EXPECT_FALSE(kept_id3v1());
   settings.save_id3v1 = 1;
   keep_id3v1_as_set();
-  EXPECT_TRUE(keeps_id3v1());
+  EXPECT_TRUE(kept_id3v1());
   ASSERT_TRUE(open_untagged());
   keep_id3v1_as_set();  // there is nothing to keep
-  EXPECT_FALSE(keeps_id3v1());
+  EXPECT_FALSE(kept_id3v1());
   ASSERT_TRUE(open("a.aac", Mp3Builder{}.adts(20, 300).id3v1("x").bytes()));
-  EXPECT_FALSE(keeps_id3v1() || can_create_tag() || can_edit_tag(tag_dialog_load()));
+  EXPECT_FALSE(kept_id3v1() || can_create_tag() || can_edit_tag(tag_dialog_load()));
 }
 
 TEST_F(Id3v1Test, NamesFromTheCueReplaceAllButTheGenre) {
@@ -112,13 +112,13 @@ TEST_F(Id3v1Test, PiecesBuildOnTheTagOfTheSource) {
                         std::string(30, 'c') + "\x05"));
   document.parts[0].part_title = u"One";
   document.sheet_title = u"Album";
-  set_id3v1_of_piece(0, 300);
+  document.stream.id3v1 = id3v1_of_piece(kept_id3v1(), 0, 300);
   EXPECT_EQ(record(0, 128), padded("TAGOne", 33) + padded("old artist", 30) + padded("Album", 34) +
                                 std::string(28, 'c') + std::string("\0\x2C\x05", 3));
   // What an untagged file ends with is nothing to build on.
   ASSERT_TRUE(open_untagged());
   document.stream.id3v1.fill('j');
-  set_id3v1_of_piece(0, 1);
+  document.stream.id3v1 = id3v1_of_piece(kept_id3v1(), 0, 1);
   EXPECT_EQ(record(0, 128), "TAG" + std::string(123, '\0') + "\x01\xFF");
 }
 
