@@ -18,8 +18,6 @@ namespace corvelin {
 
 namespace {
 
-EncoderType encoder_type() { return static_cast<EncoderType>(settings.enc_type); }
-
 // The codec manager: samples go to frames of the same rate and a constant bit rate.
 Mp3Form codec_manager_form(EncoderUse use) {
   const std::uint32_t kbit_s = settings.enc_acm_bitrate / 1000;

@@ -5,28 +5,22 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 
 #include "platform/text.h"
+#include "stream/frame_header.h"
 #include "text/text_rows.h"
 
 namespace corvelin {
 
 namespace {
 
-// The bit rates of MPEG 1, and of MPEG 2 and 2.5 (ISO/IEC 11172-3 and 13818-3), Layer III, kbit/s.
-constexpr std::array<std::uint16_t, 14> rates_of_mpeg1 = {32,  40,  48,  56,  64,  80,  96,
-                                                          112, 128, 160, 192, 224, 256, 320};
-constexpr std::array<std::uint16_t, 14> rates_of_mpeg2 = {8,  16, 24, 32,  40,  48,  56,
-                                                          64, 80, 96, 112, 128, 144, 160};
 constexpr std::uint32_t lowest_mpeg1_samplerate = 32000;  // hertz
 
 constexpr std::uint16_t lowest_abr = 8;  // kbit/s
 constexpr std::uint16_t highest_abr = 320;
 
-std::span<const std::uint16_t> bitrates() {
-  if (settings.enc_lam_samplerate < lowest_mpeg1_samplerate) return rates_of_mpeg2;
-  return rates_of_mpeg1;
+std::span<const std::uint16_t> bitrates_at(std::uint32_t samplerate) {
+  return layer3_bitrates(samplerate < lowest_mpeg1_samplerate ? 2 : 1);
 }
 
 std::string_view vbr_quality_remark(int quality) {
@@ -74,7 +68,7 @@ struct CodecManagerFormat {
 std::vector<CodecManagerFormat> codec_manager_formats() {
   std::vector<CodecManagerFormat> formats;
   for (const std::uint32_t samplerate : {48000U, 44100U, 32000U, 24000U, 22050U, 16000U}) {
-    const auto& rates = samplerate < lowest_mpeg1_samplerate ? rates_of_mpeg2 : rates_of_mpeg1;
+    const std::span<const std::uint16_t> rates = bitrates_at(samplerate);
     for (const std::uint8_t channels : {std::uint8_t{2}, std::uint8_t{1}})
       for (std::size_t i = rates.size(); i-- > 0;)
         formats.push_back({samplerate, rates[i], channels});
@@ -94,6 +88,8 @@ std::int32_t field(std::string_view line, PresetColumn column) {
 
 }  // namespace
 
+EncoderType encoder_type() { return static_cast<EncoderType>(settings.enc_type); }
+
 bool is_lame_vbr() {
   return settings.enc_lam_vbr_method != lame_method_cbr &&
          settings.enc_lam_vbr_method != lame_method_abr;
@@ -102,14 +98,14 @@ bool is_lame_vbr() {
 std::vector<EncoderChoice> lame_bitrate_choices() {
   const bool is_least = settings.enc_lam_vbr_method != lame_method_cbr;
   std::vector<EncoderChoice> choices;
-  for (const std::uint16_t rate : bitrates())
+  for (const std::uint16_t rate : bitrates_at(settings.enc_lam_samplerate))
     choices.push_back({rate, fmt::format("{} kbit/s{}", rate, is_least ? " (min)" : "")});
   return choices;
 }
 
 std::vector<EncoderChoice> lame_bitrate_max_choices() {
   std::vector<EncoderChoice> choices;
-  for (const std::uint16_t rate : bitrates())
+  for (const std::uint16_t rate : bitrates_at(settings.enc_lam_samplerate))
     choices.push_back({rate, fmt::format("Max {} kbit/s", rate)});
   return choices;
 }

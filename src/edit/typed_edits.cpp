@@ -14,17 +14,13 @@ namespace corvelin {
 
 namespace {
 
-bool is_border(EditPosition pos) {
-  return pos >= document.total_size || document.parts[part_at(document, pos)].part_beg == pos;
-}
-
 // Whether the table takes all borders that the cuts may need, at their ends and, where the level
 // has to come back, a frame behind them. What the cuts take out of the table doesn't count.
 bool has_room_for_cuts(std::span<const Range> ranges) {
   std::size_t borders = 0;
   for (const Range& range : ranges) {
-    borders += is_border(range.begin) ? 0 : 1;
-    borders += is_border(range.end) ? 0 : 1;
+    borders += is_border(document, range.begin) ? 0 : 1;
+    borders += is_border(document, range.end) ? 0 : 1;
   }
   return document.parts.size() + borders < most_parts;
 }
@@ -76,7 +72,7 @@ CutResult cut_ranges(std::span<const Range> ranges, const Command& change) {
 
 bool set_cue_at(EditPosition pos, const std::optional<std::u16string>& title,
                 const std::optional<std::u16string>& artist) {
-  const bool is_new = !is_border(pos);
+  const bool is_new = !is_border(document, pos);
   if (is_new && document.parts.size() >= most_parts) return false;
   carry_out(cue_change, [&] {
     const PartIndex index = split_at(document, pos);

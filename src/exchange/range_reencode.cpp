@@ -28,8 +28,6 @@ namespace {
 // What is made of so many frames has room in the file's writer, at any bit rate.
 constexpr std::uint32_t frames_per_block = 50;
 
-EncoderType encoder_type() { return static_cast<EncoderType>(settings.enc_type); }
-
 std::uint16_t encoder_channels() {
   if (encoder_type() == EncoderType::codec_manager) return settings.enc_acm_channels;
   return settings.enc_lam_mode == lame_mode_mono ? 1 : 2;

@@ -114,11 +114,11 @@ bool is_refused(const Document& document, EditPosition beg, EditPosition end) {
   return document.parts.size() >= most_parts || (beg == 0 && end >= document.total_size);
 }
 
+}  // namespace
+
 bool is_border(const Document& document, EditPosition pos) {
   return pos >= document.total_size || document.parts[part_at(document, pos)].part_beg == pos;
 }
-
-}  // namespace
 
 void move_border(Document& document, PartIndex index, EditPosition pos) {
   if (index == 0 || index >= document.parts.size()) return;

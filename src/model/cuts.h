@@ -12,6 +12,9 @@
 
 namespace corvelin {
 
+/// Whether a part begins at `pos`, or the stream ends there.
+bool is_border(const Document& document, EditPosition pos);
+
 /// Makes `pos` a border and returns the part that begins there: 0 at the stream's start,
 /// `part_count()` at its end. The second half of a split is a plain cut without gain, cue or texts.
 /// `no_part` when the table is full; the part stays whole then.

@@ -121,6 +121,10 @@ bool decode_adts_header(FrameInfo& info, const HeaderBytes& bytes) {
 
 }  // namespace
 
+std::span<const std::uint16_t> layer3_bitrates(std::uint8_t version) {
+  return std::span(bitrates_of(version, true)).subspan(1, 14);  // between free and invalid
+}
+
 bool decode_frame_header(FrameInfo& info, FrameFormat format) {
   const HeaderBytes bytes = info.header_bytes;
   return format == FrameFormat::adts ? decode_adts_header(info, bytes)

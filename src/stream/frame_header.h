@@ -52,6 +52,10 @@ constexpr std::uint32_t longest_frame(FrameFormat format) {
   return format == FrameFormat::adts ? longest_adts_frame : frame_unit;
 }
 
+/// The bit rates of Layer III in a version of MPEG (ISO/IEC 11172-3 and 13818-3), kbit/s,
+/// ascending.
+std::span<const std::uint16_t> layer3_bitrates(std::uint8_t version);
+
 /// Decodes `info.header_bytes` into the other fields. Returns whether it is a header. When it is
 /// none by the MPEG rules all of `info` is zero.
 bool decode_frame_header(FrameInfo& info, FrameFormat format);
