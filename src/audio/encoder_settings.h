@@ -18,6 +18,7 @@ namespace corvelin {
 /// Values of `enc_type`.
 enum class EncoderType : std::uint8_t { none = 0, codec_manager = 1, lame = 2 };
 
+/// The encoder that the settings name.
 EncoderType encoder_type();
 
 /// Values of `enc_lam_mode`, `enc_lam_quality` and `enc_lam_vbr_method` that have a meaning of

@@ -160,6 +160,10 @@ TEST_F(SplitSaveTest, EachPieceHasItsTagsAndItsSourcesDate) {
   EXPECT_EQ(split(19), SplitResult::finished);
   EXPECT_FALSE(open_state.keep_id3v1);
   EXPECT_NE(document.stream.id3v1[0], 'T');
+  const Bytes aac = Mp3Builder{}.adts(20, 300).bytes();
+  ASSERT_TRUE(open("c.aac", aac));
+  EXPECT_EQ(split(29), SplitResult::finished);
+  EXPECT_EQ(piece("29.aac"), aac);  // which never has one
 }
 
 TEST_F(SplitSaveTest, EachPieceHasAHeaderOfItsOwn) {
