@@ -17,12 +17,12 @@
 
 #include "document/append.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "edit/open_files.h"
 #include "edit/undo.h"
 #include "exchange/project_file.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
-#include "model/the_document.h"
 #include "runs.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
@@ -278,39 +278,44 @@ class Bench {
   void steps_and_searches() {
     using namespace corvelin;
     constexpr std::size_t size = 100'000'000;
-    start_up(std::nullopt);
+    start_up(editor_, std::nullopt);
     write_file(path("a.mp3"), variable_frames(), size);
-    open_file(path("a.mp3"));
-    const auto steps = [] {
-      for (int i = 0; i < 20; ++i) undo_push(true, "x");
-      while (!undo_stack.empty()) undo_pop();
+    open_file(editor_, path("a.mp3"));
+    const auto steps = [this] {
+      for (int i = 0; i < 20; ++i) undo_push(editor_, true, "x");
+      while (!editor_.undo_stack.empty()) undo_pop(editor_);
     };
     fmt::print("In this process, with a VBR file of 100 MB:\n");
     print_time("20 steps taken and taken back", 20, steps);
-    print_time("opened", 5, [this] { open_file(path("a.mp3")); });
+    print_time("opened", 5, [this] { open_file(editor_, path("a.mp3")); });
     write_file(path("zeros.mp3"), Bytes(1'000'000), size);
     print_time("100 MB of zeros refused for an append", 60,
-               [this] { append_file(path("zeros.mp3")); });
-    shut_down();
+               [this] { append_file(editor_.document, path("zeros.mp3")); });
+    shut_down(editor_);
   }
 
   // In this process: what an edit of a large document costs beside the edit.
   void projects() {
     using namespace corvelin;
-    start_up(std::nullopt);
+    start_up(editor_, std::nullopt);
     write_file(path("a.mp3"), constant_frames(), small);
-    open_file(path("a.mp3"));
-    const std::uint32_t size = document.total_size / 1001;
+    open_file(editor_, path("a.mp3"));
+    const std::uint32_t size = editor_.document.total_size / 1001;
     for (std::uint32_t i = 1; i < 1000; ++i) {
-      split_at(document, frame_at(document, i * size, selection.current_frame));
-      document.parts[document.parts.size() - 1].part_title = u"A title of a common length";
+      split_at(editor_.document,
+               frame_at(editor_.document, i * size, editor_.selection.current_frame));
+      editor_.document.parts[editor_.document.parts.size() - 1].part_title =
+          u"A title of a common length";
     }
-    open_state.project_name = path("p.cvp");
-    fmt::print("A project of {} parts:\n", document.parts.size());
-    print_time("written", 10, [] { write_project(open_state.project_name, selection.cursor); });
-    print_time("taken as an undo step", 2, [] { undo_push(true, "x"); });
-    print_time("read", 10, [this] { open_file(path("p.cvp")); });
-    shut_down();
+    editor_.open_state.project_name = path("p.cvp");
+    fmt::print("A project of {} parts:\n", editor_.document.parts.size());
+    print_time("written", 10, [this] {
+      write_project(editor_.document, editor_.selection, editor_.open_state,
+                    editor_.open_state.project_name, editor_.selection.cursor);
+    });
+    print_time("taken as an undo step", 2, [this] { undo_push(editor_, true, "x"); });
+    print_time("read", 10, [this] { open_file(editor_, path("p.cvp")); });
+    shut_down(editor_);
   }
 
  private:
@@ -322,6 +327,7 @@ class Bench {
     return run(words);
   }
 
+  corvelin::Editor editor_;
   std::string folder_;
 };
 

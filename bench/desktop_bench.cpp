@@ -18,13 +18,12 @@
 #include <vector>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
 #include "desktop/desktop_run.h"
 #include "desktop/qt_canvas.h"
 #include "desktop/view_widget.h"
+#include "edit/editor.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "platform/program.h"
 #include "settings/settings.h"
 #include "shell/editor_view.h"
@@ -68,6 +67,7 @@ const Work works[] = {
      "large.mp3",
      {"/save", "/overwrite"}},
 };
+Editor editor;               // of the program
 const Work* work = nullptr;  // of this process
 
 // As it is drawn while it plays, on an image of its own.
@@ -77,14 +77,14 @@ void report_drawings(std::uint16_t zoom, double limit) {
   EditorView view;
   lay_out_view(view, 1600, 500, 1);
   QImage image(view.layout.width, view.layout.height, QImage::Format_RGB32);
-  seek_to(playback, document.total_size / 2);
-  const EditPosition middle = selection.cursor;
+  seek_to(editor.playback, editor.document.total_size / 2);
+  const EditPosition middle = editor.selection.cursor;
   double all = 0;
   for (int round = -1; round < rounds; ++round) {  // the first one reads the file
     const Clock::time_point start = Clock::now();
-    selection.cursor = middle + static_cast<EditPosition>(round + 1) * 2 * 417;
+    editor.selection.cursor = middle + static_cast<EditPosition>(round + 1) * 2 * 417;
     QtCanvas canvas(image);
-    view_redraw(view, canvas);
+    view_redraw(editor, view, canvas);
     if (round >= 0) all += milliseconds_since(start);
   }
   fmt::print("{:44} {:8.2f} ms (limit {:.0f})\n", fmt::format("a drawing at zoom {}", zoom),
@@ -97,7 +97,7 @@ class FirstDrawing : public QObject {
   using QObject::QObject;
   bool eventFilter(QObject* watched, QEvent* event) override {
     const bool is_view = dynamic_cast<ViewWidget*>(watched) != nullptr;
-    if (is_view && event->type() == QEvent::Paint && document.total_size != 0)
+    if (is_view && event->type() == QEvent::Paint && editor.document.total_size != 0)
       QTimer::singleShot(0, this, [] {
         report(work->title, milliseconds_since(process_start), 400);
         report_drawings(32, 2);
@@ -154,7 +154,7 @@ int run_window(const std::filesystem::path& folder) {
   std::vector<char*> arguments;
   arguments.reserve(words.size());
   for (std::string& word : words) arguments.push_back(word.data());
-  return run_desktop(static_cast<int>(arguments.size()), arguments.data());
+  return run_desktop(editor, static_cast<int>(arguments.size()), arguments.data());
 }
 
 void run_child(const char* program, std::string_view name, const std::string& folder) {

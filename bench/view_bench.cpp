@@ -13,13 +13,12 @@
 #include <string>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
+#include "edit/editor.h"
 #include "edit/open_files.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "shell/editor_view.h"
 #include "shell/start_up.h"
@@ -44,22 +43,23 @@ void write_audio(const std::string& path) {
               static_cast<std::streamsize>(builder.size()));
 }
 
-void make_parts() {
+void make_parts(Editor& editor) {
   for (std::uint32_t i = 1; i < 100; ++i) {
-    const PartIndex part = split_at(
-        document, frame_at(document, document.total_size / 100 * i, selection.current_frame));
-    document.parts[part].part_gainbeg = i % 2 == 0 ? -4 : 0;
+    const PartIndex part =
+        split_at(editor.document, frame_at(editor.document, editor.document.total_size / 100 * i,
+                                           editor.selection.current_frame));
+    editor.document.parts[part].part_gainbeg = i % 2 == 0 ? -4 : 0;
   }
 }
 
-void time_drawing(const char* name, double limit, EditorView& view, Canvas& picture,
+void time_drawing(Editor& editor, const char* name, double limit, EditorView& view, Canvas& picture,
                   const std::function<void(int)>& move) {
   double best = 1e9;
   double sum = 0;
   for (int round = 0; round < rounds; ++round) {
     move(round);
     const auto start = std::chrono::steady_clock::now();
-    view_redraw(view, picture);
+    view_redraw(editor, view, picture);
     const std::chrono::duration<double, std::milli> taken =
         std::chrono::steady_clock::now() - start;
     best = std::min(best, taken.count());
@@ -69,37 +69,41 @@ void time_drawing(const char* name, double limit, EditorView& view, Canvas& pict
              sum / rounds, limit);
 }
 
-void draw_at_zoom(std::uint16_t zoom, double limit) {
+void draw_at_zoom(Editor& editor, std::uint16_t zoom, double limit) {
   fmt::print("The view at zoom {}:\n", zoom);
   settings.zoom = zoom;
   EditorView view;
   test::PlainPicture picture(width, height);
   lay_out_view(view, width, height, 1);
-  const EditPosition middle = frame_at(document, document.total_size / 2, selection.current_frame);
-  time_drawing("at the same place", limit, view, picture, [&](int) { selection.cursor = middle; });
-  time_drawing("moving", limit, view, picture, [&](int round) {
-    selection.cursor = middle + static_cast<std::uint32_t>(round) * 2 * 417;
+  const EditPosition middle =
+      frame_at(editor.document, editor.document.total_size / 2, editor.selection.current_frame);
+  time_drawing(editor, "at the same place", limit, view, picture,
+               [&](int) { editor.selection.cursor = middle; });
+  time_drawing(editor, "moving", limit, view, picture, [&](int round) {
+    editor.selection.cursor = middle + static_cast<std::uint32_t>(round) * 2 * 417;
   });
-  time_drawing("at a new place", limit, view, picture, [&](int round) {
-    seek_to(playback, document.total_size / rounds * static_cast<std::uint32_t>(round));
+  time_drawing(editor, "at a new place", limit, view, picture, [&](int round) {
+    seek_to(editor.playback,
+            editor.document.total_size / rounds * static_cast<std::uint32_t>(round));
   });
 }
 
 }  // namespace
 
 int main() {
+  Editor editor;
   const std::string path =
       (std::filesystem::temp_directory_path() / "corvelin-view-bench.mp3").string();
   write_audio(path);
-  start_up(std::nullopt);
-  const bool is_open = open_file(path);
+  start_up(editor, std::nullopt);
+  const bool is_open = open_file(editor, path);
   if (is_open) {
-    make_parts();
-    draw_at_zoom(32, 2);
-    draw_at_zoom(8, 2);
-    draw_at_zoom(1, 4);
+    make_parts(editor);
+    draw_at_zoom(editor, 32, 2);
+    draw_at_zoom(editor, 8, 2);
+    draw_at_zoom(editor, 1, 4);
   }
-  shut_down();
+  shut_down(editor);
   std::filesystem::remove(path);
   return is_open ? EXIT_SUCCESS : EXIT_FAILURE;
 }

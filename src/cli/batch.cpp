@@ -20,6 +20,7 @@
 #include "cli/line_reader.h"
 #include "cli/messages.h"
 #include "cli/progress_line.h"
+#include "edit/editor.h"
 #include "platform/file.h"
 #include "platform/folder_list.h"
 #include "platform/interruption.h"
@@ -192,7 +193,8 @@ std::vector<BatchResult> work_in_turn(const BatchJob& job, const BatchListener& 
     is_refused = !refusal.empty();
     return refusal;
   };
-  BatchRun run(job, nullptr, before_writing);
+  Editor editor;
+  BatchRun run(editor, job, nullptr, before_writing);
   std::size_t told = 0;
   bool goes_on = true;
   while (goes_on) {

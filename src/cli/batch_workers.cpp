@@ -20,6 +20,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "edit/editor.h"
 #include "platform/file.h"
 #include "platform/interruption.h"
 #include "platform/system_calls.h"
@@ -174,7 +175,7 @@ class Worker {
 class Workers {
  public:
   Workers(const BatchJob& job, unsigned count, const BatchListener& listener)
-      : listener_(listener), run_(job, nullptr, question()), workers_(count) {
+      : listener_(listener), run_(editor_, job, nullptr, question()), workers_(count) {
     for (const BatchItem& item : job.items)
       if (item.is_selected) items_.push_back(&item);
     for (const BatchItem* const item : items_)
@@ -276,6 +277,7 @@ class Workers {
   }
 
   const BatchListener& listener_;
+  Editor editor_;
   BatchRun run_;         // which each worker gets a copy of
   int own_socket_ = -1;  // in a worker: the way to who gives it files
   std::vector<Worker> workers_;

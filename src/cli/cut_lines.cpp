@@ -10,22 +10,22 @@
 
 #include "cli/place.h"
 #include "cli/words.h"
+#include "edit/editor.h"
 #include "edit/names_dialog.h"
 #include "edit/typed_edits.h"
 #include "model/document.h"
-#include "model/the_document.h"
 
 namespace corvelin {
 
 namespace {
 
 // Reads pairs of places into ranges, which are in order and apart then.
-Refusal read_ranges(Arguments words, std::vector<Range>& ranges) {
+Refusal read_ranges(Editor& editor, Arguments words, std::vector<Range>& ranges) {
   if (words.size() % 2 != 0) return "each range takes two places";
   for (std::size_t i = 0; i < words.size(); i += 2) {
-    const Place begin = read_position(words[i]);
+    const Place begin = read_position(editor, words[i]);
     if (!begin.refusal.empty()) return begin.refusal;
-    const Place end = read_position(words[i + 1]);
+    const Place end = read_position(editor, words[i + 1]);
     if (!end.refusal.empty()) return end.refusal;
     if (begin.pos == no_position || end.pos == no_position) return "a range has a begin and an end";
     if (begin.pos >= end.pos)
@@ -36,8 +36,8 @@ Refusal read_ranges(Arguments words, std::vector<Range>& ranges) {
   return no_refusal;
 }
 
-Refusal cut_out(const std::vector<Range>& ranges, const Command& change) {
-  switch (cut_ranges(ranges, change)) {
+Refusal cut_out(Editor& editor, const std::vector<Range>& ranges, const Command& change) {
+  switch (cut_ranges(editor, ranges, change)) {
     case CutResult::nothing_left:
       return "nothing would be left";
     case CutResult::no_room:
@@ -48,24 +48,24 @@ Refusal cut_out(const std::vector<Range>& ranges, const Command& change) {
   return no_refusal;
 }
 
-Refusal cut_line(Arguments words, HeadlessHost&) {
+Refusal cut_line(Editor& editor, Arguments words, HeadlessHost&) {
   std::vector<Range> ranges;
-  Refusal refusal = read_ranges(words, ranges);
-  return refusal.empty() ? cut_out(ranges, cut_change) : refusal;
+  Refusal refusal = read_ranges(editor, words, ranges);
+  return refusal.empty() ? cut_out(editor, ranges, cut_change) : refusal;
 }
 
-Refusal keep_line(Arguments words, HeadlessHost&) {
+Refusal keep_line(Editor& editor, Arguments words, HeadlessHost&) {
   std::vector<Range> ranges;
-  Refusal refusal = read_ranges(words, ranges);
+  Refusal refusal = read_ranges(editor, words, ranges);
   if (!refusal.empty()) return refusal;
-  const std::vector<Range> rest = outside_of(ranges);
-  return rest.empty() ? "that is all of the stream" : cut_out(rest, keep_change);
+  const std::vector<Range> rest = outside_of(editor, ranges);
+  return rest.empty() ? "that is all of the stream" : cut_out(editor, rest, keep_change);
 }
 
-Refusal cue_line(Arguments words, HeadlessHost&) {
-  const Place place = read_position(words[0]);
+Refusal cue_line(Editor& editor, Arguments words, HeadlessHost&) {
+  const Place place = read_position(editor, words[0]);
   if (!place.refusal.empty()) return place.refusal;
-  if (place.pos >= document.total_size)
+  if (place.pos >= editor.document.total_size)
     return  // "-" too
         "no track begins there";
   const auto name = [words](std::size_t index, std::string_view what) {
@@ -73,7 +73,7 @@ Refusal cue_line(Arguments words, HeadlessHost&) {
     return index < words.size() ? std::optional(name_within(limit, words[index], what))
                                 : std::nullopt;  // a border that is there keeps its own
   };
-  if (!set_cue_at(place.pos, name(1, "the title"), name(2, "the artist")))
+  if (!set_cue_at(editor, place.pos, name(1, "the title"), name(2, "the artist")))
     return fmt::format("there is no room for a part more; the most are {}", most_parts);
   return no_refusal;
 }

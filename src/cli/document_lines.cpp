@@ -8,6 +8,7 @@
 #include "cli/open_files.h"
 #include "cli/unsaved.h"
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "edit/open_files.h"
 #include "platform/path.h"
 
@@ -15,23 +16,25 @@ namespace corvelin {
 
 namespace {
 
-Refusal open_line(Arguments words, HeadlessHost&) {
-  tell_unsaved_edits();
-  return open_paths(words);
+Refusal open_line(Editor& editor, Arguments words, HeadlessHost&) {
+  tell_unsaved_edits(editor);
+  return open_paths(editor, words);
 }
 
-Refusal append_line(Arguments words, HeadlessHost&) { return append_to_document(words); }
+Refusal append_line(Editor& editor, Arguments words, HeadlessHost&) {
+  return append_to_document(editor, words);
+}
 
-Refusal load_cue_line(Arguments words, HeadlessHost& host) {
+Refusal load_cue_line(Editor& editor, Arguments words, HeadlessHost& host) {
   host.set_next_path(in_current_folder(words[0]));
   const bool is_loaded =
-      dispatch_command(command::load_cue_sheet_over_audio) == DispatchResult::done;
+      dispatch_command(editor, command::load_cue_sheet_over_audio) == DispatchResult::done;
   return is_loaded ? no_refusal : fmt::format("{} was not loaded", words[0]);
 }
 
-Refusal close_line(Arguments, HeadlessHost&) {
-  tell_unsaved_edits();
-  close_all();
+Refusal close_line(Editor& editor, Arguments, HeadlessHost&) {
+  tell_unsaved_edits(editor);
+  close_all(editor);
   return no_refusal;
 }
 

@@ -11,6 +11,7 @@
 namespace corvelin {
 
 class HeadlessHost;
+struct Editor;
 
 /// The words behind the name of a line.
 using Arguments = std::span<const std::string>;
@@ -29,7 +30,7 @@ struct EditLine {
   std::size_t fewest;  // arguments
   std::size_t most;
   bool needs_document;
-  Refusal (*run)(Arguments words, HeadlessHost& host);
+  Refusal (*run)(Editor& editor, Arguments words, HeadlessHost& host);
 };
 
 // The tables, by subject.

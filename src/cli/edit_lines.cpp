@@ -15,8 +15,8 @@
 #include "cli/play_lines.h"
 #include "cli/words.h"
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "model/document.h"
-#include "model/the_document.h"
 #include "settings/setting_table.h"
 
 namespace corvelin {
@@ -30,7 +30,7 @@ std::vector<std::string_view> known_settings() {
 }
 
 // A command of the table, by number or name.
-Refusal run_command(const std::string& name, std::size_t argument_count) {
+Refusal run_command(Editor& editor, const std::string& name, std::size_t argument_count) {
   const auto number = parse_whole<CommandId>(name);
   const auto id = number ? number : find_command(name);
   if (!id) {
@@ -38,7 +38,7 @@ Refusal run_command(const std::string& name, std::size_t argument_count) {
                        did_you_mean(name, known_lines()));
   }
   if (argument_count != 0) return fmt::format("{} takes no arguments", name);
-  switch (dispatch_command(*id)) {
+  switch (dispatch_command(editor, *id)) {
     case DispatchResult::unknown:
       return fmt::format("there is no command {}", name);
     case DispatchResult::no_document:
@@ -54,18 +54,18 @@ Refusal run_command(const std::string& name, std::size_t argument_count) {
     case DispatchResult::done:
       break;
   }
-  return wait_for_play();  // nobody could stop it later
+  return wait_for_play(editor);  // nobody could stop it later
 }
 
-Refusal run_words(const std::vector<std::string>& words, HeadlessHost& host) {
+Refusal run_words(Editor& editor, const std::vector<std::string>& words, HeadlessHost& host) {
   const std::string& name = words.front();
   const EditLine* const line = find_line(name);
-  if (line == nullptr) return run_command(name, words.size() - 1);
+  if (line == nullptr) return run_command(editor, name, words.size() - 1);
   const Arguments arguments = Arguments(words).subspan(1);
   if (arguments.size() < line->fewest || arguments.size() > line->most)
     return fmt::format("the line is: {} {}", name, line->arguments);
-  if (line->needs_document && document.parts.empty()) return "no document is open";
-  return line->run(arguments, host);
+  if (line->needs_document && editor.document.parts.empty()) return "no document is open";
+  return line->run(editor, arguments, host);
 }
 
 }  // namespace
@@ -104,17 +104,17 @@ Refusal set_refusal(SetResult result, std::string_view key, std::string_view val
   return no_refusal;
 }
 
-Refusal run_edit_words(const std::vector<std::string>& words, HeadlessHost& host) {
-  Refusal refusal = run_words(words, host);
+Refusal run_edit_words(Editor& editor, const std::vector<std::string>& words, HeadlessHost& host) {
+  Refusal refusal = run_words(editor, words, host);
   host.set_next_path(std::nullopt);  // a line that was refused before it asked
   host.set_next_dialog(nullptr);
   return refusal;
 }
 
-Refusal run_edit_line(std::string_view line, HeadlessHost& host) {
+Refusal run_edit_line(Editor& editor, std::string_view line, HeadlessHost& host) {
   const auto words = split_words(line);
   if (!words) return "a quote is left open";
-  return words->empty() ? no_refusal : run_edit_words(*words, host);
+  return words->empty() ? no_refusal : run_edit_words(editor, *words, host);
 }
 
 }  // namespace corvelin

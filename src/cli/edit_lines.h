@@ -13,6 +13,8 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// All kinds of lines, a table a subject.
 std::span<const std::span<const EditLine>> line_tables();
 
@@ -20,10 +22,10 @@ std::span<const std::span<const EditLine>> line_tables();
 const EditLine* find_line(std::string_view name);
 
 /// Runs one edit line. An empty line or a comment does nothing.
-Refusal run_edit_line(std::string_view line, HeadlessHost& host);
+Refusal run_edit_line(Editor& editor, std::string_view line, HeadlessHost& host);
 
 /// The same for a line that is words already.
-Refusal run_edit_words(const std::vector<std::string>& words, HeadlessHost& host);
+Refusal run_edit_words(Editor& editor, const std::vector<std::string>& words, HeadlessHost& host);
 
 /// The words for a setting that was not set, or an empty text.
 Refusal set_refusal(SetResult result, std::string_view key, std::string_view value);

@@ -21,11 +21,11 @@
 #include "cli/times.h"
 #include "cli/unsaved.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "edit/record_commands.h"
 #include "edit/requirements.h"
 #include "edit/save_audio.h"
 #include "model/document.h"
-#include "model/the_document.h"
 #include "platform/clipboard.h"
 #include "platform/interruption.h"
 #include "platform/process.h"
@@ -81,14 +81,14 @@ class HeadlessRun {
 
   int run() {
     const std::optional<std::string> path = settings_path();
-    if (!start_up(path)) return failed;
+    if (!start_up(editor_, path)) return failed;
     if (!run_settings_.apply(options_)) return wrong_usage;
     load_language();
     clipboard_file = options_.clipboard;
     uses_display_scale = std::ranges::any_of(
         options_.settings, [](const auto& setting) { return setting.first == "use_toc"; });
     work();
-    shut_down();
+    shut_down(editor_);
     end_remote_control();
     store();
     if (!flush_output()) fail("standard output: write error");
@@ -125,12 +125,12 @@ class HeadlessRun {
     report();
     if (options_.work != nullptr && interruption() == 0) run_work(*options_.work);
     fail_at_bad_source();
-    if (status_ == succeeded) tell_unsaved_edits();
+    if (status_ == succeeded) tell_unsaved_edits(editor_);
   }
 
   void open() {
     if (options_.files.empty()) return;
-    const Refusal refusal = open_paths(options_.files);
+    const Refusal refusal = open_paths(editor_, options_.files);
     if (!refusal.empty()) fail(refusal);
     fail_at_bad_source();
   }
@@ -138,9 +138,10 @@ class HeadlessRun {
   // What was recorded is the document from here on, also when the recording broke off.
   void record() {
     remote_control_on = options_.remote;
-    if (!record_unattended(options_.files.empty() ? std::string() : options_.files.front()))
+    if (!record_unattended(editor_,
+                           options_.files.empty() ? std::string() : options_.files.front()))
       status_ = failed;
-    remember_saved();
+    remember_saved(editor_);
   }
 
   [[nodiscard]] bool goes_on() const {
@@ -182,44 +183,44 @@ class HeadlessRun {
   }
 
   void run_line(const std::string& line, const std::string& place) {
-    const Refusal refusal = run_edit_line(line, host_);
+    const Refusal refusal = run_edit_line(editor_, line, host_);
     if (!refusal.empty()) fail(fmt::format("{}: {}", place, refusal));
     fail_at_bad_source();
   }
 
   // A source that can't be read in full is not what it seems, though nothing was refused.
   void fail_at_bad_source() {
-    std::string fault = read_fault(document);
+    std::string fault = read_fault(editor_.document);
     std::ranges::replace(fault, '\n', ':');
     if (!fault.empty() && fault != told_fault_) fail(fault);
     told_fault_ = fault;
   }
 
   void run_output() {
-    const Refusal refusal = run_edit_words({"save", options_.output}, host_);
+    const Refusal refusal = run_edit_words(editor_, {"save", options_.output}, host_);
     if (!refusal.empty()) fail(fmt::format("--output {}: {}", options_.output, refusal));
   }
 
   void report() {
-    if (document.files.empty()) {
+    if (editor_.document.files.empty()) {
       if (status_ == succeeded && (options_.info || options_.frames)) fail("no document is open");
     } else if (options_.info) {
-      print(stream_summary());
+      print(stream_summary(editor_));
     }
     if (options_.json) print_state();
-    if (options_.frames && !document.files.empty()) print_frames();
+    if (options_.frames && !editor_.document.files.empty()) print_frames(editor_);
   }
 
   void run_work(const WorkSwitch& work) {
     if (status_ != succeeded) return fail(fmt::format("/{} was not run", work.name));
     if (host_.wants_close()) return;
-    if (document.parts.empty()) return fail("no document is open");
+    if (editor_.document.parts.empty()) return fail("no document is open");
     batch_active = true;
-    const bool can_run = !work.needs_levels || require(need_level_control());
-    if (!can_run || work.run(options_.request) != SaveOutcome::saved) {
+    const bool can_run = !work.needs_levels || require(need_level_control(editor_));
+    if (!can_run || work.run(editor_, options_.request) != SaveOutcome::saved) {
       status_ = failed;
     } else {
-      remember_saved();
+      remember_saved(editor_);
     }
   }
 
@@ -231,9 +232,10 @@ class HeadlessRun {
     if (error) fail("the settings were not written: " + error.message());
   }
 
-  void print_state() { print(state_as_json(host_.take_messages()) + "\n"); }
+  void print_state() { print(state_as_json(editor_, host_.take_messages()) + "\n"); }
 
   const Options& options_;
+  Editor editor_;
   HeadlessHost host_;
   RunSettings run_settings_;
   int status_ = succeeded;

@@ -10,10 +10,10 @@
 #include "cli/place.h"
 #include "cli/words.h"
 #include "edit/auto_cue_dialog.h"
+#include "edit/editor.h"
 #include "edit/level_commands.h"
 #include "edit/level_dialog.h"
 #include "edit/normalize_dialog.h"
-#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -30,7 +30,7 @@ Refusal no_steps(std::string_view word, int lowest, int highest) {
                      highest);
 }
 
-Refusal level_line(Arguments words, HeadlessHost& host) {
+Refusal level_line(Editor& editor, Arguments words, HeadlessHost& host) {
   const auto from = parse_steps(words[0], lowest_level, highest_level);
   const auto to = parse_steps(words[1], lowest_level, highest_level);
   if (!from || !to) return no_steps(from ? words[1] : words[0], lowest_level, highest_level);
@@ -40,13 +40,13 @@ Refusal level_line(Arguments words, HeadlessHost& host) {
     level.set_to(*to);
     return level.accept();
   });
-  return run_edit_words({"level_dialog"}, host);
+  return run_edit_words(editor, {"level_dialog"}, host);
 }
 
-Refusal normalize_line(Arguments words, HeadlessHost& host) {
+Refusal normalize_line(Editor& editor, Arguments words, HeadlessHost& host) {
   constexpr int lowest = NormalizeDialog::lowest_change;
   constexpr int highest = NormalizeDialog::highest_change;
-  if (words.empty()) return run_edit_words({"normalize_dialog"}, host);
+  if (words.empty()) return run_edit_words(editor, {"normalize_dialog"}, host);
   const auto change = parse_steps(words[0], lowest, highest);
   if (!change) return no_steps(words[0], lowest, highest);
   host.set_next_dialog([change](Dialog& dialog) {
@@ -55,22 +55,22 @@ Refusal normalize_line(Arguments words, HeadlessHost& host) {
     normalize.set_change(*change);
     return normalize.accept();
   });
-  return run_edit_words({"normalize_dialog"}, host);
+  return run_edit_words(editor, {"normalize_dialog"}, host);
 }
 
-Refusal pause_detection_line(Arguments, HeadlessHost& host) {
-  return run_edit_words({"pause_detection_dialog"}, host);
+Refusal pause_detection_line(Editor& editor, Arguments, HeadlessHost& host) {
+  return run_edit_words(editor, {"pause_detection_dialog"}, host);
 }
 
-Refusal auto_cue_line(Arguments, HeadlessHost& host) {
-  return run_edit_words({"auto_cue_dialog"}, host);
+Refusal auto_cue_line(Editor& editor, Arguments, HeadlessHost& host) {
+  return run_edit_words(editor, {"auto_cue_dialog"}, host);
 }
 
-Refusal every_line(Arguments words, HeadlessHost&) {
+Refusal every_line(Editor& editor, Arguments words, HeadlessHost&) {
   const auto interval = typed_seconds(words[0]);
   if (!interval || *interval <= 0)
     return fmt::format("\"{}\" is no time: give 90s or 1:30", words[0]);
-  switch (set_auto_cues({.interval = *interval})) {
+  switch (set_auto_cues(editor, {.interval = *interval})) {
     case Result::nothing:
       return "no multiple of that time lies in the stream";
     case Result::refused:

@@ -16,13 +16,13 @@
 #include "cli/nearest_word.h"
 #include "cli/words.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "edit/names_dialog.h"
 #include "exchange/id3v1.h"
 #include "exchange/id3v2_copy.h"
 #include "exchange/id3v2_texts.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/text.h"
 
 namespace corvelin {
@@ -78,8 +78,8 @@ Refusal take_genre(std::string_view value, TagDialog& tag) {
 }
 
 // The tag holds Windows-1252 text, and beside a track number less of the comment.
-void tell_changed_texts(const TagDialog& tag) {
-  const TagDialog held = tag_dialog_load();
+void tell_changed_texts(const Editor& editor, const TagDialog& tag) {
+  const TagDialog held = tag_dialog_load(editor.document);
   const bool is_same = held.title == tag.title && held.artist == tag.artist &&
                        held.album == tag.album && held.year == tag.year &&
                        held.comment == tag.comment;
@@ -92,9 +92,9 @@ void tell_changed_texts(const TagDialog& tag) {
 }
 
 // The tag that players prefer may go on to tell something else.
-void tell_other_texts(const TagDialog& tag) {
-  if (!keeps_id3v2(false)) return;
-  const std::optional<Id3v2Texts> kept = id3v2_texts();
+void tell_other_texts(const Editor& editor, const TagDialog& tag) {
+  if (!keeps_id3v2(editor.document, false)) return;
+  const std::optional<Id3v2Texts> kept = id3v2_texts(editor.document);
   if (!kept) return;
   std::string texts;
   const auto compare = [&texts](std::string_view name, const std::string& text,
@@ -111,9 +111,9 @@ void tell_other_texts(const TagDialog& tag) {
                        texts));
 }
 
-Refusal tag_line(Arguments words, HeadlessHost&) {
-  if (!can_create_tag()) return "an AAC stream has no such tag";
-  TagDialog tag = tag_dialog_load();
+Refusal tag_line(Editor& editor, Arguments words, HeadlessHost&) {
+  if (!can_create_tag(editor.document)) return "an AAC stream has no such tag";
+  TagDialog tag = tag_dialog_load(editor.document);
   tag.create_tag = true;
   const Field fields[] = {
       text_field("title", tag.title, id3v1_text_limit),
@@ -125,10 +125,10 @@ Refusal tag_line(Arguments words, HeadlessHost&) {
       {"genre", [&tag](std::string_view value) { return take_genre(value, tag); }}};
   Refusal refusal = take_texts(words, fields);
   if (!refusal.empty()) return refusal;
-  tag_dialog_apply(tag);
-  open_state.document_modified = true;
-  tell_changed_texts(tag);
-  tell_other_texts(tag);
+  tag_dialog_apply(editor.document, editor.open_state, tag);
+  editor.open_state.document_modified = true;
+  tell_changed_texts(editor, tag);
+  tell_other_texts(editor, tag);
   return no_refusal;
 }
 
@@ -138,8 +138,8 @@ Refusal take_flag(std::string_view value, bool& flag) {
   return no_refusal;
 }
 
-Refusal names_line(Arguments words, HeadlessHost&) {
-  NamesDialog names;
+Refusal names_line(Editor& editor, Arguments words, HeadlessHost&) {
+  NamesDialog names(editor);
   names.begin();
   constexpr std::size_t limit = NamesDialog::text_limit;
   const Field fields[] = {text_field("part_title", names.part_title, limit),
@@ -154,18 +154,18 @@ Refusal names_line(Arguments words, HeadlessHost&) {
   return refusal;
 }
 
-Refusal header_bits_line(Arguments words, HeadlessHost&) {
-  if (document.stream.is_aac != 0) return "an AAC stream has no such header bits";
+Refusal header_bits_line(Editor& editor, Arguments words, HeadlessHost&) {
+  if (editor.document.stream.is_aac != 0) return "an AAC stream has no such header bits";
   std::array<bool, 3> bits = {};
   for (std::size_t i = 0; i < bits.size(); ++i) {
     Refusal refusal = take_flag(words[i], bits[i]);
     if (!refusal.empty()) return refusal;
   }
-  document.header_rewrite = {.rewrite_header = true,
-                             .rewrite_copyright = bits[0],
-                             .rewrite_original = bits[1],
-                             .rewrite_private = bits[2]};
-  open_state.document_modified = true;
+  editor.document.header_rewrite = {.rewrite_header = true,
+                                    .rewrite_copyright = bits[0],
+                                    .rewrite_original = bits[1],
+                                    .rewrite_private = bits[2]};
+  editor.open_state.document_modified = true;
   return no_refusal;
 }
 

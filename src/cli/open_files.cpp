@@ -12,11 +12,11 @@
 #include "document/append.h"
 #include "document/file_kind.h"
 #include "edit/document_commands.h"
+#include "edit/editor.h"
 #include "edit/open_files.h"
 #include "exchange/extract_aac.h"
 #include "exchange/open_document.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/path.h"
 #include "settings/settings.h"
 
@@ -45,22 +45,23 @@ Refusal missing_program(std::span<const std::string> paths) {
 
 }  // namespace
 
-Refusal open_paths(std::span<const std::string> paths) {
+Refusal open_paths(Editor& editor, std::span<const std::string> paths) {
   if (Refusal missing = missing_program(paths); !missing.empty()) return missing;
-  const Joined joined = open_files(paths);
-  remember_saved();
+  const Joined joined = open_files(editor, paths);
+  remember_saved(editor);
   if (joined.failed.empty()) return no_refusal;
   return fmt::format("{} was not {}", as_given(joined.failed, paths),
                      joined.count == 0 ? "opened" : "joined");
 }
 
-Refusal append_to_document(std::span<const std::string> paths) {
-  if (document.stream.is_aac != 0)
+Refusal append_to_document(Editor& editor, std::span<const std::string> paths) {
+  if (editor.document.stream.is_aac != 0)
     if (Refusal missing = missing_program(paths); !missing.empty()) return missing;
   const std::vector<std::string> names = without_playlists(whole_paths(paths));
-  const std::vector<std::string> tracks = extract_tracks(names);
-  const bool all_fit = !names.empty() && tracks.size() == names.size() && can_append_files(tracks);
-  if (!all_fit || !append_in_one_step(tracks).failed.empty()) return "nothing was appended";
+  const std::vector<std::string> tracks = extract_tracks(editor.document, names);
+  const bool all_fit =
+      !names.empty() && tracks.size() == names.size() && can_append_files(editor.document, tracks);
+  if (!all_fit || !append_in_one_step(editor, tracks).failed.empty()) return "nothing was appended";
   return no_refusal;
 }
 

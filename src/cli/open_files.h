@@ -9,10 +9,12 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// Opens the first file in the place of the document and joins the others to it.
-Refusal open_paths(std::span<const std::string> paths);
+Refusal open_paths(Editor& editor, std::span<const std::string> paths);
 
 /// Joins files to the end of the document, as one step: all of them or, when one doesn't fit, none.
-Refusal append_to_document(std::span<const std::string> paths);
+Refusal append_to_document(Editor& editor, std::span<const std::string> paths);
 
 }  // namespace corvelin

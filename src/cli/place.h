@@ -10,6 +10,8 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// What a place may look like, for the help.
 extern const std::string_view place_forms;
 
@@ -20,10 +22,10 @@ struct Place {
 };
 
 /// The place as it stands, in front of the end or at it.
-Place read_place(std::string_view word);
+Place read_place(const Editor& editor, std::string_view word);
 
 /// The first frame at or behind a place, as a typed time finds it.
-Place read_position(std::string_view word);
+Place read_position(Editor& editor, std::string_view word);
 
 /// The seconds of a time: 65.5s, 1:05.5, 1:02:05.5, 1'05.50 or 1:02'05.50. Nothing for another
 /// word.

@@ -10,15 +10,14 @@
 #include <utility>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
 #include "cli/messages.h"
 #include "cli/progress_line.h"
 #include "cli/times.h"
 #include "cli/words.h"
+#include "edit/editor.h"
 #include "edit/transport.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "platform/interruption.h"
 #include "platform/wave_device.h"
 
@@ -26,10 +25,12 @@ namespace corvelin {
 
 namespace {
 
-std::string progress_text() {
-  const std::uint64_t percent = std::uint64_t{play_position(playback)} * 100 / document.total_size;
-  return fmt::format("{:3}%  {} / {}", percent, time_text(seconds_at(play_position(playback))),
-                     time_text(total_seconds()));
+std::string progress_text(const Editor& editor) {
+  const std::uint64_t percent =
+      std::uint64_t{play_position(editor.playback)} * 100 / editor.document.total_size;
+  return fmt::format("{:3}%  {} / {}", percent,
+                     time_text(seconds_at(editor, play_position(editor.playback))),
+                     time_text(total_seconds(editor)));
 }
 
 void wait_for_event() {
@@ -38,14 +39,14 @@ void wait_for_event() {
 }
 
 // Ctrl+C ends the play and nothing else. Another signal ends the whole run, which sees it next.
-void look_for_interruption() {
+void look_for_interruption(Editor& editor) {
   if (interruption() == 0) return;
   if (interruption() == SIGINT) take_interruption();
-  stop();
+  stop(editor);
 }
 
-Refusal reason_of_end() {
-  switch (std::exchange(playback.ended_by, PlayEnd::ran_out)) {
+Refusal reason_of_end(Editor& editor) {
+  switch (std::exchange(editor.playback.ended_by, PlayEnd::ran_out)) {
     case PlayEnd::failed:
       return "nothing was played";
     case PlayEnd::lost:
@@ -66,18 +67,18 @@ std::optional<std::uint8_t> small_number(Arguments words, std::size_t index, std
   return number && *number <= highest ? number : std::nullopt;
 }
 
-Refusal play_line(Arguments words, HeadlessHost&) {
+Refusal play_line(Editor& editor, Arguments words, HeadlessHost&) {
   const auto mode = small_number(words, 0, loop_selection);
   if (!mode)
     return fmt::format("MODE is 0 to {}, from the cursor or a prelisten", int{loop_selection});
   const auto speed = small_number(words, 1, fastest_play);
   if (!speed) return fmt::format("SPEED is 0 to {}", fastest_play);
-  if (*mode != plain_play && !has_selection(selection)) return "there is no selection";
-  if (*mode == plain_play && selection.cursor >= document.total_size)
+  if (*mode != plain_play && !has_selection(editor.selection)) return "there is no selection";
+  if (*mode == plain_play && editor.selection.cursor >= editor.document.total_size)
     return "the cursor is at the end of the stream";
-  playback.prelisten_mode = static_cast<PrelistenMode>(*mode);
-  if (start_playback(playback)) playback.fast_play_level = *speed;
-  return wait_for_play();
+  editor.playback.prelisten_mode = static_cast<PrelistenMode>(*mode);
+  if (start_playback(editor.playback)) editor.playback.fast_play_level = *speed;
+  return wait_for_play(editor);
 }
 
 constexpr EditLine table[] = {
@@ -89,20 +90,20 @@ constexpr EditLine table[] = {
 
 }  // namespace
 
-Refusal wait_for_play() {
-  const bool is_heard = playback.is_playing;
+Refusal wait_for_play(Editor& editor) {
+  const bool is_heard = editor.playback.is_playing;
   {
     ProgressLine line;
-    while (playback.is_playing) {
+    while (editor.playback.is_playing) {
       if (!deliver_wave_events()) wait_for_event();
-      look_for_interruption();
-      if (line.is_due()) line.show(progress_text());
+      look_for_interruption(editor);
+      if (line.is_due()) line.show(progress_text(editor));
     }
   }
-  const std::uint32_t breaks = is_heard ? playback_underruns(playback) : 0;
+  const std::uint32_t breaks = is_heard ? playback_underruns(editor.playback) : 0;
   if (breaks != 0)
     tell(fmt::format("The sound broke off {} times. A higher buffer_frm helps.", breaks));
-  return reason_of_end();
+  return reason_of_end(editor);
 }
 
 std::span<const EditLine> play_lines() { return table; }

@@ -6,8 +6,10 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// Waits for the end of what a line or a command has set to play, if it has; Ctrl+C stops it. Tells
 /// why it was not heard to its end, other than by the user.
-Refusal wait_for_play();
+Refusal wait_for_play(Editor& editor);
 
 }  // namespace corvelin

@@ -7,11 +7,13 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// Records into `path`, or by the settings with an empty one, until the time limit, Ctrl+C or
 /// SIGTERM. SIGUSR1 sets a cue, SIGUSR2 tells the status. What was recorded is then the document,
 /// and its cues are in a project beside it.
 ///
 /// False when something failed, which has been told. There may be a document all the same.
-bool record_unattended(const std::string& path);
+bool record_unattended(Editor& editor, const std::string& path);
 
 }  // namespace corvelin

@@ -16,6 +16,7 @@
 #include "cli/messages.h"
 #include "cli/times.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "edit/file_info_dialog.h"
 #include "exchange/id3v1.h"
 #include "exchange/id3v2_copy.h"
@@ -25,7 +26,6 @@
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "stream/frame_gain.h"
@@ -50,12 +50,12 @@ class Summary {
   std::string text_;
 };
 
-void add_id3v1(Summary& summary) {
-  summary.line("ID3v1 tag:", !has_id3v1()            ? "No"
-                             : open_state.keep_id3v1 ? "Yes"
-                                                     : "Yes (not keeping)");
-  if (!has_id3v1()) return;
-  const TagDialog tag = tag_dialog_load();
+void add_id3v1(const Editor& editor, Summary& summary) {
+  summary.line("ID3v1 tag:", !has_id3v1(editor.document)    ? "No"
+                             : editor.open_state.keep_id3v1 ? "Yes"
+                                                            : "Yes (not keeping)");
+  if (!has_id3v1(editor.document)) return;
+  const TagDialog tag = tag_dialog_load(editor.document);
   const auto add = [&](std::string_view label, const std::u16string& text) {
     summary.text_line(label, wide_to_bytes(text, true));
   };
@@ -68,10 +68,10 @@ void add_id3v1(Summary& summary) {
   summary.text_line("genre", tag.genre);
 }
 
-void add_id3v2(Summary& summary) {
-  const std::optional<Id3v2Texts> tag = id3v2_texts();
+void add_id3v2(const Editor& editor, Summary& summary) {
+  const std::optional<Id3v2Texts> tag = id3v2_texts(editor.document);
   if (!tag) return;
-  summary.line("ID3v2 tag:", keeps_id3v2(false) ? "Yes" : "Yes (not keeping)");
+  summary.line("ID3v2 tag:", keeps_id3v2(editor.document, false) ? "Yes" : "Yes (not keeping)");
   summary.text_line("title", tag->title);
   summary.text_line("artist", tag->artist);
   summary.text_line("album", tag->album);
@@ -79,12 +79,12 @@ void add_id3v2(Summary& summary) {
   summary.text_line("track", tag->track);
 }
 
-std::string place_text(EditPosition pos) {
-  return fmt::format("{} ({})", group_thousands(pos), time_text(seconds_at(pos)));
+std::string place_text(const Editor& editor, EditPosition pos) {
+  return fmt::format("{} ({})", group_thousands(pos), time_text(seconds_at(editor, pos)));
 }
 
-std::string part_line(std::size_t index, double begin, double end) {
-  const Part& part = document.parts[index];
+std::string part_line(const Editor& editor, std::size_t index, double begin, double end) {
+  const Part& part = editor.document.parts[index];
   std::string line =
       fmt::format("  {:3}  {}  {}  {}  position {}  size {}  file {}  offset {}", index,
                   part.part_iscue != 0 ? "cue" : "cut", time_text(begin), time_text(end - begin),
@@ -96,57 +96,62 @@ std::string part_line(std::size_t index, double begin, double end) {
   return line + "\n";
 }
 
-void add_parts(Summary& summary) {
-  summary.line("Parts:", fmt::format("{} (number, kind, start, length)", document.parts.size()));
+void add_parts(const Editor& editor, Summary& summary) {
+  summary.line("Parts:",
+               fmt::format("{} (number, kind, start, length)", editor.document.parts.size()));
   double begin = 0;
-  for (std::size_t i = 0; i < document.parts.size(); ++i) {
-    const double end = seconds_at(part_end(document, static_cast<PartIndex>(i)));
-    summary.add(part_line(i, begin, end));
+  for (std::size_t i = 0; i < editor.document.parts.size(); ++i) {
+    const double end = seconds_at(editor, part_end(editor.document, static_cast<PartIndex>(i)));
+    summary.add(part_line(editor, i, begin, end));
     begin = end;
   }
 }
 
 }  // namespace
 
-std::string stream_summary() {
+std::string stream_summary(const Editor& editor) {
   Summary summary;
-  summary.line("File:", document.files[0].file_name);
-  for (const InfoLine& info : file_info_lines(selection.cursor))
+  summary.line("File:", editor.document.files[0].file_name);
+  for (const InfoLine& info : file_info_lines(editor, editor.selection.cursor))
     summary.line(info.label, info.value.empty() ? "-" : info.value);
-  add_id3v2(summary);
-  add_id3v1(summary);
-  summary.line("Stream:", text_of(document.kind));
-  summary.line("Total time:", time_text(total_seconds()));
-  summary.line("Source files:", std::to_string(document.files.size()));
-  for (std::size_t i = 1; i < document.files.size(); ++i)
-    summary.line(fmt::format("  file {}:", i), document.files[i].file_name);
-  summary.line("Cursor:", place_text(selection.cursor));
-  if (has_selection(selection)) {
-    summary.line("Selection:", fmt::format("{} - {}", place_text(selection.sel_beg),
-                                           place_text(selection.sel_end)));
+  add_id3v2(editor, summary);
+  add_id3v1(editor, summary);
+  summary.line("Stream:", text_of(editor.document.kind));
+  summary.line("Total time:", time_text(total_seconds(editor)));
+  summary.line("Source files:", std::to_string(editor.document.files.size()));
+  for (std::size_t i = 1; i < editor.document.files.size(); ++i)
+    summary.line(fmt::format("  file {}:", i), editor.document.files[i].file_name);
+  summary.line("Cursor:", place_text(editor, editor.selection.cursor));
+  if (has_selection(editor.selection)) {
+    summary.line("Selection:", fmt::format("{} - {}", place_text(editor, editor.selection.sel_beg),
+                                           place_text(editor, editor.selection.sel_end)));
   }
-  add_parts(summary);
+  add_parts(editor, summary);
   return summary.take();
 }
 
-void print_frames() {
+void print_frames(const Editor& editor) {
   fmt::memory_buffer lines;
   std::vector<std::uint8_t> block(frame_block_limit);
-  FrameCursor cursor = frame_cursor_at(document, 0);
-  while (cursor.pos < document.total_size) {
+  FrameCursor cursor = frame_cursor_at(editor.document, 0);
+  while (cursor.pos < editor.document.total_size) {
     const EditPosition start = cursor.pos;
     const PartIndex start_part = cursor.part;
-    const std::size_t size = read_frames(document, block, cursor, document.total_size).size;
+    const std::size_t size =
+        read_frames(editor.document, block, cursor, editor.document.total_size).size;
     for (std::size_t at = 0; at < size;) {
       FrameInfo frame;
-      if (!decode_frame_header(frame, std::span(block).subspan(at), frame_format(document.stream)))
+      if (!decode_frame_header(frame, std::span(block).subspan(at),
+                               frame_format(editor.document.stream)))
         break;
       const EditPosition place = start + static_cast<EditPosition>(at);
-      const int gain =
-          part_has_gain(document, start_part) ? gain_at(document, place, start_part) : 0;
+      const int gain = part_has_gain(editor.document, start_part)
+                           ? gain_at(editor.document, place, start_part)
+                           : 0;
       fmt::format_to(std::back_inserter(lines), "{} {} {} {} {} {}\n", place,
-                     document.parts[start_part].part_file, file_pos_of(document, start_part, place),
-                     frame.frame_length, frame.bitrate, gain);
+                     editor.document.parts[start_part].part_file,
+                     file_pos_of(editor.document, start_part, place), frame.frame_length,
+                     frame.bitrate, gain);
       at += frame.frame_length;
     }
     print({lines.data(), lines.size()});

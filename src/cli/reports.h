@@ -6,12 +6,14 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// The summary of the open stream and its parts, in lines.
-std::string stream_summary();
+std::string stream_summary(const Editor& editor);
 
 /// Prints a line a frame of the edited stream to standard output: position, file index, file
 /// offset, length, bitrate (kbit/s) and gain (steps), parted by blanks. Leaves the document as it
 /// was.
-void print_frames();
+void print_frames(const Editor& editor);
 
 }  // namespace corvelin

@@ -10,6 +10,7 @@
 #include "cli/messages.h"
 #include "cli/nearest_word.h"
 #include "cli/state_json.h"
+#include "edit/editor.h"
 #include "edit/undo.h"
 #include "settings/setting_table.h"
 
@@ -17,21 +18,21 @@ namespace corvelin {
 
 namespace {
 
-Refusal set_line(Arguments words, HeadlessHost&) {
+Refusal set_line(Editor&, Arguments words, HeadlessHost&) {
   return set_refusal(set_setting(words[0], words[1]), words[0], words[1]);
 }
 
-Refusal undo_line(Arguments, HeadlessHost&) {
-  return undo_pop() ? no_refusal : "there is nothing to undo";
+Refusal undo_line(Editor& editor, Arguments, HeadlessHost&) {
+  return undo_pop(editor) ? no_refusal : "there is nothing to undo";
 }
 
-Refusal state_line(Arguments, HeadlessHost& host) {
-  print(state_as_json(host.take_messages()) + "\n");
+Refusal state_line(Editor& editor, Arguments, HeadlessHost& host) {
+  print(state_as_json(editor, host.take_messages()) + "\n");
   flush_output();  // a failure shows at the end of the run
   return no_refusal;
 }
 
-Refusal help_line(Arguments words, HeadlessHost&) {
+Refusal help_line(Editor&, Arguments words, HeadlessHost&) {
   if (words.empty()) {
     print_commands();
     return no_refusal;

@@ -13,10 +13,10 @@
 #include "cli/unsaved.h"
 #include "document/file_kind.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "edit/save_audio.h"
 #include "edit/save_project.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/path.h"
 #include "unattended/save_unattended.h"
@@ -28,17 +28,17 @@ namespace {
 Refusal not_saved(const std::string& path) { return fmt::format("{} was not saved", path); }
 
 // The extensions that a file of the stream's kind opens under again.
-std::vector<std::string_view> extensions_of_stream() {
-  if (document.stream.is_aac != 0) return {".aac"};
-  if (document.kind.layer == 2) return {".mp2", ".mpa"};
+std::vector<std::string_view> extensions_of_stream(const Editor& editor) {
+  if (editor.document.stream.is_aac != 0) return {".aac"};
+  if (editor.document.kind.layer == 2) return {".mp2", ".mpa"};
   return {".mp3", ".mpa"};
 }
 
 // Nothing is written under a name that the result would not open under again. Layer II in a file
 // called .mp3 is found in the wild, so the name that the audio came by is right, too.
-Refusal check_audio_path(const std::string& path) {
-  const std::vector<std::string_view> extensions = extensions_of_stream();
-  const bool fits = has_extension(path, extension_of(name_of(open_state.audio_name))) ||
+Refusal check_audio_path(const Editor& editor, const std::string& path) {
+  const std::vector<std::string_view> extensions = extensions_of_stream(editor);
+  const bool fits = has_extension(path, extension_of(name_of(editor.open_state.audio_name))) ||
                     std::ranges::any_of(extensions, [&](std::string_view extension) {
                       return has_extension(name_of(path), extension);
                     });
@@ -47,46 +47,48 @@ Refusal check_audio_path(const std::string& path) {
                      extensions.front());
 }
 
-Refusal save_to(const std::string& path, HeadlessHost& host, SaveOutcome (*save)()) {
+Refusal save_to(Editor& editor, const std::string& path, HeadlessHost& host,
+                SaveOutcome (*save)(Editor& editor)) {
   host.set_next_path(in_current_folder(path));
-  if (save() != SaveOutcome::saved) return not_saved(path);
-  remember_saved();
+  if (save(editor) != SaveOutcome::saved) return not_saved(path);
+  remember_saved(editor);
   return no_refusal;
 }
 
-Refusal save_as(const std::string& path, HeadlessHost& host, SaveOutcome (*save)()) {
-  const Refusal refusal = check_audio_path(path);
-  return refusal.empty() ? save_to(path, host, save) : refusal;
+Refusal save_as(Editor& editor, const std::string& path, HeadlessHost& host,
+                SaveOutcome (*save)(Editor& editor)) {
+  const Refusal refusal = check_audio_path(editor, path);
+  return refusal.empty() ? save_to(editor, path, host, save) : refusal;
 }
 
-Refusal save_line(Arguments words, HeadlessHost& host) {
-  return save_as(words[0], host, save_audio);
+Refusal save_line(Editor& editor, Arguments words, HeadlessHost& host) {
+  return save_as(editor, words[0], host, save_audio);
 }
 
-Refusal save_selection_line(Arguments words, HeadlessHost& host) {
-  return save_as(words[0], host, save_selection);
+Refusal save_selection_line(Editor& editor, Arguments words, HeadlessHost& host) {
+  return save_as(editor, words[0], host, save_selection);
 }
 
-Refusal save_reencoded_line(Arguments words, HeadlessHost& host) {
+Refusal save_reencoded_line(Editor& editor, Arguments words, HeadlessHost& host) {
   if (!has_extension(name_of(words[0]), ".mp3"))
     return fmt::format("\"{}\" is no name for an MP3 file (*.mp3)", words[0]);
-  return save_to(words[0], host, save_reencoded);
+  return save_to(editor, words[0], host, save_reencoded);
 }
 
-Refusal save_project_line(Arguments words, HeadlessHost& host) {
+Refusal save_project_line(Editor& editor, Arguments words, HeadlessHost& host) {
   const std::string& path = words[0];
   if (file_kind(path) != FileKind::project && file_kind(path) != FileKind::cue_sheet)
     return fmt::format("\"{}\" is neither a project (*.cvp) nor a cue sheet (*.cue)", path);
   host.set_next_path(in_current_folder(path));
-  if (!save_project(true, false) || !file_facts(open_state.project_name).found)
+  if (!save_project(editor, true, false) || !file_facts(editor.open_state.project_name).found)
     return not_saved(path);
-  remember_saved();
+  remember_saved(editor);
   return no_refusal;
 }
 
-Refusal split_line(Arguments words, HeadlessHost&) {
-  if (split_unattended(words[0]) != SaveOutcome::saved) return "the split is not complete";
-  remember_saved();
+Refusal split_line(Editor& editor, Arguments words, HeadlessHost&) {
+  if (split_unattended(editor, words[0]) != SaveOutcome::saved) return "the split is not complete";
+  remember_saved(editor);
   return no_refusal;
 }
 

@@ -3,65 +3,67 @@
 #include <fmt/format.h>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
 #include "cli/edit_line.h"
 #include "cli/place.h"
 #include "cli/words.h"
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "edit/selection_commands.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 
 namespace corvelin {
 
 namespace {
 
-Refusal seek_line(Arguments words, HeadlessHost&) {
-  const Place place = read_place(words[0]);
+Refusal seek_line(Editor& editor, Arguments words, HeadlessHost&) {
+  const Place place = read_place(editor, words[0]);
   if (!place.refusal.empty()) return place.refusal;
   if (place.pos == no_position) return "the cursor can't be nowhere";
-  seek_to(playback, place.pos);
+  seek_to(editor.playback, place.pos);
   return no_refusal;
 }
 
-Refusal select_line(Arguments words, HeadlessHost&) {
-  const Place begin = read_position(words[0]);
+Refusal select_line(Editor& editor, Arguments words, HeadlessHost&) {
+  const Place begin = read_position(editor, words[0]);
   if (!begin.refusal.empty()) return begin.refusal;
-  const Place end = read_position(words[1]);
+  const Place end = read_position(editor, words[1]);
   if (!end.refusal.empty()) return end.refusal;
-  select(begin.pos, end.pos);
+  select(editor, begin.pos, end.pos);
   return no_refusal;
 }
 
-Refusal set_end_line(Arguments words, void (*set_end)(const Document&, Selection&, EditPosition)) {
-  const Place place = read_position(words[0]);
+Refusal set_end_line(Editor& editor, Arguments words,
+                     void (*set_end)(const Document&, Selection&, EditPosition)) {
+  const Place place = read_position(editor, words[0]);
   if (!place.refusal.empty()) return place.refusal;
-  carry_out(selection_change, [set_end, pos = place.pos] {
-    set_end(document, selection, pos);
+  carry_out(editor, selection_change, [set_end, pos = place.pos, &editor] {
+    set_end(editor.document, editor.selection, pos);
     return Result::done;
   });
   return no_refusal;
 }
 
-Refusal set_sel_begin_line(Arguments words, HeadlessHost&) {
-  return set_end_line(words, set_sel_begin);
+Refusal set_sel_begin_line(Editor& editor, Arguments words, HeadlessHost&) {
+  return set_end_line(editor, words, set_sel_begin);
 }
 
-Refusal set_sel_end_line(Arguments words, HeadlessHost&) {
-  return set_end_line(words, set_sel_end);
+Refusal set_sel_end_line(Editor& editor, Arguments words, HeadlessHost&) {
+  return set_end_line(editor, words, set_sel_end);
 }
 
-Refusal clear_selection_line(Arguments, HeadlessHost&) {
-  const bool was_selected = dispatch_command(command::remove_selection) == DispatchResult::done;
+Refusal clear_selection_line(Editor& editor, Arguments, HeadlessHost&) {
+  const bool was_selected =
+      dispatch_command(editor, command::remove_selection) == DispatchResult::done;
   return was_selected ? no_refusal : "nothing is selected";
 }
 
-Refusal part_line(Arguments words, HeadlessHost&) {
+Refusal part_line(Editor& editor, Arguments words, HeadlessHost&) {
   const auto index = parse_whole<PartIndex>(words[0]);
-  if (!index || *index >= part_count(document))
-    return fmt::format("there is no part {}; the last is {}", words[0], part_count(document) - 1);
-  document.current_part = *index;
+  if (!index || *index >= part_count(editor.document))
+    return fmt::format("there is no part {}; the last is {}", words[0],
+                       part_count(editor.document) - 1);
+  editor.document.current_part = *index;
   return no_refusal;
 }
 

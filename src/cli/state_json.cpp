@@ -11,13 +11,13 @@
 
 #include "cli/times.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "edit/undo.h"
 #include "exchange/id3v1.h"
 #include "exchange/id3v2_texts.h"
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/text.h"
 
 namespace corvelin {
@@ -40,8 +40,9 @@ Json text_or_null(const std::u16string& text) {
 
 Json position_or_null(EditPosition pos) { return pos == no_position ? Json(nullptr) : Json(pos); }
 
-Json encoder_tag_or_null() {
-  const std::span<const std::uint8_t> tag = std::span(document.stream.encoder_tag).first(tag_bytes);
+Json encoder_tag_or_null(const Editor& editor) {
+  const std::span<const std::uint8_t> tag =
+      std::span(editor.document.stream.encoder_tag).first(tag_bytes);
   const bool is_empty = std::ranges::all_of(tag, [](std::uint8_t byte) { return byte == 0; });
   return is_empty ? Json(nullptr) : Json(hex(tag));
 }
@@ -55,27 +56,27 @@ Json frame_json(const FrameInfo& frame) {
           {"original", frame.original},         {"private_bit", frame.private_bit}};
 }
 
-Json stream_json() {
-  const bool is_open = !document.files.empty();
-  return {{"first_audio", is_open ? document.files[0].first_audio : 0},
-          {"audio_end", is_open ? document.files[0].audio_end : 0},
-          {"id3v2_size", document.stream.id3v2_size},
-          {"ape_size", document.stream.ape_size},
-          {"xing_frames", document.stream.xing_frames},
-          {"xing_quality", document.stream.xing_quality},
-          {"toc", document.stream.toc},
-          {"encoder_tag", encoder_tag_or_null()},
-          {"vbr", document.stream.vbr},
-          {"is_aac", document.stream.is_aac},
-          {"has_info_header", document.stream.has_info_header},
-          {"avg_bitrate", document.stream.avg_bitrate},
-          {"avg_frame_size", document.stream.avg_frame_size},
-          {"current_frame", frame_json(selection.current_frame)}};
+Json stream_json(const Editor& editor) {
+  const bool is_open = !editor.document.files.empty();
+  return {{"first_audio", is_open ? editor.document.files[0].first_audio : 0},
+          {"audio_end", is_open ? editor.document.files[0].audio_end : 0},
+          {"id3v2_size", editor.document.stream.id3v2_size},
+          {"ape_size", editor.document.stream.ape_size},
+          {"xing_frames", editor.document.stream.xing_frames},
+          {"xing_quality", editor.document.stream.xing_quality},
+          {"toc", editor.document.stream.toc},
+          {"encoder_tag", encoder_tag_or_null(editor)},
+          {"vbr", editor.document.stream.vbr},
+          {"is_aac", editor.document.stream.is_aac},
+          {"has_info_header", editor.document.stream.has_info_header},
+          {"avg_bitrate", editor.document.stream.avg_bitrate},
+          {"avg_frame_size", editor.document.stream.avg_frame_size},
+          {"current_frame", frame_json(editor.selection.current_frame)}};
 }
 
-Json files_json() {
+Json files_json(const Editor& editor) {
   Json files = Json::array();
-  for (const SourceFile& file : document.files) {
+  for (const SourceFile& file : editor.document.files) {
     files.push_back({{"file_name", file.file_name},
                      {"first_audio", file.first_audio},
                      {"audio_end", file.audio_end}});
@@ -83,11 +84,11 @@ Json files_json() {
   return files;
 }
 
-Json parts_json() {
+Json parts_json(const Editor& editor) {
   Json parts = Json::array();
   double begin = 0;
-  for (const Part& part : document.parts) {
-    const double end = seconds_at(part.part_beg + part.part_size);
+  for (const Part& part : editor.document.parts) {
+    const double end = seconds_at(editor, part.part_beg + part.part_size);
     parts.push_back({{"part_file", part.part_file},
                      {"part_filepos", part.part_filepos},
                      {"part_size", part.part_size},
@@ -103,17 +104,17 @@ Json parts_json() {
   return parts;
 }
 
-Json id3v1_json() {
-  if (!has_id3v1()) return nullptr;
-  const TagDialog tag = tag_dialog_load();
+Json id3v1_json(const Editor& editor) {
+  if (!has_id3v1(editor.document)) return nullptr;
+  const TagDialog tag = tag_dialog_load(editor.document);
   const auto text = [](const std::u16string& wide) { return wide_to_bytes(wide, true); };
   return {{"title", text(tag.title)}, {"artist", text(tag.artist)},   {"album", text(tag.album)},
           {"year", text(tag.year)},   {"comment", text(tag.comment)}, {"track", tag.track},
           {"genre", tag.genre}};
 }
 
-Json id3v2_json() {
-  const std::optional<Id3v2Texts> tag = id3v2_texts();
+Json id3v2_json(const Editor& editor) {
+  const std::optional<Id3v2Texts> tag = id3v2_texts(editor.document);
   if (!tag) return nullptr;
   return {{"title", tag->title},
           {"artist", tag->artist},
@@ -122,9 +123,9 @@ Json id3v2_json() {
           {"track", tag->track}};
 }
 
-Json undo_json() {
+Json undo_json(const Editor& editor) {
   Json labels = Json::array();
-  for (const UndoEntry& entry : undo_stack) labels.push_back(entry.undo_label);
+  for (const UndoEntry& entry : editor.undo_stack) labels.push_back(entry.undo_label);
   return labels;
 }
 
@@ -137,28 +138,28 @@ Json messages_json(const std::vector<MessageBox>& messages) {
 
 }  // namespace
 
-std::string state_as_json(const std::vector<MessageBox>& messages) {
-  const Json state = {{"stream", stream_json()},
-                      {"files", files_json()},
-                      {"parts", parts_json()},
-                      {"current_part", document.current_part},
-                      {"total_size", document.total_size},
-                      {"total_s", total_seconds()},
-                      {"end_gain", document.end_gain},
-                      {"cursor", selection.cursor},
-                      {"sel_beg", position_or_null(selection.sel_beg)},
-                      {"sel_end", position_or_null(selection.sel_end)},
-                      {"sel_gain", selection.sel_gain},
-                      {"sel_gain_end", selection.sel_gain_end},
-                      {"sel_iscue", selection.sel_iscue},
-                      {"sel_cue_locked", selection.sel_cue_locked},
-                      {"sel_title", text_or_null(selection.sel_title)},
-                      {"sel_artist", text_or_null(selection.sel_artist)},
-                      {"sheet_title", text_or_null(document.sheet_title)},
-                      {"sheet_artist", text_or_null(document.sheet_artist)},
-                      {"document_modified", open_state.document_modified},
-                      {"tags", {{"id3v1", id3v1_json()}, {"id3v2", id3v2_json()}}},
-                      {"undo", undo_json()},
+std::string state_as_json(const Editor& editor, const std::vector<MessageBox>& messages) {
+  const Json state = {{"stream", stream_json(editor)},
+                      {"files", files_json(editor)},
+                      {"parts", parts_json(editor)},
+                      {"current_part", editor.document.current_part},
+                      {"total_size", editor.document.total_size},
+                      {"total_s", total_seconds(editor)},
+                      {"end_gain", editor.document.end_gain},
+                      {"cursor", editor.selection.cursor},
+                      {"sel_beg", position_or_null(editor.selection.sel_beg)},
+                      {"sel_end", position_or_null(editor.selection.sel_end)},
+                      {"sel_gain", editor.selection.sel_gain},
+                      {"sel_gain_end", editor.selection.sel_gain_end},
+                      {"sel_iscue", editor.selection.sel_iscue},
+                      {"sel_cue_locked", editor.selection.sel_cue_locked},
+                      {"sel_title", text_or_null(editor.selection.sel_title)},
+                      {"sel_artist", text_or_null(editor.selection.sel_artist)},
+                      {"sheet_title", text_or_null(editor.document.sheet_title)},
+                      {"sheet_artist", text_or_null(editor.document.sheet_artist)},
+                      {"document_modified", editor.open_state.document_modified},
+                      {"tags", {{"id3v1", id3v1_json(editor)}, {"id3v2", id3v2_json(editor)}}},
+                      {"undo", undo_json(editor)},
                       {"messages", messages_json(messages)}};
   // Paths may hold bytes that are no UTF-8, which JSON can't.
   return state.dump(-1, ' ', false, Json::error_handler_t::replace);

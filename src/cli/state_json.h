@@ -9,7 +9,9 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// One line of JSON without a line end. `messages` are the boxes to report in it.
-std::string state_as_json(const std::vector<MessageBox>& messages);
+std::string state_as_json(const Editor& editor, const std::vector<MessageBox>& messages);
 
 }  // namespace corvelin

@@ -8,40 +8,42 @@
 #include <cmath>
 #include <cstdint>
 
+#include "edit/editor.h"
 #include "model/exact_time.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "model/time_mapping.h"
 
 namespace corvelin {
 
 namespace {
 
-double scaled_seconds(EditPosition pos) {
-  return document.stream.avg_bitrate > 0
-             ? to_time_scale(document, pos) * 8.0 / double{document.stream.avg_bitrate}
-             : 0;
+double scaled_seconds(const Editor& editor, EditPosition pos) {
+  return editor.document.stream.avg_bitrate > 0 ? to_time_scale(editor.document, pos) * 8.0 /
+                                                      double{editor.document.stream.avg_bitrate}
+                                                : 0;
 }
 
 }  // namespace
 
 bool uses_display_scale = false;
 
-double seconds_at(EditPosition pos) {
-  return uses_display_scale ? scaled_seconds(pos) : exact_seconds(document, pos);
+double seconds_at(const Editor& editor, EditPosition pos) {
+  return uses_display_scale ? scaled_seconds(editor, pos) : exact_seconds(editor.document, pos);
 }
 
-double total_seconds() { return seconds_at(document.total_size); }
+double total_seconds(const Editor& editor) {
+  return seconds_at(editor, editor.document.total_size);
+}
 
-std::optional<EditPosition> place_at(double seconds) {
+std::optional<EditPosition> place_at(const Editor& editor, double seconds) {
   constexpr double rounding = 0.0005;        // of a time in milliseconds
   constexpr double coarse_rounding = 0.005;  // of one with two decimals, as the desktop shows it
-  const double total = total_seconds();
+  const double total = total_seconds(editor);
   if (seconds < -coarse_rounding || seconds > total + coarse_rounding) return std::nullopt;
-  if (seconds >= total) return document.total_size;
-  if (!uses_display_scale) return exact_place(document, seconds - rounding);
-  return std::min(from_time_scale(document, time_to_position(document, seconds)),
-                  document.total_size);
+  if (seconds >= total) return editor.document.total_size;
+  if (!uses_display_scale) return exact_place(editor.document, seconds - rounding);
+  return std::min(from_time_scale(editor.document, time_to_position(editor.document, seconds)),
+                  editor.document.total_size);
 }
 
 std::string time_text(double seconds) {

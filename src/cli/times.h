@@ -10,18 +10,20 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// Whether the display's scale is what the user asked for.
 extern bool uses_display_scale;
 
 /// The seconds of the edited stream in front of a place.
-double seconds_at(EditPosition pos);
+double seconds_at(const Editor& editor, EditPosition pos);
 
-double total_seconds();
+double total_seconds(const Editor& editor);
 
 /// The place at a time: that of the first frame that begins then or later, or at most half a
 /// millisecond earlier, so that a time that was told leads back to its frame. Nothing for a time in
 /// front of the stream or behind its end.
-std::optional<EditPosition> place_at(double seconds);
+std::optional<EditPosition> place_at(const Editor& editor, double seconds);
 
 /// A time as minutes and seconds (1'05.507), from one hour on with hours (1:02'05.507).
 std::string time_text(double seconds);

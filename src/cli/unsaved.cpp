@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "cli/messages.h"
+#include "edit/editor.h"
 #include "model/document.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -28,23 +28,23 @@ struct Content {
   bool operator==(const Content&) const = default;
 };
 
-Content content() {
-  return {.parts = document.parts,
-          .end_gain = document.end_gain,
-          .sheet_title = document.sheet_title,
-          .sheet_artist = document.sheet_artist,
-          .header_bits = document.header_rewrite,
-          .id3v1 = document.stream.id3v1};
+Content content(const Editor& editor) {
+  return {.parts = editor.document.parts,
+          .end_gain = editor.document.end_gain,
+          .sheet_title = editor.document.sheet_title,
+          .sheet_artist = editor.document.sheet_artist,
+          .header_bits = editor.document.header_rewrite,
+          .id3v1 = editor.document.stream.id3v1};
 }
 
 Content saved;
 
 }  // namespace
 
-void remember_saved() { saved = content(); }
+void remember_saved(const Editor& editor) { saved = content(editor); }
 
-void tell_unsaved_edits() {
-  if (document.parts.empty() || content() == saved) return;
+void tell_unsaved_edits(const Editor& editor) {
+  if (editor.document.parts.empty() || content(editor) == saved) return;
   complain("nothing saved the edited document; -o PATH does, or the line save PATH");
 }
 

@@ -5,11 +5,13 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// The document as it stands has just been opened, or saved.
-void remember_saved();
+void remember_saved(const Editor& editor);
 
 /// Tells, if the document is another one by now, that nothing saved it. Steps that were taken back
 /// leave nothing to be saved.
-void tell_unsaved_edits();
+void tell_unsaved_edits(const Editor& editor);
 
 }  // namespace corvelin

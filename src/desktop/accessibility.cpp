@@ -12,6 +12,7 @@
 #include "desktop/accessible_marks.h"
 #include "desktop/qt_text.h"
 #include "desktop/view_widget.h"
+#include "edit/editor.h"
 #include "shell/status_display.h"
 #include "text/text_rows.h"
 
@@ -34,8 +35,8 @@ QString name_of(Picture picture) {
   return {};
 }
 
-QString description_of(Picture picture) {
-  return as_qstring(picture == Picture::meter ? meter_in_words() : view_in_words());
+QString description_of(const Editor& editor, Picture picture) {
+  return as_qstring(picture == Picture::meter ? meter_in_words(editor) : view_in_words(editor));
 }
 
 class AccessiblePicture : public QAccessibleInterface {
@@ -54,7 +55,7 @@ class AccessiblePicture : public QAccessibleInterface {
   int indexOfChild(const QAccessibleInterface*) const override { return -1; }
   [[nodiscard]] QString text(QAccessible::Text text) const override {
     if (text == QAccessible::Name) return name_of(picture_);
-    if (text == QAccessible::Description) return description_of(picture_);
+    if (text == QAccessible::Description) return description_of(view_.editor(), picture_);
     return {};
   }
   void setText(QAccessible::Text, const QString&) override {}

@@ -33,6 +33,7 @@
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
+#include "edit/editor.h"
 #include "platform/file.h"
 #include "platform/path.h"
 #include "platform/text.h"

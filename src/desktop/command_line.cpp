@@ -11,6 +11,7 @@
 
 #include "edit/command_help.h"
 #include "edit/command_table.h"
+#include "edit/editor.h"
 #include "shell/button_texts.h"
 #include "text/man_page.h"
 
@@ -62,8 +63,8 @@ std::vector<std::pair<std::string, std::string_view>> switch_rows() {
 }
 
 // What a key does: the text of its menu entry or button, or the line of help.
-std::string purpose_of(const Command& command) {
-  if (!text_of(command).empty()) return button_name(command.id);
+std::string purpose_of(const Editor& editor, const Command& command) {
+  if (!text_of(command).empty()) return button_name(editor, command.id);
   return std::string(command_help(command.name));
 }
 
@@ -138,6 +139,7 @@ std::string command_line_help() {
 }
 
 std::string manual_page() {
+  const Editor editor{};  // of a window with nothing open
   ManPage page("corvelin", "edit and record compressed audio", words_of_call);
   page.section("DESCRIPTION");
   page.paragraph(about_file);
@@ -151,7 +153,7 @@ std::string manual_page() {
   for (const auto& [word, help] : switch_rows()) page.entry(word, help);
   page.section("KEYS");
   for (const Command& command : command_table()) {
-    if (!command.keys.empty()) page.entry(command.keys, purpose_of(command));
+    if (!command.keys.empty()) page.entry(command.keys, purpose_of(editor, command));
   }
   page.section("FILES");
   page.entry("~/.config/Corvelin/Corvelin.ini",

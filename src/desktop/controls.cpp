@@ -63,8 +63,8 @@ void CommandButton::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-TimeField::TimeField(Meaning meaning, RunCommand run, QWidget* parent)
-    : QLineEdit(parent), meaning_(meaning), run_(std::move(run)) {
+TimeField::TimeField(Editor& editor, Meaning meaning, RunCommand run, QWidget* parent)
+    : QLineEdit(parent), editor_(editor), meaning_(meaning), run_(std::move(run)) {
   setObjectName(meaning == Meaning::position ? QStringLiteral("position_field")
                                              : QStringLiteral("range_field"));
 }
@@ -124,9 +124,9 @@ void TimeField::apply() {
   const std::string typed = as_utf8(text().remove(left_to_right_mark));
   setModified(false);
   if (meaning_ == Meaning::position) {
-    apply_now_field(typed);
+    apply_now_field(editor_, typed);
   } else {
-    apply_selection_field(typed);
+    apply_selection_field(editor_, typed);
   }
 }
 
@@ -158,15 +158,15 @@ bool InfoBar::event(QEvent* event) {
   return false;
 }
 
-PositionBar::PositionBar(RunCommand run, QWidget* parent)
+PositionBar::PositionBar(Editor& editor, RunCommand run, QWidget* parent)
     : QScrollBar(Qt::Horizontal, parent), run_(std::move(run)) {
   setObjectName(QStringLiteral("position_bar"));
   setRange(0, scroll_end);
   setPageStep(scroll_page);
   setFocusPolicy(Qt::TabFocus);
   connect(this, &QScrollBar::actionTriggered, [this](int action) { act(action); });
-  connect(this, &QScrollBar::valueChanged, [](int position) {
-    if (!is_busy()) scroll_to(position);
+  connect(this, &QScrollBar::valueChanged, [&editor](int position) {
+    if (!is_busy()) scroll_to(editor, position);
   });
 }
 

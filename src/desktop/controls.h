@@ -13,6 +13,8 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// What a control does with its command. Tests look who asks for which.
 using RunCommand = std::function<void(CommandId)>;
 
@@ -39,7 +41,7 @@ class TimeField : public QLineEdit {
  public:
   enum class Meaning { position, range };
 
-  TimeField(Meaning meaning, RunCommand run, QWidget* parent);
+  TimeField(Editor& editor, Meaning meaning, RunCommand run, QWidget* parent);
 
   /// What the status says. A text that is being typed stays.
   void show_status(const QString& status);
@@ -58,6 +60,7 @@ class TimeField : public QLineEdit {
   void leave();
   void select_time();
 
+  Editor& editor_;
   Meaning meaning_;
   RunCommand run_;
   QString status_;
@@ -75,7 +78,7 @@ class InfoBar : public QLineEdit {
 /// The place in the stream, 0 to 1000.
 class PositionBar : public QScrollBar {
  public:
-  PositionBar(RunCommand run, QWidget* parent);
+  PositionBar(Editor& editor, RunCommand run, QWidget* parent);
 
   void show_position(int position);
 

@@ -18,6 +18,7 @@
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 
@@ -125,7 +126,7 @@ class PauseWindow : public DialogWindow {
   void show_texts() {
     if (texts_.size() < 3) return;  // while they are made
     show_meaning(*level_, *texts_[0], PauseDialog::level_text());
-    show_meaning(*duration_, *texts_[1], PauseDialog::duration_text());
+    show_meaning(*duration_, *texts_[1], dialog_.duration_text());
     show_meaning(*offset_, *texts_[2], PauseDialog::offset_text());
   }
 

@@ -15,8 +15,9 @@
 
 namespace corvelin {
 
-DebugWindow::DebugWindow(QWidget* parent)
+DebugWindow::DebugWindow(const Editor& editor, QWidget* parent)
     : DialogWindow(QStringLiteral("debug_window"), QStringLiteral("Debug"), parent),
+      editor_(editor),
       report_(new QPlainTextEdit) {
   setAttribute(Qt::WA_DeleteOnClose);
   report_->setObjectName(QStringLiteral("report"));
@@ -46,6 +47,6 @@ DebugWindow::DebugWindow(QWidget* parent)
   show_report();
 }
 
-void DebugWindow::show_report() { report_->setPlainText(as_qstring(debug_text())); }
+void DebugWindow::show_report() { report_->setPlainText(as_qstring(debug_text(editor_))); }
 
 }  // namespace corvelin

@@ -9,13 +9,16 @@ class QPlainTextEdit;
 
 namespace corvelin {
 
+struct Editor;
+
 class DebugWindow : public DialogWindow {
  public:
-  explicit DebugWindow(QWidget* parent);
+  DebugWindow(const Editor& editor, QWidget* parent);
 
  private:
   void show_report();
 
+  const Editor& editor_;
   QPlainTextEdit* report_;
 };
 

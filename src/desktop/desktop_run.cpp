@@ -21,7 +21,6 @@
 #include <vector>
 
 #include "audio/recorder.h"
-#include "audio/the_player.h"
 #include "desktop/accessibility.h"
 #include "desktop/command_line.h"
 #include "desktop/end_signals.h"
@@ -33,13 +32,13 @@
 #include "desktop/style.h"
 #include "document/open_state.h"
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "edit/language_dialog.h"
 #include "edit/open_files.h"
 #include "edit/record_commands.h"
 #include "edit/requirements.h"
 #include "edit/save_project.h"
 #include "model/document.h"
-#include "model/the_document.h"
 #include "platform/process.h"
 #include "platform/program.h"
 #include "platform/quiet_host.h"
@@ -71,31 +70,32 @@ void measure_display() {
 }
 
 // The end can't wait for an answer, so the cues of a recording are kept without a question.
-void keep_recording() {
-  if (!recorder.rec_writing) return;
-  stop_recording();
-  if (open_state.document_modified) keep_recording_project();
+void keep_recording(Editor& editor) {
+  if (!editor.recorder.rec_writing) return;
+  stop_recording(editor);
+  if (editor.open_state.document_modified) keep_recording_project(editor);
 }
 
 class DesktopRun {
  public:
   /// `boxes` are those that nobody could show yet.
-  DesktopRun(CommandLine line, std::vector<MessageBox> boxes)
-      : line_(std::move(line)),
+  DesktopRun(Editor& editor, CommandLine line, std::vector<MessageBox> boxes)
+      : editor_(editor),
+        line_(std::move(line)),
         boxes_(std::move(boxes)),
-        window_(look_of_settings()),
-        host_(window_) {
+        window_(editor, look_of_settings()),
+        host_(editor, window_) {
     install_host(&host_);
     window_.may_close = [this] {
-      if (recorder.rec_writing) stop_recording();  // its cues are then asked about
-      if (restarts_ || confirm_discard_changes()) return true;
+      if (editor_.recorder.rec_writing) stop_recording(editor_);  // its cues are then asked about
+      if (restarts_ || confirm_discard_changes(editor_)) return true;
       forget_end_signal();
       return false;
     };
     host_.restart_program = [this] {
       restarts_ = true;
-      const OpenState& names = open_state;
-      if (!document.files.empty())
+      const OpenState& names = editor_.open_state;
+      if (!editor_.document.files.empty())
         reopens_ = names.project_name.empty() ? names.audio_name : names.project_name;
       request_close();
     };
@@ -114,7 +114,7 @@ class DesktopRun {
     window_.show();
     QTimer::singleShot(0, &window_, [this] { begin(); });
     const int status = QApplication::exec();
-    shut_down();
+    shut_down(editor_);
     end_remote_control();
     store();
     if (restarts_) start_again();
@@ -141,21 +141,21 @@ class DesktopRun {
     constexpr std::chrono::milliseconds pause(1000);
     host_.call_later(pause, [this] {
       if (is_busy()) return welcome();
-      dispatch_command(command::about);
+      dispatch_command(editor_, command::about);
       const bool is_first_start = settings.version.empty() && keeps_settings();
-      if (is_first_start && end_signal() == 0) language_dialog();
+      if (is_first_start && end_signal() == 0) language_dialog(editor_);
     });
   }
 
   // False when the recorder can't be made ready: the program then starts as without the switch.
   [[nodiscard]] bool record() const {
-    if (!initialize_recording()) return false;
-    start_recording_unattended(line_.file);
+    if (!initialize_recording(editor_)) return false;
+    start_recording_unattended(editor_, line_.file);
     return true;
   }
 
   bool open() {
-    const bool is_open = !line_.file.empty() && open_file(line_.file);
+    const bool is_open = !line_.file.empty() && open_file(editor_, line_.file);
     host_.rebuild_part_list();
     host_.update_menu_state(all_states);
     host_.refresh_view(is_open ? Refresh::all : Refresh::no_document);
@@ -165,9 +165,9 @@ class DesktopRun {
   // The program ends whatever became of the work, and is silent about a stream that has none.
   void work() const {
     batch_active = true;
-    if (!line_.work->needs_levels || need_level_control().result == Result::done)
-      line_.work->run(line_.request);
-    open_state.document_modified = false;
+    if (!line_.work->needs_levels || need_level_control(editor_).result == Result::done)
+      line_.work->run(editor_, line_.request);
+    editor_.open_state.document_modified = false;
     request_close();
   }
 
@@ -175,7 +175,7 @@ class DesktopRun {
   void scan_remote_file() {
     auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
     if (box == nullptr || !is_remote_command_there()) {
-      remote_scan();
+      remote_scan(editor_);
       return;
     }
     constexpr std::chrono::milliseconds pause(50);  // in which what showed the box goes on
@@ -186,15 +186,15 @@ class DesktopRun {
   // Whoever ends the program may not wait for an answer, so what is to be kept is kept at once.
   void end_by_signal() {
     store();
-    keep_recording();
+    keep_recording(editor_);
     host_.end();
   }
 
   void end_of_session(QSessionManager& session) {
     store();
-    keep_recording();
-    if (!open_state.document_modified || !session.allowsInteraction()) return;
-    const bool may_end = !is_busy() && confirm_discard_changes();
+    keep_recording(editor_);
+    if (!editor_.open_state.document_modified || !session.allowsInteraction()) return;
+    const bool may_end = !is_busy() && confirm_discard_changes(editor_);
     session.release();
     if (!may_end) session.cancel();
   }
@@ -218,6 +218,7 @@ class DesktopRun {
     if (error) fmt::print(stderr, "corvelin: the settings were not written: {}\n", error.message());
   }
 
+  Editor& editor_;
   CommandLine line_;
   std::vector<MessageBox> boxes_;
   bool restarts_ = false;
@@ -273,7 +274,7 @@ class Application : public QApplication {
 
 }  // namespace
 
-int run_desktop(int argc, char** argv) {
+int run_desktop(Editor& editor, int argc, char** argv) {
   const std::vector<std::string> words(argv + 1, argv + argc);
   if (std::ranges::find(words, "--help") != words.end()) {
     fmt::print("{}", command_line_help());
@@ -298,8 +299,8 @@ int run_desktop(int argc, char** argv) {
   measure_display();
   const CommandLine line = parse_command_line(words);
   QuietHost early;  // until there is a window
-  const bool is_read =
-      start_up(line.settings_path ? *line.settings_path : choose_settings_file(line.localini));
+  const bool is_read = start_up(
+      editor, line.settings_path ? *line.settings_path : choose_settings_file(line.localini));
   if (line.settings_path && !is_read) {
     fmt::print(stderr, "corvelin: {} can't be read as a settings file\n", *line.settings_path);
     return 1;
@@ -312,7 +313,7 @@ int run_desktop(int argc, char** argv) {
   QApplication::setStyle(new Style);
   QApplication::setPalette(dialog_palette(look_of_settings()));
   install_accessibility();
-  return DesktopRun(line, early.take_boxes()).run();
+  return DesktopRun(editor, line, early.take_boxes()).run();
 }
 
 }  // namespace corvelin

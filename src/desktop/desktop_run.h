@@ -4,6 +4,8 @@
 
 namespace corvelin {
 
-int run_desktop(int argc, char** argv);
+struct Editor;
+
+int run_desktop(Editor& editor, int argc, char** argv);
 
 }  // namespace corvelin

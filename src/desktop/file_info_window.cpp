@@ -13,11 +13,10 @@
 #include <QVBoxLayout>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
-#include "model/the_document.h"
+#include "edit/editor.h"
 #include "stream/frame_header.h"
 #include "text/text_rows.h"
 
@@ -49,7 +48,7 @@ class FileInfoWindow : public DialogWindow {
     show_states();
     show_summary();
     connect(&timer_, &QTimer::timeout, this, [this] {
-      if (playback.is_playing) show_summary();
+      if (dialog_.editor.playback.is_playing) show_summary();
     });
     timer_.start(500);
   }
@@ -61,7 +60,8 @@ class FileInfoWindow : public DialogWindow {
     auto* const group = new QGroupBox(label(row::file_information));
     auto* const grid = new QGridLayout(group);
     int row = 0;
-    for (const InfoLine& line : file_info_lines(play_position(playback))) {
+    for (const InfoLine& line :
+         file_info_lines(dialog_.editor, play_position(dialog_.editor.playback))) {
       auto* const value = new QLineEdit;  // can be copied, and has its label for screen readers
       value->setReadOnly(true);
       value->setFrame(false);
@@ -83,7 +83,8 @@ class FileInfoWindow : public DialogWindow {
   }
 
   void show_summary() {
-    const std::vector<InfoLine> lines = file_info_lines(play_position(playback));
+    const std::vector<InfoLine> lines =
+        file_info_lines(dialog_.editor, play_position(dialog_.editor.playback));
     for (std::size_t i = 0; i < std::min(lines.size(), values_.size()); ++i) {
       const QString value = as_qstring(lines[i].value);
       values_[i]->setFocusPolicy(value.isEmpty() ? Qt::NoFocus : Qt::StrongFocus);
@@ -91,7 +92,7 @@ class FileInfoWindow : public DialogWindow {
       values_[i]->setText(value);
       values_[i]->setCursorPosition(0);
     }
-    const FrameInfo& frame = selection.current_frame;
+    const FrameInfo& frame = dialog_.editor.selection.current_frame;
     current_copyright_->setChecked(frame.copyright != 0);
     current_original_->setChecked(frame.original != 0);
     current_private_->setChecked(frame.private_bit != 0);
@@ -141,7 +142,7 @@ class FileInfoWindow : public DialogWindow {
     auto* const grid = new QGridLayout(group);
     QString text = label(row::create_or_use_id3v1);
     create_tag_ = new_box(text, dialog_.tag.create_tag, "create_tag");
-    create_tag_->setEnabled(can_create_tag());
+    create_tag_->setEnabled(can_create_tag(dialog_.editor.document));
     connect(create_tag_, &QCheckBox::toggled, this, [this] { show_states(); });
     grid->addWidget(create_tag_, 0, 0, 1, 2);
     title_ = new_line({}, id3v1_text_limit);
@@ -166,7 +167,7 @@ class FileInfoWindow : public DialogWindow {
     names_from_cue_->setAutoDefault(false);
     connect(names_from_cue_, &QPushButton::clicked, this, [this] {
       take_tag();
-      names_from_current_cue(dialog_.tag);
+      names_from_current_cue(dialog_.editor.document, dialog_.tag);
       show_tag();
     });
     grid->addWidget(names_from_cue_, grid->rowCount(), 1);
@@ -218,7 +219,7 @@ class FileInfoWindow : public DialogWindow {
   // What can be edited as the boxes stand.
   void show_states() {
     dialog_.tag.create_tag = create_tag_->isChecked();
-    const bool has_tag = can_edit_tag(dialog_.tag);
+    const bool has_tag = can_edit_tag(dialog_.editor.document, dialog_.tag);
     for (QWidget* const field : std::initializer_list<QWidget*>{
              title_, artist_, album_, year_, comment_, track_, genre_, names_from_cue_})
       field->setEnabled(has_tag);

@@ -12,6 +12,7 @@
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
+#include "edit/editor.h"
 #include "platform/program.h"
 #include "text/text_rows.h"
 

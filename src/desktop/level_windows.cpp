@@ -17,8 +17,8 @@
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 
@@ -46,7 +46,7 @@ class LevelWindow : public DialogWindow {
     QPushButton* const defaults = new_defaults_button();
     buttons->addButton(defaults, QDialogButtonBox::ResetRole);
     connect(defaults, &QPushButton::clicked, this, [this] {
-      LevelDialog::restore_defaults();
+      dialog_.restore_defaults();
       show_levels();
     });
     connect(buttons, &QDialogButtonBox::accepted, this, [this] {
@@ -99,18 +99,18 @@ class LevelWindow : public DialogWindow {
     const struct {
       TextRow text;
       const char* name;
-      void (*set)();
-    } presets[] = {{row::fade_in, "fade_in", LevelDialog::fade_in},
-                   {row::fade_out, "fade_out", LevelDialog::fade_out},
-                   {row::flat, "flat", LevelDialog::flat},
-                   {row::silent, "silence", LevelDialog::silence}};
+      void (LevelDialog::*set)();
+    } presets[] = {{row::fade_in, "fade_in", &LevelDialog::fade_in},
+                   {row::fade_out, "fade_out", &LevelDialog::fade_out},
+                   {row::flat, "flat", &LevelDialog::flat},
+                   {row::silent, "silence", &LevelDialog::silence}};
     auto* const column = new QVBoxLayout;
     for (const auto& preset : presets) {
       auto* const button = new QPushButton(label(preset.text));
       button->setObjectName(QString::fromLatin1(preset.name));
       button->setAutoDefault(false);
       connect(button, &QPushButton::clicked, this, [this, set = preset.set] {
-        set();
+        (dialog_.*set)();
         show_levels();
       });
       column->addWidget(button);
@@ -136,11 +136,11 @@ class LevelWindow : public DialogWindow {
     const QSignalBlocker from_is_quiet(from_);
     const QSignalBlocker to_is_quiet(to_);
     const QSignalBlocker bottom_is_quiet(bottom_);
-    from_->setValue(selection.sel_gain);
-    to_->setValue(selection.sel_gain_end);
+    from_->setValue(dialog_.editor.selection.sel_gain);
+    to_->setValue(dialog_.editor.selection.sel_gain_end);
     bottom_->setValue(settings.lowest_gain);
-    show_meaning(*from_, *from_text_, LevelDialog::from_text());
-    show_meaning(*to_, *to_text_, LevelDialog::to_text());
+    show_meaning(*from_, *from_text_, dialog_.from_text());
+    show_meaning(*to_, *to_text_, dialog_.to_text());
   }
 
   LevelDialog& dialog_;

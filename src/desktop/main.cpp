@@ -5,6 +5,7 @@
 #include <new>
 
 #include "desktop/desktop_run.h"
+#include "edit/editor.h"
 #include "platform/standard_descriptors.h"
 
 int main(int argc, char** argv) {
@@ -12,7 +13,8 @@ int main(int argc, char** argv) {
   // A file that hits a size limit is a failed write with a message, not the end of the process.
   std::signal(SIGXFSZ, SIG_IGN);
   try {
-    return corvelin::run_desktop(argc, argv);
+    corvelin::Editor editor;
+    return corvelin::run_desktop(editor, argc, argv);
   } catch (const std::bad_alloc&) {
     std::fputs("corvelin: There is not enough memory.\n", stderr);
     return 1;

@@ -50,8 +50,9 @@ std::vector<std::string> dropped_paths(const QMimeData& data) {
 
 }  // namespace
 
-MainWindow::MainWindow(const Look& look, RunCommand run)
-    : look_(look), run_(std::move(run)), client_(new QWidget) {
+MainWindow::MainWindow(Editor& editor, const Look& look, RunCommand run)
+    : editor_(editor), look_(look), run_(std::move(run)), client_(new QWidget) {
+  if (!run_) run_ = [&editor](CommandId id) { dispatch_command(editor, id); };
   setObjectName(QStringLiteral("main_window"));
   setWindowTitle(QStringLiteral("Corvelin"));
   setAcceptDrops(true);
@@ -64,7 +65,7 @@ MainWindow::MainWindow(const Look& look, RunCommand run)
   client_->installEventFilter(this);
   qApp->installEventFilter(this);  // the wheel is the window's, whatever it is turned over
   make_controls();
-  menus_ = std::make_unique<Menus>(*menuBar(), look, run_);
+  menus_ = std::make_unique<Menus>(editor, *menuBar(), look, run_);
   make_shortcuts(this, run_);
   setFocusProxy(view_);
   view_->setFocus();
@@ -75,11 +76,11 @@ MainWindow::~MainWindow() = default;
 void MainWindow::make_controls() {
   const WindowLayout layout = window_layout(space());
   make_buttons(layout.toolbar_buttons);
-  view_ = new ViewWidget(client_);
-  position_bar_ = new PositionBar(run_, client_);
+  view_ = new ViewWidget(editor_, client_);
+  position_bar_ = new PositionBar(editor_, run_, client_);
   position_bar_->stackUnder(view_);  // at high ratios it would lie over the map's last rows
-  position_field_ = new TimeField(TimeField::Meaning::position, run_, client_);
-  range_field_ = new TimeField(TimeField::Meaning::range, run_, client_);
+  position_field_ = new TimeField(editor_, TimeField::Meaning::position, run_, client_);
+  range_field_ = new TimeField(editor_, TimeField::Meaning::range, run_, client_);
   make_buttons(layout.panel_buttons);
   if (has_text_buttons(panel_form())) {
     make_buttons({{.id = command::margin_button, .area = layout.margin}});
@@ -121,9 +122,9 @@ void MainWindow::make_buttons(const std::vector<PlacedButton>& places) {
       button->setIcon(icon_of(place.id));
     }
     button->setAutoRaise(is_toolbar || form < PanelForm::classic_symbols);
-    if (settings.showtt != 0) button->setToolTip(as_qstring(button_tooltip(place.id)));
+    if (settings.showtt != 0) button->setToolTip(as_qstring(button_tooltip(editor_, place.id)));
     button->setToolTipDuration(20000);
-    button->setAccessibleName(as_qstring(button_name(place.id)));
+    button->setAccessibleName(as_qstring(button_name(editor_, place.id)));
     button->setCheckable(place.id == command::toggle_keep_id3v2 ||
                          place.id == command::toggle_save_id3v1);
     // What the command was refused is not so.
@@ -208,7 +209,7 @@ void MainWindow::take_look() {
 }
 
 void MainWindow::refresh(Refresh level) {
-  refresh_status(status_, level);
+  refresh_status(editor_, status_, level);
   show_status();
   if (level == Refresh::all) {
     take_look();
@@ -253,16 +254,17 @@ void MainWindow::show_button_marks() {
 // Buttons with words stay live, as keys do: the command itself sees what it lacks.
 void MainWindow::show_button_states(std::uint8_t mask) {
   for (const auto& [id, button] : buttons_) {
-    const bool is_asked_for = (state_bit(*command_of(id)) & mask) != 0;
-    if (is_asked_for && button->text().isEmpty()) button->setEnabled(is_command_enabled(id));
+    const bool is_asked_for = (state_bit(*command_of(editor_, id)) & mask) != 0;
+    if (is_asked_for && button->text().isEmpty())
+      button->setEnabled(is_command_enabled(editor_, id));
   }
 }
 
 // What plays, or is recorded, and what its buttons mean meanwhile.
 void MainWindow::show_pressed_buttons() {
   for (const auto& [id, button] : buttons_)
-    if (!button->isCheckable()) button->setDown(is_button_pressed(id));
-  if (std::exchange(has_fast_labels_, has_fast_labels()) == has_fast_labels_) return;
+    if (!button->isCheckable()) button->setDown(is_button_pressed(editor_, id));
+  if (std::exchange(has_fast_labels_, has_fast_labels(editor_)) == has_fast_labels_) return;
   for (const CommandId id : {command::prelisten_to_end, command::prelisten_from_end}) {
     if (has_text_buttons(panel_form())) {
       buttons_[id]->setText(panel_text(id));
@@ -285,7 +287,7 @@ QString MainWindow::panel_text(CommandId id) const {
 
 void MainWindow::show_undo_label() {
   if (settings.showtt != 0)
-    buttons_[command::undo]->setToolTip(as_qstring(button_tooltip(command::undo)));
+    buttons_[command::undo]->setToolTip(as_qstring(button_tooltip(editor_, command::undo)));
 }
 
 void MainWindow::rebuild_part_list() { menus_->rebuild_part_list(); }
@@ -369,7 +371,7 @@ void MainWindow::dropEvent(QDropEvent* event) {
       this,
       [this, paths, in_graph] {
         activateWindow();
-        drop_files(paths, in_graph);
+        drop_files(editor_, paths, in_graph);
       },
       Qt::QueuedConnection);
 }

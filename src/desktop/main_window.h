@@ -20,11 +20,14 @@ class QSlider;
 
 namespace corvelin {
 
+struct Editor;
+
 class Menus;
 
 class MainWindow : public QMainWindow {
  public:
-  explicit MainWindow(const Look& look, RunCommand run = dispatch_command);
+  /// `run` stands for the dispatcher where one is given.
+  MainWindow(Editor& editor, const Look& look, RunCommand run = nullptr);
   ~MainWindow() override;
 
   // What the host is told to bring up to date.
@@ -69,6 +72,7 @@ class MainWindow : public QMainWindow {
   [[nodiscard]] QIcon icon_of(CommandId id) const;
   [[nodiscard]] QString panel_text(CommandId id) const;
 
+  Editor& editor_;
   Look look_;
   RunCommand run_;
   StatusDisplay status_;

@@ -49,8 +49,8 @@ class CommandMenu : public QMenu {
 
 }  // namespace
 
-Menus::Menus(QMenuBar& bar, const Look& look, RunCommand run)
-    : bar_(bar), palette_(menu_palette(look)), run_(std::move(run)) {
+Menus::Menus(const Editor& editor, QMenuBar& bar, const Look& look, RunCommand run)
+    : editor_(editor), bar_(bar), palette_(menu_palette(look)), run_(std::move(run)) {
   bar.setPalette(palette_);
   bar.setAccessibleName(as_qstring(program_name));
   for (const Menu* const menu : menu_bar()) {
@@ -78,7 +78,7 @@ QMenu* Menus::add_menu(QWidget* parent, const Menu& menu) {
     } else if (row.command == 0) {
       made->addSeparator();
     } else if (has_entry(row)) {
-      const Command& command = *command_of(row.command);
+      const Command& command = *command_of(editor_, row.command);
       QAction* const action = add_entry(*made, command.id);
       CommandMenu::set_text(*action, as_qstring(text_of(command)));
       actions_[command.id] = action;
@@ -109,7 +109,7 @@ QAction* Menus::add_entry(QMenu& menu, CommandId id) {
 void Menus::rebuild_part_list() {
   list_menu_->clear();
   CommandId id = first_part_command;
-  for (const std::string& text : part_list()) {
+  for (const std::string& text : part_list(editor_)) {
     // A name may hold the sign that underlines a letter. Behind the tab is a title here, no key.
     add_entry(*list_menu_, id++)->setText(as_qstring(text).replace(u'&', QStringLiteral("&&")));
   }
@@ -131,11 +131,13 @@ void Menus::rebuild_recent_menu() {
 
 void Menus::show_states(std::uint8_t mask) {
   for (const auto& [id, action] : actions_)
-    if ((state_bit(*command_of(id)) & mask) != 0) action->setEnabled(is_command_enabled(id));
+    if ((state_bit(*command_of(editor_, id)) & mask) != 0)
+      action->setEnabled(is_command_enabled(editor_, id));
   for (QMenu* const menu : submenus_)
     menu->menuAction()->setEnabled(std::ranges::any_of(menu->actions(), &QAction::isEnabled));
   const auto undo = actions_.find(command::undo);
-  if (undo != actions_.end()) CommandMenu::set_text(*undo->second, as_qstring(undo_menu_text()));
+  if (undo != actions_.end())
+    CommandMenu::set_text(*undo->second, as_qstring(undo_menu_text(editor_)));
 }
 
 void Menus::take_look(const Look& look) {
@@ -148,7 +150,7 @@ void Menus::take_look(const Look& look) {
 
 void Menus::show_marks() {
   for (const auto& [id, action] : actions_)
-    if (action->isCheckable()) action->setChecked(is_checked(*command_of(id)));
+    if (action->isCheckable()) action->setChecked(is_checked(*command_of(editor_, id)));
 }
 
 }  // namespace corvelin

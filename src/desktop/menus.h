@@ -17,9 +17,11 @@ class QWidget;
 
 namespace corvelin {
 
+struct Editor;
+
 class Menus {
  public:
-  Menus(QMenuBar& bar, const Look& look, RunCommand run);
+  Menus(const Editor& editor, QMenuBar& bar, const Look& look, RunCommand run);
 
   void rebuild_part_list();
   void rebuild_recent_menu();
@@ -33,6 +35,7 @@ class Menus {
   QMenu* add_menu(QWidget* parent, const Menu& menu);
   QAction* add_entry(QMenu& menu, CommandId id);
 
+  const Editor& editor_;
   QMenuBar& bar_;
   QPalette palette_;
   RunCommand run_;

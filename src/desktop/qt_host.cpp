@@ -28,8 +28,8 @@
 #include "desktop/qt_text.h"
 #include "desktop/run_window.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "model/document.h"
-#include "model/the_document.h"
 #include "platform/path.h"
 #include "settings/note.h"
 #include "text/boxes.h"
@@ -273,8 +273,9 @@ void QtHost::close_dialogs() {
 
 void QtHost::refresh_view(Refresh level) {
   window_.refresh(level);
-  if (level != Refresh::all || document.files.empty() || batch_active) return;
-  if (std::exchange(noted_, open_state.audio_name) != open_state.audio_name) offer_graph_note();
+  if (level != Refresh::all || editor_.document.files.empty() || batch_active) return;
+  if (std::exchange(noted_, editor_.open_state.audio_name) != editor_.open_state.audio_name)
+    offer_graph_note();
 }
 
 // The note on what the graph is, once it can be seen.
@@ -282,7 +283,7 @@ void QtHost::offer_graph_note() {
   constexpr std::chrono::milliseconds pause(50);
   call_later(pause, [this] {
     if (is_busy()) return offer_graph_note();
-    if (!document.files.empty()) show_note_once(Note::audio_graph);
+    if (!editor_.document.files.empty()) show_note_once(Note::audio_graph);
   });
 }
 
@@ -293,7 +294,7 @@ void QtHost::enter_field(StatusField field) {
 }
 
 void QtHost::show_debug_window() {
-  if (debug_window_ == nullptr) debug_window_ = new DebugWindow(&window_);
+  if (debug_window_ == nullptr) debug_window_ = new DebugWindow(editor_, &window_);
   debug_window_->show();
   debug_window_->raise();
 }

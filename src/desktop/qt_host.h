@@ -13,10 +13,13 @@
 
 namespace corvelin {
 
+struct Editor;
+
 class QtHost : public Host {
  public:
-  /// The window outlives the host.
-  explicit QtHost(MainWindow& window) : window_(window), sound_events_(new SoundEvents(window)) {}
+  /// The editor and the window outlive the host.
+  QtHost(Editor& editor, MainWindow& window)
+      : editor_(editor), window_(window), sound_events_(new SoundEvents(editor, window)) {}
 
   BoxAnswer show_message_box(const MessageBox& box) override;
   bool show_note(const MessageBox& note) override;
@@ -53,6 +56,7 @@ class QtHost : public Host {
   void close_dialogs();
   void offer_graph_note();
 
+  Editor& editor_;
   MainWindow& window_;
   std::string noted_;          // the document whose graph the user was told about
   SoundEvents* sound_events_;  // the window's

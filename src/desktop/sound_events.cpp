@@ -8,24 +8,25 @@
 #include <QWidget>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
+#include "edit/editor.h"
 #include "platform/wave_device.h"
 
 namespace corvelin {
 
-SoundEvents::SoundEvents(QWidget& window)
-    : QObject(&window), escape_(new QShortcut(Qt::Key_Escape, &window)) {
+SoundEvents::SoundEvents(Editor& editor, QWidget& window)
+    : QObject(&window), editor_(editor), escape_(new QShortcut(Qt::Key_Escape, &window)) {
   const auto deliver = [] { deliver_wave_events(); };
   auto* const notifier = new QSocketNotifier(wave_event_descriptor(), QSocketNotifier::Read, this);
   connect(notifier, &QSocketNotifier::activated, this, deliver);
   auto* const timer = new QTimer(this);
   connect(timer, &QTimer::timeout, this, deliver);
   timer->start(wave_look_interval);
-  connect(escape_, &QShortcut::activated, this, [] { playback.stops_at_buffer = true; });
+  connect(escape_, &QShortcut::activated, this,
+          [this] { editor_.playback.stops_at_buffer = true; });
   escape_->setEnabled(false);
   apply_volume();
 }
 
-void SoundEvents::follow_playback() { escape_->setEnabled(playback.is_playing); }
+void SoundEvents::follow_playback() { escape_->setEnabled(editor_.playback.is_playing); }
 
 }  // namespace corvelin

@@ -10,15 +10,18 @@ class QWidget;
 
 namespace corvelin {
 
+struct Editor;
+
 class SoundEvents : public QObject {
  public:
   /// Belongs to the window.
-  explicit SoundEvents(QWidget& window);
+  SoundEvents(Editor& editor, QWidget& window);
 
   /// What plays has changed.
   void follow_playback();
 
  private:
+  Editor& editor_;
   QShortcut* escape_;
 };
 

@@ -26,7 +26,7 @@ bool is_our_button(const QMouseEvent& event) {
 
 }  // namespace
 
-ViewWidget::ViewWidget(QWidget* parent) : QWidget(parent) {
+ViewWidget::ViewWidget(Editor& editor, QWidget* parent) : QWidget(parent), editor_(editor) {
   setObjectName(QStringLiteral("view"));
   setMouseTracking(true);
   setFocusPolicy(Qt::StrongFocus);
@@ -70,7 +70,7 @@ void ViewWidget::draw() {
   if (image_.isNull()) return;
   image_.setDevicePixelRatio(1);
   QtCanvas canvas(image_);
-  view_redraw(view_, canvas);
+  view_redraw(editor_, view_, canvas);
 }
 
 void ViewWidget::paintEvent(QPaintEvent*) {
@@ -105,10 +105,11 @@ void ViewWidget::mousePressEvent(QMouseEvent* event) {
   if (is_busy() || !is_our_button(*event)) return;
   setFocus(Qt::MouseFocusReason);
   // A dialog that came up in the middle of a drag has taken the release.
-  if (event->buttons() == event->button()) release_mouse(mouse_);
+  if (event->buttons() == event->button()) release_mouse(editor_, mouse_);
   const QPoint at = device_point(*event);
   const MouseButtons buttons = buttons_of(*event, event->button());
-  if (press_mouse(mouse_, view_, buttons, at.x(), at.y())) host().refresh_view(Refresh::places);
+  if (press_mouse(editor_, mouse_, view_, buttons, at.x(), at.y()))
+    host().refresh_view(Refresh::places);
   show_pointer();
 }
 
@@ -119,13 +120,14 @@ void ViewWidget::mouseMoveEvent(QMouseEvent* event) {
   if (is_busy()) return;
   const QPoint at = device_point(*event);
   const MouseButtons buttons = buttons_of(*event, event->buttons());
-  if (move_mouse(mouse_, view_, buttons, at.x(), at.y())) host().refresh_view(Refresh::places);
+  if (move_mouse(editor_, mouse_, view_, buttons, at.x(), at.y()))
+    host().refresh_view(Refresh::places);
   show_pointer();
 }
 
 void ViewWidget::mouseReleaseEvent(QMouseEvent* event) {
   if (is_busy() || !is_our_button(*event)) return;
-  if (release_mouse(mouse_)) host().refresh_view(Refresh::places);
+  if (release_mouse(editor_, mouse_)) host().refresh_view(Refresh::places);
 }
 
 }  // namespace corvelin

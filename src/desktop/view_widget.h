@@ -10,9 +10,11 @@
 
 namespace corvelin {
 
+struct Editor;
+
 class ViewWidget : public QWidget {
  public:
-  explicit ViewWidget(QWidget* parent);
+  ViewWidget(Editor& editor, QWidget* parent);
 
   /// Its place in device pixels of its parent, and how many of them a logical pixel has.
   void place(const Rect& area, float display_scale, double ratio);
@@ -24,6 +26,9 @@ class ViewWidget : public QWidget {
   /// Where the pictures of the last drawing are, in device pixels of the widget.
   enum class Area { graph, map, meter };
   [[nodiscard]] Rect picture_area(Area area) const;
+
+  /// What it shows.
+  [[nodiscard]] const Editor& editor() const { return editor_; }
 
   /// The last drawing.
   [[nodiscard]] const EditorView& view() const { return view_; }
@@ -41,6 +46,7 @@ class ViewWidget : public QWidget {
   void show_pointer();
   [[nodiscard]] QPoint device_point(const QMouseEvent& event) const;
 
+  Editor& editor_;
   EditorView view_;
   GraphMouse mouse_;
   QImage image_;

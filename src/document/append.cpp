@@ -19,7 +19,6 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/bytes.h"
 #include "platform/file_window.h"
 #include "platform/host.h"
@@ -46,7 +45,8 @@ bool has_equal_follower(std::span<const std::uint8_t> bytes, std::size_t at, std
 
 // Looks through the whole file for a frame that fits the stream. `other_parameters` when there were
 // frames and none did: `found` is the first of them; `no_sync` when there were none.
-AppendResult find_fitting_frame(const InputFile& file, FoundFrame& found) {
+AppendResult find_fitting_frame(const Document& document, const InputFile& file,
+                                FoundFrame& found) {
   constexpr std::uint32_t step = search_block_size - frame_unit;
   AppendResult result = AppendResult::no_sync;
   FileWindow window;
@@ -68,7 +68,7 @@ AppendResult find_fitting_frame(const InputFile& file, FoundFrame& found) {
 }
 
 // The file offset behind the audio. An APE tag in front of the ID3v1 tag counts as audio here.
-std::uint32_t end_of_audio(const InputFile& file, std::uint32_t size) {
+std::uint32_t end_of_audio(const Document& document, const InputFile& file, std::uint32_t size) {
   std::array<std::uint8_t, id3v1_size> tail = {};
   file.read_at(size - id3v1_size, tail);
   return trim_to_last_frame(file, frame_format(document.stream),
@@ -82,26 +82,27 @@ struct Detail {
 };
 
 // Nothing when there is but a header and half a frame.
-std::optional<AudioBounds> bounds_of(const InputFile& file, std::uint32_t size,
-                                     std::uint32_t first_frame) {
+std::optional<AudioBounds> bounds_of(const Document& document, const InputFile& file,
+                                     std::uint32_t size, std::uint32_t first_frame) {
   StreamInfo own = {.audio_end = size};  // what its header says means nothing to the stream
   const AudioBounds bounds = {
       .begin = document.stream.is_aac != 0 ? first_frame : read_vbr_header(file, first_frame, own),
-      .end = end_of_audio(file, size)};
+      .end = end_of_audio(document, file, size)};
   return bounds.begin < bounds.end ? std::optional(bounds) : std::nullopt;
 }
 
 // A source that is open already keeps its bounds, which its parts and earlier states count on.
-bool find_bounds(SourceFile& file, std::uint32_t size, std::uint32_t first_frame) {
+bool find_bounds(const Document& document, SourceFile& file, std::uint32_t size,
+                 std::uint32_t first_frame) {
   if (file.audio_end != 0) return true;
-  const auto bounds = bounds_of(*file.handle, size, first_frame);
+  const auto bounds = bounds_of(document, *file.handle, size, first_frame);
   if (!bounds) return false;
   file.first_audio = bounds->begin;
   file.audio_end = bounds->end;
   return true;
 }
 
-AppendResult append_source(std::uint16_t index, Detail& detail) {
+AppendResult append_source(Document& document, std::uint16_t index, Detail& detail) {
   SourceFile& file = document.files[index];
   const std::uint64_t file_size = file.handle->facts().size;
   if (file_size < smallest_file || file_size > largest_file) return AppendResult::bad_size;
@@ -109,11 +110,11 @@ AppendResult append_source(std::uint16_t index, Detail& detail) {
   const auto size = static_cast<std::uint32_t>(file_size);
 
   FoundFrame first;
-  const AppendResult search = find_fitting_frame(*file.handle, first);
+  const AppendResult search = find_fitting_frame(document, *file.handle, first);
   if (const std::error_code error = file.handle->read_error()) detail.cause = error.message();
   if (search == AppendResult::other_parameters) detail.other = kind_of(first.info);
   if (search != AppendResult::appended) return search;
-  if (!find_bounds(file, size, first.at)) return AppendResult::no_sync;
+  if (!find_bounds(document, file, size, first.at)) return AppendResult::no_sync;
   const std::uint32_t begin = file.first_audio;
   const std::uint32_t end = file.audio_end;
 
@@ -162,7 +163,8 @@ std::string_view kind_without_audio(const std::string& name) {
 }
 
 // What the reason doesn't say of the file itself.
-std::string cause_of(AppendResult result, const std::string& name, const Detail& detail) {
+std::string cause_of(const Document& document, AppendResult result, const std::string& name,
+                     const Detail& detail) {
   if (!detail.cause.empty()) return detail.cause;
   if (result == AppendResult::other_parameters)
     return fmt::format("its frames are {}\nthose of the document {}", text_of(detail.other),
@@ -173,14 +175,14 @@ std::string cause_of(AppendResult result, const std::string& name, const Detail&
   return result == AppendResult::no_sync ? audio_fault(name) : std::string();
 }
 
-AppendResult append_named(const std::string& name, Detail& detail) {
+AppendResult append_named(Document& document, const std::string& name, Detail& detail) {
   if (!kind_without_audio(name).empty()) return AppendResult::no_audio;
   if (extension_of(name).empty()) return AppendResult::bad_name;
   if ((file_kind(name) == FileKind::aac) != (document.stream.is_aac != 0))
     return AppendResult::other_format;
   const auto index = add_source_file(document, name, &detail.cause);
   if (!index) return AppendResult::not_opened;
-  const AppendResult result = append_source(*index, detail);
+  const AppendResult result = append_source(document, *index, detail);
   if (result != AppendResult::appended && result != AppendResult::table_full)
     remove_last_source_file(document);
   return result;
@@ -197,30 +199,30 @@ std::string names_of(std::span<const std::string> paths) {
 
 }  // namespace
 
-std::optional<AudioBounds> find_audio_to_append(const InputFile& file) {
+std::optional<AudioBounds> find_audio_to_append(const Document& document, const InputFile& file) {
   const std::uint64_t size = file.facts().size;
   FoundFrame first;
   if (size < smallest_file || size > largest_file ||
-      find_fitting_frame(file, first) != AppendResult::appended)
+      find_fitting_frame(document, file, first) != AppendResult::appended)
     return std::nullopt;
-  return bounds_of(file, static_cast<std::uint32_t>(size), first.at);
+  return bounds_of(document, file, static_cast<std::uint32_t>(size), first.at);
 }
 
-AppendResult append_file(const std::string& name) {
+AppendResult append_file(Document& document, const std::string& name) {
   Detail detail;
-  return append_named(name, detail);
+  return append_named(document, name, detail);
 }
 
-bool append_file_reported(const std::string& name, std::vector<std::string>* list,
-                          std::span<const std::string> left_out) {
+bool append_file_reported(Document& document, const std::string& name,
+                          std::vector<std::string>* list, std::span<const std::string> left_out) {
   Detail detail;
-  const AppendResult result = append_named(name, detail);
+  const AppendResult result = append_named(document, name, detail);
   if (result == AppendResult::appended) return true;
   const std::string_view reason = reason_of(result, list == nullptr);
   if (list != nullptr) {
     list->push_back(fmt::format("{} ({}): {}", ui_text(row::append_failed), reason, name_of(name)));
   } else {
-    std::string cause = cause_of(result, name, detail);
+    std::string cause = cause_of(document, result, name, detail);
     if (!left_out.empty()) {
       if (!cause.empty()) cause += "\n\n";
       cause += format_row(ui_text(row::also_left_out), names_of(left_out));
@@ -234,22 +236,17 @@ bool append_file_reported(const std::string& name, std::vector<std::string>* lis
   return false;
 }
 
-bool can_append_files(std::span<const std::string> names) {
-  const std::size_t files_before = document.files.size();
-  const PartIndex parts_before = part_count(document);
-  const auto vbr_before = document.stream.vbr;
+bool can_append_files(const Document& document, std::span<const std::string> names) {
+  Document trial = document;
   bool all_fit = true;
-  for (const std::string& name : names) all_fit = append_file_reported(name, nullptr) && all_fit;
-  while (part_count(document) > parts_before) remove_part(document, parts_before);
-  recompute_total(document);
-  while (document.files.size() > files_before) remove_last_source_file(document);
-  document.stream.vbr = vbr_before;
+  for (const std::string& name : names)
+    all_fit = append_file_reported(trial, name, nullptr) && all_fit;
   return all_fit;
 }
 
-Joined append_files(std::span<const std::string> names) {
+Joined append_files(Document& document, std::span<const std::string> names) {
   for (std::size_t i = 0; i < names.size(); ++i)
-    if (!append_file_reported(names[i], nullptr, names.subspan(i + 1)))
+    if (!append_file_reported(document, names[i], nullptr, names.subspan(i + 1)))
       return {.count = i, .failed = names[i]};
   return {.count = names.size(), .failed = {}};
 }

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "model/document.h"
 #include "platform/file.h"
 
 namespace corvelin {
@@ -36,20 +37,21 @@ struct AudioBounds {
 
 /// The bounds that a file would be appended with. Nothing when it has no frames of the stream's
 /// kind. An APE tag in front of the ID3v1 tag counts as audio.
-std::optional<AudioBounds> find_audio_to_append(const InputFile& file);
+std::optional<AudioBounds> find_audio_to_append(const Document& document, const InputFile& file);
 
 /// Appends a file to the open document, without a message. A failure leaves the document as it was,
 /// except that the file stays in the table of files when it was `table_full` that failed.
-AppendResult append_file(const std::string& name);
+AppendResult append_file(Document& document, const std::string& name);
 
 /// The same, and tells a failure: in a box, or as a line added to `list` when that is not null.
 /// Returns whether it went well. The box names those that are `left_out` then, too.
-bool append_file_reported(const std::string& name, std::vector<std::string>* list,
+bool append_file_reported(Document& document, const std::string& name,
+                          std::vector<std::string>* list,
                           std::span<const std::string> left_out = {});
 
 /// Whether all of these files fit, one behind the other. Those that don't are told, each in a box.
 /// The document stays as it was.
-bool can_append_files(std::span<const std::string> names);
+bool can_append_files(const Document& document, std::span<const std::string> names);
 
 /// What became of several files that were to make a document or to be appended.
 struct Joined {
@@ -58,6 +60,6 @@ struct Joined {
 };
 
 /// Appends files in their order until one fails, which is told in a box, with those behind it.
-Joined append_files(std::span<const std::string> names);
+Joined append_files(Document& document, std::span<const std::string> names);
 
 }  // namespace corvelin

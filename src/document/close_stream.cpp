@@ -3,18 +3,20 @@
 #include "document/close_stream.h"
 
 #include "document/open_state.h"
-#include "model/the_document.h"
+#include "model/document.h"
+#include "model/selection.h"
 
 namespace corvelin {
 
-void close_stream() {
+void close_stream(Document& document, Selection& selection, OpenState& open_state) {
   close_document(document);
   selection = {};
   open_state.project_name.clear();
   open_state.document_modified = false;
 }
 
-void reset_state(ResetLevel level) {
+void reset_state(Document& document, Selection& selection, OpenState& open_state,
+                 ResetLevel level) {
   selection = {};
   document.stream = {};
   document.kind = {};

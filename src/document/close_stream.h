@@ -2,10 +2,14 @@
 // The way back from an open document to none.
 #pragma once
 
+#include "document/open_state.h"
+#include "model/document.h"
+#include "model/selection.h"
+
 namespace corvelin {
 
 /// Closes the document, and with it the selection and the name of its project.
-void close_stream();
+void close_stream(Document& document, Selection& selection, OpenState& open_state);
 
 /// How far `reset_state` goes, each level with the one before it.
 enum class ResetLevel {
@@ -14,6 +18,6 @@ enum class ResetLevel {
 };
 
 /// Forgets what an earlier document left, before another one is read.
-void reset_state(ResetLevel level);
+void reset_state(Document& document, Selection& selection, OpenState& open_state, ResetLevel level);
 
 }  // namespace corvelin

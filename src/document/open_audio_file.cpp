@@ -14,7 +14,6 @@
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/bytes.h"
 #include "platform/path.h"
 #include "settings/settings.h"
@@ -26,7 +25,7 @@ namespace {
 constexpr std::uint64_t smallest_file = 10;  // bytes
 
 // Reads the file's last 128 bytes and takes them off the audio when they are a tag.
-void take_off_id3v1(SourceFile& file) {
+void take_off_id3v1(Document& document, OpenState& open_state, SourceFile& file) {
   if (file.audio_end < id3v1_size) return;
   file.handle->read_at(file.audio_end - id3v1_size, document.stream.id3v1);
   if (!stands_at(document.stream.id3v1, 0, "TAG")) return;
@@ -34,13 +33,13 @@ void take_off_id3v1(SourceFile& file) {
   open_state.keep_id3v1 = settings.save_id3v1 != 0;
 }
 
-void take_off_ape(SourceFile& file) {
+void take_off_ape(Document& document, SourceFile& file) {
   document.stream.ape_size = ape_tag_size(*file.handle, file.audio_end);
   file.audio_end -= document.stream.ape_size;
 }
 
 // Finds the bounds of the audio in source file 0, which is one part from its first byte on.
-bool find_audio(SourceFile& file) {
+bool find_audio(Document& document, Selection& selection, SourceFile& file) {
   file.first_audio =
       probe_stream(*file.handle, file.audio_end, document.stream, selection.current_frame);
   if (file.first_audio == no_position) return false;
@@ -52,7 +51,7 @@ bool find_audio(SourceFile& file) {
   return true;
 }
 
-void narrow_to_audio(const SourceFile& file) {
+void narrow_to_audio(Document& document, const SourceFile& file) {
   Part& part = document.parts[0];
   part.part_filepos = file.first_audio;
   part.part_size = file.audio_end - file.first_audio;
@@ -60,32 +59,36 @@ void narrow_to_audio(const SourceFile& file) {
   recompute_total(document);
 }
 
-void take_over_header_bits(const FrameInfo& frame) {
+void take_over_header_bits(Document& document, const FrameInfo& frame) {
   document.header_rewrite = {.rewrite_header = false,
                              .rewrite_copyright = frame.copyright,
                              .rewrite_original = frame.original,
                              .rewrite_private = frame.private_bit};
 }
 
-bool open_added_file(SourceFile& file) {
+bool open_added_file(Document& document, Selection& selection, OpenState& open_state,
+                     SourceFile& file) {
   const std::uint64_t size = file.handle->facts().size;
   if (size < smallest_file || size > largest_file) return false;
   file.audio_end = static_cast<std::uint32_t>(size);
   open_state.keep_id3v1 = false;
-  take_off_id3v1(file);
-  take_off_ape(file);
-  if (add_part(document, 0, 0, 0, file.audio_end) == no_part || !find_audio(file)) return false;
+  take_off_id3v1(document, open_state, file);
+  take_off_ape(document, file);
+  if (add_part(document, 0, 0, 0, file.audio_end) == no_part ||
+      !find_audio(document, selection, file))
+    return false;
 
-  narrow_to_audio(file);
+  narrow_to_audio(document, file);
   selection.cursor = locate_frame(document, 0, selection.cursor, selection.current_frame);
   open_state.save_name.clear();
-  take_over_header_bits(selection.current_frame);
+  take_over_header_bits(document, selection.current_frame);
   return true;
 }
 
 }  // namespace
 
-std::string open_audio_file(const std::string& name) {
+std::string open_audio_file(Document& document, Selection& selection, OpenState& open_state,
+                            const std::string& name) {
   open_state.audio_name = name;
   if (extension_of(name).empty())
     return "The name of an audio file ends in .mp3, .mp2, .mpa or .aac.";
@@ -94,7 +97,7 @@ std::string open_audio_file(const std::string& name) {
   std::string cause;
   const auto index = add_source_file(document, name, &cause);
   if (!index) return cause;
-  if (open_added_file(document.files[*index])) return {};
+  if (open_added_file(document, selection, open_state, document.files[*index])) return {};
   const std::error_code error = document.files[*index].handle->read_error();
   close_document(document);
   selection.current_frame = {};

@@ -5,6 +5,10 @@
 
 #include <string>
 
+#include "document/open_state.h"
+#include "model/document.h"
+#include "model/selection.h"
+
 namespace corvelin {
 
 /// Opens the file, which is `open_state.audio_name` from then on: takes the tags off its ends,
@@ -12,6 +16,7 @@ namespace corvelin {
 ///
 /// Returns why that can't be, in words for the user, and then leaves no document; empty when all
 /// went well.
-std::string open_audio_file(const std::string& name);
+std::string open_audio_file(Document& document, Selection& selection, OpenState& open_state,
+                            const std::string& name);
 
 }  // namespace corvelin

@@ -4,7 +4,6 @@
 
 namespace corvelin {
 
-OpenState open_state;
 bool batch_active = false;
 
 }  // namespace corvelin

@@ -17,8 +17,6 @@ struct OpenState {
   bool document_modified = false;  // since the last saved project
 };
 
-extern OpenState open_state;
-
 /// A run without questions: nobody is there to answer.
 extern bool batch_active;
 

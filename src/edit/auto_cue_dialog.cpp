@@ -11,11 +11,11 @@
 #include <string_view>
 
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "edit/requirements.h"
 #include "model/cuts.h"
 #include "model/exact_time.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -49,11 +49,11 @@ std::optional<std::uint16_t> read_seconds(std::string_view text) {
 }
 
 // Gives the part that begins at `frame` a flag. False where none can begin.
-bool set_cue(EditPosition frame, std::int16_t gain, const std::u16string& name) {
-  forget_stashed_texts(selection);
-  const PartIndex made = make_border(document, frame);
-  if (made >= part_count(document)) return false;
-  Part& part = document.parts[made];
+bool set_cue(Editor& editor, EditPosition frame, std::int16_t gain, const std::u16string& name) {
+  forget_stashed_texts(editor.selection);
+  const PartIndex made = make_border(editor.document, frame);
+  if (made >= part_count(editor.document)) return false;
+  Part& part = editor.document.parts[made];
   part.part_iscue = 1;
   part.part_gainbeg = gain;
   if (name.empty()) return true;
@@ -63,23 +63,24 @@ bool set_cue(EditPosition frame, std::int16_t gain, const std::u16string& name) 
 }
 
 // A cue at each multiple of the interval, by exact times: a clock beside the player agrees.
-Outcome set_cues(const AutoCues& cues) {
+Outcome set_cues(Editor& editor, const AutoCues& cues) {
   constexpr double shortest = 0.001;  // seconds: less than a frame
-  const bool has_range = has_selected_range(selection);
-  const EditPosition first = has_range ? selection.sel_beg : 0;
+  const bool has_range = has_selected_range(editor.selection);
+  const EditPosition first = has_range ? editor.selection.sel_beg : 0;
   const double interval = std::max(cues.interval, shortest);
-  const double begin = exact_seconds(document, first);
-  const double total = exact_seconds(document, document.total_size);
-  const double end = has_range ? exact_seconds(document, selection.sel_end) : total;
-  const std::int16_t gain = document.parts[part_at(document, first)].part_gainbeg;
+  const double begin = exact_seconds(editor.document, first);
+  const double total = exact_seconds(editor.document, editor.document.total_size);
+  const double end = has_range ? exact_seconds(editor.document, editor.selection.sel_end) : total;
+  const std::int16_t gain = editor.document.parts[part_at(editor.document, first)].part_gainbeg;
 
   Result result = Result::nothing;
   double multiple = first == 0 ? 1 : 0;  // the stream's start is a track start already
   while (begin + multiple * interval < end) {
-    const EditPosition frame = exact_place(document, begin + multiple * interval);
-    const double time = exact_seconds(document, frame);
-    if (document.parts.size() >= most_parts) return refuse_cues_from(frame);
-    if (!set_cue(frame, gain, cues.creates_names ? bytes_to_wide(format_seconds(time), true) : u""))
+    const EditPosition frame = exact_place(editor.document, begin + multiple * interval);
+    const double time = exact_seconds(editor.document, frame);
+    if (editor.document.parts.size() >= most_parts) return refuse_cues_from(editor, frame);
+    if (!set_cue(editor, frame, gain,
+                 cues.creates_names ? bytes_to_wide(format_seconds(time), true) : u""))
       break;
     result = Result::done;
     if (total - time < interval + cues.last_length) break;  // the next would be too short
@@ -107,22 +108,22 @@ bool AutoCueDialog::accept() {
     show_refusal(ui_text(row::no_interval));
     return false;
   }
-  result = set_auto_cues({.interval = static_cast<double>(settings.autocue),
-                          .last_length = static_cast<double>(settings.autocue_last),
-                          .creates_names = creates_names});
+  result = set_auto_cues(editor, {.interval = static_cast<double>(settings.autocue),
+                                  .last_length = static_cast<double>(settings.autocue_last),
+                                  .creates_names = creates_names});
   return true;
 }
 
-Result set_auto_cues(const AutoCues& cues) {
-  return carry_out(*command_of(command::auto_cue_dialog), [&] {
-    Outcome outcome = set_cues(cues);
-    selection.sel_beg = selection.sel_end = no_position;
+Result set_auto_cues(Editor& editor, const AutoCues& cues) {
+  return carry_out(editor, *command_of(editor, command::auto_cue_dialog), [&] {
+    Outcome outcome = set_cues(editor, cues);
+    editor.selection.sel_beg = editor.selection.sel_end = no_position;
     return outcome;
   });
 }
 
-bool auto_cue_dialog() {
-  AutoCueDialog dialog;
+bool auto_cue_dialog(Editor& editor) {
+  AutoCueDialog dialog(editor);
   return show_dialog(dialog);
 }
 

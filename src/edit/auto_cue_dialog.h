@@ -10,7 +10,13 @@
 
 namespace corvelin {
 
+struct Editor;
+
 struct AutoCueDialog : Dialog {
+  Editor& editor;
+
+  explicit AutoCueDialog(Editor& opened_for) : editor(opened_for) {}
+
   std::string interval;  // "2:00": minutes and seconds
   std::string last_length;
   bool creates_names = false;
@@ -33,9 +39,9 @@ struct AutoCues {
 /// Sets the cues of the selection, or of the whole stream without one, behind an undo step.
 /// `nothing` where no multiple lies in it; `refused` with a full part table, which the user has
 /// been told: the cues up to there are set.
-Result set_auto_cues(const AutoCues& cues);
+Result set_auto_cues(Editor& editor, const AutoCues& cues);
 
 /// The dialog.
-bool auto_cue_dialog();
+bool auto_cue_dialog(Editor& editor);
 
 }  // namespace corvelin

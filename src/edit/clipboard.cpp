@@ -18,11 +18,11 @@
 
 #include "document/file_kind.h"
 #include "edit/cut_commands.h"
+#include "edit/editor.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/text.h"
@@ -48,8 +48,8 @@ std::string name_field(std::u16string_view name) {
 std::int32_t number_field(std::uint32_t value) { return static_cast<std::int32_t>(value); }
 
 // False when the path can't be written.
-bool append_range(std::string& text, const Part& range) {
-  const SourceFile& file = document.files[range.part_file];
+bool append_range(const Editor& editor, std::string& text, const Part& range) {
+  const SourceFile& file = editor.document.files[range.part_file];
   if (file.file_name.find('\t') != std::string::npos ||
       file.file_name.find(line_end) != std::string::npos)
     return false;
@@ -62,13 +62,13 @@ bool append_range(std::string& text, const Part& range) {
 }
 
 // The text of the selected ranges. Nothing when there are none and when they can't be put in one.
-std::optional<std::string> text_of_selection() {
-  const EditPosition begin = selection.sel_beg;
-  const EditPosition end = std::min(selection.sel_end, document.total_size);
+std::optional<std::string> text_of_selection(const Editor& editor) {
+  const EditPosition begin = editor.selection.sel_beg;
+  const EditPosition end = std::min(editor.selection.sel_end, editor.document.total_size);
   if (begin >= end) return std::nullopt;
   std::string text(clipboard_mark);
-  for (PartIndex i = part_at(document, begin); i <= part_at(document, end); ++i) {
-    Part range = document.parts[i];
+  for (PartIndex i = part_at(editor.document, begin); i <= part_at(editor.document, end); ++i) {
+    Part range = editor.document.parts[i];
     if (range.part_beg == end) break;
     if (range.part_beg < begin) {  // what begins inside a part has neither its level nor its cue
       const std::uint32_t left_out = begin - range.part_beg;
@@ -79,7 +79,7 @@ std::optional<std::string> text_of_selection() {
       range.part_iscue = 0;
     }
     range.part_size = std::min(range.part_size, end - range.part_beg);
-    if (!append_range(text, range) || text.size() >= block_size) return std::nullopt;
+    if (!append_range(editor, text, range) || text.size() >= block_size) return std::nullopt;
   }
   return text;
 }
@@ -138,15 +138,18 @@ PasteResult fetch_text(std::string& text) {
 // One paste: adds range behind range from the beginning of the selection on.
 class Paste {
  public:
+  explicit Paste(Editor& editor) : editor_(editor) {}
+
   PasteResult run(std::string_view text) {
-    ensure_selection(selection, selection.cursor);
-    if (selection.sel_beg < selection.sel_end)
-      removed_ = delete_range(document, selection.sel_beg, selection.sel_end);
-    place_ = selection.sel_beg;
-    forget_stashed_texts(selection);  // the border is not one of the parts to come
+    ensure_selection(editor_.selection, editor_.selection.cursor);
+    if (editor_.selection.sel_beg < editor_.selection.sel_end)
+      removed_ =
+          delete_range(editor_.document, editor_.selection.sel_beg, editor_.selection.sel_end);
+    place_ = editor_.selection.sel_beg;
+    forget_stashed_texts(editor_.selection);  // the border is not one of the parts to come
     const PasteResult result = add_ranges(text);
     if (result == PasteResult::pasted) {
-      selection.sel_end = place_;
+      editor_.selection.sel_end = place_;
     } else {
       give_up();
     }
@@ -169,24 +172,24 @@ class Paste {
 
   PasteResult add(const PastedRange& range) {
     if (extension_of(range.path).empty()) return PasteResult::failed;
-    if ((file_kind(range.path) == FileKind::aac) != (document.stream.is_aac != 0))
+    if ((file_kind(range.path) == FileKind::aac) != (editor_.document.stream.is_aac != 0))
       return PasteResult::other_format;
-    const auto index = add_source_file(document, path_from_outside(range.path, ""));
-    if (!index || !take_bounds(document.files[*index], range)) return PasteResult::failed;
+    const auto index = add_source_file(editor_.document, path_from_outside(range.path, ""));
+    if (!index || !take_bounds(editor_.document.files[*index], range)) return PasteResult::failed;
 
-    const auto frame = frame_at_begin(*document.files[*index].handle, range.file_pos);
+    const auto frame = frame_at_begin(*editor_.document.files[*index].handle, range.file_pos);
     if (!frame) return PasteResult::failed;
-    if (kind_of(*frame) != document.kind) return PasteResult::other_parameters;
-    take_in_bitrate(document.stream, *frame);
+    if (kind_of(*frame) != editor_.document.kind) return PasteResult::other_parameters;
+    take_in_bitrate(editor_.document.stream, *frame);
     return add_as_part(*index, range) ? PasteResult::pasted : PasteResult::failed;
   }
 
   // A file that is new here gets the bounds that it had where the range comes from, as far as it
   // goes. False for a range that the file, or a stream, doesn't have room for.
-  static bool take_bounds(SourceFile& file, const PastedRange& range) {
+  bool take_bounds(SourceFile& file, const PastedRange& range) {
     const std::uint64_t file_size = file.handle->facts().size;
     const std::uint64_t range_end = std::uint64_t{range.file_pos} + range.size;
-    if (range.size == 0 || range_end > file_size || !has_room_for(document, range.size))
+    if (range.size == 0 || range_end > file_size || !has_room_for(editor_.document, range.size))
       return false;
     if (file.audio_end != 0) return true;
     const std::uint64_t audio_end = std::min<std::uint64_t>(range.audio_end, file_size);
@@ -196,19 +199,20 @@ class Paste {
     return true;
   }
 
-  static std::optional<FrameInfo> frame_at_begin(const InputFile& file, std::uint32_t file_pos) {
+  std::optional<FrameInfo> frame_at_begin(const InputFile& file, std::uint32_t file_pos) {
     FrameInfo frame;
     std::array<std::uint8_t, header_size> head = {};
     if (file.read_at(file_pos, head) < head.size()) return std::nullopt;
-    if (!decode_frame_header(frame, head, frame_format(document.stream))) return std::nullopt;
+    if (!decode_frame_header(frame, head, frame_format(editor_.document.stream)))
+      return std::nullopt;
     return frame;
   }
 
   bool add_as_part(std::uint16_t file, const PastedRange& range) {
-    make_border(document, place_);
-    const PartIndex index = add_part(document, place_, file, range.file_pos, range.size);
+    make_border(editor_.document, place_);
+    const PartIndex index = add_part(editor_.document, place_, file, range.file_pos, range.size);
     if (index == no_part) return false;
-    Part& part = document.parts[index];
+    Part& part = editor_.document.parts[index];
     part.part_gainbeg = range.gain;
     part.part_iscue = range.is_cue ? 1 : 0;
     part.part_artist = cut_to_units(bytes_to_wide(range.artist, true), longest_name);
@@ -221,11 +225,12 @@ class Paste {
   // selected bytes back if no range was added yet and they were of one file; in any other case the
   // undo step does.
   void give_up() const {
-    selection.sel_end = selection.sel_beg;
-    if (removed_ != no_part) restore_border(document, selection, removed_, place_);
-    remove_last_source_file(document);
+    editor_.selection.sel_end = editor_.selection.sel_beg;
+    if (removed_ != no_part) restore_border(editor_.document, editor_.selection, removed_, place_);
+    remove_last_source_file(editor_.document);
   }
 
+  Editor& editor_;
   PartIndex removed_ = no_part;  // the part that followed the selection that was replaced
   EditPosition place_ = 0;       // of the next range
 };
@@ -257,41 +262,41 @@ Outcome refuse_as(std::string_view caption, std::string_view text) {
                                       .icon = BoxIcon::warning}};
 }
 
-Outcome copy_or_refuse() {
-  return copy_to_clipboard() ? Outcome(Result::done)
-                             : refuse_as(ui_text(row::error), ui_text(row::not_possible));
+Outcome copy_or_refuse(const Editor& editor) {
+  return copy_to_clipboard(editor) ? Outcome(Result::done)
+                                   : refuse_as(ui_text(row::error), ui_text(row::not_possible));
 }
 
 }  // namespace
 
-bool copy_to_clipboard() {
-  const std::optional<std::string> text = text_of_selection();
+bool copy_to_clipboard(const Editor& editor) {
+  const std::optional<std::string> text = text_of_selection(editor);
   const bool is_set = host().set_clipboard_text(text.value_or(""));
   return text && is_set;
 }
 
-PasteResult paste_from_clipboard() {
+PasteResult paste_from_clipboard(Editor& editor) {
   std::string text;
   const PasteResult fetched = fetch_text(text);
-  return fetched == PasteResult::pasted ? Paste().run(text) : fetched;
+  return fetched == PasteResult::pasted ? Paste(editor).run(text) : fetched;
 }
 
-Outcome copy() {
-  if (!has_selected_range(selection)) {
-    selection.sel_beg = 0;
-    selection.sel_end = document.total_size;
+Outcome copy(Editor& editor) {
+  if (!has_selected_range(editor.selection)) {
+    editor.selection.sel_beg = 0;
+    editor.selection.sel_end = editor.document.total_size;
   }
-  return copy_or_refuse();
+  return copy_or_refuse(editor);
 }
 
-Outcome cut_clipboard() {
-  if (!has_selected_range(selection)) return refuse(ui_text(row::selection_too_short));
-  const Outcome copied = copy_or_refuse();
-  return copied.result == Result::done ? cut_or_cue() : copied;
+Outcome cut_clipboard(Editor& editor) {
+  if (!has_selected_range(editor.selection)) return refuse(ui_text(row::selection_too_short));
+  const Outcome copied = copy_or_refuse(editor);
+  return copied.result == Result::done ? cut_or_cue(editor) : copied;
 }
 
-Outcome paste() {
-  const PasteResult result = paste_from_clipboard();
+Outcome paste(Editor& editor) {
+  const PasteResult result = paste_from_clipboard(editor);
   if (result == PasteResult::pasted) return Result::done;
   return refuse_as(ui_text(row::clipboard_error), paste_failure(result));
 }

@@ -9,10 +9,12 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// Puts the ranges of the selection on the clipboard. False, with an empty clipboard, when their
 /// text would need more than 50000 bytes or a path holds a tab, which parts the fields; false also
 /// when the clipboard can't be written.
-bool copy_to_clipboard();
+bool copy_to_clipboard(const Editor& editor);
 
 enum class PasteResult {
   pasted = 1,
@@ -29,14 +31,14 @@ enum class PasteResult {
 /// selects them. A failure ends the paste at its line: the parts of the lines before stay, and what
 /// was selected comes back only as far as the border there can be restored. So the caller takes an
 /// undo step first.
-PasteResult paste_from_clipboard();
+PasteResult paste_from_clipboard(Editor& editor);
 
 /// Copies the selection; without one everything, which is selected then.
-Outcome copy();
+Outcome copy(Editor& editor);
 
 /// Copies the selection and cuts it out.
-Outcome cut_clipboard();
+Outcome cut_clipboard(Editor& editor);
 
-Outcome paste();
+Outcome paste(Editor& editor);
 
 }  // namespace corvelin

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // The lines of help.
 #include "edit/command_help.h"
-#include "model/the_document.h"
 
 #include <algorithm>
 #include <iterator>
+
+#include "edit/editor.h"
 
 namespace corvelin {
 

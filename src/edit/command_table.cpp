@@ -8,7 +8,6 @@
 #include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "audio/recorder.h"
-#include "audio/the_player.h"
 #include "edit/auto_crop.h"
 #include "edit/auto_cue_dialog.h"
 #include "edit/clipboard.h"
@@ -16,6 +15,7 @@
 #include "edit/cue_commands.h"
 #include "edit/cut_commands.h"
 #include "edit/document_commands.h"
+#include "edit/editor.h"
 #include "edit/file_info_dialog.h"
 #include "edit/level_commands.h"
 #include "edit/level_dialog.h"
@@ -58,32 +58,44 @@ constexpr std::uint32_t prelistening = on_document | while_silent;
 constexpr TextRow selection_label = {win, 22};
 constexpr TextRow cue_flags_label = {men, 35};
 
-void forget_margin() { margin_reset(level_meter); }
+void forget_margin(Editor& editor) { margin_reset(editor.level_meter); }
 
 // An operation in the form of the table. One that can't be refused is done; of a bool, false means
 // refused, which has been told.
 template <auto Operation>
-Outcome run() {
-  using Value = decltype(Operation());
+Outcome run(Editor& editor) {
+  const auto operate = [&] {
+    if constexpr (std::is_invocable_v<decltype(Operation), Editor&>) {
+      return Operation(editor);
+    } else {
+      return Operation();
+    }
+  };
+  using Value = decltype(operate());
   if constexpr (std::is_void_v<Value>) {
-    Operation();
+    operate();
     return Result::done;
   } else if constexpr (std::is_same_v<Value, bool>) {
-    return Operation() ? Result::done : Result::refused;
+    return operate() ? Result::done : Result::refused;
   } else {
-    return Operation();
+    return operate();
   }
 }
 
 template <typename Record>
-Outcome show() {
-  Record dialog;
+Outcome show(Editor& editor) {
+  Record dialog(editor);
   return show_dialog(dialog) ? Result::done : Result::refused;
 }
 
+bool show_about() {
+  AboutDialog dialog;
+  return show_dialog(dialog);
+}
+
 template <PrelistenMode Mode>
-Outcome prelisten() {
-  return request_prelisten(Mode);
+Outcome prelisten(Editor& editor) {
+  return request_prelisten(editor, Mode);
 }
 
 constexpr std::uint32_t all_bits = 0xFFFFFFFF;
@@ -105,7 +117,7 @@ constexpr Command toggle_keep_date(CommandId id, std::string_view name, TextRow 
 }
 
 // One of the two encodings of texts.
-constexpr Command encoding(CommandId id, std::string_view name, Outcome (*set)(),
+constexpr Command encoding(CommandId id, std::string_view name, Outcome (*set)(Editor& editor),
                            std::uint32_t value) {
   return {id,
           name,
@@ -203,7 +215,7 @@ constexpr Command table[] = {
     {command::move_selection_left, "move_selection_left", {ttp, 32}, "5", selecting | repeats, run<move_selection_left>, nullptr, selection_label},
     {command::move_selection_right, "move_selection_right", {ttp, 33}, "6", selecting | repeats, run<move_selection_right>, nullptr, selection_label},
     {command::auto_cue_dialog, "auto_cue_dialog", {men, 42}, "Ctrl+Shift+A", editing | modifies | follows_cursor | by_dialog, run<auto_cue_dialog>},
-    {command::recording_speed_dialog, "recording_speed_dialog", {men, 44}, "", while_silent | while_unarmed | live_when_stopped, record_at_other_speed},
+    {command::recording_speed_dialog, "recording_speed_dialog", {men, 44}, "", while_silent | while_unarmed | live_when_stopped, run<record_at_other_speed>},
     {command::load_cue_sheet_over_audio, "load_cue_sheet_over_audio", {men, 45}, "", editing | recuts | follows_cursor | refreshes_all | by_dialog, run<load_cue_sheet_over_audio>},
     {command::loop_play, "loop_play", {men, 49}, "F4", prelistening, prelisten<loop_selection>},
     {command::auto_crop, "auto_crop", {men, 36}, "Ctrl+Shift+C", editing | while_stopped | recuts | modifies_by_cuts | follows_cursor, run<auto_crop>},
@@ -237,12 +249,14 @@ constexpr Command table[] = {
     {command::level_activated_recording, "level_activated_recording", {cfg, 73}, "Shift+R", while_silent | while_unarmed | live_when_stopped, run<level_activated_recording>},
     {command::manual, "manual", {men, 64}, "F1", 0, run<manual>},
     {command::faq, "faq", {men, 65}, "", 0, run<faq>},
-    {command::about, "about", {men, 66}, "", 0, show<AboutDialog>},
+    {command::about, "about", {men, 66}, "", 0, run<show_about>},
 };
 
 // clang-format on
 
-bool counts_now(const Command& command) { return !command.has(on_writing) || recorder.rec_writing; }
+bool counts_now(const Editor& editor, const Command& command) {
+  return !command.has(on_writing) || editor.recorder.rec_writing;
+}
 
 }  // namespace
 
@@ -259,9 +273,9 @@ const Command border_change = {0, "border", {men, 47}, "", editing | modifies, n
 
 std::span<const Command> command_table() { return table; }
 
-const Command* command_of(CommandId id) {
+const Command* command_of(const Editor& editor, CommandId id) {
   const auto* const command = std::ranges::find_if(
-      table, [id](const Command& row) { return row.id == id && counts_now(row); });
+      table, [id, &editor](const Command& row) { return row.id == id && counts_now(editor, row); });
   return command == std::end(table) ? nullptr : command;
 }
 

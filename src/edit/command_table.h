@@ -16,6 +16,8 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// What holds of a command, as bits.
 namespace rule {
 enum : std::uint32_t {
@@ -71,9 +73,9 @@ struct Command {
   TextRow text;           // of the menu entry, or of the tooltip where there is none
   std::string_view keys;  // accelerators, parted by ", "
   std::uint32_t rules;
-  Outcome (*run)();              // null: of a change that no command makes
-  Outcome (*check)() = nullptr;  // in front of it all
-  TextRow undo_label = unnamed;  // where it is not `text`
+  Outcome (*run)(Editor& editor);                    // null: of a change that no command makes
+  Outcome (*check)(const Editor& editor) = nullptr;  // in front of it all
+  TextRow undo_label = unnamed;                      // where it is not `text`
   CheckMark mark = {};
 
   [[nodiscard]] constexpr bool has(std::uint32_t any_of) const { return (rules & any_of) != 0; }
@@ -82,7 +84,7 @@ struct Command {
 std::span<const Command> command_table();
 
 /// The row of a command that counts at the moment, or null when no command has the id.
-const Command* command_of(CommandId id);
+const Command* command_of(const Editor& editor, CommandId id);
 
 /// The id of a command by the name of its operation.
 std::optional<CommandId> find_command(std::string_view name);

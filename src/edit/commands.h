@@ -10,6 +10,8 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// The commands of the List menu: one for each of the first parts, and one more than has an entry.
 constexpr CommandId first_part_command = 1200;
 constexpr CommandId last_part_command = 1260;
@@ -28,15 +30,15 @@ enum class DispatchResult {
   busy,         // another command is under way
 };
 
-DispatchResult dispatch_command(CommandId id);
+DispatchResult dispatch_command(Editor& editor, CommandId id);
 
 /// Runs an operation with all that stands around a command: the undo step in front, then the repair
 /// of cursor, selection and `current_part`, the flag for unsaved changes, the refresh of lists and
 /// view, and the box. For the dispatcher, and for what has arguments: the OK of a dialog, files
 /// that were dropped, a line with places.
-Result carry_out(const Command& command, const std::function<Outcome()>& operation);
+Result carry_out(Editor& editor, const Command& command, const std::function<Outcome()>& operation);
 
 /// Whether nothing plays and no recording is armed. If not, the user is told to stop that first.
-bool ensure_stopped();
+bool ensure_stopped(const Editor& editor);
 
 }  // namespace corvelin

@@ -9,10 +9,9 @@
 
 #include "audio/playback.h"
 #include "audio/recorder.h"
-#include "audio/the_player.h"
 #include "edit/config_dialog.h"
+#include "edit/editor.h"
 #include "edit/record_commands.h"
-#include "model/the_document.h"
 #include "platform/path.h"
 #include "platform/program.h"
 #include "platform/system.h"
@@ -32,8 +31,10 @@ using Dialogue = const ConfigDialog&;
 
 // When controls are live.
 
-bool is_silent(Dialogue) { return !playback.is_playing && !playback.is_requested; }
-bool is_unarmed(Dialogue) { return !recorder.is_armed; }
+bool is_silent(Dialogue dialog) {
+  return !dialog.editor.playback.is_playing && !dialog.editor.playback.is_requested;
+}
+bool is_unarmed(Dialogue dialog) { return !dialog.editor.recorder.is_armed; }
 bool uses_lame(Dialogue dialog) {
   return is_unarmed(dialog) && settings.enc_type == static_cast<std::uint8_t>(EncoderType::lame);
 }

@@ -9,7 +9,7 @@
 
 #include "audio/playback.h"
 #include "audio/recorder.h"
-#include "audio/the_player.h"
+#include "edit/editor.h"
 #include "edit/save_project.h"
 #include "platform/text.h"
 #include "platform/wave_device.h"
@@ -52,15 +52,15 @@ bool keeps_its_value(const SettingKey& row) {
 }
 
 // Defaults that would disturb what is going on.
-bool is_in_use(SettingPage page) {
-  const bool is_playing = playback.is_playing || playback.is_requested;
+bool is_in_use(const Editor& editor, SettingPage page) {
+  const bool is_playing = editor.playback.is_playing || editor.playback.is_requested;
   switch (page) {
     case SettingPage::devices:
-      return is_playing || recorder.is_armed;
+      return is_playing || editor.recorder.is_armed;
     case SettingPage::decoder:
       return is_playing;
     case SettingPage::encoder:
-      return recorder.is_armed;
+      return editor.recorder.is_armed;
     default:
       return false;
   }
@@ -109,7 +109,7 @@ void ConfigDialog::bring_into_limits() {
 bool ConfigDialog::accept() { return true; }
 
 void ConfigDialog::restore_defaults() {
-  if (is_in_use(page)) return host().beep();
+  if (is_in_use(editor, page)) return host().beep();
   if (!confirm_defaults()) return;
   const Settings defaults = default_settings();
   for (const SettingKey& row : setting_keys()) {
@@ -127,7 +127,7 @@ void ConfigDialog::restore_defaults() {
 }
 
 bool ConfigDialog::restart() {
-  restarts = confirm_discard_changes();
+  restarts = confirm_discard_changes(editor);
   return restarts;
 }
 
@@ -208,16 +208,16 @@ void ConfigDialog::set_text(const ConfigControl& control, std::string_view text)
   if (is_live(control)) set_setting(control.key, cut_to_units(text, longest_setting));
 }
 
-Outcome configuration_dialog() {
-  ConfigDialog dialog;
+Outcome configuration_dialog(Editor& editor) {
+  ConfigDialog dialog(editor);
   const bool is_shown = show_dialog(dialog);
   if (dialog.restarts) host().restart();
   return is_shown ? Result::done : Result::refused;
 }
 
-Outcome configure_encoder() {
+Outcome configure_encoder(Editor& editor) {
   settings.tabsel = static_cast<std::uint16_t>(SettingPage::encoder);
-  return configuration_dialog();
+  return configuration_dialog(editor);
 }
 
 }  // namespace corvelin

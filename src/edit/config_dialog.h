@@ -18,7 +18,13 @@
 
 namespace corvelin {
 
+struct Editor;
+
 struct ConfigDialog : Dialog {
+  Editor& editor;
+
+  explicit ConfigDialog(Editor& opened_for) : editor(opened_for) {}
+
   static constexpr std::size_t page_count = 7;
 
   SettingPage page = SettingPage::operation;
@@ -73,7 +79,7 @@ struct ConfigDialog : Dialog {
 };
 
 /// The command; and the same opened on the page of the encoder.
-Outcome configuration_dialog();
-Outcome configure_encoder();
+Outcome configuration_dialog(Editor& editor);
+Outcome configure_encoder(Editor& editor);
 
 }  // namespace corvelin

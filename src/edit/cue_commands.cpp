@@ -4,10 +4,10 @@
 
 #include <cstdint>
 
+#include "edit/editor.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -15,18 +15,19 @@ namespace {
 
 // Makes a border with the flag and returns its part; `no_part` at the stream's end and without
 // room.
-PartIndex make_cue(EditPosition pos) {
-  const PartIndex made = make_border(document, pos);
-  if (made >= part_count(document)) return no_part;
-  document.parts[made].part_iscue = 1;
+PartIndex make_cue(Editor& editor, EditPosition pos) {
+  const PartIndex made = make_border(editor.document, pos);
+  if (made >= part_count(editor.document)) return no_part;
+  editor.document.parts[made].part_iscue = 1;
   return made;
 }
 
-Result put_cue_flags(std::uint32_t flag) {
-  const EditPosition beg = has_selection(selection) ? selection.sel_beg : 0;
-  const EditPosition end = has_selection(selection) ? selection.sel_end : document.total_size;
+Result put_cue_flags(Editor& editor, std::uint32_t flag) {
+  const EditPosition beg = has_selection(editor.selection) ? editor.selection.sel_beg : 0;
+  const EditPosition end =
+      has_selection(editor.selection) ? editor.selection.sel_end : editor.document.total_size;
   Result result = Result::nothing;
-  for (Part& part : document.parts) {
+  for (Part& part : editor.document.parts) {
     if (part.part_beg < beg || part.part_beg > end) continue;
     part.part_iscue = flag;
     result = Result::done;
@@ -36,29 +37,29 @@ Result put_cue_flags(std::uint32_t flag) {
 
 }  // namespace
 
-void cues_at_selection_ends() {
-  const PartIndex first = make_cue(selection.sel_beg);
+void cues_at_selection_ends(Editor& editor) {
+  const PartIndex first = make_cue(editor, editor.selection.sel_beg);
   if (first != no_part) {
-    document.current_part = first;
-    make_cue(selection.sel_end);
+    editor.document.current_part = first;
+    make_cue(editor, editor.selection.sel_end);
   }
-  clear_selection(selection);
+  clear_selection(editor.selection);
 }
 
-Result set_cue_flags() { return put_cue_flags(1); }
-Result remove_cue_flags() { return put_cue_flags(0); }
+Result set_cue_flags(Editor& editor) { return put_cue_flags(editor, 1); }
+Result remove_cue_flags(Editor& editor) { return put_cue_flags(editor, 0); }
 
-void cue_pure_splits() {
-  for (PartIndex i = 1; i < part_count(document); ++i) {
+void cue_pure_splits(Editor& editor) {
+  for (PartIndex i = 1; i < part_count(editor.document); ++i) {
     const auto before = static_cast<PartIndex>(i - 1);
-    const bool is_pure =
-        !has_gap(document, i) && !part_has_gain(document, before) && !part_has_gain(document, i);
-    document.parts[i].part_iscue = is_pure ? 1 : 0;
+    const bool is_pure = !has_gap(editor.document, i) && !part_has_gain(editor.document, before) &&
+                         !part_has_gain(editor.document, i);
+    editor.document.parts[i].part_iscue = is_pure ? 1 : 0;
   }
 }
 
-void toggle_cue() {
-  std::uint32_t& flag = document.parts[document.current_part].part_iscue;
+void toggle_cue(Editor& editor) {
+  std::uint32_t& flag = editor.document.parts[editor.document.current_part].part_iscue;
   flag = flag == 0 ? 1 : 0;
 }
 

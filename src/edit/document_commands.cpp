@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
 #include "document/append.h"
 #include "document/open_state.h"
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "edit/open_dialog.h"
 #include "edit/open_files.h"
 #include "edit/save_project.h"
@@ -18,7 +18,6 @@
 #include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "settings/settings.h"
@@ -28,57 +27,62 @@
 
 namespace corvelin {
 
-bool open_by_dialog() { return confirm_discard_changes() && open_file_dialog(); }
+bool open_by_dialog(Editor& editor) {
+  return confirm_discard_changes(editor) && open_file_dialog(editor);
+}
 
-bool close() {
-  if (!confirm_discard_changes()) return false;
-  close_all();
+bool close(Editor& editor) {
+  if (!confirm_discard_changes(editor)) return false;
+  close_all(editor);
   return true;
 }
 
-bool (*open_batch_dialog)() = nullptr;
+bool (*open_batch_dialog)(Editor& editor) = nullptr;
 
-bool batch() { return close() && open_batch_dialog != nullptr && open_batch_dialog(); }
+bool batch(Editor& editor) {
+  return close(editor) && open_batch_dialog != nullptr && open_batch_dialog(editor);
+}
 
-bool open_recent(std::size_t index) {
-  if (!confirm_discard_changes()) return false;
-  if (open_file(settings.file_recent[index])) return true;
+bool open_recent(Editor& editor, std::size_t index) {
+  if (!confirm_discard_changes(editor)) return false;
+  if (open_file(editor, settings.file_recent[index])) return true;
   std::erase_if(settings.file_recent,
                 [](const std::string& name) { return static_cast<bool>(InputFile().open(name)); });
   host().rebuild_recent_menu();
   return false;
 }
 
-Joined append_in_one_step(std::span<const std::string> names) {
+Joined append_in_one_step(Editor& editor, std::span<const std::string> names) {
   const std::vector<std::string> files = without_playlists(names);
   if (files.empty()) return {.failed = names.front()};
   Joined joined;
-  carry_out(append_change, [&] {
-    joined = append_documents(files);
+  carry_out(editor, append_change, [&] {
+    joined = append_documents(editor.document, files);
     if (joined.count == 0) return Result::refused;
-    clear_selection(selection);
-    seek_to(playback, document.total_size);
+    clear_selection(editor.selection);
+    seek_to(editor.playback, editor.document.total_size);
     return Result::done;
   });
   return joined;
 }
 
-bool load_cue_sheet_over_audio() {
-  if (!choose_cue_sheet()) return false;
-  const auto load = []() -> Outcome {
-    OpenFault fault = load_cue_sheet(true);
+bool load_cue_sheet_over_audio(Editor& editor) {
+  if (!choose_cue_sheet(editor.document, editor.open_state)) return false;
+  const auto load = [&editor]() -> Outcome {
+    OpenFault fault = load_cue_sheet(editor.document, editor.selection, editor.open_state, true);
     if (fault.cause.empty()) return Result::done;
     return {Result::refused, MessageBox{.caption = std::string(ui_text(row::file_open_failed)),
-                                        .text = open_state.project_name,
+                                        .text = editor.open_state.project_name,
                                         .cause = std::move(fault.cause),
                                         .icon = BoxIcon::warning}};
   };
-  return carry_out(*command_of(command::load_cue_sheet_over_audio), load) == Result::done;
+  return carry_out(editor, *command_of(editor, command::load_cue_sheet_over_audio), load) ==
+         Result::done;
 }
 
-bool edit_cue_sheet() {
-  const std::string& sheet = open_state.project_name;
-  if (!save_project(true, true) || !file_facts(sheet).found) return false;
+bool edit_cue_sheet(Editor& editor) {
+  const std::string& sheet = editor.open_state.project_name;
+  if (!save_project(editor, true, true) || !file_facts(sheet).found) return false;
   if (!open_for_user(sheet)) return false;
   const BoxAnswer answer =
       host().show_message_box({.caption = "Corvelin",
@@ -86,7 +90,7 @@ bool edit_cue_sheet() {
                                .icon = BoxIcon::question,
                                .buttons = BoxButtons::yes_no,
                                .default_answer = BoxAnswer::yes});
-  return answer != BoxAnswer::yes || open_file(sheet);
+  return answer != BoxAnswer::yes || open_file(editor, sheet);
 }
 
 }  // namespace corvelin

@@ -10,9 +10,9 @@
 #include <utility>
 
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/numbers.h"
 #include "platform/text.h"
 #include "settings/setting_table.h"
@@ -27,32 +27,32 @@ std::string in_bytes(std::uint32_t value) { return group_thousands(value) + " by
 
 std::string kilobits(double value) { return fmt::format("{:3.1f} kbit/s", value); }
 
-std::string vbr_header_value() {
-  std::string text = (document.stream.vbr & vbr_header) != 0 ? "Xing"
-                     : document.stream.has_info_header != 0  ? "Info"
-                                                             : std::string(ui_text(row::no));
-  if (document.stream.xing_frames != 0)
-    text +=
-        " (" +
-        format_row(ui_text(row::number_of_frames), group_thousands(document.stream.xing_frames)) +
-        ")";
+std::string vbr_header_value(const Editor& editor) {
+  std::string text = (editor.document.stream.vbr & vbr_header) != 0 ? "Xing"
+                     : editor.document.stream.has_info_header != 0  ? "Info"
+                                                                    : std::string(ui_text(row::no));
+  if (editor.document.stream.xing_frames != 0)
+    text += " (" +
+            format_row(ui_text(row::number_of_frames),
+                       group_thousands(editor.document.stream.xing_frames)) +
+            ")";
   return text;
 }
 
 // The encoder's name and version.
-std::string encoder_value() {
+std::string encoder_value(const Editor& editor) {
   constexpr std::size_t shown = 9;
   std::string text;
-  for (const std::uint8_t byte : std::span(document.stream.encoder_tag).first(shown)) {
+  for (const std::uint8_t byte : std::span(editor.document.stream.encoder_tag).first(shown)) {
     if (byte == 0) break;
     text += byte < 0x80 ? static_cast<char>(byte) : '?';
   }
   return printable(std::move(text));
 }
 
-std::string id3v2_value() {
-  if (document.stream.id3v2_size == 0) return std::string(ui_text(row::no));
-  return fmt::format("{} ({})", ui_text(row::yes), in_bytes(document.stream.id3v2_size));
+std::string id3v2_value(const Editor& editor) {
+  if (editor.document.stream.id3v2_size == 0) return std::string(ui_text(row::no));
+  return fmt::format("{} ({})", ui_text(row::yes), in_bytes(editor.document.stream.id3v2_size));
 }
 
 // Takes a line off the labels, which are one text: a translation may have fewer lines.
@@ -65,52 +65,53 @@ std::string take_label(std::string_view& labels) {
 
 }  // namespace
 
-std::vector<InfoLine> file_info_lines(EditPosition pos) {
-  if (document.parts.empty()) return {};
-  const FrameInfo& frame = selection.current_frame;
-  const std::uint32_t first_audio = document.parts[0].part_filepos;
-  const std::uint32_t file = document.parts[document.current_part].part_file + 1U;
+std::vector<InfoLine> file_info_lines(const Editor& editor, EditPosition pos) {
+  if (editor.document.parts.empty()) return {};
+  const FrameInfo& frame = editor.selection.current_frame;
+  const std::uint32_t first_audio = editor.document.parts[0].part_filepos;
+  const std::uint32_t file = editor.document.parts[editor.document.current_part].part_file + 1U;
   std::vector<InfoLine> lines;
   std::string_view labels = ui_text(row::file_info_labels);
   const auto add = [&](std::string value) {
     lines.push_back({take_label(labels), std::move(value)});
   };
-  add(in_bytes(document.total_size));
+  add(in_bytes(editor.document.total_size));
   add(in_bytes(first_audio));
   add(in_bytes(pos + first_audio));
   add(kilobits(frame.bitrate));
-  add(kilobits(document.stream.avg_bitrate / 1000.0));
+  add(kilobits(editor.document.stream.avg_bitrate / 1000.0));
   add(fmt::format("{} bytes", frame.frame_length));
-  add(fmt::format("{:4.0f} bytes", document.stream.avg_frame_size));
-  add(vbr_header_value());
-  add(encoder_value());
-  add(id3v2_value());
-  add(fmt::format("{} / {}", file, file_count(document)));
-  if (document.stream.ape_size != 0)
-    lines.push_back({std::string(ui_text(row::ape_tag)), in_bytes(document.stream.ape_size)});
+  add(fmt::format("{:4.0f} bytes", editor.document.stream.avg_frame_size));
+  add(vbr_header_value(editor));
+  add(encoder_value(editor));
+  add(id3v2_value(editor));
+  add(fmt::format("{} / {}", file, file_count(editor.document)));
+  if (editor.document.stream.ape_size != 0)
+    lines.push_back(
+        {std::string(ui_text(row::ape_tag)), in_bytes(editor.document.stream.ape_size)});
   return lines;
 }
 
 void FileInfoDialog::begin() {
-  tag = tag_dialog_load();
-  rewrite_header = document.header_rewrite.rewrite_header;
-  rewrite_copyright = document.header_rewrite.rewrite_copyright != 0;
-  rewrite_original = document.header_rewrite.rewrite_original != 0;
-  rewrite_private = document.header_rewrite.rewrite_private != 0;
+  tag = tag_dialog_load(editor.document);
+  rewrite_header = editor.document.header_rewrite.rewrite_header;
+  rewrite_copyright = editor.document.header_rewrite.rewrite_copyright != 0;
+  rewrite_original = editor.document.header_rewrite.rewrite_original != 0;
+  rewrite_private = editor.document.header_rewrite.rewrite_private != 0;
   write_xing = settings.write_xing != 0;
   keep_info = settings.keep_info != 0;
   keep_lame = settings.keep_lame != 0;
   keep_id3v2 = settings.keep_id3v2 != 0;
-  can_edit_boxes = document.stream.is_aac == 0;
+  can_edit_boxes = editor.document.stream.is_aac == 0;
 }
 
 Outcome FileInfoDialog::write() const {
-  tag_dialog_apply(tag);
-  document.header_rewrite.rewrite_header = rewrite_header;
+  tag_dialog_apply(editor.document, editor.open_state, tag);
+  editor.document.header_rewrite.rewrite_header = rewrite_header;
   if (rewrite_header) {
-    document.header_rewrite.rewrite_copyright = rewrite_copyright ? 1 : 0;
-    document.header_rewrite.rewrite_original = rewrite_original ? 1 : 0;
-    document.header_rewrite.rewrite_private = rewrite_private ? 1 : 0;
+    editor.document.header_rewrite.rewrite_copyright = rewrite_copyright ? 1 : 0;
+    editor.document.header_rewrite.rewrite_original = rewrite_original ? 1 : 0;
+    editor.document.header_rewrite.rewrite_private = rewrite_private ? 1 : 0;
   }
   change_setting(&Settings::keep_id3v2, keep_id3v2 ? 1 : 0);
   change_setting(&Settings::write_xing, write_xing ? 1 : 0);
@@ -120,8 +121,8 @@ Outcome FileInfoDialog::write() const {
 }
 
 bool FileInfoDialog::accept() {
-  return carry_out(*command_of(command::file_info_dialog), [this] { return write(); }) ==
-         Result::done;
+  return carry_out(editor, *command_of(editor, command::file_info_dialog),
+                   [this] { return write(); }) == Result::done;
 }
 
 }  // namespace corvelin

@@ -14,6 +14,8 @@
 
 namespace corvelin {
 
+struct Editor;
+
 struct InfoLine {
   std::string label;  // as the text table has it, with its colon
   std::string value;
@@ -21,9 +23,13 @@ struct InfoLine {
 
 /// The summary, with `pos` as the current position: the cursor, or where the listener is. The line
 /// of an APE tag is there only with one. Empty without a document.
-std::vector<InfoLine> file_info_lines(EditPosition pos);
+std::vector<InfoLine> file_info_lines(const Editor& editor, EditPosition pos);
 
 struct FileInfoDialog : Dialog {
+  Editor& editor;
+
+  explicit FileInfoDialog(Editor& opened_for) : editor(opened_for) {}
+
   TagDialog tag;
   bool rewrite_header = false;  // the box "Modify bits"; without it the three bits mean nothing
   bool rewrite_copyright = false;

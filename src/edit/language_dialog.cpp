@@ -27,16 +27,16 @@ void LanguageDialog::choose(std::size_t language) {
 void LanguageDialog::set_portable(bool on) { is_portable = force_portable(on); }
 
 bool LanguageDialog::accept() {
-  if (!confirm_discard_changes()) return false;
+  if (!confirm_discard_changes(editor)) return false;
   settings.language = bytes_to_wide(language_of_entry(languages[chosen].entry()), true);
   return true;
 }
 
 void LanguageDialog::cancel() { load_ui_text(wide_to_bytes(settings.language, true)); }
 
-Outcome language_dialog() {
+Outcome language_dialog(Editor& editor) {
   if (language_list(language_home()).size() < 2) return Result::refused;
-  LanguageDialog dialog;
+  LanguageDialog dialog(editor);
   if (!show_dialog(dialog)) return Result::refused;
   host().restart();
   return Result::done;

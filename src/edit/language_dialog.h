@@ -13,7 +13,13 @@
 
 namespace corvelin {
 
+struct Editor;
+
 struct LanguageDialog : Dialog {
+  Editor& editor;
+
+  explicit LanguageDialog(Editor& opened_for) : editor(opened_for) {}
+
   std::vector<Language> languages;  // English first
   std::size_t chosen = 0;
   bool is_portable = false;
@@ -36,6 +42,6 @@ struct LanguageDialog : Dialog {
 
 /// The dialog, behind which the program starts anew. Nothing where there is no language but
 /// English.
-Outcome language_dialog();
+Outcome language_dialog(Editor& editor);
 
 }  // namespace corvelin

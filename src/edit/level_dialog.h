@@ -11,7 +11,13 @@
 
 namespace corvelin {
 
+struct Editor;
+
 struct LevelDialog : Dialog {
+  Editor& editor;
+
+  explicit LevelDialog(Editor& opened_for) : editor(opened_for) {}
+
   bool locks_sliders = false;  // each one takes the other along
 
   /// Takes the levels that the selection has at parts that begin or end with it.
@@ -22,20 +28,20 @@ struct LevelDialog : Dialog {
   void set_to(int gain) const;
 
   // The buttons that set both.
-  static void fade_in();
-  static void fade_out();
-  static void flat();
-  static void silence();
+  void fade_in();
+  void fade_out();
+  void flat();
+  void silence();
 
   /// The field "Bottom level", in dB; what it is then.
   static std::uint16_t set_bottom_level(std::uint32_t decibels);
 
   /// Asks, and sets both levels to 0 and the bottom level to its default.
-  static void restore_defaults();
+  void restore_defaults();
 
   /// The texts beside the sliders: "from  -3.0 dB".
-  [[nodiscard]] static std::string from_text();
-  [[nodiscard]] static std::string to_text();
+  [[nodiscard]] std::string from_text();
+  [[nodiscard]] std::string to_text();
 
   /// Sets the levels, which slide from and to those around over one frame on each side where the
   /// selection is long enough for that. False, and nothing done, for a selection without length and
@@ -43,10 +49,10 @@ struct LevelDialog : Dialog {
   bool accept() override;
 
  private:
-  static Outcome write();
+  Outcome write();
 };
 
 /// The dialog, for a selection inside one part.
-bool level_dialog();
+bool level_dialog(Editor& editor);
 
 }  // namespace corvelin

@@ -9,12 +9,11 @@
 #include <utility>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
+#include "edit/editor.h"
 #include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/path.h"
 #include "platform/text.h"
@@ -25,13 +24,13 @@ namespace corvelin {
 
 namespace {
 
-std::string part_entry(PartIndex index) {
+std::string part_entry(const Editor& editor, PartIndex index) {
   constexpr std::size_t longest_title = 50;  // characters
-  const Part& part = document.parts[index];
-  const std::string time = shown_time(document, part.part_beg);
+  const Part& part = editor.document.parts[index];
+  const std::string time = shown_time(editor.document, part.part_beg);
   std::string text = fmt::format("{:02}  ({}) ", index + 1, time.substr(0, time.rfind('.')));
   if (part.part_iscue != 0) text += fmt::format(" {}", ui_text(row::cue));
-  if (has_gap(document, index)) text += fmt::format(" {}", ui_text(row::cut));
+  if (has_gap(editor.document, index)) text += fmt::format(" {}", ui_text(row::cut));
   if (part.part_gainbeg != 0) text += fmt::format(" {}", ui_text(row::level));
   text += '\t';
   if (!part.part_title.empty())
@@ -39,23 +38,23 @@ std::string part_entry(PartIndex index) {
   return text;
 }
 
-bool is_live(const Command& command) {
-  const bool has_document = !document.files.empty();
-  const bool is_armed = recorder.is_armed;
-  if (command.has(rule::live_when_stopped)) return !playback.is_playing && !is_armed;
-  if (command.has(rule::live_with_levels)) return has_document && document.kind.layer == 3;
-  if (command.has(rule::live_with_undo)) return !undo_stack.empty();
+bool is_live(const Editor& editor, const Command& command) {
+  const bool has_document = !editor.document.files.empty();
+  const bool is_armed = editor.recorder.is_armed;
+  if (command.has(rule::live_when_stopped)) return !editor.playback.is_playing && !is_armed;
+  if (command.has(rule::live_with_levels)) return has_document && editor.document.kind.layer == 3;
+  if (command.has(rule::live_with_undo)) return !editor.undo_stack.empty();
   if (command.has(rule::live_with_transport)) return has_document || is_armed;
   return has_document || !command.has(rule::on_document);
 }
 
 }  // namespace
 
-std::vector<std::string> part_list() {
+std::vector<std::string> part_list(const Editor& editor) {
   constexpr std::size_t most_entries = last_part_command - first_part_command;
   std::vector<std::string> list;
-  for (PartIndex i = 0; i < std::min(document.parts.size(), most_entries); ++i)
-    list.push_back(part_entry(i));
+  for (PartIndex i = 0; i < std::min(editor.document.parts.size(), most_entries); ++i)
+    list.push_back(part_entry(editor, i));
   return list;
 }
 
@@ -76,13 +75,13 @@ std::vector<MenuEntry> recent_entries() {
   return entries;
 }
 
-bool is_command_enabled(CommandId id) {
+bool is_command_enabled(const Editor& editor, CommandId id) {
   if (id >= first_part_command && id <= last_part_command)
-    return id - std::size_t{first_part_command} < document.parts.size();
+    return id - std::size_t{first_part_command} < editor.document.parts.size();
   if (id >= first_recent_command && id <= last_recent_command)
     return id - std::size_t{first_recent_command} < settings.file_recent.size();
-  const Command* const command = command_of(id);
-  return command != nullptr && is_live(*command);
+  const Command* const command = command_of(editor, id);
+  return command != nullptr && is_live(editor, *command);
 }
 
 std::uint8_t state_bit(const Command& command) {

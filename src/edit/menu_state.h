@@ -11,9 +11,11 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// The entries of the List menu, with the commands from `first_part_command` on: number, time, kind
 /// and title of each of the first 60 parts.
-std::vector<std::string> part_list();
+std::vector<std::string> part_list(const Editor& editor);
 
 /// An entry of a menu and the command behind it.
 struct MenuEntry {
@@ -26,7 +28,7 @@ std::vector<MenuEntry> recent_entries();
 
 /// Whether the menu entry of a command is live. Keys don't ask: they run into the checks of the
 /// command.
-bool is_command_enabled(CommandId id);
+bool is_command_enabled(const Editor& editor, CommandId id);
 
 /// Which bit of `MenuStates` the live state of a command belongs to; 0 for one that is always live.
 std::uint8_t state_bit(const Command& command);

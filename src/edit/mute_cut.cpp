@@ -5,14 +5,13 @@
 #include <cstdint>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
+#include "edit/editor.h"
 #include "edit/places.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -21,27 +20,30 @@ namespace {
 constexpr std::int16_t bottom_gain = -32;  // steps of 1.5 dB
 
 // Makes a border at the cursor and gives its part a title that shows which way the level goes.
-void mark_slope(const char16_t* title) {
-  const PartIndex made = delete_range(document, selection.cursor, selection.cursor);
-  if (made >= part_count(document)) return;
-  document.current_part = made;
-  document.parts[made].part_title = title;
+void mark_slope(Editor& editor, const char16_t* title) {
+  const PartIndex made =
+      delete_range(editor.document, editor.selection.cursor, editor.selection.cursor);
+  if (made >= part_count(editor.document)) return;
+  editor.document.current_part = made;
+  editor.document.parts[made].part_title = title;
 }
 
 }  // namespace
 
-void mute_cut() {
-  const EditPosition remembered = selection.cursor;
+void mute_cut(Editor& editor) {
+  const EditPosition remembered = editor.selection.cursor;
   // The dip is made where the cursor stands, which need not be the part that was clicked.
-  document.current_part = part_at(document, selection.cursor);
-  Part& part = document.parts[document.current_part];
+  editor.document.current_part = part_at(editor.document, editor.selection.cursor);
+  Part& part = editor.document.parts[editor.document.current_part];
   part.part_gainbeg = bottom_gain;
 
-  seek_to(playback, frame_before(document, part.part_beg, selection.current_frame));
-  mark_slope(u"\\/");
-  for (int i = 0; i < 3; ++i) seek_to(playback, selection.cursor + frame_length_at_cursor());
-  mark_slope(u"/\\");
-  selection.cursor = remembered;
+  seek_to(editor.playback,
+          frame_before(editor.document, part.part_beg, editor.selection.current_frame));
+  mark_slope(editor, u"\\/");
+  for (int i = 0; i < 3; ++i)
+    seek_to(editor.playback, editor.selection.cursor + frame_length_at_cursor(editor));
+  mark_slope(editor, u"/\\");
+  editor.selection.cursor = remembered;
 }
 
 }  // namespace corvelin

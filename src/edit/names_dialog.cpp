@@ -5,7 +5,7 @@
 #include <fmt/format.h>
 
 #include "edit/commands.h"
-#include "model/the_document.h"
+#include "edit/editor.h"
 #include "platform/text.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
@@ -13,12 +13,12 @@
 namespace corvelin {
 
 void NamesDialog::begin() {
-  part = document.current_part;
-  part_artist = document.parts[part].part_artist;
-  part_title = document.parts[part].part_title;
-  part_iscue = document.parts[part].part_iscue != 0;
-  sheet_artist = document.sheet_artist;
-  sheet_title = document.sheet_title;
+  part = editor.document.current_part;
+  part_artist = editor.document.parts[part].part_artist;
+  part_title = editor.document.parts[part].part_title;
+  part_iscue = editor.document.parts[part].part_iscue != 0;
+  sheet_artist = editor.document.sheet_artist;
+  sheet_title = editor.document.sheet_title;
 }
 
 std::string NamesDialog::group_title() const {
@@ -26,10 +26,10 @@ std::string NamesDialog::group_title() const {
 }
 
 Outcome NamesDialog::write() const {
-  if (part >= part_count(document)) return Result::refused;
-  document.sheet_artist = cut_to_units(sheet_artist, text_limit);
-  document.sheet_title = cut_to_units(sheet_title, text_limit);
-  Part& target = document.parts[part];
+  if (part >= part_count(editor.document)) return Result::refused;
+  editor.document.sheet_artist = cut_to_units(sheet_artist, text_limit);
+  editor.document.sheet_title = cut_to_units(sheet_title, text_limit);
+  Part& target = editor.document.parts[part];
   target.part_artist = cut_to_units(part_artist, text_limit);
   target.part_title = cut_to_units(part_title, text_limit);
   target.part_iscue = part_iscue ? 1 : 0;
@@ -37,7 +37,8 @@ Outcome NamesDialog::write() const {
 }
 
 bool NamesDialog::accept() {
-  return carry_out(*command_of(command::names_dialog), [this] { return write(); }) == Result::done;
+  return carry_out(editor, *command_of(editor, command::names_dialog),
+                   [this] { return write(); }) == Result::done;
 }
 
 }  // namespace corvelin

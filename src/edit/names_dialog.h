@@ -12,7 +12,13 @@
 
 namespace corvelin {
 
+struct Editor;
+
 struct NamesDialog : Dialog {
+  Editor& editor;
+
+  explicit NamesDialog(Editor& opened_for) : editor(opened_for) {}
+
   /// Most characters of each text.
   static constexpr std::size_t text_limit = 400;
 

@@ -10,10 +10,10 @@
 #include "audio/sample_reader.h"
 #include "document/open_state.h"
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "edit/level_commands.h"
 #include "edit/requirements.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "platform/numbers.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
@@ -30,11 +30,11 @@ double decibels(int peak) { return 20 * std::log10(peak / 32767.0); }
 
 int batch_offset() { return batch_active ? batch_level - batch_level_unchanged : 0; }
 
-void select_whole_stream() {
-  if (has_selected_range(selection)) return;
-  carry_out(selection_change, [] {
-    selection.sel_beg = 0;
-    selection.sel_end = document.total_size;
+void select_whole_stream(Editor& editor) {
+  if (has_selected_range(editor.selection)) return;
+  carry_out(editor, selection_change, [&editor] {
+    editor.selection.sel_beg = 0;
+    editor.selection.sel_end = editor.document.total_size;
     return Result::done;
   });
 }
@@ -45,10 +45,10 @@ std::uint8_t batch_level = batch_level_unchanged;
 
 void NormalizeDialog::begin() {
   norm_peak = norm_change = percent_ = 0;
-  scan_end_ = selection.sel_end;
-  SampleReader decoder(document);  // it tells what is missing
-  if (!open_at_cursor(decoder, document, selection, scan_end_, 1)) return;
-  if (peaks_.open(selection.sel_beg, scan_end_, decoder.pcm_format().channels))
+  scan_end_ = editor.selection.sel_end;
+  SampleReader decoder(editor.document);  // it tells what is missing
+  if (!open_at_cursor(decoder, editor.document, editor.selection, scan_end_, 1)) return;
+  if (peaks_.open(editor.selection.sel_beg, scan_end_, decoder.pcm_format().channels))
     state = State::scanning;
 }
 
@@ -57,7 +57,8 @@ bool NormalizeDialog::step() {
   const EditPosition before = peaks_.pos();
   norm_peak = std::max<int>(norm_peak, peaks_.read());
   take_peak();
-  percent_ = percent_of(peaks_.pos() - selection.sel_beg, scan_end_ - selection.sel_beg);
+  percent_ =
+      percent_of(peaks_.pos() - editor.selection.sel_beg, scan_end_ - editor.selection.sel_beg);
   const bool goes_on = peaks_.pos() < scan_end_ && peaks_.pos() != before;
   const bool is_full = norm_peak != 0 && norm_change == 0 && batch_offset() == 0;
   if (goes_on && !is_full) return true;
@@ -69,7 +70,7 @@ bool NormalizeDialog::step() {
 
 void NormalizeDialog::cancel() {
   if (state != State::scanning) return;
-  document.current_part = part_at(document, selection.cursor);
+  editor.document.current_part = part_at(editor.document, editor.selection.cursor);
   state = State::stopped;
 }
 
@@ -109,12 +110,12 @@ bool NormalizeDialog::accept() {
     show_refusal(ui_text(row::only_silence));
     return false;
   }
-  if (!require(need_room_for_parts(new_parts))) return false;
+  if (!require(need_room_for_parts(editor, new_parts))) return false;
   const auto shift = [this] {
-    shift_selection_level(norm_change);
+    shift_selection_level(editor, norm_change);
     return Result::done;
   };
-  return carry_out(*command_of(command::normalize_dialog), shift) == Result::done;
+  return carry_out(editor, *command_of(editor, command::normalize_dialog), shift) == Result::done;
 }
 
 bool NormalizeDialog::close_unattended() {
@@ -123,10 +124,10 @@ bool NormalizeDialog::close_unattended() {
   return false;
 }
 
-bool normalize_dialog() {
-  if (!require(need_level_control())) return false;
-  select_whole_stream();
-  NormalizeDialog dialog;
+bool normalize_dialog(Editor& editor) {
+  if (!require(need_level_control(editor))) return false;
+  select_whole_stream(editor);
+  NormalizeDialog dialog(editor);
   dialog.begin();
   return dialog.state == NormalizeDialog::State::scanning && host().show(dialog);
 }

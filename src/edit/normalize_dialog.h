@@ -7,13 +7,17 @@
 #include <string>
 
 #include "audio/stretch_peaks.h"
-#include "model/the_document.h"
+#include "edit/editor.h"
 #include "platform/host.h"
 #include "platform/long_run.h"
 
 namespace corvelin {
 
 struct NormalizeDialog : Dialog, LongRun {
+  Editor& editor;
+
+  explicit NormalizeDialog(Editor& opened_for) : editor(opened_for) {}
+
   static constexpr int lowest_change = -16;  // steps of 1.5 dB
   static constexpr int highest_change = 32;
 
@@ -56,7 +60,7 @@ struct NormalizeDialog : Dialog, LongRun {
  private:
   void take_peak();
 
-  StretchPeaks peaks_{document};
+  StretchPeaks peaks_{editor.document};
   EditPosition scan_end_ = 0;
   int percent_ = 0;
 };
@@ -66,6 +70,6 @@ extern std::uint8_t batch_level;
 constexpr std::uint8_t batch_level_unchanged = 16;
 
 /// The dialog for the selection, or for the whole stream without one.
-bool normalize_dialog();
+bool normalize_dialog(Editor& editor);
 
 }  // namespace corvelin

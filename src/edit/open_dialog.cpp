@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "edit/open_files.h"
 #include "platform/host.h"
 #include "platform/path.h"
@@ -17,9 +18,10 @@ namespace corvelin {
 
 namespace {
 
-std::string start_folder() {
+std::string start_folder(const Editor& editor) {
   if (!settings.working_dir.empty()) return settings.working_dir;
-  if (!open_state.audio_name.empty()) return std::string(folder_of(open_state.audio_name));
+  if (!editor.open_state.audio_name.empty())
+    return std::string(folder_of(editor.open_state.audio_name));
   return settings.file_recent.empty() ? std::string()
                                       : std::string(folder_of(settings.file_recent.front()));
 }
@@ -42,12 +44,12 @@ std::vector<FileType> file_types() {
 
 }  // namespace
 
-bool open_file_dialog() {
+bool open_file_dialog(Editor& editor) {
   const std::vector<std::string> names =
       host().ask_for_existing_files({.title = std::string(ui_text(row::open_file)),
-                                     .path = start_folder(),
+                                     .path = start_folder(editor),
                                      .types = file_types()});
-  return !names.empty() && open_files(names).count != 0;
+  return !names.empty() && open_files(editor, names).count != 0;
 }
 
 }  // namespace corvelin

@@ -3,29 +3,30 @@
 #include "edit/open_files.h"
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
 #include "document/close_stream.h"
+#include "edit/editor.h"
 #include "edit/transport.h"
 #include "edit/undo.h"
 #include "exchange/open_document.h"
-#include "model/the_document.h"
 
 namespace corvelin {
 
-void close_all() {
-  fall_silent();
-  close_stream();
-  undo_clear();
+void close_all(Editor& editor) {
+  fall_silent(editor);
+  close_stream(editor.document, editor.selection, editor.open_state);
+  undo_clear(editor);
 }
 
-Joined open_files(std::span<const std::string> names) {
-  fall_silent();
-  undo_clear();
-  Joined joined = open_documents(names);
-  if (!document.parts.empty()) device_keepalive(playback, true);
+Joined open_files(Editor& editor, std::span<const std::string> names) {
+  fall_silent(editor);
+  undo_clear(editor);
+  Joined joined = open_documents(editor.document, editor.selection, editor.open_state, names);
+  if (!editor.document.parts.empty()) device_keepalive(editor.playback, true);
   return joined;
 }
 
-bool open_file(const std::string& path) { return open_files({&path, 1}).count != 0; }
+bool open_file(Editor& editor, const std::string& path) {
+  return open_files(editor, {&path, 1}).count != 0;
+}
 
 }  // namespace corvelin

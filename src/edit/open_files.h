@@ -10,14 +10,16 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// Closes the document, without a question. What plays stops, and there is no step to take back.
-void close_all();
+void close_all(Editor& editor);
 
 /// Closes it and opens files in its place: the first is opened, the others are appended until one
 /// fails, which has been shown. Playlists stand for their files.
-Joined open_files(std::span<const std::string> names);
+Joined open_files(Editor& editor, std::span<const std::string> names);
 
 /// The same with one file. True also when only some of the files of a playlist were opened.
-bool open_file(const std::string& path);
+bool open_file(Editor& editor, const std::string& path);
 
 }  // namespace corvelin

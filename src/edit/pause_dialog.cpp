@@ -9,6 +9,7 @@
 #include <string>
 
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "edit/places.h"
 #include "edit/requirements.h"
 #include "edit/undo.h"
@@ -16,7 +17,6 @@
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/numbers.h"
 #include "settings/setting_table.h"
@@ -39,37 +39,39 @@ std::uint32_t quiet_limit() {
 std::uint32_t fewest_quiet_frames() { return std::uint32_t{settings.silence_duration} * 10; }
 
 // The first frame at or behind `pos`, also behind bad data; the end of the stream without one.
-EditPosition next_frame_from(EditPosition pos) {
-  const EditPosition found = find_frame_forward(document, part_at(document, pos), pos).pos;
-  return std::min(found, document.total_size);
+EditPosition next_frame_from(const Editor& editor, EditPosition pos) {
+  const EditPosition found =
+      find_frame_forward(editor.document, part_at(editor.document, pos), pos).pos;
+  return std::min(found, editor.document.total_size);
 }
 
 }  // namespace
 
 bool PauseDialog::accept() {
   if (pause_running) return false;
-  undo_push(true, ui_text(row::pause_detection));
-  if (!has_selected_range(selection)) {
-    selection.sel_beg = 0;
-    selection.sel_end = document.total_size;
+  undo_push(editor, true, ui_text(row::pause_detection));
+  if (!has_selected_range(editor.selection)) {
+    editor.selection.sel_beg = 0;
+    editor.selection.sel_end = editor.document.total_size;
     host().refresh_view(Refresh::places);
   }
-  if (!open_at_cursor(reader_, document, selection, selection.sel_end, 1)) {
+  if (!open_at_cursor(reader_, editor.document, editor.selection, editor.selection.sel_end, 1)) {
     host().beep();
     return false;
   }
-  pause_scan_start_ = selection.sel_beg;
-  pause_scan_end_ = selection.sel_end;
+  pause_scan_start_ = editor.selection.sel_beg;
+  pause_scan_end_ = editor.selection.sel_end;
   // The first seconds of a whole stream are not searched.
-  if (selection.sel_beg == 0)
-    pause_scan_start_ = next_frame_from(time_to_position(document, settings.silence_skip));
+  if (editor.selection.sel_beg == 0)
+    pause_scan_start_ =
+        next_frame_from(editor, time_to_position(editor.document, settings.silence_skip));
   pause_start_ = no_position;
   pause_frames_ = 0;
   pause_found = percent_ = 0;
   has_broken_off = false;
   reader_.move_to(pause_scan_start_);
-  pause_gain_ = document.parts[reader_.place().part].part_gainbeg;
-  if (pause_scan_start_ == 0) document.parts[0].part_iscue = 1;
+  pause_gain_ = editor.document.parts[reader_.place().part].part_gainbeg;
+  if (pause_scan_start_ == 0) editor.document.parts[0].part_iscue = 1;
   pause_running = true;
   return true;
 }
@@ -96,15 +98,15 @@ bool PauseDialog::step() {
   if (reader_.pos() < pause_scan_end_ && reader_.pos() != before) return true;
   cancel();
   percent_ = 100;
-  clear_selection(selection);
+  clear_selection(editor.selection);
   return false;
 }
 
 // Where the cue goes: so many average frames from the frame that was loud, which has been read.
 EditPosition PauseDialog::cue_place() const {
   const int frames = settings.silence_offset - (offset_of_loud_frame + 1);
-  const double place = reader_.pos() + frames * double{document.stream.avg_frame_size};
-  return next_frame_from(whole_part(place));
+  const double place = reader_.pos() + frames * double{editor.document.stream.avg_frame_size};
+  return next_frame_from(editor, whole_part(place));
 }
 
 // A loud frame has ended a pause: sets the cue there, or cuts the pause out. False with a full part
@@ -114,21 +116,22 @@ bool PauseDialog::end_pause() {
   EditPosition begin = end;
   if (settings.silence_cut != 0 && pause_start_ < end) {
     constexpr EditPosition nearly_the_start = 1000;  // a pause there goes whole
-    begin = pause_start_ < nearly_the_start ? 0 : std::min(next_frame_from(pause_start_), end);
+    begin =
+        pause_start_ < nearly_the_start ? 0 : std::min(next_frame_from(editor, pause_start_), end);
   }
-  forget_stashed_texts(selection);
-  const PartIndex made = delete_range(document, begin, end);
+  forget_stashed_texts(editor.selection);
+  const PartIndex made = delete_range(editor.document, begin, end);
   if (made == no_part) {
-    const bool is_full = document.parts.size() >= most_parts;
-    is_full ? void(require(refuse_cues_from(end))) : show_invalid_range();
+    const bool is_full = editor.document.parts.size() >= most_parts;
+    is_full ? void(require(refuse_cues_from(editor, end))) : show_invalid_range();
     return false;
   }
-  if (made < part_count(document)) {
-    document.parts[made].part_iscue = 1;
-    document.parts[made].part_gainbeg = pause_gain_;
+  if (made < part_count(editor.document)) {
+    editor.document.parts[made].part_iscue = 1;
+    editor.document.parts[made].part_gainbeg = pause_gain_;
   }
-  open_state.document_modified = true;
-  selection.sel_beg = selection.sel_end = no_position;
+  editor.open_state.document_modified = true;
+  editor.selection.sel_beg = editor.selection.sel_end = no_position;
   pause_scan_end_ -= std::min(end - begin, pause_scan_end_);
   reader_.set_end(pause_scan_end_);
   ++pause_found;
@@ -139,18 +142,19 @@ bool PauseDialog::end_pause() {
 // The place is not lowered by what was cut out.
 void PauseDialog::skip_on() {
   const std::uint64_t behind =
-      std::uint64_t{reader_.pos()} + time_to_position(document, settings.silence_skip);
-  reader_.move_to(behind < pause_scan_end_ ? next_frame_from(static_cast<EditPosition>(behind))
-                                           : pause_scan_end_);
+      std::uint64_t{reader_.pos()} + time_to_position(editor.document, settings.silence_skip);
+  reader_.move_to(behind < pause_scan_end_
+                      ? next_frame_from(editor, static_cast<EditPosition>(behind))
+                      : pause_scan_end_);
 }
 
 void PauseDialog::cancel() {
   if (!pause_running) return;
   reader_.close();
   pause_running = false;
-  selection.current_frame = reader_.place().frame;
-  settle_places();
-  document.current_part = part_at(document, selection.cursor);
+  editor.selection.current_frame = reader_.place().frame;
+  settle_places(editor);
+  editor.document.current_part = part_at(editor.document, editor.selection.cursor);
 }
 
 void PauseDialog::restore_defaults() {
@@ -178,8 +182,9 @@ std::string PauseDialog::level_text() {
 
 std::string PauseDialog::duration_text() {
   constexpr double bits_of_ten_frames = 80;  // in their bytes
-  return fmt::format("> {:2.1f} sec", settings.silence_duration * document.stream.avg_frame_size *
-                                          bits_of_ten_frames / document.stream.avg_bitrate);
+  return fmt::format("> {:2.1f} sec", settings.silence_duration *
+                                          editor.document.stream.avg_frame_size *
+                                          bits_of_ten_frames / editor.document.stream.avg_bitrate);
 }
 
 std::string PauseDialog::offset_text() {
@@ -187,8 +192,8 @@ std::string PauseDialog::offset_text() {
                     std::to_string(settings.silence_offset - offset_of_loud_frame));
 }
 
-bool pause_dialog() {
-  PauseDialog dialog;
+bool pause_dialog(Editor& editor) {
+  PauseDialog dialog(editor);
   return show_dialog(dialog);
 }
 

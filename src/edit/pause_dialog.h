@@ -9,14 +9,18 @@
 #include <string>
 
 #include "audio/sample_reader.h"
+#include "edit/editor.h"
 #include "model/document.h"
-#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/long_run.h"
 
 namespace corvelin {
 
 struct PauseDialog : Dialog, LongRun {
+  Editor& editor;
+
+  explicit PauseDialog(Editor& opened_for) : editor(opened_for) {}
+
   bool pause_running = false;  // while it is, the button "&Start" reads "St&op"
   int pause_found = 0;
   bool has_broken_off = false;  // at a pause that could not be marked, which the user was told
@@ -41,16 +45,16 @@ struct PauseDialog : Dialog, LongRun {
   [[nodiscard]] std::string report() const override;
 
   // The texts beside the sliders.
-  [[nodiscard]] static std::string level_text();     // "-31.2 dB"
-  [[nodiscard]] static std::string duration_text();  // "> 1.3 sec"
-  [[nodiscard]] static std::string offset_text();    // "-10 frames"
+  [[nodiscard]] static std::string level_text();   // "-31.2 dB"
+  [[nodiscard]] std::string duration_text();       // "> 1.3 sec"
+  [[nodiscard]] static std::string offset_text();  // "-10 frames"
 
  private:
   bool end_pause();
   [[nodiscard]] EditPosition cue_place() const;
   void skip_on();
 
-  SampleReader reader_{document};
+  SampleReader reader_{editor.document};
   EditPosition pause_scan_start_ = 0;
   EditPosition pause_scan_end_ = 0;  // moves down when a pause is cut out
   EditPosition pause_start_ = 0;     // behind the first quiet frame; `no_position` for none
@@ -60,6 +64,6 @@ struct PauseDialog : Dialog, LongRun {
 };
 
 /// The dialog for the selection, or for the whole stream without one.
-bool pause_dialog();
+bool pause_dialog(Editor& editor);
 
 }  // namespace corvelin

@@ -7,17 +7,19 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// The last frame of the part that begins in front of `pos`; `no_position` if it has none there.
-EditPosition frame_before_in(PartIndex part, EditPosition pos);
+EditPosition frame_before_in(Editor& editor, PartIndex part, EditPosition pos);
 
 /// The length of the frame at the cursor, in bytes: so far behind it the next one begins.
-std::uint32_t frame_length_at_cursor();
+std::uint32_t frame_length_at_cursor(const Editor& editor);
 
 /// Whole bytes of a number of average frames.
-std::uint32_t average_frames(std::uint32_t count);
+std::uint32_t average_frames(const Editor& editor, std::uint32_t count);
 
 /// Puts the cursor and the ends of the selection on frame starts after an edit that moved the
 /// frames under them: each goes up to the next one, or back to the end of the stream.
-void settle_places();
+void settle_places(Editor& editor);
 
 }  // namespace corvelin

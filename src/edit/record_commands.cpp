@@ -12,16 +12,15 @@
 
 #include "audio/playback.h"
 #include "audio/recorder.h"
-#include "audio/the_player.h"
 #include "document/close_stream.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "edit/open_files.h"
 #include "edit/save_project.h"
 #include "exchange/project_file.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
-#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/long_run.h"
@@ -42,16 +41,16 @@ void show_recorder() {
 }
 
 // The icon tells a file that could not be begun from one that breaks off.
-void show_write_failure(std::error_code error, BoxIcon icon) {
+void show_write_failure(const Editor& editor, std::error_code error, BoxIcon icon) {
   host().show_message_box({.caption = std::string(ui_text(row::error)),
                            .text = fmt::format("{}\n{}\n{}", ui_text(row::could_not_write),
-                                               recorder.rec_file_name, error.message()),
+                                               editor.recorder.rec_file_name, error.message()),
                            .icon = icon});
 }
 
 // Device events. A handler that ends the recording is the last that touches it.
-void take_buffer(WaveHeader& header) {
-  switch (record_buffer_done(recorder, level_meter, header)) {
+void take_buffer(Editor& editor, WaveHeader& header) {
+  switch (record_buffer_done(editor.recorder, editor.level_meter, header)) {
     case RecordStep::done:
       host().refresh_view(Refresh::recording);
       break;
@@ -61,24 +60,26 @@ void take_buffer(WaveHeader& header) {
       break;
     case RecordStep::limit_reached:
     case RecordStep::write_failed:
-      stop_recording();
+      stop_recording(editor);
       break;
   }
 }
 
-void lose_device() {
-  stop_recording();
-  recorder.has_failed = true;
+void lose_device(Editor& editor) {
+  stop_recording(editor);
+  editor.recorder.has_failed = true;
   show_error(std::string(ui_text(row::input_is_gone)));
 }
 
-bool arm(bool by_level) {
-  if (!confirm_discard_changes()) return false;
-  close_all();
-  reset_state(ResetLevel::no_name);
-  recorder.rec_level_on = by_level || settings.rec_level_act != 0;
+bool arm(Editor& editor, bool by_level) {
+  if (!confirm_discard_changes(editor)) return false;
+  close_all(editor);
+  reset_state(editor.document, editor.selection, editor.open_state, ResetLevel::no_name);
+  editor.recorder.rec_level_on = by_level || settings.rec_level_act != 0;
   const bool is_armed =
-      record_arm(recorder, level_meter, {.buffer_done = take_buffer, .lost = lose_device});
+      record_arm(editor.recorder, editor.level_meter,
+                 {.buffer_done = [&editor](WaveHeader& header) { take_buffer(editor, header); },
+                  .lost = [&editor] { lose_device(editor); }});
   host().rebuild_part_list();
   show_recorder();
   host().refresh_view(is_armed ? Refresh::recording_state : Refresh::no_document);
@@ -95,15 +96,15 @@ bool may_replace(const std::string& name) {
 }
 
 // Ends what was armed when it fails.
-bool begin_file(std::error_code error = {}) {
-  if (!error) error = record_start_writing(recorder);
-  if (error) record_stop(recorder, level_meter);
+bool begin_file(Editor& editor, std::error_code error = {}) {
+  if (!error) error = record_start_writing(editor.recorder);
+  if (error) record_stop(editor.recorder, editor.level_meter);
   show_recorder();
   host().refresh_view(error ? Refresh::no_document : Refresh::recording_state);
   if (error) {
-    show_write_failure(error, BoxIcon::warning);
+    show_write_failure(editor, error, BoxIcon::warning);
   } else {
-    open_state.audio_name = recorder.rec_file_name;
+    editor.open_state.audio_name = editor.recorder.rec_file_name;
   }
   return !error;
 }
@@ -115,28 +116,30 @@ std::string recording_path(const std::string& path) {
   return in_current_folder(is_kind ? with_extension(path, ".mp3") : path + ".mp3");
 }
 
-void set_cues(const std::vector<RecordingCue>& cues) {
+void set_cues(Editor& editor, const std::vector<RecordingCue>& cues) {
   for (const RecordingCue& cue : cues) {
-    const EditPosition pos = frame_at(document, cue.position, selection.current_frame);
-    const PartIndex part = pos < document.total_size ? split_at(document, pos) : no_part;
+    const EditPosition pos =
+        frame_at(editor.document, cue.position, editor.selection.current_frame);
+    const PartIndex part =
+        pos < editor.document.total_size ? split_at(editor.document, pos) : no_part;
     if (part == no_part) continue;
-    document.parts[part].part_iscue = 1;
-    if (!cue.name.empty()) document.parts[part].part_title = bytes_to_wide(cue.name, true);
+    editor.document.parts[part].part_iscue = 1;
+    if (!cue.name.empty()) editor.document.parts[part].part_title = bytes_to_wide(cue.name, true);
   }
-  open_state.document_modified = !cues.empty();
+  editor.open_state.document_modified = !cues.empty();
 }
 
 // A document of its own for the time of writing the project.
-bool keep_cues_of(const FinishedRecording& finished) {
-  if (!open_file(finished.name)) return false;
-  set_cues(finished.cues);
-  return !keep_recording_project().empty();
+bool keep_cues_of(Editor& editor, const FinishedRecording& finished) {
+  if (!open_file(editor, finished.name)) return false;
+  set_cues(editor, finished.cues);
+  return !keep_recording_project(editor).empty();
 }
 
-void keep_cues_of_finished_files() {
+void keep_cues_of_finished_files(Editor& editor) {
   std::size_t count = 0;
-  for (const FinishedRecording& finished : std::exchange(recorder.finished_files, {}))
-    if (!finished.cues.empty() && keep_cues_of(finished)) ++count;
+  for (const FinishedRecording& finished : std::exchange(editor.recorder.finished_files, {}))
+    if (!finished.cues.empty() && keep_cues_of(editor, finished)) ++count;
   if (count == 0) return;
   host().show_message_box({.caption = std::string(ui_text(row::please_note)),
                            .text = format_row(ui_text(row::cues_are_beside), count),
@@ -146,26 +149,31 @@ void keep_cues_of_finished_files() {
 // Waits for the disk, which may be far behind. It can't be cancelled: the sound is there.
 class FinishRun : public LongRun {
  public:
-  bool step() override { return !recorder.rec_file->is_idle(slice_patience); }
-  void cancel() override { recorder.rec_file->wait(); }
+  explicit FinishRun(Editor& editor) : editor_(editor) {}
+
+  bool step() override { return !editor_.recorder.rec_file->is_idle(slice_patience); }
+  void cancel() override { editor_.recorder.rec_file->wait(); }
   bool try_cancel() override { return !step(); }
   [[nodiscard]] int percent_done() const override { return 0; }
   [[nodiscard]] std::string progress_text() const override {
-    return fmt::format("{} '{}'", ui_text(row::writing), recorder.rec_file_name);
+    return fmt::format("{} '{}'", ui_text(row::writing), editor_.recorder.rec_file_name);
   }
   [[nodiscard]] std::string report() const override { return {}; }
+
+ private:
+  Editor& editor_;
 };
 
-void wait_for_disk() {
+void wait_for_disk(Editor& editor) {
   constexpr std::chrono::milliseconds unnoticed(200);
-  if (!recorder.rec_file || recorder.rec_file->is_idle(unnoticed)) return;
-  FinishRun run;
+  if (!editor.recorder.rec_file || editor.recorder.rec_file->is_idle(unnoticed)) return;
+  FinishRun run(editor);
   drive(run);
 }
 
-void tell_end(const RecordingEnd& end) {
-  if (end.error) recorder.has_failed = true;
-  if (end.error) show_write_failure(end.error, BoxIcon::error);
+void tell_end(Editor& editor, const RecordingEnd& end) {
+  if (end.error) editor.recorder.has_failed = true;
+  if (end.error) show_write_failure(editor, end.error, BoxIcon::error);
   if (end.lost_seconds > 0) show_error(format_row(ui_text(row::seconds_lost), end.lost_seconds));
 }
 
@@ -173,64 +181,67 @@ void tell_end(const RecordingEnd& end) {
 
 bool remote_control_on = false;
 
-bool initialize_recording() { return arm(false); }
+bool initialize_recording(Editor& editor) { return arm(editor, false); }
 
-bool level_activated_recording() { return arm(true); }
+bool level_activated_recording(Editor& editor) { return arm(editor, true); }
 
-bool start_recording() {
-  std::string& name = recorder.rec_file_name;
+bool start_recording(Editor& editor) {
+  std::string& name = editor.recorder.rec_file_name;
   if (settings.rec_adddate != 0) name = free_recording_name(recording_name());
-  if (settings.rec_appenddata != 0 || !is_name_taken(name)) return begin_file();
+  if (settings.rec_appenddata != 0 || !is_name_taken(name)) return begin_file(editor);
   if (!may_replace(name)) return true;
-  return begin_file(remove_file(name));
+  return begin_file(editor, remove_file(name));
 }
 
-bool start_recording_unattended(const std::string& path) {
+bool start_recording_unattended(Editor& editor, const std::string& path) {
   const std::string wanted = path.empty() ? recording_name() : recording_path(path);
-  recorder.is_name_given = !path.empty();
-  recorder.rec_file_name = settings.rec_appenddata != 0 ? wanted : free_recording_name(wanted);
-  if (!begin_file()) return false;
-  if (recorder.rec_file_name != wanted)
-    host().show_message_box(
-        {.caption = std::string(ui_text(row::please_note)),
-         .text = format_row(ui_text(row::recording_goes_into), wanted, recorder.rec_file_name),
-         .icon = BoxIcon::information});
+  editor.recorder.is_name_given = !path.empty();
+  editor.recorder.rec_file_name =
+      settings.rec_appenddata != 0 ? wanted : free_recording_name(wanted);
+  if (!begin_file(editor)) return false;
+  if (editor.recorder.rec_file_name != wanted)
+    host().show_message_box({.caption = std::string(ui_text(row::please_note)),
+                             .text = format_row(ui_text(row::recording_goes_into), wanted,
+                                                editor.recorder.rec_file_name),
+                             .icon = BoxIcon::information});
   return true;
 }
 
-void stop_recording() {
-  const bool was_writing = recorder.rec_writing;
-  record_end_input(recorder, level_meter);
-  wait_for_disk();
-  const RecordingEnd end = record_stop(recorder, level_meter);
+void stop_recording(Editor& editor) {
+  const bool was_writing = editor.recorder.rec_writing;
+  record_end_input(editor.recorder, editor.level_meter);
+  wait_for_disk(editor);
+  const RecordingEnd end = record_stop(editor.recorder, editor.level_meter);
   show_recorder();
-  keep_cues_of_finished_files();
-  if (was_writing && end.has_file) open_recording();
+  keep_cues_of_finished_files(editor);
+  if (was_writing && end.has_file) open_recording(editor);
   if (!was_writing || !end.has_file) host().refresh_view(Refresh::no_document);
-  tell_end(end);
+  tell_end(editor, end);
 }
 
-void add_recording_cue() {
-  if (record_add_cue(recorder)) host().refresh_view(Refresh::recording_state);
+void add_recording_cue(Editor& editor) {
+  if (record_add_cue(editor.recorder)) host().refresh_view(Refresh::recording_state);
 }
 
-std::string keep_recording_project() {
-  std::string name = free_recording_name(with_extension(open_state.audio_name, ".cvp"));
-  if (const std::error_code error = write_project(name, play_position(playback))) {
-    recorder.has_failed = true;
+std::string keep_recording_project(Editor& editor) {
+  std::string name = free_recording_name(with_extension(editor.open_state.audio_name, ".cvp"));
+  if (const std::error_code error =
+          write_project(editor.document, editor.selection, editor.open_state, name,
+                        play_position(editor.playback))) {
+    editor.recorder.has_failed = true;
     show_error(fmt::format("{}\n{}", error.message(), name));
     return {};
   }
-  open_state.project_name = name;
+  editor.open_state.project_name = name;
   return name;
 }
 
-bool open_recording() {
-  const bool is_open = open_file(recorder.rec_file_name);
+bool open_recording(Editor& editor) {
+  const bool is_open = open_file(editor, editor.recorder.rec_file_name);
   if (is_open) {
-    set_cues(recorder.rec_cues);
+    set_cues(editor, editor.recorder.rec_cues);
   } else {
-    recorder.has_failed = true;
+    editor.recorder.has_failed = true;
   }
   host().rebuild_part_list();
   show_recorder();

@@ -7,13 +7,13 @@
 #include <cstdint>
 #include <vector>
 
+#include "edit/editor.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/text.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
@@ -26,30 +26,31 @@ constexpr std::uint32_t most_frames_a_read = 999;
 
 // Marks the frame behind the one that the reader found again. False when it lies outside the range
 // or there is no room for a cue.
-bool mark_resync(const FrameCursor& cursor, EditPosition end, int number) {
+bool mark_resync(Editor& editor, const FrameCursor& cursor, EditPosition end, int number) {
   const EditPosition behind = cursor.pos + cursor.frame.frame_length;
-  const EditPosition frame =
-      find_frame_forward(document, part_at(document, behind), behind, cursor.frame.sample_rate).pos;
+  const EditPosition frame = find_frame_forward(editor.document, part_at(editor.document, behind),
+                                                behind, cursor.frame.sample_rate)
+                                 .pos;
   if (frame >= end) return false;
-  const PartIndex made = make_border(document, frame);
-  if (made >= part_count(document)) return false;
-  Part& part = document.parts[made];
+  const PartIndex made = make_border(editor.document, frame);
+  if (made >= part_count(editor.document)) return false;
+  Part& part = editor.document.parts[made];
   part.part_title = bytes_to_wide(fmt::format("Re-sync {}", number), true);
   part.part_artist.clear();
   part.part_iscue = 1;
-  forget_stashed_texts(selection);
+  forget_stashed_texts(editor.selection);
   return true;
 }
 
-int mark_resyncs(EditPosition begin, EditPosition end) {
+int mark_resyncs(Editor& editor, EditPosition begin, EditPosition end) {
   std::vector<std::uint8_t> buffer(200000);
-  FrameCursor cursor = frame_cursor_at(document, begin);
+  FrameCursor cursor = frame_cursor_at(editor.document, begin);
   int count = 0;
   while (cursor.pos < end && end - cursor.pos > 2) {
-    const FramesRead read = read_frames(document, buffer, cursor, end, most_frames_a_read);
+    const FramesRead read = read_frames(editor.document, buffer, cursor, end, most_frames_a_read);
     if (read.resync_count == 0 || cursor.pos >= end) continue;
-    if (!mark_resync(cursor, end, count + 1)) break;
-    cursor.part = part_at(document, cursor.pos);  // the marks are new parts
+    if (!mark_resync(editor, cursor, end, count + 1)) break;
+    cursor.part = part_at(editor.document, cursor.pos);  // the marks are new parts
     ++count;
   }
   return count;
@@ -57,11 +58,11 @@ int mark_resyncs(EditPosition begin, EditPosition end) {
 
 }  // namespace
 
-Outcome check_resyncs() {
-  const bool has_range = has_selected_range(selection);
-  const EditPosition begin = has_range ? selection.sel_beg : 0;
-  const EditPosition end = has_range ? selection.sel_end : document.total_size;
-  const int count = mark_resyncs(begin, end);
+Outcome check_resyncs(Editor& editor) {
+  const bool has_range = has_selected_range(editor.selection);
+  const EditPosition begin = has_range ? editor.selection.sel_beg : 0;
+  const EditPosition end = has_range ? editor.selection.sel_end : editor.document.total_size;
+  const int count = mark_resyncs(editor, begin, end);
   return {Result::done, MessageBox{.caption = menu_text_plain(ui_text(row::check_resyncs)),
                                    .text = fmt::format("{} Re-sync(s)", count),
                                    .icon = BoxIcon::information}};

@@ -6,8 +6,10 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// Walks the frames of the selected range, or of the whole stream, marks each place where the
 /// reader had to search for the next frame with a titled cue, and tells how many there are.
-Outcome check_resyncs();
+Outcome check_resyncs(Editor& editor);
 
 }  // namespace corvelin

@@ -7,9 +7,11 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// The name that a save of any kind proposes for the opened audio: itself, or in the working
 /// folder.
-std::string proposed_save_name();
+std::string proposed_save_name(const Editor& editor);
 
 enum class SaveOutcome {
   not_started,  // refused, or the user thought better of it
@@ -18,28 +20,28 @@ enum class SaveOutcome {
 };
 
 /// Whether the file of this name is a source of the document.
-bool is_source(const std::string& name);
+bool is_source(const Editor& editor, const std::string& name);
 
 /// Saves the whole edited stream under a name that the user or a rule has chosen. Replacing a
 /// source of the document is asked about first, and closes the document.
-SaveOutcome save_under_name(const std::string& name);
+SaveOutcome save_under_name(Editor& editor, const std::string& name);
 
 /// The same in the place of the audio file that was opened, without a question.
-SaveOutcome save_over_source();
+SaveOutcome save_over_source(Editor& editor);
 
 /// The same under a name that the user is asked for.
-SaveOutcome save_audio();
+SaveOutcome save_audio(Editor& editor);
 
 /// The same for the selection, which must have a length.
-SaveOutcome save_selection();
+SaveOutcome save_selection(Editor& editor);
 
 /// The whole edited stream decoded and encoded anew, into an MP3 file with a name that the user is
 /// asked for.
-SaveOutcome save_reencoded();
+SaveOutcome save_reencoded(Editor& editor);
 
 // The commands; whether all went well.
-bool save_complete();
-bool save_selected();
-bool save_encoded_anew();
+bool save_complete(Editor& editor);
+bool save_selected(Editor& editor);
+bool save_encoded_anew(Editor& editor);
 
 }  // namespace corvelin

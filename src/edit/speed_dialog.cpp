@@ -8,7 +8,7 @@
 
 #include "audio/recorder.h"
 #include "audio/speed_conversion.h"
-#include "audio/the_player.h"
+#include "edit/editor.h"
 #include "edit/record_commands.h"
 #include "platform/text.h"
 
@@ -34,15 +34,15 @@ float SpeedDialog::factor() const { return rec_speed_of(speed_in(original), spee
 std::string SpeedDialog::factor_text() const { return fmt::format("=> {:.2f}x", factor()); }
 
 bool SpeedDialog::accept() {
-  recorder.rec_speed = factor();
+  editor.recorder.rec_speed = factor();
   return true;
 }
 
-Outcome record_at_other_speed() {
-  SpeedDialog dialog;
+Outcome record_at_other_speed(Editor& editor) {
+  SpeedDialog dialog(editor);
   if (!show_dialog(dialog)) return Result::refused;
-  if (initialize_recording()) return Result::done;
-  recorder.rec_speed = 0;  // it held for this recording alone
+  if (initialize_recording(editor)) return Result::done;
+  editor.recorder.rec_speed = 0;  // it held for this recording alone
   return Result::refused;
 }
 

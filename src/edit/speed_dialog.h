@@ -11,7 +11,13 @@
 
 namespace corvelin {
 
+struct Editor;
+
 struct SpeedDialog : Dialog {
+  Editor& editor;
+
+  explicit SpeedDialog(Editor& opened_for) : editor(opened_for) {}
+
   /// A button that fills both fields.
   struct Preset {
     std::string_view text;
@@ -37,6 +43,6 @@ struct SpeedDialog : Dialog {
 };
 
 /// Shows the dialog, and makes the recorder ready with the factor that it was closed with.
-Outcome record_at_other_speed();
+Outcome record_at_other_speed(Editor& editor);
 
 }  // namespace corvelin

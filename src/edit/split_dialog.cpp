@@ -5,6 +5,7 @@
 #include <system_error>
 
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "exchange/changed_sources.h"
 #include "platform/file.h"
 #include "platform/host.h"
@@ -19,9 +20,9 @@ namespace corvelin {
 
 namespace {
 
-std::string first_folder() {
+std::string first_folder(const Editor& editor) {
   if (settings.workdir_onsave != 0 && !settings.working_dir.empty()) return settings.working_dir;
-  return std::string(folder_of(open_state.audio_name));
+  return std::string(folder_of(editor.open_state.audio_name));
 }
 
 bool make_missing_folder(const std::string& folder) {
@@ -40,9 +41,9 @@ bool make_missing_folder(const std::string& folder) {
 }  // namespace
 
 void SplitDialog::begin() {
-  cues_text = format_row(ui_text(row::number_of_cues), count_split_regions());
-  const std::string& last = open_state.split_dest_folder;
-  folder = last.empty() ? first_folder() : last;
+  cues_text = format_row(ui_text(row::number_of_cues), count_split_regions(editor.document));
+  const std::string& last = editor.open_state.split_dest_folder;
+  folder = last.empty() ? first_folder(editor) : last;
   pattern = settings.split_pattern;
   first_number = 1;
   creates_id3v11 = settings.split_id3v11 != 0;
@@ -56,9 +57,10 @@ bool SplitDialog::accept() {
   cancel();
   if (folder.find('/') == std::string::npos) return false;
   if (!folder.ends_with('/')) folder += '/';
-  if (!may_save_from_sources() || !make_missing_folder(folder)) return false;
-  open_state.split_dest_folder = folder;
-  run = std::make_unique<SplitRun>(folder, first_number);
+  if (!may_save_from_sources(editor.document) || !make_missing_folder(folder)) return false;
+  editor.open_state.split_dest_folder = folder;
+  run = std::make_unique<SplitRun>(editor.document, editor.selection, editor.open_state, folder,
+                                   first_number);
   return true;
 }
 
@@ -68,7 +70,7 @@ void SplitDialog::cancel() {
 }
 
 void SplitDialog::store() const {
-  open_state.split_dest_folder = folder;
+  editor.open_state.split_dest_folder = folder;
   settings.split_pattern = cut_to_units(pattern, longest_setting);
   settings.split_id3v11 = creates_id3v11 ? 1 : 0;
   settings.split_id3v2 = copies_id3v2 ? 1 : 0;

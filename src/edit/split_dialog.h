@@ -12,7 +12,13 @@
 
 namespace corvelin {
 
+struct Editor;
+
 struct SplitDialog : Dialog {
+  Editor& editor;
+
+  explicit SplitDialog(Editor& opened_for) : editor(opened_for) {}
+
   std::string cues_text;  // "Cues: 12": how many pieces there will be
   std::string folder;
   std::u16string pattern;

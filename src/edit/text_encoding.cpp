@@ -6,8 +6,8 @@
 #include <string>
 
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "model/document.h"
-#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/text.h"
 #include "settings/setting_table.h"
@@ -18,12 +18,12 @@ namespace corvelin {
 
 namespace {
 
-bool has_texts() {
+bool has_texts(const Editor& editor) {
   const auto is_named = [](const Part& part) {
     return !part.part_title.empty() || !part.part_artist.empty();
   };
-  return std::ranges::any_of(document.parts, is_named) || !document.sheet_title.empty() ||
-         !document.sheet_artist.empty();
+  return std::ranges::any_of(editor.document.parts, is_named) ||
+         !editor.document.sheet_title.empty() || !editor.document.sheet_artist.empty();
 }
 
 bool ask_to_convert() {
@@ -38,31 +38,31 @@ bool ask_to_convert() {
 
 // Reads all texts back to bytes in the encoding that they were taken for, and those bytes in the
 // other.
-void convert_texts(bool to_utf8) {
+void convert_texts(Editor& editor, bool to_utf8) {
   const auto convert = [to_utf8](std::u16string& text) {
     text = bytes_to_wide(wide_to_bytes(text, !to_utf8), to_utf8);
   };
-  for (Part& part : document.parts) {
+  for (Part& part : editor.document.parts) {
     convert(part.part_title);
     convert(part.part_artist);
   }
-  convert(document.sheet_title);
-  convert(document.sheet_artist);
+  convert(editor.document.sheet_title);
+  convert(editor.document.sheet_artist);
 }
 
-void set_encoding(CommandId id, bool to_utf8) {
+void set_encoding(Editor& editor, CommandId id, bool to_utf8) {
   if (settings.char_enc == (to_utf8 ? 1 : 0)) return;
   change_setting(&Settings::char_enc, to_utf8 ? 1 : 0);
-  if (!has_texts() || !ask_to_convert()) return;
-  carry_out(*command_of(id), [to_utf8] {
-    convert_texts(to_utf8);
+  if (!has_texts(editor) || !ask_to_convert()) return;
+  carry_out(editor, *command_of(editor, id), [to_utf8, &editor] {
+    convert_texts(editor, to_utf8);
     return Result::done;
   });
 }
 
 }  // namespace
 
-void text_is_ansi() { set_encoding(command::text_is_ansi, false); }
-void text_is_utf8() { set_encoding(command::text_is_utf8, true); }
+void text_is_ansi(Editor& editor) { set_encoding(editor, command::text_is_ansi, false); }
+void text_is_utf8(Editor& editor) { set_encoding(editor, command::text_is_utf8, true); }
 
 }  // namespace corvelin

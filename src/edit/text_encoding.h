@@ -5,9 +5,11 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// Sets the encoding. If there are texts the user is asked whether they are converted, which is one
 /// undo step. Nothing when it is set already.
-void text_is_ansi();
-void text_is_utf8();
+void text_is_ansi(Editor& editor);
+void text_is_utf8(Editor& editor);
 
 }  // namespace corvelin

@@ -7,11 +7,10 @@
 #include <optional>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/host.h"
 #include "platform/numbers.h"
@@ -36,13 +35,13 @@ bool differ_by_more(std::int64_t a, std::int64_t b, std::int64_t limit) {
 }
 
 // The place that stands for `percent` of the stream.
-std::uint32_t place_of(double percent) {
-  return whole_part(percent * document.total_size / 100, highest_position);
+std::uint32_t place_of(const Editor& editor, double percent) {
+  return whole_part(percent * editor.document.total_size / 100, highest_position);
 }
 
-std::optional<std::uint32_t> typed_percentage(std::string_view text) {
+std::optional<std::uint32_t> typed_percentage(const Editor& editor, std::string_view text) {
   if (!skip_behind(text, "(") || text.find('%') == std::string_view::npos) return std::nullopt;
-  return place_of(leading_decimal(text));
+  return place_of(editor, leading_decimal(text));
 }
 
 // The three times of the selection's field, in bytes on the time scale.
@@ -52,58 +51,63 @@ struct TypedSelection {
   std::uint32_t length;
 };
 
-std::optional<TypedSelection> typed_selection(std::string_view text) {
+std::optional<TypedSelection> typed_selection(const Editor& editor, std::string_view text) {
   if (!skip_behind(text, ui_text(row::selection))) return std::nullopt;
   TypedSelection typed = {};
-  typed.begin = parse_time(document, text, ' ');
+  typed.begin = parse_time(editor.document, text, ' ');
   if (!skip_behind(text, "-")) return std::nullopt;
-  typed.end = parse_time(document, text, ' ');
+  typed.end = parse_time(editor.document, text, ' ');
   if (!skip_behind(text, "(")) return std::nullopt;
-  typed.length = parse_time(document, text, ')');
+  typed.length = parse_time(editor.document, text, ')');
   return typed;
 }
 
-EditPosition frame_at_time(std::int64_t scaled) {
-  return frame_at(document, from_time_scale(document, static_cast<std::uint32_t>(scaled)),
-                  selection.current_frame);
+EditPosition frame_at_time(Editor& editor, std::int64_t scaled) {
+  return frame_at(editor.document,
+                  from_time_scale(editor.document, static_cast<std::uint32_t>(scaled)),
+                  editor.selection.current_frame);
 }
 
-void set_changed_ends(const TypedSelection& typed) {
+void set_changed_ends(Editor& editor, const TypedSelection& typed) {
   constexpr std::int64_t rounding = 50;           // bytes
   constexpr std::int64_t length_rounding = 1792;  // bytes
-  const std::int64_t begin = to_time_scale(document, selection.sel_beg);
-  const bool length_changed = differ_by_more(
-      begin + typed.length, to_time_scale(document, selection.sel_end), length_rounding);
+  const std::int64_t begin = to_time_scale(editor.document, editor.selection.sel_beg);
+  const bool length_changed =
+      differ_by_more(begin + typed.length, to_time_scale(editor.document, editor.selection.sel_end),
+                     length_rounding);
   if (length_changed)
-    set_sel_end(document, selection, frame_at_time(std::int64_t{typed.begin} + typed.length));
-  if (differ_by_more(typed.begin, to_time_scale(document, selection.sel_beg), rounding))
-    set_sel_begin(document, selection, frame_at_time(typed.begin));
+    set_sel_end(editor.document, editor.selection,
+                frame_at_time(editor, std::int64_t{typed.begin} + typed.length));
+  if (differ_by_more(typed.begin, to_time_scale(editor.document, editor.selection.sel_beg),
+                     rounding))
+    set_sel_begin(editor.document, editor.selection, frame_at_time(editor, typed.begin));
   if (!length_changed &&
-      differ_by_more(typed.end, to_time_scale(document, selection.sel_end), rounding))
-    set_sel_end(document, selection, frame_at_time(typed.end));
+      differ_by_more(typed.end, to_time_scale(editor.document, editor.selection.sel_end), rounding))
+    set_sel_end(editor.document, editor.selection, frame_at_time(editor, typed.end));
 }
 
 }  // namespace
 
-void apply_now_field(std::string_view text) {
+void apply_now_field(Editor& editor, std::string_view text) {
   constexpr std::size_t longest = 120;  // characters
   constexpr std::size_t least = 5;
   constexpr std::int64_t rounding = 1999;  // bytes: a time this near was not changed
   text = cut_to_units(text, longest);
   if (text.size() < least || !skip_behind(text, ui_text(row::now))) return;
   text.remove_prefix(text.empty() ? 0 : 1);
-  std::optional<std::uint32_t> place = parse_time(document, text, ' ');
-  if (!differ_by_more(*place, selection.cursor, rounding)) place = typed_percentage(text);
-  if (place) seek_to(playback, from_time_scale(document, *place));
+  std::optional<std::uint32_t> place = parse_time(editor.document, text, ' ');
+  if (!differ_by_more(*place, editor.selection.cursor, rounding))
+    place = typed_percentage(editor, text);
+  if (place) seek_to(editor.playback, from_time_scale(editor.document, *place));
   host().refresh_view(Refresh::places);
 }
 
-void apply_selection_field(std::string_view text) {
+void apply_selection_field(Editor& editor, std::string_view text) {
   constexpr std::size_t longest = 160;  // characters
-  const auto typed = typed_selection(cut_to_units(text, longest));
+  const auto typed = typed_selection(editor, cut_to_units(text, longest));
   if (!typed) return;
-  carry_out(selection_change, [&typed] {
-    set_changed_ends(*typed);
+  carry_out(editor, selection_change, [&typed, &editor] {
+    set_changed_ends(editor, *typed);
     return Result::done;
   });
 }

@@ -7,12 +7,14 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// The field "Total … Now TIME (PERCENT%)": moves the cursor to the time, or, when that was left as
 /// it is, to the percentage.
-void apply_now_field(std::string_view text);
+void apply_now_field(Editor& editor, std::string_view text);
 
 /// The field "Selection BEGIN - END (LENGTH)": sets the ends that were changed. A changed length
 /// wins over a changed end.
-void apply_selection_field(std::string_view text);
+void apply_selection_field(Editor& editor, std::string_view text);
 
 }  // namespace corvelin

@@ -7,11 +7,10 @@
 
 #include "audio/playback.h"
 #include "audio/recorder.h"
-#include "audio/the_player.h"
+#include "edit/editor.h"
 #include "edit/record_commands.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "platform/host.h"
 
 namespace corvelin {
@@ -19,71 +18,72 @@ namespace corvelin {
 namespace {
 
 // Already shown as playing.
-void start_soon() {
+void start_soon(Editor& editor) {
   constexpr std::chrono::milliseconds pause(50);
-  playback.is_requested = true;
+  editor.playback.is_requested = true;
   host().show_transport();
-  host().call_later(pause, [] {
-    if (!std::exchange(playback.is_requested, false)) return;  // stopped again
-    start_playback(playback);
+  host().call_later(pause, [&editor] {
+    if (!std::exchange(editor.playback.is_requested, false)) return;  // stopped again
+    start_playback(editor.playback);
     host().show_transport();
     host().refresh_view(Refresh::places);
   });
 }
 
-Result change_fast_play(int step) {
-  const int level = playback.fast_play_level + step;
+Result change_fast_play(Editor& editor, int step) {
+  const int level = editor.playback.fast_play_level + step;
   if (level < 0 || level > fastest_play) return Result::nothing;
-  playback.fast_play_level = static_cast<std::uint8_t>(level);
+  editor.playback.fast_play_level = static_cast<std::uint8_t>(level);
   return Result::done;
 }
 
 }  // namespace
 
-Result play() {
-  if (recorder.rec_writing) return Result::nothing;
-  if (recorder.is_armed) return start_recording() ? Result::done : Result::refused;
-  if (playback.is_playing || selection.cursor >= document.total_size) return Result::nothing;
-  stop_playback(playback);
-  start_soon();
+Result play(Editor& editor) {
+  if (editor.recorder.rec_writing) return Result::nothing;
+  if (editor.recorder.is_armed) return start_recording(editor) ? Result::done : Result::refused;
+  if (editor.playback.is_playing || editor.selection.cursor >= editor.document.total_size)
+    return Result::nothing;
+  stop_playback(editor.playback);
+  start_soon(editor);
   return Result::done;
 }
 
-Result request_prelisten(PrelistenMode mode) {
-  if (playback.is_playing) {
-    if (mode == prelisten_to_end) return change_fast_play(-1);
-    return mode == prelisten_from_end ? change_fast_play(+1) : Result::nothing;
+Result request_prelisten(Editor& editor, PrelistenMode mode) {
+  if (editor.playback.is_playing) {
+    if (mode == prelisten_to_end) return change_fast_play(editor, -1);
+    return mode == prelisten_from_end ? change_fast_play(editor, +1) : Result::nothing;
   }
-  if (!has_selection(selection)) return Result::nothing;
-  playback.prelisten_mode = mode;
-  start_soon();
+  if (!has_selection(editor.selection)) return Result::nothing;
+  editor.playback.prelisten_mode = mode;
+  start_soon(editor);
   return Result::done;
 }
 
-void stop_playing() {
-  const bool was_playing = playback.is_playing;
-  playback.is_requested = false;
-  stop_playback(playback);
+void stop_playing(Editor& editor) {
+  const bool was_playing = editor.playback.is_playing;
+  editor.playback.is_requested = false;
+  stop_playback(editor.playback);
   host().show_transport();
   if (was_playing) host().refresh_view(Refresh::places);
 }
 
-void fall_silent() {
-  stop_playing();
-  device_keepalive(playback, false);
+void fall_silent(Editor& editor) {
+  stop_playing(editor);
+  device_keepalive(editor.playback, false);
 }
 
-void stop() {
-  if (recorder.is_armed) {
-    stop_recording();
+void stop(Editor& editor) {
+  if (editor.recorder.is_armed) {
+    stop_recording(editor);
   } else {
-    stop_playing();
+    stop_playing(editor);
   }
 }
 
-Result play_or_stop() {
-  if (!playback.is_playing && !recorder.rec_writing) return play();
-  stop();
+Result play_or_stop(Editor& editor) {
+  if (!editor.playback.is_playing && !editor.recorder.rec_writing) return play(editor);
+  stop(editor);
   return Result::done;
 }
 

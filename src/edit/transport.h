@@ -8,25 +8,27 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// Plays from the cursor, or has an armed recording begin to write. Nothing while something plays
 /// or is written, and at the end of the stream.
-Result play();
+Result play(Editor& editor);
 
 /// Plays a stretch at the selection, or the selection as a loop. While something plays, the two
 /// stretches at the end of the selection stand for a slower and a faster play, and the others for
 /// nothing.
-Result request_prelisten(PrelistenMode mode);
+Result request_prelisten(Editor& editor, PrelistenMode mode);
 
 /// Stops what plays or is about to.
-void stop_playing();
+void stop_playing(Editor& editor);
 
 /// The same, and the device is let go: the document changes from under what plays.
-void fall_silent();
+void fall_silent(Editor& editor);
 
 /// Stops that, or a recording.
-void stop();
+void stop(Editor& editor);
 
 /// What the one key for both does.
-Result play_or_stop();
+Result play_or_stop(Editor& editor);
 
 }  // namespace corvelin

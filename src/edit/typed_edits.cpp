@@ -6,9 +6,9 @@
 
 #include "edit/commands.h"
 #include "edit/cut_commands.h"
+#include "edit/editor.h"
 #include "model/cuts.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -16,17 +16,17 @@ namespace {
 
 // Whether the table takes all borders that the cuts may need, at their ends and, where the level
 // has to come back, a frame behind them. What the cuts take out of the table doesn't count.
-bool has_room_for_cuts(std::span<const Range> ranges) {
+bool has_room_for_cuts(const Editor& editor, std::span<const Range> ranges) {
   std::size_t borders = 0;
   for (const Range& range : ranges) {
-    borders += is_border(document, range.begin) ? 0 : 1;
-    borders += is_border(document, range.end) ? 0 : 1;
+    borders += is_border(editor.document, range.begin) ? 0 : 1;
+    borders += is_border(editor.document, range.end) ? 0 : 1;
   }
-  return document.parts.size() + borders < most_parts;
+  return editor.document.parts.size() + borders < most_parts;
 }
 
-bool is_whole_stream(std::span<const Range> ranges) {
-  return ranges.size() == 1 && ranges[0].begin == 0 && ranges[0].end >= document.total_size;
+bool is_whole_stream(const Editor& editor, std::span<const Range> ranges) {
+  return ranges.size() == 1 && ranges[0].begin == 0 && ranges[0].end >= editor.document.total_size;
 }
 
 }  // namespace
@@ -44,41 +44,41 @@ std::vector<Range> merged(std::vector<Range> ranges) {
   return apart;
 }
 
-std::vector<Range> outside_of(std::span<const Range> ranges) {
+std::vector<Range> outside_of(const Editor& editor, std::span<const Range> ranges) {
   std::vector<Range> rest;
   EditPosition begin = 0;
   for (const Range& range : ranges) {
     if (begin < range.begin) rest.push_back({begin, range.begin});
     begin = range.end;
   }
-  if (begin < document.total_size) rest.push_back({begin, document.total_size});
+  if (begin < editor.document.total_size) rest.push_back({begin, editor.document.total_size});
   return rest;
 }
 
-CutResult cut_ranges(std::span<const Range> ranges, const Command& change) {
-  if (is_whole_stream(ranges)) return CutResult::nothing_left;
-  if (!has_room_for_cuts(ranges)) return CutResult::no_room;
-  carry_out(change, [ranges] {
+CutResult cut_ranges(Editor& editor, std::span<const Range> ranges, const Command& change) {
+  if (is_whole_stream(editor, ranges)) return CutResult::nothing_left;
+  if (!has_room_for_cuts(editor, ranges)) return CutResult::no_room;
+  carry_out(editor, change, [ranges, &editor] {
     for (std::size_t i = ranges.size(); i-- > 0;) {  // the last first: the others still hold then
-      clear_selection(selection);
-      set_sel_begin(document, selection, ranges[i].begin);
-      set_sel_end(document, selection, ranges[i].end);
-      cut_or_cue();
+      clear_selection(editor.selection);
+      set_sel_begin(editor.document, editor.selection, ranges[i].begin);
+      set_sel_end(editor.document, editor.selection, ranges[i].end);
+      cut_or_cue(editor);
     }
     return Result::done;
   });
   return CutResult::done;
 }
 
-bool set_cue_at(EditPosition pos, const std::optional<std::u16string>& title,
+bool set_cue_at(Editor& editor, EditPosition pos, const std::optional<std::u16string>& title,
                 const std::optional<std::u16string>& artist) {
-  const bool is_new = !is_border(document, pos);
-  if (is_new && document.parts.size() >= most_parts) return false;
-  carry_out(cue_change, [&] {
-    const PartIndex index = split_at(document, pos);
-    Part& part = document.parts[index];
+  const bool is_new = !is_border(editor.document, pos);
+  if (is_new && editor.document.parts.size() >= most_parts) return false;
+  carry_out(editor, cue_change, [&] {
+    const PartIndex index = split_at(editor.document, pos);
+    Part& part = editor.document.parts[index];
     // The level in front goes on, as behind a cue that Cut/Cue sets.
-    if (is_new) part.part_gainbeg = document.parts[index - 1u].part_gainbeg;
+    if (is_new) part.part_gainbeg = editor.document.parts[index - 1u].part_gainbeg;
     part.part_iscue = 1;
     if (title) part.part_title = *title;
     if (artist) part.part_artist = *artist;

@@ -13,6 +13,8 @@
 
 namespace corvelin {
 
+struct Editor;
+
 struct Range {
   EditPosition begin;
   EditPosition end;
@@ -22,17 +24,17 @@ struct Range {
 std::vector<Range> merged(std::vector<Range> ranges);
 
 /// What of the stream lies outside of ranges that are in order and apart.
-std::vector<Range> outside_of(std::span<const Range> ranges);
+std::vector<Range> outside_of(const Editor& editor, std::span<const Range> ranges);
 
 enum class CutResult { done, nothing_left, no_room };
 
 /// Cuts out ranges that are in order and apart, each as Cut/Cue does, and clears the selection. All
 /// or none. `change` is `cut_change` or `keep_change`.
-CutResult cut_ranges(std::span<const Range> ranges, const Command& change);
+CutResult cut_ranges(Editor& editor, std::span<const Range> ranges, const Command& change);
 
 /// Makes a cue at `pos`, in front of the end, or one of the border that is there, and gives it the
 /// names that there are. False when the table of parts has no room.
-bool set_cue_at(EditPosition pos, const std::optional<std::u16string>& title,
+bool set_cue_at(Editor& editor, EditPosition pos, const std::optional<std::u16string>& title,
                 const std::optional<std::u16string>& artist);
 
 }  // namespace corvelin

@@ -6,12 +6,11 @@
 #include <utility>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "edit/places.h"
 #include "edit/transport.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -39,68 +38,67 @@ std::string undo_label(std::string_view menu_text) {
   return wide_to_bytes(label, true);
 }
 
-void restore(Document snapshot, EditPosition cursor) {
-  fall_silent();
+void restore(Editor& editor, Document snapshot, EditPosition cursor) {
+  fall_silent(editor);
   const std::uint8_t vbr = snapshot.stream.vbr;
-  snapshot.stream = document.stream;
+  snapshot.stream = editor.document.stream;
   snapshot.stream.vbr = vbr;
-  snapshot.header_rewrite = document.header_rewrite;
-  document = std::move(snapshot);
-  touch(document);
-  clear_selection(selection);
-  selection.cursor = std::min(cursor, document.total_size);
-  document.current_part = part_at(document, selection.cursor);
-  name_parts_from_files(document);
-  open_state.document_modified = true;
+  snapshot.header_rewrite = editor.document.header_rewrite;
+  editor.document = std::move(snapshot);
+  touch(editor.document);
+  clear_selection(editor.selection);
+  editor.selection.cursor = std::min(cursor, editor.document.total_size);
+  editor.document.current_part = part_at(editor.document, editor.selection.cursor);
+  name_parts_from_files(editor.document);
+  editor.open_state.document_modified = true;
 }
 
 }  // namespace
 
-std::vector<UndoEntry> undo_stack;
-
-std::optional<UndoEntry> undo_entry(bool with_snapshot, std::string_view label) {
+std::optional<UndoEntry> undo_entry(const Editor& editor, bool with_snapshot,
+                                    std::string_view label) {
   if (entry_limit() == 0) return std::nullopt;
-  UndoEntry entry = {.undo_sel_beg = selection.sel_beg,
-                     .undo_sel_end = selection.sel_end,
-                     .undo_cursor = play_position(playback),
+  UndoEntry entry = {.undo_sel_beg = editor.selection.sel_beg,
+                     .undo_sel_end = editor.selection.sel_end,
+                     .undo_cursor = play_position(editor.playback),
                      .undo_snapshot = std::nullopt,
                      .undo_label = undo_label(label)};
-  if (with_snapshot) entry.undo_snapshot = document;
+  if (with_snapshot) entry.undo_snapshot = editor.document;
   return entry;
 }
 
-void undo_push(std::optional<UndoEntry> entry) {
+void undo_push(Editor& editor, std::optional<UndoEntry> entry) {
   if (!entry) return;
-  if (undo_stack.size() >= entry_limit()) undo_stack.resize(entry_limit() - 1);
-  undo_stack.insert(undo_stack.begin(), std::move(*entry));
+  if (editor.undo_stack.size() >= entry_limit()) editor.undo_stack.resize(entry_limit() - 1);
+  editor.undo_stack.insert(editor.undo_stack.begin(), std::move(*entry));
   host().update_menu_state(undo_states);
 }
 
-void undo_push(bool with_snapshot, std::string_view label) {
-  undo_push(undo_entry(with_snapshot, label));
+void undo_push(Editor& editor, bool with_snapshot, std::string_view label) {
+  undo_push(editor, undo_entry(editor, with_snapshot, label));
 }
 
-bool undo_pop() {
-  if (entry_limit() == 0 || undo_stack.empty()) return false;
-  UndoEntry entry = std::move(undo_stack.front());
-  undo_stack.erase(undo_stack.begin());
+bool undo_pop(Editor& editor) {
+  if (entry_limit() == 0 || editor.undo_stack.empty()) return false;
+  UndoEntry entry = std::move(editor.undo_stack.front());
+  editor.undo_stack.erase(editor.undo_stack.begin());
   host().update_menu_state(undo_states);
-  if (entry.undo_snapshot) restore(std::move(*entry.undo_snapshot), entry.undo_cursor);
-  set_selection(selection, entry.undo_sel_beg, entry.undo_sel_end);
-  settle_places();  // behind an entry that was not restored the frames are others
+  if (entry.undo_snapshot) restore(editor, std::move(*entry.undo_snapshot), entry.undo_cursor);
+  set_selection(editor.selection, entry.undo_sel_beg, entry.undo_sel_end);
+  settle_places(editor);  // behind an entry that was not restored the frames are others
   return true;
 }
 
-void undo_clear() {
-  undo_stack.clear();
+void undo_clear(Editor& editor) {
+  editor.undo_stack.clear();
   host().update_menu_state(undo_states);
 }
 
-std::string undo_menu_text() {
+std::string undo_menu_text(const Editor& editor) {
   std::string text(ui_text(row::undo));
-  if (undo_stack.empty()) return text;
+  if (editor.undo_stack.empty()) return text;
   const std::size_t end = std::min(text.find('\t'), text.size());
-  return text.insert(end, ": " + undo_stack.front().undo_label);
+  return text.insert(end, ": " + editor.undo_stack.front().undo_label);
 }
 
 }  // namespace corvelin

@@ -13,6 +13,8 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// What a step was taken for, and what the last of its kind left.
 struct UndoRun {
   std::uint16_t command = 0;  // its id
@@ -31,26 +33,24 @@ struct UndoEntry {
   UndoRun undo_run = {};                  // that goes on while nothing else changes
 };
 
-/// Newest first. At most `max_undo` entries, and never more than 50.
-extern std::vector<UndoEntry> undo_stack;
-
 /// The state before a change, to be pushed once something changed. `label` is the menu text of the
 /// command, with its "&" and key. None with `max_undo` 0.
-std::optional<UndoEntry> undo_entry(bool with_snapshot, std::string_view label);
+std::optional<UndoEntry> undo_entry(const Editor& editor, bool with_snapshot,
+                                    std::string_view label);
 
 /// Takes an entry. The oldest one is lost from a full stack.
-void undo_push(std::optional<UndoEntry> entry);
-void undo_push(bool with_snapshot, std::string_view label);
+void undo_push(Editor& editor, std::optional<UndoEntry> entry);
+void undo_push(Editor& editor, bool with_snapshot, std::string_view label);
 
 /// Takes the newest step back: the part table with its files, fades, names and scale of times as it
 /// was, or the selection alone. Tags and header bits are no part of a step. False when there is
 /// none.
-bool undo_pop();
+bool undo_pop(Editor& editor);
 
 /// Forgets all steps. Happens by itself when a document is closed.
-void undo_clear();
+void undo_clear(Editor& editor);
 
 /// The menu entry of the Undo command, which names the step that it would take back.
-std::string undo_menu_text();
+std::string undo_menu_text(const Editor& editor);
 
 }  // namespace corvelin

@@ -6,7 +6,6 @@
 #include <string_view>
 
 #include "model/document.h"
-#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "text/text_rows.h"
@@ -36,17 +35,17 @@ std::optional<TextRow> change_of(const SourceFile& file, bool is_replaced) {
   return std::nullopt;
 }
 
-bool has_parts(std::uint16_t file) {
+bool has_parts(const Document& document, std::uint16_t file) {
   return std::ranges::find(document.parts, file, &Part::part_file) != document.parts.end();
 }
 
 }  // namespace
 
-std::string changes_of_sources(std::optional<std::uint16_t> replaced) {
+std::string changes_of_sources(const Document& document, std::optional<std::uint16_t> replaced) {
   std::string changes;
   for (std::uint16_t i = 0; i < file_count(document); ++i) {
     const SourceFile& file = document.files[i];
-    const auto change = has_parts(i) ? change_of(file, replaced == i) : std::nullopt;
+    const auto change = has_parts(document, i) ? change_of(file, replaced == i) : std::nullopt;
     if (!change) continue;
     if (!changes.empty()) changes += "\n\n";
     changes += format_row(ui_text(*change), file.file_name);
@@ -54,8 +53,8 @@ std::string changes_of_sources(std::optional<std::uint16_t> replaced) {
   return changes;
 }
 
-bool may_save_from_sources(std::optional<std::uint16_t> replaced) {
-  const std::string changes = changes_of_sources(replaced);
+bool may_save_from_sources(const Document& document, std::optional<std::uint16_t> replaced) {
+  const std::string changes = changes_of_sources(document, replaced);
   if (changes.empty()) return true;
   const MessageBox box = {.caption = std::string(ui_text(row::warning)),
                           .text = changes + "\n\n" + std::string(ui_text(row::save_all_the_same)),

@@ -8,6 +8,8 @@
 #include <optional>
 #include <string>
 
+#include "model/document.h"
+
 namespace corvelin {
 
 /// Tells of every source of the parts that has changed what it is and what a save from it would
@@ -15,9 +17,11 @@ namespace corvelin {
 ///
 /// The source `replaced`, whose place the save is to take, is looked at for what a project found
 /// alone: it is refused, not asked about, when another program wrote to it.
-std::string changes_of_sources(std::optional<std::uint16_t> replaced = std::nullopt);
+std::string changes_of_sources(const Document& document,
+                               std::optional<std::uint16_t> replaced = std::nullopt);
 
 /// Whether a save may begin: no source has changed, or the user wants to save all the same.
-bool may_save_from_sources(std::optional<std::uint16_t> replaced = std::nullopt);
+bool may_save_from_sources(const Document& document,
+                           std::optional<std::uint16_t> replaced = std::nullopt);
 
 }  // namespace corvelin

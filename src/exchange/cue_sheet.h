@@ -8,6 +8,9 @@
 #include <string>
 
 #include "document/file_fault.h"
+#include "document/open_state.h"
+#include "model/document.h"
+#include "model/selection.h"
 
 namespace corvelin {
 
@@ -19,11 +22,12 @@ namespace corvelin {
 /// is full. What was applied before that stays. Silent, but for the note about VBR. Either way the
 /// selection is cleared and the document counts as saved, unless the sheet could not even be
 /// opened.
-OpenFault load_cue_sheet(bool over_current_audio);
+OpenFault load_cue_sheet(Document& document, Selection& selection, OpenState& open_state,
+                         bool over_current_audio);
 
 /// Asks for a sheet to be loaded over the current audio, which becomes `open_state.project_name`.
 /// False when the user cancels; no project is named then.
-bool choose_cue_sheet();
+bool choose_cue_sheet(Document& document, OpenState& open_state);
 
 enum class CueSheetSave { failed, cancelled, written };
 
@@ -32,6 +36,7 @@ enum class CueSheetSave { failed, cancelled, written };
 /// failure, whose cause is in `reason` then.
 ///
 /// A sheet holds only a part of the edits, so the document stays modified.
-CueSheetSave save_cue_sheet(const std::string& name, std::string& reason);
+CueSheetSave save_cue_sheet(const Document& document, const OpenState& open_state,
+                            const std::string& name, std::string& reason);
 
 }  // namespace corvelin

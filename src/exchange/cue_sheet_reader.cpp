@@ -19,7 +19,6 @@
 #include "model/exact_time.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/path.h"
@@ -67,14 +66,19 @@ std::optional<std::string_view> index_time(std::string_view line) {
   return time.substr(0, longest_time);
 }
 
-void show_vbr_note() {
+void show_vbr_note(const Document& document) {
   if (document.stream.vbr != vbr_constant) show_note_once(Note::cue_sheets_and_vbr);
 }
 
 class CueSheetReader {
  public:
-  CueSheetReader(bool over_current_audio, bool utf8)
-      : over_current_audio_(over_current_audio), utf8_(utf8) {}
+  CueSheetReader(Document& document, Selection& selection, OpenState& open_state,
+                 bool over_current_audio, bool utf8)
+      : document_(document),
+        selection_(selection),
+        open_state_(open_state),
+        over_current_audio_(over_current_audio),
+        utf8_(utf8) {}
 
   // Takes the lines of the text in.
   OpenFault read(std::string_view text) {
@@ -118,12 +122,12 @@ class CueSheetReader {
     if (over_current_audio_) return Next::go_on;
     const auto name = quoted(line);
     if (!name) return fail_at_line("no name in quotes stands behind FILE.");
-    if (!open_state.audio_name.empty())
+    if (!open_state_.audio_name.empty())
       return fail_at_line("a second FILE; only a sheet of one audio file can be opened.");
-    const std::string audio = path_from_encoded(*name, utf8_, folder_of(open_state.project_name));
-    std::string cause = open_audio_file(audio);
+    const std::string audio = path_from_encoded(*name, utf8_, folder_of(open_state_.project_name));
+    std::string cause = open_audio_file(document_, selection_, open_state_, audio);
     if (!cause.empty()) return fail(std::move(cause), audio);
-    show_vbr_note();
+    show_vbr_note(document_);
     return Next::go_on;
   }
 
@@ -153,25 +157,28 @@ class CueSheetReader {
   }
 
   Next name_album() {
-    if (!title_.empty()) document.sheet_title = title_;
-    if (!performer_.empty()) document.sheet_artist = performer_;
+    if (!title_.empty()) document_.sheet_title = title_;
+    if (!performer_.empty()) document_.sheet_artist = performer_;
     return Next::go_on;
   }
 
   Next set_cue() {
     if (time_.empty()) return Next::end;
-    const EditPosition pos = exact_place(document, cue_seconds(time_));
-    if (pos >= document.total_size) return Next::end;
-    const PartIndex index = make_border(document, pos);
+    const EditPosition pos = exact_place(document_, cue_seconds(time_));
+    if (pos >= document_.total_size) return Next::end;
+    const PartIndex index = make_border(document_, pos);
     if (index == no_part)
       return fail(fmt::format("A document can have {} parts; its cues make more.", most_parts));
-    Part& part = document.parts[index];
+    Part& part = document_.parts[index];
     part.part_title = title_;
     part.part_artist = performer_;
     part.part_iscue = 1;
     return Next::go_on;
   }
 
+  Document& document_;
+  Selection& selection_;
+  OpenState& open_state_;
   bool over_current_audio_;
   bool utf8_;
   bool in_track_ = false;
@@ -184,7 +191,8 @@ class CueSheetReader {
 
 }  // namespace
 
-OpenFault load_cue_sheet(bool over_current_audio) {
+OpenFault load_cue_sheet(Document& document, Selection& selection, OpenState& open_state,
+                         bool over_current_audio) {
   std::string text;
   if (const auto error = read_whole_file(open_state.project_name, largest_sheet, text))
     return {.audio = {}, .cause = error.message()};
@@ -194,14 +202,15 @@ OpenFault load_cue_sheet(bool over_current_audio) {
   if (utf8) text.erase(0, utf8_mark.size());
   blank_out_zeros(text, file_size);
 
-  OpenFault fault = CueSheetReader(over_current_audio, utf8).read(text);
+  OpenFault fault =
+      CueSheetReader(document, selection, open_state, over_current_audio, utf8).read(text);
   if (fault.cause.empty() && document.parts.empty()) fault.cause = "It names no audio.";
   clear_selection(selection);
   open_state.document_modified = false;
   return fault;
 }
 
-bool choose_cue_sheet() {
+bool choose_cue_sheet(Document& document, OpenState& open_state) {
   open_state.project_name.clear();
   const auto path =
       host().ask_for_existing_file({.title = std::string(ui_text(row::open_file)),
@@ -210,7 +219,7 @@ bool choose_cue_sheet() {
                                               {.name = "All files (*.*)", .pattern = "*.*"}}});
   if (!path) return false;
   open_state.project_name = *path;
-  show_vbr_note();
+  show_vbr_note(document);
   return true;
 }
 

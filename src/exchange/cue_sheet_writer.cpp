@@ -13,7 +13,6 @@
 #include "model/document.h"
 #include "model/exact_time.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "platform/replacing_file.h"
@@ -26,7 +25,7 @@ namespace corvelin {
 
 namespace {
 
-bool is_whole_first_file() {
+bool is_whole_first_file(const Document& document) {
   const SourceFile& file = document.files[0];
   return document.files.size() == 1 && document.total_size == file.audio_end - file.first_audio;
 }
@@ -70,12 +69,12 @@ bool can_be_named(const std::string& audio) {
   return audio.find_first_of("\"\r\n") == std::string::npos;
 }
 
-std::string audio_line(const std::string& name) {
+std::string audio_line(const Document& document, const std::string& name) {
   const char* const type = document.kind.layer == 3 ? "MP3" : "WAVE";
   return fmt::format("FILE \"{}\" {}\r\n", path_bytes(name), type);
 }
 
-std::string album_lines() {
+std::string album_lines(const Document& document) {
   std::string text;
   if (!document.sheet_artist.empty())
     text = fmt::format("PERFORMER \"{}\"\r\n", name_bytes(document.sheet_artist));
@@ -84,7 +83,7 @@ std::string album_lines() {
                             has_title ? name_bytes(document.sheet_title) : "(Title N.N.)");
 }
 
-std::string track_lines() {
+std::string track_lines(const Document& document) {
   std::string text;
   int number = 0;
   for (const Part& part : document.parts) {
@@ -104,9 +103,10 @@ std::string track_lines() {
 
 }  // namespace
 
-CueSheetSave save_cue_sheet(const std::string& name, std::string& reason) {
+CueSheetSave save_cue_sheet(const Document& document, const OpenState& open_state,
+                            const std::string& name, std::string& reason) {
   std::string audio = document.files[0].file_name;
-  if (!is_whole_first_file()) {
+  if (!is_whole_first_file(document)) {
     if (!open_state.save_name.empty()) {
       audio = open_state.save_name;
     } else if (!may_name_other_audio()) {
@@ -119,7 +119,8 @@ CueSheetSave save_cue_sheet(const std::string& name, std::string& reason) {
     return CueSheetSave::failed;
   }
   const std::string mark(settings.char_enc != 0 ? utf8_mark : "");
-  const std::string text = mark + album_lines() + audio_line(named) + track_lines();
+  const std::string text =
+      mark + album_lines(document) + audio_line(document, named) + track_lines(document);
   if (const std::error_code error = replace_text(name, text, is_sheet_text)) {
     reason = fmt::format("{}\n{}", name, error.message());
     return CueSheetSave::failed;

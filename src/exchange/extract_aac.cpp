@@ -15,7 +15,6 @@
 #include "exchange/save_run.h"
 #include "model/document.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/child_process.h"
 #include "platform/file.h"
 #include "platform/host.h"
@@ -73,7 +72,7 @@ bool is_same(const std::string& one, const std::string& other) {
   return facts.found && facts.identity == file_facts(other).identity;
 }
 
-bool is_source_of_document(const std::string& path) {
+bool is_source_of_document(const Document& document, const std::string& path) {
   return std::ranges::any_of(document.files,
                              [&](const SourceFile& file) { return is_same(path, file.file_name); });
 }
@@ -155,7 +154,7 @@ bool extract(const std::string& source, const InputFile& container, const std::s
 
 }  // namespace
 
-std::optional<std::string> extract_aac(const std::string& source,
+std::optional<std::string> extract_aac(const Document& document, const std::string& source,
                                        std::span<const std::string> kept) {
   if (settings.ffmpeg.empty()) return std::nullopt;
   ReplacingFile track;
@@ -166,19 +165,20 @@ std::optional<std::string> extract_aac(const std::string& source,
   }
   std::string target = with_extension(source, ".aac");
   const bool is_kept =
-      is_source_of_document(target) ||
+      is_source_of_document(document, target) ||
       std::ranges::any_of(kept, [&](const std::string& name) { return is_same(target, name); });
   if (!is_kept && !may_write(target)) return std::nullopt;
   if (!extract(source, container, target, is_kept, track)) return std::nullopt;
   return target;
 }
 
-std::vector<std::string> extract_tracks(std::span<const std::string> names) {
+std::vector<std::string> extract_tracks(const Document& document,
+                                        std::span<const std::string> names) {
   if (document.stream.is_aac == 0 || settings.ffmpeg.empty()) return {names.begin(), names.end()};
   std::vector<std::string> tracks;
   for (const std::string& name : names) {
     std::optional<std::string> track = name;
-    if (file_kind(name) == FileKind::mp4) track = extract_aac(name, tracks);
+    if (file_kind(name) == FileKind::mp4) track = extract_aac(document, name, tracks);
     if (!track) break;
     tracks.push_back(std::move(*track));
   }

@@ -9,6 +9,8 @@
 #include <string>
 #include <vector>
 
+#include "model/document.h"
+
 namespace corvelin {
 
 /// Copies the AAC track of a file into one beside it, and returns the name of that: song.m4a gives
@@ -20,12 +22,13 @@ namespace corvelin {
 ///
 /// A source of the open document, or one of `kept`, is never replaced: it is taken if it holds the
 /// same track.
-std::optional<std::string> extract_aac(const std::string& source,
+std::optional<std::string> extract_aac(const Document& document, const std::string& source,
                                        std::span<const std::string> kept = {});
 
 /// `names` as they can be appended to the document: if that is AAC, the track of each MP4 file in
 /// the place of the file. When one doesn't come out, those before it. Without a program in the
 /// settings all stay what they are.
-std::vector<std::string> extract_tracks(std::span<const std::string> names);
+std::vector<std::string> extract_tracks(const Document& document,
+                                        std::span<const std::string> names);
 
 }  // namespace corvelin

@@ -6,8 +6,8 @@
 #include <array>
 
 #include "document/open_state.h"
+#include "model/document.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/bytes.h"
 #include "platform/text.h"
 #include "settings/setting_table.h"
@@ -62,7 +62,7 @@ std::string raw_text(const Id3v1Record& record, Field field) {
   return {bytes.begin(), std::ranges::find(bytes, 0)};
 }
 
-std::u16string shown_text(Field field) {
+std::u16string shown_text(const Document& document, Field field) {
   return bytes_to_wide(raw_text(document.stream.id3v1, field), false);
 }
 
@@ -84,15 +84,15 @@ std::u16string tag_limited(const std::u16string& text) {
 
 }  // namespace
 
-bool has_id3v1() { return stands_at(document.stream.id3v1, 0, "TAG"); }
+bool has_id3v1(const Document& document) { return stands_at(document.stream.id3v1, 0, "TAG"); }
 
-std::optional<Id3v1Record> kept_id3v1() {
-  if (!open_state.keep_id3v1 || !can_create_tag()) return std::nullopt;
+std::optional<Id3v1Record> kept_id3v1(const Document& document, const OpenState& open_state) {
+  if (!open_state.keep_id3v1 || !can_create_tag(document)) return std::nullopt;
   return document.stream.id3v1;
 }
 
-void keep_id3v1_as_set() {
-  if (has_id3v1()) open_state.keep_id3v1 = settings.save_id3v1 != 0;
+void keep_id3v1_as_set(const Document& document, OpenState& open_state) {
+  if (has_id3v1(document)) open_state.keep_id3v1 = settings.save_id3v1 != 0;
 }
 
 std::span<const std::string_view> genre_names() { return genres; }
@@ -107,27 +107,29 @@ std::optional<std::uint8_t> genre_index(std::string_view name) {
   return static_cast<std::uint8_t>(found - genres.begin());
 }
 
-bool can_create_tag() { return document.stream.is_aac == 0; }
+bool can_create_tag(const Document& document) { return document.stream.is_aac == 0; }
 
-bool can_edit_tag(const TagDialog& dialog) { return dialog.create_tag && can_create_tag(); }
+bool can_edit_tag(const Document& document, const TagDialog& dialog) {
+  return dialog.create_tag && can_create_tag(document);
+}
 
-TagDialog tag_dialog_load() {
-  if (!has_id3v1()) return {};
+TagDialog tag_dialog_load(const Document& document) {
+  if (!has_id3v1(document)) return {};
   const std::uint8_t track = document.stream.id3v1[track_place];
   const bool has_track =
       document.stream.id3v1[track_mark_place] == 0 && track <= 127;  // a signed byte
   const std::uint8_t genre = document.stream.id3v1[genre_place];
   return {.create_tag = settings.save_id3v1 != 0,
-          .title = shown_text(title_field),
-          .artist = shown_text(artist_field),
-          .album = shown_text(album_field),
-          .year = shown_text(year_field),
-          .comment = shown_text(comment_field),
+          .title = shown_text(document, title_field),
+          .artist = shown_text(document, artist_field),
+          .album = shown_text(document, album_field),
+          .year = shown_text(document, year_field),
+          .comment = shown_text(document, comment_field),
           .track = has_track ? track : 0U,
           .genre = genre < genres.size() ? genre_name(genre) : std::string{}};
 }
 
-void names_from_current_cue(TagDialog& dialog) {
+void names_from_current_cue(const Document& document, TagDialog& dialog) {
   if (document.parts.empty()) return;
   const Part& part = document.parts[document.current_part];
   dialog.title = tag_limited(part.part_title);
@@ -138,13 +140,13 @@ void names_from_current_cue(TagDialog& dialog) {
   dialog.track = document.current_part + 1U;
 }
 
-void tag_dialog_apply(const TagDialog& dialog) {
+void tag_dialog_apply(Document& document, OpenState& open_state, const TagDialog& dialog) {
   change_setting(&Settings::save_id3v1, dialog.create_tag ? 1 : 0);
   open_state.keep_id3v1 = dialog.create_tag;
   if (!dialog.create_tag) return;
 
   Id3v1Record& record = document.stream.id3v1;
-  const Id3v1Record before = has_id3v1() ? record : Id3v1Record{};
+  const Id3v1Record before = has_id3v1(document) ? record : Id3v1Record{};
   const auto edited = [&before](const std::u16string& text, Field field) {
     return edited_text(text, raw_text(before, field));
   };
@@ -161,8 +163,8 @@ void tag_dialog_apply(const TagDialog& dialog) {
   record[genre_place] = genre_index(dialog.genre).value_or(no_genre);
 }
 
-Id3v1Record id3v1_of_piece(const std::optional<Id3v1Record>& before, PartIndex index,
-                           std::uint32_t track) {
+Id3v1Record id3v1_of_piece(const Document& document, const std::optional<Id3v1Record>& before,
+                           PartIndex index, std::uint32_t track) {
   const Part& part = document.parts[index];
   Id3v1Record record = before.value_or(Id3v1Record{});
   const auto put_known = [&record](Field field, const std::u16string& text) {

@@ -13,19 +13,20 @@
 #include <string>
 #include <string_view>
 
+#include "document/open_state.h"
 #include "model/document.h"
 #include "model/stream_info.h"
 
 namespace corvelin {
 
-bool has_id3v1();
+bool has_id3v1(const Document& document);
 
 /// The record that a save puts behind the audio, if it is to be kept. AAC never gets one.
-std::optional<Id3v1Record> kept_id3v1();
+std::optional<Id3v1Record> kept_id3v1(const Document& document, const OpenState& open_state);
 
 /// Has the next save follow the setting `save_id3v1`, if there is a tag to be saved. For the
 /// command that switches the setting.
-void keep_id3v1_as_set();
+void keep_id3v1_as_set(const Document& document, OpenState& open_state);
 
 /// The names of the genres by their index.
 std::span<const std::string_view> genre_names();
@@ -55,25 +56,25 @@ struct TagDialog {
 };
 
 /// Whether the box can be switched, and whether the fields can be edited.
-bool can_create_tag();
-bool can_edit_tag(const TagDialog& dialog);
+bool can_create_tag(const Document& document);
+bool can_edit_tag(const Document& document, const TagDialog& dialog);
 
 /// The fields with the values of the record; empty, with the box off, without a tag.
-TagDialog tag_dialog_load();
+TagDialog tag_dialog_load(const Document& document);
 
 /// Title, artist and album of the current part and its sheet, its number as the track, and no year
 /// and comment. The genre stays.
-void names_from_current_cue(TagDialog& dialog);
+void names_from_current_cue(const Document& document, TagDialog& dialog);
 
 /// Writes the fields to the record and has saves keep it, or, with the box off, has them leave it
 /// out. A field that was not changed keeps its bytes, in whatever encoding they are. What is too
 /// long is cut; with a track the comment has two bytes less.
-void tag_dialog_apply(const TagDialog& dialog);
+void tag_dialog_apply(Document& document, OpenState& open_state, const TagDialog& dialog);
 
 /// The record for a piece of a split that begins with this part. The title is the part's. An artist
 /// or album that the document doesn't know is that of `before`, which is the record of the piece
 /// before, or that of the source where it is kept; so are year, comment and genre.
-Id3v1Record id3v1_of_piece(const std::optional<Id3v1Record>& before, PartIndex index,
-                           std::uint32_t track);
+Id3v1Record id3v1_of_piece(const Document& document, const std::optional<Id3v1Record>& before,
+                           PartIndex index, std::uint32_t track);
 
 }  // namespace corvelin

@@ -10,7 +10,6 @@
 
 #include "model/document.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/bytes.h"
 #include "settings/settings.h"
 
@@ -27,18 +26,17 @@ constexpr std::size_t least_frame = 9;    // a match nearer to the tag's end isn
 constexpr std::size_t low_size_byte = 7;  // of the frame's size, from its id on
 constexpr std::size_t frame_header_size = 10;
 
-const InputFile& first_source() { return *document.files[0].handle; }
-
 }  // namespace
 
-bool keeps_id3v2(bool split_active) {
+bool keeps_id3v2(const Document& document, bool split_active) {
   const std::uint32_t wish = split_active ? settings.split_id3v2 : settings.keep_id3v2;
   return document.stream.id3v2_size > 1 && wish != 0;
 }
 
-void Id3v2Copy::begin() {
+void Id3v2Copy::begin(const Document& document) {
   *this = {};
-  tag_size_ = std::min<std::uint64_t>(document.stream.id3v2_size, first_source().facts().size);
+  source_ = document.files[0].handle;
+  tag_size_ = std::min<std::uint64_t>(document.stream.id3v2_size, source_->facts().size);
   duration_ = find_duration();
 }
 
@@ -48,7 +46,7 @@ std::optional<Id3v2Copy::DurationFrame> Id3v2Copy::find_duration() const {
        start += block_size - least_frame + 1) {
     const std::size_t wanted = std::min<std::uint64_t>(block_size, tag_size_ - start);
     const std::span<const std::uint8_t> bytes =
-        std::span(block).first(first_source().read_at(start, std::span(block).first(wanted)));
+        std::span(block).first(source_->read_at(start, std::span(block).first(wanted)));
     for (std::size_t at = 0; at + least_frame <= bytes.size(); ++at) {
       if (!stands_at(bytes, at, duration_id)) continue;
       const std::uint64_t id = start + at;
@@ -61,8 +59,8 @@ std::optional<Id3v2Copy::DurationFrame> Id3v2Copy::find_duration() const {
 
 std::size_t Id3v2Copy::read(std::span<std::uint8_t> bytes) {
   const auto wanted = std::min<std::uint64_t>(bytes.size(), tag_size_ - read_);
-  const std::size_t size = first_source().read_at(read_, bytes.first(wanted));
-  error_ = first_source().read_error();
+  const std::size_t size = source_->read_at(read_, bytes.first(wanted));
+  error_ = source_->read_error();
   if (error_) return 0;
   if (duration_) neutralise(bytes.first(size));
   read_ += size;

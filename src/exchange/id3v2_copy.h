@@ -3,23 +3,26 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <system_error>
+
+#include "model/document.h"
 
 namespace corvelin {
 
 /// Whether a save carries the tag along. A piece of a split has a setting of its own for that: the
 /// tag says nothing of the piece.
-bool keeps_id3v2(bool split_active);
+bool keeps_id3v2(const Document& document, bool split_active);
 
 /// The tag of source file 0 bit for bit but for its duration, which an edit has made untrue: the
 /// first frame "TLEN" becomes a "TXXX" of zeros, of the same size. The letters are searched for
 /// without regard to the tag's structure, so they are found inside a text too.
 class Id3v2Copy {
  public:
-  /// Goes to the start of the tag.
-  void begin();
+  /// Goes to the start of the tag of the document's first source.
+  void begin(const Document& document);
 
   /// Reads what comes next into `bytes`, and returns how much: 0 behind the last of what the file
   /// really has of the tag, and after a failure.
@@ -38,6 +41,7 @@ class Id3v2Copy {
   [[nodiscard]] std::optional<DurationFrame> find_duration() const;
   void neutralise(std::span<std::uint8_t> bytes) const;
 
+  std::shared_ptr<const InputFile> source_;
   std::uint64_t tag_size_ = 0;
   std::uint64_t read_ = 0;
   std::optional<DurationFrame> duration_;

@@ -23,7 +23,6 @@
 
 #include "model/document.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 
 namespace corvelin {
 
@@ -57,7 +56,7 @@ std::string Id3v2Texts::*field_of(const TagLib::ByteVector& id) {
   return nullptr;
 }
 
-TagLib::ByteVector read_tag(std::size_t size) {
+TagLib::ByteVector read_tag(const Document& document, std::size_t size) {
   std::vector<std::uint8_t> bytes(std::min(size, most_read));
   bytes.resize(document.files[0].handle->read_at(0, bytes));
   return {reinterpret_cast<const char*>(bytes.data()), static_cast<unsigned>(bytes.size())};
@@ -100,10 +99,10 @@ Id3v2Texts read_frames_of(const TagLib::ByteVector& frames, const id3v2::Header&
 
 }  // namespace
 
-std::optional<Id3v2Texts> id3v2_texts() {
+std::optional<Id3v2Texts> id3v2_texts(const Document& document) {
   if (document.files.empty() || document.stream.id3v2_size <= id3v2::Header::size())
     return std::nullopt;
-  const TagLib::ByteVector tag = read_tag(document.stream.id3v2_size);
+  const TagLib::ByteVector tag = read_tag(document, document.stream.id3v2_size);
   if (tag.size() <= id3v2::Header::size()) return std::nullopt;
   const id3v2::Header header(tag);
   return read_frames_of(frames_of(tag, header), header);

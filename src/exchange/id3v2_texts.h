@@ -6,6 +6,8 @@
 #include <optional>
 #include <string>
 
+#include "model/document.h"
+
 namespace corvelin {
 
 /// In UTF-8; a text that the tag lacks is empty.
@@ -18,6 +20,6 @@ struct Id3v2Texts {
 };
 
 /// Nothing without a tag. What is malformed reads as far as it makes sense.
-std::optional<Id3v2Texts> id3v2_texts();
+std::optional<Id3v2Texts> id3v2_texts(const Document& document);
 
 }  // namespace corvelin

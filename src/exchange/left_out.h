@@ -18,14 +18,15 @@ class LeftOut {
  public:
   /// A reader that delivered all up to `begin` went on at `end`. `frame_length` is that of the
   /// frame it looked at last, in bytes. Adjoining places are one.
-  void add(EditPosition begin, EditPosition end, std::uint32_t frame_length);
+  void add(const Document& document, EditPosition begin, EditPosition end,
+           std::uint32_t frame_length);
 
   /// At the end of the range: "3.2 seconds are missing, the first of them at 1'05.50." Empty when
   /// there is no more than the usual loss.
-  [[nodiscard]] std::string text();
+  [[nodiscard]] std::string text(const Document& document);
 
  private:
-  void settle();
+  void settle(const Document& document);
 
   EditPosition begin_ = 0;  // of the place that is still growing
   EditPosition end_ = 0;

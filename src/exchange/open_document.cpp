@@ -20,7 +20,6 @@
 #include "exchange/project_file.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/path.h"
 #include "settings/settings.h"
@@ -31,17 +30,21 @@ namespace corvelin {
 
 namespace {
 
-OpenFault open_audio(const std::string& name) {
-  std::string cause = open_audio_file(name);
+OpenFault open_audio(Document& document, Selection& selection, OpenState& open_state,
+                     const std::string& name) {
+  std::string cause = open_audio_file(document, selection, open_state, name);
   if (cause.empty()) add_recent(name);
   return {.audio = name, .cause = std::move(cause)};
 }
 
-OpenFault open_description(const std::string& name, OpenFault (*read)()) {
-  close_stream();
-  reset_state(ResetLevel::no_name);
+OpenFault open_description(Document& document, Selection& selection, OpenState& open_state,
+                           const std::string& name, FileKind kind) {
+  close_stream(document, selection, open_state);
+  reset_state(document, selection, open_state, ResetLevel::no_name);
   open_state.project_name = name;
-  OpenFault fault = read();
+  OpenFault fault = kind == FileKind::project
+                        ? read_project(document, selection, open_state)
+                        : load_cue_sheet(document, selection, open_state, false);
   if (fault.cause.empty()) add_recent(name);
   open_state.project_name = name;  // also for the message, where the reader has closed all
   return fault;
@@ -61,49 +64,50 @@ void show_fault(const std::string& description, const OpenFault& fault,
 }
 
 // Of the document to be opened, which leaves the recent list.
-void report(const OpenFault& fault, std::string_view remark = {}) {
+void report(OpenState& open_state, const OpenFault& fault, std::string_view remark = {}) {
   show_fault(open_state.project_name, fault, remark);
   remove_recent(open_state.project_name);
   remove_recent(fault.audio);
   open_state.audio_name.clear();
 }
 
-bool open_by_kind(const std::string& name) {
+bool open_by_kind(Document& document, Selection& selection, OpenState& open_state,
+                  const std::string& name) {
   open_state.project_name.clear();
   if (extension_of(name).empty()) {
-    report({.audio = name, .cause = reading_fault(name)}, ui_text(row::unsupported_type));
+    report(open_state, {.audio = name, .cause = reading_fault(name)},
+           ui_text(row::unsupported_type));
     return false;
   }
-  reset_state(ResetLevel::new_stream);
+  reset_state(document, selection, open_state, ResetLevel::new_stream);
   OpenFault fault;
-  switch (file_kind(name)) {
+  const FileKind kind = file_kind(name);
+  switch (kind) {
     case FileKind::mp4:
-      if (const auto track = extract_aac(name)) {
-        fault = open_audio(*track);
+      if (const auto track = extract_aac(document, name)) {
+        fault = open_audio(document, selection, open_state, *track);
         break;
       }
       return false;
     case FileKind::mpeg_audio:
     case FileKind::aac:
-      fault = open_audio(name);
+      fault = open_audio(document, selection, open_state, name);
       break;
     case FileKind::cue_sheet:
-      fault = open_description(name, [] { return load_cue_sheet(false); });
-      break;
     case FileKind::project:
-      fault = open_description(name, read_project);
+      fault = open_description(document, selection, open_state, name, kind);
       break;
     case FileKind::playlist:
     case FileKind::other:
       fault = {.audio = name, .cause = audio_fault(name)};
       break;
   }
-  if (!fault.cause.empty()) report(fault);
+  if (!fault.cause.empty()) report(open_state, fault);
   return fault.cause.empty();
 }
 
 // What a list that opened looks like, whatever its first entry left.
-void settle_list(const std::string& list) {
+void settle_list(Selection& selection, const std::string& list) {
   clear_selection(selection);
   selection.cursor = 0;
   add_recent(list);
@@ -118,18 +122,20 @@ bool may_extract_for(const std::string& list) {
 }
 
 // Opens the first file and appends the others.
-Joined open_first_of(std::span<const std::string> names) {
+Joined open_first_of(Document& document, Selection& selection, OpenState& open_state,
+                     std::span<const std::string> names) {
   const std::vector<std::string> files = without_playlists(names);
   if (files.empty()) {
     remove_recent(names.front());
     return {.failed = names.front()};
   }
-  if (!open_by_kind(files.front())) return {.failed = files.front()};
-  Joined joined = append_documents(std::span(files).subspan(1));
+  if (!open_by_kind(document, selection, open_state, files.front()))
+    return {.failed = files.front()};
+  Joined joined = append_documents(document, std::span(files).subspan(1));
   ++joined.count;
   if (files.size() > 1) name_parts_from_files(document);
   if (names.size() == 1 && file_kind(names.front()) == FileKind::playlist)
-    settle_list(names.front());
+    settle_list(selection, names.front());
   return joined;
 }
 
@@ -145,19 +151,20 @@ std::vector<std::string> without_playlists(std::span<const std::string> names) {
   return std::move(lists.files);
 }
 
-Joined append_documents(std::span<const std::string> files) {
-  Joined joined = append_files(extract_tracks(files));
+Joined append_documents(Document& document, std::span<const std::string> files) {
+  Joined joined = append_files(document, extract_tracks(document, files));
   if (joined.count < files.size()) joined.failed = files[joined.count];
   return joined;
 }
 
-Joined open_documents(std::span<const std::string> names) {
+Joined open_documents(Document& document, Selection& selection, OpenState& open_state,
+                      std::span<const std::string> names) {
   std::vector<std::string> paths;  // before the close, which may empty the names
   for (const std::string& name : names) paths.push_back(in_current_folder(name));
-  close_stream();
-  reset_state(ResetLevel::new_stream);
-  Joined joined = open_first_of(paths);
-  if (joined.count == 0) close_stream();
+  close_stream(document, selection, open_state);
+  reset_state(document, selection, open_state, ResetLevel::new_stream);
+  Joined joined = open_first_of(document, selection, open_state, paths);
+  if (joined.count == 0) close_stream(document, selection, open_state);
   return joined;
 }
 

@@ -20,7 +20,6 @@
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/path.h"
@@ -40,22 +39,23 @@ constexpr std::size_t longest_name = 300;                               // UTF-1
 
 class ProjectWriter {
  public:
-  ProjectWriter(EditPosition cursor, const std::string& folder)
-      : cursor_(cursor), folder_(folder) {}
+  ProjectWriter(const Document& document, const Selection& selection, EditPosition cursor,
+                const std::string& folder)
+      : document_(document), selection_(selection), cursor_(cursor), folder_(folder) {}
 
   std::string write() {
     text_ = fmt::format("{}\r\nutf8=1\r\n", header);
-    for (const SourceFile& file : document.files) source(file);
-    for (const Part& part : document.parts) this->part(part);
-    number("gainend", document.end_gain);
+    for (const SourceFile& file : document_.files) source(file);
+    for (const Part& part : document_.parts) this->part(part);
+    number("gainend", document_.end_gain);
     number("position", cursor_);
-    number("vbr", document.stream.vbr);
-    if (has_selection(selection)) {
-      number("sel_beg", selection.sel_beg);
-      number("sel_end", selection.sel_end);
+    number("vbr", document_.stream.vbr);
+    if (has_selection(selection_)) {
+      number("sel_beg", selection_.sel_beg);
+      number("sel_end", selection_.sel_end);
     }
-    name("sheet_artist", document.sheet_artist);
-    name("sheet_title", document.sheet_title);
+    name("sheet_artist", document_.sheet_artist);
+    name("sheet_title", document_.sheet_title);
     return std::move(text_);
   }
 
@@ -105,6 +105,8 @@ class ProjectWriter {
     number("part_beg", part.part_beg);  // closes the record
   }
 
+  const Document& document_;
+  const Selection& selection_;
   EditPosition cursor_;
   const std::string& folder_;
   std::string text_;
@@ -112,14 +114,16 @@ class ProjectWriter {
 
 class ProjectReader {
  public:
-  explicit ProjectReader(std::string_view text) : text_(text) {}
+  ProjectReader(Document& document, Selection& selection, OpenState& open_state,
+                std::string_view text)
+      : document_(document), selection_(selection), open_state_(open_state), text_(text) {}
 
   OpenFault read() {
     bool is_sound = true;
     for (std::string_view line; is_sound && take_line(text_, line);)
       is_sound = read_line(line.substr(0, line.find('\r')));
     keep_places_in_stream();
-    document.current_part = part_at(document, selection.cursor);
+    document_.current_part = part_at(document_, selection_.cursor);
     return fault_;
   }
 
@@ -169,21 +173,21 @@ class ProjectReader {
   bool read_file(std::string_view value) {
     const std::string path = decode_path(value);
     if (count_units(path) > longest_path) return fail("The path of a file in it is too long.");
-    const std::string name = path_from_outside(path, folder_of(open_state.project_name));
-    return document.files.empty() ? open_first(name) : add_file(name);
+    const std::string name = path_from_outside(path, folder_of(open_state_.project_name));
+    return document_.files.empty() ? open_first(name) : add_file(name);
   }
 
   // The first source is probed afresh: it may have changed. Its parts are those of the text. What
   // is appended or pasted may count an APE tag as audio.
   bool open_first(const std::string& name) {
-    std::string cause = open_audio_file(name);
+    std::string cause = open_audio_file(document_, selection_, open_state_, name);
     if (!cause.empty()) return fail(std::move(cause), name);
-    document.parts.clear();
-    recompute_total(document);
-    SourceFile& file = document.files[0];
+    document_.parts.clear();
+    recompute_total(document_);
+    SourceFile& file = document_.files[0];
     if (file_end_ != 0)
       compare_bounds(file, {{file.first_audio, file.audio_end},
-                            {file.first_audio, file.audio_end + document.stream.ape_size}});
+                            {file.first_audio, file.audio_end + document_.stream.ape_size}});
     return true;
   }
 
@@ -191,12 +195,12 @@ class ProjectReader {
   bool add_file(const std::string& name) {
     if (file_end_ == 0 || file_beg_ >= file_end_)
       return fail("The project doesn't say where the audio of this file lies.", name);
-    const std::size_t known = document.files.size();
+    const std::size_t known = document_.files.size();
     std::string cause;
-    const auto index = add_source_file(document, name, &cause);
+    const auto index = add_source_file(document_, name, &cause);
     if (!index) return fail(std::move(cause), name);
     if (*index < known) return true;
-    SourceFile& file = document.files[*index];
+    SourceFile& file = document_.files[*index];
     compare_bounds(file, bounds_now(*file.handle));
     file.first_audio = static_cast<std::uint32_t>(file_beg_ + shift_of(*index));
     file.audio_end = static_cast<std::uint32_t>(file_end_ + shift_of(*index));
@@ -204,8 +208,8 @@ class ProjectReader {
   }
 
   // Where the audio of a source lies now, as it would be appended, and as it would be opened first.
-  static std::vector<AudioBounds> bounds_now(const InputFile& file) {
-    const auto bounds = find_audio_to_append(file);
+  std::vector<AudioBounds> bounds_now(const InputFile& file) {
+    const auto bounds = find_audio_to_append(document_, file);
     if (!bounds) return {};
     return {*bounds, {bounds->begin, bounds->end - ape_tag_size(file, bounds->end)}};
   }
@@ -219,7 +223,7 @@ class ProjectReader {
     const auto found = std::ranges::find_if(now, has_length);
     file.is_unlike_project = found == now.end();
     if (file.is_unlike_project) return;
-    shifts_.resize(document.files.size());
+    shifts_.resize(document_.files.size());
     shifts_.back() = std::int64_t{found->begin} - file_beg_;
     if (shifts_.back() != 0) moved_ += (moved_.empty() ? "" : "\n") + file.file_name;
   }
@@ -234,41 +238,44 @@ class ProjectReader {
     const Part read = std::exchange(part_, {});
     const std::int64_t file_beg = read.part_filepos + shift_of(read.part_file);
     const std::int64_t file_end = file_beg + read.part_size;
-    const std::size_t number = document.parts.size() + 1;
+    const std::size_t number = document_.parts.size() + 1;
     if (read.part_size == 0) return fail(fmt::format("Part {} of it is empty.", number));
     if (file_beg < 0)
       return fail(fmt::format("Part {} of it begins in front of its file.", number));
-    if (file_end > std::int64_t{largest_file} || !has_room_for(document, read.part_size))
+    if (file_end > std::int64_t{largest_file} || !has_room_for(document_, read.part_size))
       return fail(fmt::format("Part {} of it runs beyond 4 GB.", number));
     const auto stored = static_cast<EditPosition>(leading_number(value));
     const auto place = std::ranges::find_if(
         stored_begs_, [stored](EditPosition other) { return other >= stored; });
     const bool is_last = place == stored_begs_.end();
     const EditPosition pos =
-        is_last ? document.total_size
-                : document.parts[static_cast<std::size_t>(place - stored_begs_.begin())].part_beg;
-    const PartIndex index = add_part(document, pos, read.part_file,
+        is_last ? document_.total_size
+                : document_.parts[static_cast<std::size_t>(place - stored_begs_.begin())].part_beg;
+    const PartIndex index = add_part(document_, pos, read.part_file,
                                      static_cast<std::uint32_t>(file_beg), read.part_size);
     if (index == no_part)
       return fail(number > most_parts
                       ? fmt::format("It has more than {} parts.", most_parts)
                       : fmt::format("Part {} of it is of a file that it doesn't name.", number));
     stored_begs_.insert(place, stored);
-    document.parts[index].part_iscue = read.part_iscue;
-    document.parts[index].part_gainbeg = read.part_gainbeg;
-    document.parts[index].part_title = read.part_title;
-    document.parts[index].part_artist = read.part_artist;
+    document_.parts[index].part_iscue = read.part_iscue;
+    document_.parts[index].part_gainbeg = read.part_gainbeg;
+    document_.parts[index].part_title = read.part_title;
+    document_.parts[index].part_artist = read.part_artist;
     return true;
   }
 
   // A text may name places that its parts don't reach, or one end of a selection alone.
-  static void keep_places_in_stream() {
-    selection.cursor = std::min(selection.cursor, document.total_size);
+  void keep_places_in_stream() {
+    selection_.cursor = std::min(selection_.cursor, document_.total_size);
     const bool is_range =
-        selection.sel_beg <= selection.sel_end && selection.sel_end <= document.total_size;
-    if (!is_range) selection.sel_beg = selection.sel_end = no_position;
+        selection_.sel_beg <= selection_.sel_end && selection_.sel_end <= document_.total_size;
+    if (!is_range) selection_.sel_beg = selection_.sel_end = no_position;
   }
 
+  Document& document_;
+  Selection& selection_;
+  OpenState& open_state_;
   std::string_view text_;
   OpenFault fault_;
   int utf8_ = 0;  // the flag as it stands in the text
@@ -303,28 +310,37 @@ std::span<const ProjectReader::Key> ProjectReader::keys() {
       {"part_size",
        [](Reader& reader, Text value) { return take_number(reader.part_.part_size, value); }},
       {"part_beg", [](Reader& reader, Text value) { return reader.read_part_beg(value); }},
-      {"gainend", [](Reader&, Text value) { return take_number(document.end_gain, value); }},
-      {"position", [](Reader&, Text value) { return take_number(selection.cursor, value); }},
-      {"vbr", [](Reader&, Text value) { return take_number(document.stream.vbr, value); }},
-      {"sel_beg", [](Reader&, Text value) { return take_number(selection.sel_beg, value); }},
-      {"sel_end", [](Reader&, Text value) { return take_number(selection.sel_end, value); }},
+      {"gainend",
+       [](Reader& reader, Text value) { return take_number(reader.document_.end_gain, value); }},
+      {"position",
+       [](Reader& reader, Text value) { return take_number(reader.selection_.cursor, value); }},
+      {"vbr",
+       [](Reader& reader, Text value) { return take_number(reader.document_.stream.vbr, value); }},
+      {"sel_beg",
+       [](Reader& reader, Text value) { return take_number(reader.selection_.sel_beg, value); }},
+      {"sel_end",
+       [](Reader& reader, Text value) { return take_number(reader.selection_.sel_end, value); }},
       {"sheet_artist",
-       [](Reader& reader, Text value) { return reader.take_name(document.sheet_artist, value); }},
+       [](Reader& reader, Text value) {
+         return reader.take_name(reader.document_.sheet_artist, value);
+       }},
       {"sheet_title",
-       [](Reader& reader, Text value) { return reader.take_name(document.sheet_title, value); }},
+       [](Reader& reader, Text value) {
+         return reader.take_name(reader.document_.sheet_title, value);
+       }},
   };
   return table;
 }
 
 // Who edits on should know now, and not at the save alone.
-void tell_of_sources(const std::string& moved) {
+void tell_of_sources(const Document& document, const std::string& moved) {
   const auto tell = [](BoxIcon icon, std::string text) {
     host().show_message_box({.caption = std::string(ui_text(row::project_file)),
                              .text = std::move(text),
                              .icon = icon});
   };
   if (!moved.empty()) tell(BoxIcon::information, format_row(ui_text(row::borders_moved), moved));
-  const std::string changes = changes_of_sources();
+  const std::string changes = changes_of_sources(document);
   if (!changes.empty()) tell(BoxIcon::warning, changes);
 }
 
@@ -335,33 +351,37 @@ bool is_project_text(std::string_view head) {
 
 }  // namespace
 
-std::string project_text(EditPosition cursor, const std::string& folder) {
-  return ProjectWriter(cursor, folder).write();
+std::string project_text(const Document& document, const Selection& selection, EditPosition cursor,
+                         const std::string& folder) {
+  return ProjectWriter(document, selection, cursor, folder).write();
 }
 
-OpenFault parse_project(std::string_view text) {
-  reset_state(ResetLevel::no_name);
-  ProjectReader reader(text);
+OpenFault parse_project(Document& document, Selection& selection, OpenState& open_state,
+                        std::string_view text) {
+  reset_state(document, selection, open_state, ResetLevel::no_name);
+  ProjectReader reader(document, selection, open_state, text);
   OpenFault fault = reader.read();
-  if (fault.cause.empty()) tell_of_sources(reader.moved());
+  if (fault.cause.empty()) tell_of_sources(document, reader.moved());
   return fault;
 }
 
-std::error_code write_project(const std::string& name, EditPosition cursor) {
+std::error_code write_project(const Document& document, const Selection& selection,
+                              OpenState& open_state, const std::string& name, EditPosition cursor) {
   const std::string whole_name = in_current_folder(name);
-  const std::string text = project_text(cursor, std::string(folder_of(whole_name)));
+  const std::string text =
+      project_text(document, selection, cursor, std::string(folder_of(whole_name)));
   const std::error_code error = replace_text(whole_name, text, is_project_text);
   if (!error) open_state.document_modified = false;
   return error;
 }
 
-OpenFault read_project() {
+OpenFault read_project(Document& document, Selection& selection, OpenState& open_state) {
   std::string text;
   if (const auto error = read_whole_file(open_state.project_name, largest_project, text))
     return {.audio = {}, .cause = error.message()};
-  OpenFault fault = parse_project(text);
+  OpenFault fault = parse_project(document, selection, open_state, text);
   if (fault.cause.empty() && document.parts.empty()) fault.cause = "It names no audio.";
-  if (!fault.cause.empty()) close_stream();
+  if (!fault.cause.empty()) close_stream(document, selection, open_state);
   return fault;
 }
 

@@ -10,14 +10,17 @@
 #include <system_error>
 
 #include "document/file_fault.h"
+#include "document/open_state.h"
 #include "model/document.h"
+#include "model/selection.h"
 
 namespace corvelin {
 
 /// The project text of the document as it stands, with the place `cursor`. Paths in `folder` (with
 /// its
 /// "/") or below it are written relative to it; without one all paths are whole.
-std::string project_text(EditPosition cursor, const std::string& folder = {});
+std::string project_text(const Document& document, const Selection& selection, EditPosition cursor,
+                         const std::string& folder = {});
 
 /// Builds the document from a project text, into tables that are empty. The first source is probed
 /// afresh; the bounds of the others are those of the text.
@@ -28,13 +31,15 @@ std::string project_text(EditPosition cursor, const std::string& folder = {});
 /// A fault when a source can't be opened, and when the text describes what no document can be: a
 /// file that isn't there, a range that runs beyond 4 GiB, too many parts. The document then stands
 /// as far as it was built.
-OpenFault parse_project(std::string_view text);
+OpenFault parse_project(Document& document, Selection& selection, OpenState& open_state,
+                        std::string_view text);
 
 /// Writes the document, with the place `cursor`, to a file, where none stands or one of a project:
 /// beside the old one and then over it. It then counts as unmodified.
-std::error_code write_project(const std::string& name, EditPosition cursor);
+std::error_code write_project(const Document& document, const Selection& selection,
+                              OpenState& open_state, const std::string& name, EditPosition cursor);
 
 /// Reads `open_state.project_name`. A fault closes the document.
-OpenFault read_project();
+OpenFault read_project(Document& document, Selection& selection, OpenState& open_state);
 
 }  // namespace corvelin

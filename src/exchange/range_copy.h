@@ -17,7 +17,12 @@ namespace corvelin {
 
 class RangeCopy : public RangeWriter {
  public:
-  using RangeWriter::RangeWriter;
+  /// The header frame has the shape of the frame that was found last. One of several sources tells
+  /// no quality, and the document forgets it.
+  RangeCopy(Document& document, const Selection& selection, OutputFile& file)
+      : RangeWriter(document, file),
+        quality_(document.stream.xing_quality),
+        selection_(selection) {}
 
   // Whether a header was begun, and whether it tells all of the frames.
   [[nodiscard]] bool has_header() const { return has_header_; }
@@ -32,6 +37,8 @@ class RangeCopy : public RangeWriter {
   [[nodiscard]] EditPosition position() const override { return cursor_.pos; }
   [[nodiscard]] std::string log_of_frames() const override;
 
+  std::uint8_t& quality_;
+  const Selection& selection_;
   FrameCursor cursor_;
   std::size_t block_size_ = 0;    // of the next read
   std::vector<FrameMark> marks_;  // a frame in every megabyte, for the seek table

@@ -11,9 +11,9 @@
 
 #include "audio/decoder_bridge.h"
 #include "audio/encoder_settings.h"
+#include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "settings/settings.h"
 #include "stream/frame_header.h"
@@ -42,7 +42,7 @@ std::vector<std::int16_t> first_of_two(std::span<const std::int16_t> samples) {
 
 }  // namespace
 
-bool encoder_matches_stream() {
+bool encoder_matches_stream(const Document& document) {
   const bool fits = (document.kind.channel_mode == mono) == (encoder_channels() == 1);
   if (encoder_type() != EncoderType::codec_manager) return fits;
   return fits && document.kind.sample_rate == settings.enc_acm_samplerate;
@@ -51,18 +51,18 @@ bool encoder_matches_stream() {
 RangeReencode::~RangeReencode() { close_encoder(encoder_, {}); }
 
 bool RangeReencode::open() {
-  if (encoder_type() != EncoderType::none && !encoder_matches_stream()) {
+  if (encoder_type() != EncoderType::none && !encoder_matches_stream(document_)) {
     show_refusal(ui_text(row::parameters_do_not_match));
     return false;
   }
-  if (!open_at_cursor(reader_, document, selection, document.total_size, frames_per_block))
+  if (!reader_.open(frame_cursor_at(document_, 0), document_.total_size, frames_per_block))
     return false;
-  reader_.move_to(0);
+  reader_.move_to(0);  // the decoder of AAC has used up a frame
   if (!open_encoder(encoder_, EncoderUse::reencode, encoder_channels(),
                     reader_.pcm_format().samples_per_sec))
     return false;
   log_ = fmt::format("{}!\r\n{} {}\r\n{}\r\n", menu_text_plain(ui_text(row::save_reencoded)),
-                     ui_text(row::play_decoder), decoder_name(chosen_decoder(document)),
+                     ui_text(row::play_decoder), decoder_name(chosen_decoder(document_)),
                      encoder_log_line());
   return true;
 }
@@ -79,8 +79,8 @@ std::error_code RangeReencode::write_frames() {
   frames_ = reader_.frames();
   resyncs_ = reader_.resyncs();
   const bool has_moved = reader_.pos() > position_;
-  left_out_.add(position_ + (reader_.bytes() - bytes_before), std::min(reader_.pos(), range_.end),
-                reader_.place().frame.frame_length);
+  left_out_.add(document_, position_ + (reader_.bytes() - bytes_before),
+                std::min(reader_.pos(), range_.end), reader_.place().frame.frame_length);
   position_ = reader_.pos();
   // Frames of which nothing is heard would be a hole that nobody notices. A gap in the file, which
   // the reader has stepped over, is none, nor is a broken last frame.
@@ -103,7 +103,6 @@ void RangeReencode::encode(std::span<const std::int16_t> pcm) {
 // to a tenth of a second, the last syllable of a speech.
 std::error_code RangeReencode::write_rest() {
   writer_.commit(encode_rest(encoder_, writer_.room()));
-  selection.current_frame = reader_.place().frame;
   reader_.close();
   return {};
 }
@@ -118,8 +117,8 @@ std::error_code RangeReencode::finish_header() {
 std::string RangeReencode::source_fault() const {
   std::string fault = RangeWriter::source_fault();
   if (!fault.empty() || !is_stuck_) return fault;
-  return fmt::format("The decoder gave up at {}.",
-                     format_time(to_time_scale(document, position_), document.stream.avg_bitrate));
+  return fmt::format("The decoder gave up at {}.", format_time(to_time_scale(document_, position_),
+                                                               document_.stream.avg_bitrate));
 }
 
 std::string RangeReencode::log_of_frames() const { return log_; }

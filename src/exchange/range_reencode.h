@@ -12,18 +12,19 @@
 #include "audio/encoder_bridge.h"
 #include "audio/sample_reader.h"
 #include "exchange/range_writer.h"
-#include "model/the_document.h"
+#include "model/document.h"
 #include "platform/replacing_file.h"
 
 namespace corvelin {
 
 /// Whether the encoder, as it is set, takes the samples of the stream: as many channels, and where
 /// it can't change the sample rate, the same one.
-bool encoder_matches_stream();
+bool encoder_matches_stream(const Document& document);
 
 class RangeReencode : public RangeWriter {
  public:
-  explicit RangeReencode(ReplacingFile& target) : RangeWriter(target.file), target_(target) {}
+  RangeReencode(const Document& document, ReplacingFile& target)
+      : RangeWriter(document, target.file), target_(target) {}
   ~RangeReencode() override;
 
   /// Opens the decoder and the encoder.
@@ -42,7 +43,7 @@ class RangeReencode : public RangeWriter {
   void encode(std::span<const std::int16_t> pcm);
 
   const ReplacingFile& target_;
-  SampleReader reader_{document};
+  SampleReader reader_{document_};
   EncoderSession encoder_;
   EditPosition position_ = 0;
   bool is_stuck_ = false;  // the decoder gave up in front of the end

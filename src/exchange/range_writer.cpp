@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "document/tag_bounds.h"
-#include "model/the_document.h"
+#include "model/document.h"
 #include "platform/long_run.h"
 #include "stream/frame_header.h"
 #include "text/text_rows.h"
@@ -15,9 +15,11 @@
 
 namespace corvelin {
 
-EditRange whole_stream() { return {.begin = 0, .end = document.total_size}; }
+EditRange whole_stream(const Document& document) {
+  return {.begin = 0, .end = document.total_size};
+}
 
-std::error_code give_date_of_source(OutputFile& file) {
+std::error_code give_date_of_source(const Document& document, OutputFile& file) {
   const InputFile& source = *document.files[0].handle;
   const FileFacts facts = source.facts();
   return facts.found ? file.set_write_time(facts.write_time) : source.read_error();
@@ -32,7 +34,7 @@ void RangeWriter::begin(EditRange range, TagsToWrite tags) {
   id3v2_ = {};
   left_out_ = {};
   missing_.clear();
-  if (tags_.id3v2) id3v2_.begin();
+  if (tags_.id3v2) id3v2_.begin(document_);
   writer_.begin();
   begin_frames();
 }
@@ -65,7 +67,7 @@ std::error_code RangeWriter::write_piece() {
       return write_header_frame();
     case Phase::frames:
       if (!has_more()) {
-        missing_ = left_out_.text();
+        missing_ = left_out_.text(document_);
         return write_rest();
       }
       state_ = State::goes_on;
@@ -89,8 +91,8 @@ std::error_code RangeWriter::write_id3v2() {
 }
 
 std::string RangeWriter::source_fault() const {
-  std::string fault = read_fault(document);
-  return fault.empty() ? shrunk_source(document, range_.begin, range_.end) : fault;
+  std::string fault = read_fault(document_);
+  return fault.empty() ? shrunk_source(document_, range_.begin, range_.end) : fault;
 }
 
 int RangeWriter::percent_done() const {

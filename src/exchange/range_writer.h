@@ -25,10 +25,10 @@ struct EditRange {
   EditPosition end = 0;
 };
 
-EditRange whole_stream();
+EditRange whole_stream(const Document& document);
 
 /// Gives a file the date of the first source.
-std::error_code give_date_of_source(OutputFile& file);
+std::error_code give_date_of_source(const Document& document, OutputFile& file);
 
 /// The tags that go into a file beside the audio.
 struct TagsToWrite {
@@ -42,9 +42,10 @@ class RangeWriter {
   /// the frames are there.
   enum class Phase : std::uint8_t { id3v2, header_frame, frames, header, id3v1, over };
 
-  /// Writes into `file`, which is open and empty when a range begins. One writer can write one file
-  /// after the other.
-  explicit RangeWriter(OutputFile& file) : file_(file), writer_(file) {}
+  /// Writes ranges of the document, which stays where it is and as it is meanwhile, into `file`,
+  /// which is open and empty when a range begins. One writer can write one file after the other.
+  RangeWriter(const Document& document, OutputFile& file)
+      : document_(document), file_(file), writer_(file) {}
   virtual ~RangeWriter() = default;
   RangeWriter(const RangeWriter&) = delete;
   RangeWriter& operator=(const RangeWriter&) = delete;
@@ -99,6 +100,7 @@ class RangeWriter {
 
   [[nodiscard]] bool has_more() const { return position() < range_.end; }
 
+  const Document& document_;
   OutputFile& file_;
   BlockWriter writer_;
   EditRange range_;

@@ -10,7 +10,6 @@
 #include "exchange/id3v2_copy.h"
 #include "exchange/range_copy.h"
 #include "exchange/range_reencode.h"
-#include "model/the_document.h"
 #include "platform/interruption.h"
 #include "platform/numbers.h"
 #include "platform/path.h"
@@ -29,13 +28,18 @@ std::string with_cause(const std::string& cause, const std::string& text) {
 
 }  // namespace
 
-SaveRun::SaveRun(const std::string& name, EditRange range, std::optional<std::uint16_t> replaced,
+SaveRun::SaveRun(Document& document, const Selection& selection, const OpenState& open_state,
+                 const std::string& name, EditRange range, std::optional<std::uint16_t> replaced,
                  SaveMode mode)
-    : name_(in_current_folder(name)), range_(range), replaced_(replaced) {
+    : document_(document),
+      open_state_(open_state),
+      name_(in_current_folder(name)),
+      range_(range),
+      replaced_(replaced) {
   if (mode == SaveMode::copy) {
-    audio_ = std::make_unique<RangeCopy>(target_.file);
+    audio_ = std::make_unique<RangeCopy>(document, selection, target_.file);
   } else {
-    audio_ = std::make_unique<RangeReencode>(target_);
+    audio_ = std::make_unique<RangeReencode>(document, target_);
   }
 }
 
@@ -47,7 +51,7 @@ SaveRun::~SaveRun() {
 }
 
 bool SaveRun::begin() {
-  const std::string fault = read_fault(document);
+  const std::string fault = read_fault(document_);
   if (!fault.empty()) {
     give_up(fault + "\nSome of this file could not be read, so nothing is saved.");
     return false;
@@ -57,12 +61,13 @@ bool SaveRun::begin() {
     cancel();
     return false;
   }
-  const std::string_view extension = extension_of(document.files[0].file_name);
-  const std::uint32_t permissions = permissions_of_sources(document);
+  const std::string_view extension = extension_of(document_.files[0].file_name);
+  const std::uint32_t permissions = permissions_of_sources(document_);
   if (!check(replaced_ ? target_.begin_marked(name_, temporary_mark, extension, permissions)
                        : target_.begin(name_, permissions)))
     return false;
-  audio_->begin(range_, {.id3v2 = keeps_id3v2(false), .id3v1 = kept_id3v1()});
+  audio_->begin(range_, {.id3v2 = keeps_id3v2(document_, false),
+                         .id3v1 = kept_id3v1(document_, open_state_)});
   return true;
 }
 
@@ -72,7 +77,7 @@ std::error_code SaveRun::lock_source() {
   if (!file_facts(name_).found) return {};
   if (const std::error_code error = source_->open(name_)) return error;
   if (const std::error_code error = source_->lock()) return error;
-  const FileFacts& opened = document.files[*replaced_].handle->facts_at_open();
+  const FileFacts& opened = document_.files[*replaced_].handle->facts_at_open();
   return is_unchanged(opened, source_->facts()) ? std::error_code{} : FileError::changed;
 }
 
@@ -107,7 +112,8 @@ void SaveRun::check_sources() {
 // The date, a file that is really on disk, and its name. The disk may take long for that.
 void SaveRun::complete() {
   const unsigned date_bit = replaced_ ? keep_date_of_source : keep_date_on_new;
-  if ((settings.keep_date & date_bit) != 0 && !check(give_date_of_source(target_.file))) return;
+  if ((settings.keep_date & date_bit) != 0 && !check(give_date_of_source(document_, target_.file)))
+    return;
   is_completing_ = true;
   completion_ = thread_.give([this] {
     completion_error_ = target_.complete();
@@ -156,7 +162,7 @@ void SaveRun::abandon() {
 // named.
 bool SaveRun::check(std::error_code error) {
   if (!error) return true;
-  const std::string fault = read_fault(document);
+  const std::string fault = read_fault(document_);
   give_up(fault.empty() ? error.message() + "\n" + name_ : fault);
   return false;
 }

@@ -12,8 +12,10 @@
 #include <string_view>
 #include <system_error>
 
+#include "document/open_state.h"
 #include "exchange/range_writer.h"
 #include "model/document.h"
+#include "model/selection.h"
 #include "platform/long_run.h"
 #include "platform/patient_thread.h"
 #include "platform/replacing_file.h"
@@ -29,9 +31,11 @@ enum class SaveMode { copy, reencode };
 
 class SaveRun : public LongRun {
  public:
-  /// `name` is the file to end up with. With `replaced` it is that source file of the document,
-  /// whose place the finished file takes.
-  SaveRun(const std::string& name, EditRange range,
+  /// Saves a range of the document, which stays where it is and as it is meanwhile, with its tags
+  /// as `open_state` says. `name` is the file to end up with. With `replaced` it is that source
+  /// file of the document, whose place the finished file takes.
+  SaveRun(Document& document, const Selection& selection, const OpenState& open_state,
+          const std::string& name, EditRange range,
           std::optional<std::uint16_t> replaced = std::nullopt, SaveMode mode = SaveMode::copy);
   ~SaveRun() override;
   SaveRun(const SaveRun&) = delete;
@@ -78,6 +82,8 @@ class SaveRun : public LongRun {
   [[nodiscard]] bool has_problem() const;
   [[nodiscard]] std::string not_whole() const;
 
+  const Document& document_;
+  const OpenState& open_state_;
   std::string name_;
   EditRange range_;
   std::optional<std::uint16_t> replaced_;

@@ -10,8 +10,8 @@
 #include <utility>
 #include <vector>
 
+#include "model/document.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/path.h"
 #include "platform/text.h"
@@ -42,7 +42,7 @@ struct Step {
 };
 
 // With an apostrophe behind the hours too: a colon is no character for a name.
-std::string start_time(const Part& part) {
+std::string start_time(const Document& document, const Part& part) {
   std::string time = shown_time(document, part.part_beg);
   if (const std::size_t colon = time.find(':'); colon != std::string::npos) time[colon] = '\'';
   return time;
@@ -51,7 +51,7 @@ std::string start_time(const Part& part) {
 Step text_of(const std::u16string& text) { return {wide_to_bytes(text, true), true}; }
 
 // What "%" and this letter stand for; nothing when that is no variable.
-std::optional<Step> variable(char letter, const Piece& piece) {
+std::optional<Step> variable(const Document& document, char letter, const Piece& piece) {
   switch (letter) {
     case 'N':
       return Step{fmt::format("{:0{}}", piece.number, piece.digits)};
@@ -68,16 +68,16 @@ std::optional<Step> variable(char letter, const Piece& piece) {
     case 'F':
       return Step{std::string(piece.source), true};
     case 'S':
-      return Step{start_time(piece.part)};
+      return Step{start_time(document, piece.part)};
     default:
       return std::nullopt;
   }
 }
 
 // Takes a variable or a character off the pattern.
-Step take_step(std::string_view& pattern, const Piece& piece) {
+Step take_step(const Document& document, std::string_view& pattern, const Piece& piece) {
   if (pattern.size() > 1 && pattern[0] == '%') {
-    if (std::optional<Step> step = variable(pattern[1], piece)) {
+    if (std::optional<Step> step = variable(document, pattern[1], piece)) {
       pattern.remove_prefix(2);
       return *std::move(step);
     }
@@ -107,8 +107,9 @@ std::string join(const std::vector<Step>& steps, std::size_t most) {
 
 }  // namespace
 
-void make_split_name(std::string& path, std::uint16_t done, std::uint16_t first_number,
-                     std::uint16_t total, PartIndex part, const std::string& audio_name) {
+void make_split_name(const Document& document, std::string& path, std::uint16_t done,
+                     std::uint16_t first_number, std::uint16_t total, PartIndex part,
+                     const std::string& audio_name) {
   const std::uint32_t numbers = std::uint32_t{total} + first_number;
   const std::string_view source = name_of(audio_name);
   const std::string_view extension = extension_of(source);
@@ -122,7 +123,7 @@ void make_split_name(std::string& path, std::uint16_t done, std::uint16_t first_
   std::string_view pattern = whole_pattern;
   std::vector<Step> steps;
   for (std::size_t length = count_units(path); !pattern.empty() && length <= longest_path;) {
-    steps.push_back(take_step(pattern, piece));
+    steps.push_back(take_step(document, pattern, piece));
     length += count_units(steps.back().text);
   }
   std::string name = join(steps, longest_name - std::min(longest_name, extension.size()));

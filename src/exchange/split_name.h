@@ -23,7 +23,8 @@ namespace corvelin {
 /// know is left out. A name ends with the pattern's step that takes the path beyond 250 characters.
 /// It gets the extension of `audio_name`, and with that it has at most 255 bytes: where that is too
 /// little the longest texts are shortened, never the numbers that tell the pieces apart.
-void make_split_name(std::string& path, std::uint16_t done, std::uint16_t first_number,
-                     std::uint16_t total, PartIndex part, const std::string& audio_name);
+void make_split_name(const Document& document, std::string& path, std::uint16_t done,
+                     std::uint16_t first_number, std::uint16_t total, PartIndex part,
+                     const std::string& audio_name);
 
 }  // namespace corvelin

@@ -12,9 +12,9 @@
 #include "document/open_state.h"
 #include "exchange/id3v2_copy.h"
 #include "exchange/split_name.h"
+#include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/numbers.h"
@@ -30,7 +30,7 @@ namespace {
 bool begins_region(const Part& part) { return part.part_iscue != 0; }
 
 // A piece may begin with the end of the one before. Its own end never moves.
-EditPosition with_overlap(EditPosition begin) {
+EditPosition with_overlap(const Document& document, EditPosition begin) {
   if ((settings.split_overlap & split_overlap_on) == 0) return begin;
   const unsigned seconds = settings.split_overlap & (split_overlap_on - 1);
   const std::uint32_t wanted = whole_part(seconds * double{document.stream.avg_bitrate} * 0.125);
@@ -54,15 +54,21 @@ SplitResult failure_in(RangeCopy::Phase phase) {
 
 }  // namespace
 
-std::uint16_t count_split_regions() {
+std::uint16_t count_split_regions(const Document& document) {
   if (document.parts.empty()) return 0;
   const auto cues = std::count_if(document.parts.begin() + 1, document.parts.end(), begins_region);
   return static_cast<std::uint16_t>(cues + 1);
 }
 
-SplitRun::SplitRun(std::string folder, std::uint16_t first_number)
-    : path_(std::move(folder)), first_number_(first_number), split_total_(count_split_regions()) {
-  open_state.save_name = path_;
+SplitRun::SplitRun(Document& document, Selection& selection, OpenState& open_state,
+                   std::string folder, std::uint16_t first_number)
+    : document_(document),
+      selection_(selection),
+      open_state_(open_state),
+      path_(std::move(folder)),
+      first_number_(first_number),
+      split_total_(count_split_regions(document_)) {
+  open_state_.save_name = path_;
 }
 
 bool SplitRun::step() {
@@ -74,30 +80,31 @@ bool SplitRun::step() {
 }
 
 SplitResult SplitRun::begin_piece() {
-  if (document.parts.empty()) return SplitResult::finished;
-  const EditPosition begin = document.parts[split_region_part_].part_beg;
+  if (document_.parts.empty()) return SplitResult::finished;
+  const EditPosition begin = document_.parts[split_region_part_].part_beg;
   const EditPosition end = find_region_end();
   ++split_done_;
-  make_split_name(path_, split_done_, first_number_, split_total_, split_region_part_,
-                  open_state.audio_name);
-  open_state.save_name = path_;
-  if (settings.split_id3v11 != 0 && can_create_tag())
-    id3v1_ = id3v1_of_piece(id3v1_, split_region_part_, split_done_ - 1U + first_number_);
-  reason_ = read_fault(document);
+  make_split_name(document_, path_, split_done_, first_number_, split_total_, split_region_part_,
+                  open_state_.audio_name);
+  open_state_.save_name = path_;
+  if (settings.split_id3v11 != 0 && can_create_tag(document_))
+    id3v1_ =
+        id3v1_of_piece(document_, id3v1_, split_region_part_, split_done_ - 1U + first_number_);
+  reason_ = read_fault(document_);
   if (!reason_.empty()) return SplitResult::write_error;
-  if (const std::error_code error = file_.create_new(path_, permissions_of_sources(document)))
+  if (const std::error_code error = file_.create_new(path_, permissions_of_sources(document_)))
     return failed(SplitResult::create_error, error);
   is_in_piece_ = true;
-  copy_.begin({.begin = with_overlap(begin), .end = end},
-              {.id3v2 = keeps_id3v2(true), .id3v1 = id3v1_});
+  copy_.begin({.begin = with_overlap(document_, begin), .end = end},
+              {.id3v2 = keeps_id3v2(document_, true), .id3v1 = id3v1_});
   return SplitResult::more;
 }
 
 EditPosition SplitRun::find_region_end() {
-  while (split_scan_ < part_count(document) && !begins_region(document.parts[split_scan_]))
+  while (split_scan_ < part_count(document_) && !begins_region(document_.parts[split_scan_]))
     ++split_scan_;
-  return split_scan_ < part_count(document) ? document.parts[split_scan_].part_beg
-                                            : document.total_size;
+  return split_scan_ < part_count(document_) ? document_.parts[split_scan_].part_beg
+                                             : document_.total_size;
 }
 
 SplitResult SplitRun::write_piece() {
@@ -116,7 +123,7 @@ SplitResult SplitRun::write_piece() {
 
 SplitResult SplitRun::close_piece() {
   if ((settings.keep_date & keep_date_on_new) != 0) {
-    if (const std::error_code error = give_date_of_source(file_))
+    if (const std::error_code error = give_date_of_source(document_, file_))
       return failed(SplitResult::write_error, error);
   }
   is_closing_ = true;
@@ -144,7 +151,7 @@ SplitResult SplitRun::pass_over_piece() {
 SplitResult SplitRun::end_piece() {
   is_in_piece_ = false;
   split_resyncs_ += copy_.resyncs();
-  if (split_scan_ >= part_count(document)) return SplitResult::finished;
+  if (split_scan_ >= part_count(document_)) return SplitResult::finished;
   split_region_part_ = split_scan_++;
   return SplitResult::more;
 }
@@ -161,7 +168,7 @@ std::error_code SplitRun::drop_piece() {
 
 // Where a source is what failed, it is named.
 SplitResult SplitRun::failed(SplitResult failure, std::error_code error) {
-  reason_ = read_fault(document);
+  reason_ = read_fault(document_);
   if (reason_.empty()) reason_ = error.message();
   return failure;
 }
@@ -171,7 +178,7 @@ void SplitRun::finish() {
   is_over_ = true;
   copy_.wait();
   file_.close();
-  clear_selection(selection);
+  clear_selection(selection_);
   if (result_ == SplitResult::finished && log_.empty()) result_ = SplitResult::write_error;
   if (result_ == SplitResult::finished && !losses_.empty()) result_ = SplitResult::not_whole;
   report_ += losses_;

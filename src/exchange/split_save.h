@@ -34,12 +34,14 @@ enum class SplitResult : std::uint8_t {
 };
 
 /// How many files a split would make: one more than there are cues behind the first part.
-std::uint16_t count_split_regions();
+std::uint16_t count_split_regions(const Document& document);
 
 class SplitRun : public LongRun {
  public:
-  /// `folder`, with its "/", is where the files go; `first_number` is the first one's number.
-  SplitRun(std::string folder, std::uint16_t first_number);
+  /// Splits the document, which stays where it is and as it is meanwhile. `folder`, with its "/",
+  /// is where the files go; `first_number` is the first one's number.
+  SplitRun(Document& document, Selection& selection, OpenState& open_state, std::string folder,
+           std::uint16_t first_number);
   ~SplitRun() override { thread_.wait(closing_); }
   SplitRun(const SplitRun&) = delete;
   SplitRun& operator=(const SplitRun&) = delete;
@@ -74,6 +76,9 @@ class SplitRun : public LongRun {
   void finish();
   [[nodiscard]] int regions_written() const { return split_done_ - (is_in_piece_ ? 1 : 0); }
 
+  Document& document_;
+  Selection& selection_;
+  OpenState& open_state_;
   std::string path_;  // the folder, then the piece being written
   std::uint16_t first_number_;
   PartIndex split_region_part_ = 0;  // the part at which the region begins
@@ -81,9 +86,9 @@ class SplitRun : public LongRun {
   std::uint16_t split_done_ = 0;     // regions written, and the one that is being written
   std::uint16_t split_total_;
   std::uint32_t split_resyncs_ = 0;
-  std::optional<Id3v1Record> id3v1_ = kept_id3v1();  // of the piece
-  OutputFile file_;                                  // the piece
-  RangeCopy copy_{file_};
+  std::optional<Id3v1Record> id3v1_ = kept_id3v1(document_, open_state_);  // of the piece
+  OutputFile file_;                                                        // the piece
+  RangeCopy copy_{document_, selection_, file_};
   bool is_in_piece_ = false;
 
   // The closing of a piece, on a thread: a disk may need long until it has all.

@@ -9,7 +9,6 @@
 #include <span>
 
 #include "model/document.h"
-#include "model/the_document.h"
 #include "platform/bytes.h"
 #include "platform/file_window.h"
 #include "settings/settings.h"
@@ -19,15 +18,15 @@ namespace corvelin {
 
 namespace {
 
-bool is_variable() { return document.stream.vbr != vbr_constant; }
+bool is_variable(const Document& document) { return document.stream.vbr != vbr_constant; }
 
 // The stream's header without CRC word and padding; a variable stream's frame is one of 128
 // kilobits in MPEG 1 and 64 in MPEG 2 and 2.5, which has room for all fields.
-FrameInfo shape_of_vbr_frame(const FrameInfo& frame) {
+FrameInfo shape_of_vbr_frame(const Document& document, const FrameInfo& frame) {
   auto bytes = frame.header_bytes;
   bytes[1] |= 1;
   bytes[2] = static_cast<std::uint8_t>(bytes[2] & ~2u);
-  if (is_variable()) {
+  if (is_variable(document)) {
     const unsigned bitrate_index = frame.version == 1 && frame.layer == 3 ? 9 : 8;
     bytes[2] = static_cast<std::uint8_t>((bytes[2] & 0x0F) | bitrate_index << 4);
   }
@@ -69,42 +68,46 @@ bool build_toc(std::span<std::uint8_t> toc, const OutputFile& target, std::uint6
   return true;
 }
 
-bool has_encoder_tag() {
+bool has_encoder_tag(const Document& document) {
   return document.stream.encoder_tag[0] >= 1 && document.stream.encoder_tag[0] <= 127;
 }
 
 }  // namespace
 
-std::vector<std::uint8_t> make_vbr_frame(const FrameInfo& frame) {
+std::vector<std::uint8_t> make_vbr_frame(const Document& document, const FrameInfo& frame) {
   if (document.stream.is_aac != 0 || frame.version == 0) return {};
-  const FrameInfo shape = shape_of_vbr_frame(frame);
+  const FrameInfo shape = shape_of_vbr_frame(document, frame);
   const std::size_t marker = vbr_header_offset(shape);
   if (shape.frame_length < marker + vbr_toc_place) return {};
 
   std::vector<std::uint8_t> bytes(shape.frame_length);
   std::copy_n(shape.header_bytes.begin(), 4, bytes.begin());
-  put_mark(bytes, marker, is_variable() ? "Xing" : "Info");
+  put_mark(bytes, marker, is_variable(document) ? "Xing" : "Info");
   return bytes;
 }
 
-VbrHeaderFields make_vbr_header(const OutputFile& target, std::uint64_t offset,
-                                std::uint32_t frame_count, std::span<const FrameMark> marks) {
+std::uint8_t header_quality(const Document& document) {
+  if (is_variable(document) && document.files.size() > 1) return no_xing_quality;
+  return document.stream.xing_quality;
+}
+
+VbrHeaderFields make_vbr_header(const Document& document, const OutputFile& target,
+                                std::uint64_t offset, std::uint32_t frame_count,
+                                std::span<const FrameMark> marks) {
   VbrHeaderFields result;
   std::array<std::uint8_t, vbr_header_size> header = {};  // from the marker on
   const auto bytes = static_cast<std::uint32_t>(target.size() - offset);
   std::uint32_t flags = vbr_has_frames | vbr_has_bytes;
   put_big_endian_u32(header, vbr_frames_place, frame_count);
   put_big_endian_u32(header, vbr_bytes_place, bytes);
-  if (is_variable()) {
+  if (is_variable(document)) {
     const std::span<std::uint8_t> toc =
         std::span(header).subspan(vbr_toc_place, document.stream.toc.size());
     result.is_complete = build_toc(toc, target, offset, bytes, frame_count, marks);
     if (result.is_complete) flags |= vbr_has_toc;
-    // The quality is one encoder's word about one file.
-    if (document.files.size() > 1) document.stream.xing_quality = no_xing_quality;
-    if (document.stream.xing_quality != no_xing_quality) {
+    if (const std::uint8_t quality = header_quality(document); quality != no_xing_quality) {
       flags |= vbr_has_quality;
-      header[vbr_quality_place] = document.stream.xing_quality;
+      header[vbr_quality_place] = quality;
     }
   }
   put_big_endian_u32(header, vbr_flags_place, flags);
@@ -120,7 +123,8 @@ VbrHeaderFields make_vbr_header(const OutputFile& target, std::uint64_t offset,
   const std::size_t room = frame.frame_length - marker;
 
   // Half a tag would have decoders read the gaps at both ends of the audio out of the next frame.
-  if (has_encoder_tag() && settings.keep_lame != 0 && room >= vbr_tag_place + vbr_kept_tag_size) {
+  if (has_encoder_tag(document) && settings.keep_lame != 0 &&
+      room >= vbr_tag_place + vbr_kept_tag_size) {
     std::copy_n(document.stream.encoder_tag.begin(), vbr_tag_size, header.begin() + vbr_tag_place);
     put_big_endian_u32(header, vbr_tag_place + vbr_tag_length_place, bytes);
   }

@@ -10,6 +10,7 @@
 #include <system_error>
 #include <vector>
 
+#include "model/document.h"
 #include "model/stream_info.h"
 #include "platform/file.h"
 
@@ -17,7 +18,7 @@ namespace corvelin {
 
 /// The placeholder, shaped after `frame`. Empty when there is none: for AAC, for no frame, and for
 /// a bitrate so low that a frame can't hold the two counts.
-std::vector<std::uint8_t> make_vbr_frame(const FrameInfo& frame);
+std::vector<std::uint8_t> make_vbr_frame(const Document& document, const FrameInfo& frame);
 
 /// The fields of a placeholder.
 struct VbrHeaderFields {
@@ -34,12 +35,16 @@ struct FrameMark {
   std::uint64_t offset;  // in the file, bytes
 };
 
+/// The quality that the header tells, which is one encoder's word about one file: none for several.
+std::uint8_t header_quality(const Document& document);
+
 /// What a placeholder that was written at `offset` of the target, which now ends with the audio, is
 /// filled in with. `frame_count` is the number of frames behind it.
 ///
 /// The seek table takes a walk over the frames. It starts anew at each of `marks`, which are in
 /// ascending order, so that with a mark a megabyte only a part of a long file is looked at.
-VbrHeaderFields make_vbr_header(const OutputFile& target, std::uint64_t offset,
-                                std::uint32_t frame_count, std::span<const FrameMark> marks = {});
+VbrHeaderFields make_vbr_header(const Document& document, const OutputFile& target,
+                                std::uint64_t offset, std::uint32_t frame_count,
+                                std::span<const FrameMark> marks = {});
 
 }  // namespace corvelin

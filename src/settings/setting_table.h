@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -97,7 +98,7 @@ std::optional<std::string> get_setting(std::string_view key, const Settings& fro
 /// What else follows from a change of one setting, wherever it comes from.
 struct SettingListener {
   std::string_view key;
-  void (*changed)();
+  std::function<void()> changed;
 };
 extern std::vector<SettingListener> setting_listeners;
 

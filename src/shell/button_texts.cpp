@@ -7,6 +7,7 @@
 #include <optional>
 #include <string_view>
 
+#include "edit/editor.h"
 #include "edit/undo.h"
 #include "text/ui_text.h"
 
@@ -30,8 +31,8 @@ std::optional<std::uint32_t> longer_text_of(CommandId id) {
   }
 }
 
-std::string text_with_key(CommandId id) {
-  const Command* const command = command_of(id);
+std::string text_with_key(const Editor& editor, CommandId id) {
+  const Command* const command = command_of(editor, id);
   if (command == nullptr) return {};
   const std::string_view text = text_of(*command);
   if (const auto row = longer_text_of(id))
@@ -41,12 +42,13 @@ std::string text_with_key(CommandId id) {
 
 }  // namespace
 
-std::string button_tooltip(CommandId id) {
-  return id == command::undo ? menu_text_plain(undo_menu_text(), true) : text_with_key(id);
+std::string button_tooltip(const Editor& editor, CommandId id) {
+  return id == command::undo ? menu_text_plain(undo_menu_text(editor), true)
+                             : text_with_key(editor, id);
 }
 
-std::string button_name(CommandId id) {
-  const std::string text = text_with_key(id);
+std::string button_name(const Editor& editor, CommandId id) {
+  const std::string text = text_with_key(editor, id);
   return text.substr(0, text.find("   ["));
 }
 

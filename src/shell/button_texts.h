@@ -8,10 +8,12 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// The tooltip of a command's button, with its key, and for Undo with the step that it takes back.
-std::string button_tooltip(CommandId id);
+std::string button_tooltip(const Editor& editor, CommandId id);
 
 /// The same without the key and without the step: what the button is called.
-std::string button_name(CommandId id);
+std::string button_name(const Editor& editor, CommandId id);
 
 }  // namespace corvelin

@@ -6,10 +6,10 @@
 
 #include <algorithm>
 
+#include "edit/editor.h"
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/system.h"
 #include "stream/frame_gain.h"
@@ -20,25 +20,26 @@ namespace corvelin {
 namespace {
 
 // The bit of a frame's first `global_gain`, or the one that is looked at in its place.
-int first_gain_bit() {
+int first_gain_bit(const Editor& editor) {
   if (graph_gain_bit != 0) return graph_gain_bit;
-  const FrameInfo frame = {.channel_mode = document.kind.channel_mode,
-                           .version = document.kind.version,
-                           .layer = document.kind.layer,
-                           .has_crc = document.kind.has_crc ? 1U : 0U};
+  const FrameInfo frame = {.channel_mode = editor.document.kind.channel_mode,
+                           .version = editor.document.kind.version,
+                           .layer = editor.document.kind.layer,
+                           .has_crc = editor.document.kind.has_crc ? 1U : 0U};
   return gain_positions(frame)[0];
 }
 
 }  // namespace
 
-std::string debug_text() {
+std::string debug_text(const Editor& editor) {
   constexpr std::size_t longest = 1000;  // bytes
-  std::string text = fmt::format("Size all: {}\nCursor: {}\nGG bit: {}\n", document.total_size,
-                                 selection.cursor, first_gain_bit());
+  std::string text =
+      fmt::format("Size all: {}\nCursor: {}\nGG bit: {}\n", editor.document.total_size,
+                  editor.selection.cursor, first_gain_bit(editor));
   const std::string end = fmt::format("Info header: {}\n\ndpi factor: {:1.2f}\n",
-                                      document.stream.has_info_header, display.scale);
-  for (std::size_t i = 0; i < document.parts.size(); ++i) {
-    const Part& part = document.parts[i];
+                                      editor.document.stream.has_info_header, display.scale);
+  for (std::size_t i = 0; i < editor.document.parts.size(); ++i) {
+    const Part& part = editor.document.parts[i];
     const std::string line = fmt::format("Part: {:02}  beg: {}  fpos: {}  size: {}\n", i,
                                          part.part_beg, part.part_filepos, part.part_size);
     if (text.size() + line.size() + end.size() > longest) break;

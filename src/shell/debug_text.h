@@ -7,9 +7,11 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// Sizes, places and parts as they are held. At most 1000 bytes: the table of a document with many
 /// parts is cut.
-std::string debug_text();
+std::string debug_text(const Editor& editor);
 
 /// Where in a frame the graph takes its height from, in bits, in the place of the first
 /// `global_gain`: 0 for that itself. The view is drawn anew.

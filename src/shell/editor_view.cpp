@@ -6,9 +6,8 @@
 #include <string>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
+#include "edit/editor.h"
 #include "model/document.h"
-#include "model/the_document.h"
 #include "platform/program.h"
 #include "settings/settings.h"
 #include "shell/graph_drawing.h"
@@ -57,23 +56,23 @@ void lay_out_view(EditorView& view, int width, int height, float display_scale) 
   view.handles.clear();
 }
 
-void view_redraw(EditorView& view, Canvas& canvas) {
+void view_redraw(const Editor& editor, EditorView& view, Canvas& canvas) {
   const ViewLayout& layout = view.layout;
   canvas.fill({0, 0, layout.width, layout.height}, settings.rgb_background);
   view.handles.clear();
-  if (recorder.is_armed) {
-    draw_record_panel(layout, canvas);
-    return draw_meter(layout, canvas);
+  if (editor.recorder.is_armed) {
+    draw_record_panel(editor, layout, canvas);
+    return draw_meter(editor, layout, canvas);
   }
-  if (document.parts.empty()) return draw_start_screen(layout, canvas);
+  if (editor.document.parts.empty()) return draw_start_screen(layout, canvas);
 
-  sample_frames(view.samples, document, selection, play_position(playback), layout.view_frames,
-                layout.fold);
-  draw_graph(view, canvas);
-  draw_big_timer(layout, canvas);
-  draw_name_lines(view, canvas);
-  draw_map(view, canvas);
-  draw_meter(layout, canvas);
+  sample_frames(view.samples, editor.document, editor.selection, play_position(editor.playback),
+                layout.view_frames, layout.fold);
+  draw_graph(editor, view, canvas);
+  draw_big_timer(editor, layout, canvas);
+  draw_name_lines(editor, view, canvas);
+  draw_map(editor, view, canvas);
+  draw_meter(editor, layout, canvas);
 }
 
 }  // namespace corvelin

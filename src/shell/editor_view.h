@@ -13,6 +13,8 @@
 
 namespace corvelin {
 
+struct Editor;
+
 struct EditorView {
   ViewLayout layout;
   GraphSamples samples;       // of the last drawing
@@ -26,6 +28,6 @@ void lay_out_view(EditorView& view, int width, int height, float display_scale);
 
 /// Draws all of the view: the document, or the start screen without one; while a recording is armed
 /// what that tells.
-void view_redraw(EditorView& view, Canvas& canvas);
+void view_redraw(const Editor& editor, EditorView& view, Canvas& canvas);
 
 }  // namespace corvelin

@@ -11,9 +11,9 @@
 #include <span>
 #include <string>
 
+#include "edit/editor.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 
 namespace corvelin {
@@ -26,14 +26,19 @@ constexpr Colour handle_colour = 0x808080;
 
 class GraphDrawing {
  public:
-  GraphDrawing(EditorView& view, Canvas& canvas)
-      : view_(view), layout_(view.layout), slots_(view.samples.slots), canvas_(canvas) {}
+  GraphDrawing(const Editor& editor, EditorView& view, Canvas& canvas)
+      : editor_(editor),
+        view_(view),
+        layout_(view.layout),
+        slots_(view.samples.slots),
+        canvas_(canvas) {}
 
   void draw() {
     draw_selection();
     draw_bars(false, settings.rgb_mpeg);
     draw_bars(true, settings.rgb_cuts);
-    if (settings.bitrate_graph != 0 && document.stream.vbr != vbr_constant && layout_.fold == 1)
+    if (settings.bitrate_graph != 0 && editor_.document.stream.vbr != vbr_constant &&
+        layout_.fold == 1)
       draw_bitrates();
     draw_borders();
     draw_handles_and_cursor();
@@ -63,12 +68,12 @@ class GraphDrawing {
   }
 
   void draw_selection() {
-    if (!has_selection(selection)) return;
+    if (!has_selection(editor_.selection)) return;
     int begin = 0;
     while (begin < layout_.width && !has(slot_with(begin, sample_is_selected), sample_is_selected))
       ++begin;
     if (begin == layout_.width) return;
-    if (selection.sel_beg == selection.sel_end)
+    if (editor_.selection.sel_beg == editor_.selection.sel_end)
       return upright(begin, settings.rgb_selection, Pattern::dots);
 
     int end = begin;
@@ -76,7 +81,7 @@ class GraphDrawing {
            has(layout_.first_slot(end) + std::size_t{layout_.fold}, sample_is_selected))
       ++end;
     if (layout_.fold > 1 && end == begin) ++end;
-    if (selection.sel_end >= document.total_size) end = layout_.width;
+    if (editor_.selection.sel_end >= editor_.document.total_size) end = layout_.width;
     canvas_.fill({begin, 0, end, layout_.graph_bottom}, settings.rgb_selection);
   }
 
@@ -140,7 +145,7 @@ class GraphDrawing {
     const int height = layout_.small_font_h;
     const int width = canvas_.text(x + 1, y, "   ", {.height = height, .ground = handle_colour});
     Rect visible = {x + 1, y, x + 1 + width, y + height};
-    if (document.kind.layer == 3) {
+    if (editor_.document.kind.layer == 3) {
       const int steps = (scale - slots_[slot].sample_handle) / 2 - 64;
       canvas_.text(
           x + label_at, y, fmt::format(" {:.1f} ", steps * 1.5),
@@ -170,6 +175,7 @@ class GraphDrawing {
                  {.height = layout_.small_font_h, .colour = settings.rgb_cursor});
   }
 
+  const Editor& editor_;
   EditorView& view_;
   const ViewLayout& layout_;
   std::span<const FrameSlot> slots_;
@@ -178,8 +184,8 @@ class GraphDrawing {
 
 }  // namespace
 
-void draw_graph(EditorView& view, Canvas& canvas) {
-  if (view.layout.view_frames != 0) GraphDrawing(view, canvas).draw();
+void draw_graph(const Editor& editor, EditorView& view, Canvas& canvas) {
+  if (view.layout.view_frames != 0) GraphDrawing(editor, view, canvas).draw();
 }
 
 }  // namespace corvelin

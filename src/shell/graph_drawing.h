@@ -8,7 +8,9 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// Draws what was sampled, and notes in `view.handles` where the handles came to stand.
-void draw_graph(EditorView& view, Canvas& canvas);
+void draw_graph(const Editor& editor, EditorView& view, Canvas& canvas);
 
 }  // namespace corvelin

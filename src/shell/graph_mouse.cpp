@@ -6,15 +6,14 @@
 #include <cstddef>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "edit/level_point.h"
 #include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/host.h"
 #include "text/text_rows.h"
@@ -34,100 +33,103 @@ void hit_test(GraphMouse& mouse, const EditorView& view, int x, int y) {
 }
 
 // The frame in the column at `x`.
-EditPosition frame_under(const EditorView& view, int x) {
+EditPosition frame_under(Editor& editor, const EditorView& view, int x) {
   const std::vector<FrameSlot>& slots = view.samples.slots;
   if (slots.empty() || view.layout.width == 0) return no_position;
   const std::size_t slot = std::min<std::size_t>(view.layout.first_slot(x), slots.size() - 1);
   const EditPosition pos = slots[slot].sample_pos;
-  return locate_frame(document, part_at(document, pos), pos, selection.current_frame);
+  return locate_frame(editor.document, part_at(editor.document, pos), pos,
+                      editor.selection.current_frame);
 }
 
-void drag_level(const GraphMouse& mouse, const ViewLayout& layout, int y) {
+void drag_level(Editor& editor, const GraphMouse& mouse, const ViewLayout& layout, int y) {
   constexpr int highest = 32;
   constexpr int lowest = -60;
   constexpr int steps = 96;  // over the band
   if (layout.graph_h == 0) return;
   const auto gain =
       static_cast<std::int16_t>(std::clamp(highest - y * steps / layout.graph_h, lowest, highest));
-  if (mouse.level_drag > part_count(document)) {
-    document.end_gain = gain;
+  if (mouse.level_drag > part_count(editor.document)) {
+    editor.document.end_gain = gain;
   } else {
-    document.parts[mouse.level_drag - 1u].part_gainbeg = gain;
+    editor.document.parts[mouse.level_drag - 1u].part_gainbeg = gain;
   }
-  touch(document);
+  touch(editor.document);
 }
 
-bool take_handle(GraphMouse& mouse, EditPosition pos, bool is_left) {
-  const bool is_end = pos >= document.total_size;
-  const auto part =
-      static_cast<std::uint16_t>(1 + (is_end ? part_count(document) : part_at(document, pos)));
+bool take_handle(Editor& editor, GraphMouse& mouse, EditPosition pos, bool is_left) {
+  const bool is_end = pos >= editor.document.total_size;
+  const auto part = static_cast<std::uint16_t>(
+      1 + (is_end ? part_count(editor.document) : part_at(editor.document, pos)));
   if (is_left) {
-    if (document.kind.layer != 3) return false;
-    undo_push(true, ui_text(row::level));
+    if (editor.document.kind.layer != 3) return false;
+    undo_push(editor, true, ui_text(row::level));
     mouse.level_drag = part;
   } else {
     if (is_end) return false;
-    undo_push(true, ui_text(row::mute_cut));
+    undo_push(editor, true, ui_text(row::mute_cut));
     mouse.split_drag = part;
   }
   return true;
 }
 
-bool graph_mouse(GraphMouse& mouse, const EditorView& view, MouseButtons buttons, int x, int y,
-                 bool is_press) {
+bool graph_mouse(Editor& editor, GraphMouse& mouse, const EditorView& view, MouseButtons buttons,
+                 int x, int y, bool is_press) {
   constexpr int split_offset = 4;  // pixels: the handle stands beside its border
   const ViewLayout& layout = view.layout;
   if (mouse.split_drag != 0) x -= split_offset;
   if (!is_in_view(layout, x, y)) return false;
   if (mouse.level_drag != 0) {
-    drag_level(mouse, layout, y);
+    drag_level(editor, mouse, layout, y);
     return true;
   }
   if (buttons.left && is_press && y > layout.graph_h) mouse.overview_drag = true;
   if (mouse.overview_drag) {
-    const std::uint64_t pos = std::uint64_t{document.total_size} * static_cast<unsigned>(x) /
+    const std::uint64_t pos = std::uint64_t{editor.document.total_size} * static_cast<unsigned>(x) /
                               static_cast<unsigned>(std::max(layout.width, 1));
-    seek_to(playback, from_time_scale(document, static_cast<std::uint32_t>(pos)));
+    seek_to(editor.playback, from_time_scale(editor.document, static_cast<std::uint32_t>(pos)));
     return true;
   }
-  const EditPosition pos = frame_under(view, x);
+  const EditPosition pos = frame_under(editor, view, x);
   if (pos == no_position) return false;
   if (mouse.split_drag != 0) {
-    move_border(document, static_cast<PartIndex>(mouse.split_drag - 1), pos);
+    move_border(editor.document, static_cast<PartIndex>(mouse.split_drag - 1), pos);
     return true;
   }
-  if (!playback.is_playing) document.current_part = part_at(document, pos);
+  if (!editor.playback.is_playing) editor.document.current_part = part_at(editor.document, pos);
   if (buttons.ctrl) {
-    seek_to(playback, pos);
+    seek_to(editor.playback, pos);
     return true;
   }
-  if (is_press && mouse.on_handle) return take_handle(mouse, pos, buttons.left);
-  if (buttons.left || buttons.right) mouse_select(pos, buttons, is_press);
+  if (is_press && mouse.on_handle) return take_handle(editor, mouse, pos, buttons.left);
+  if (buttons.left || buttons.right) mouse_select(editor, pos, buttons, is_press);
   return true;
 }
 
 }  // namespace
 
-bool press_mouse(GraphMouse& mouse, const EditorView& view, MouseButtons buttons, int x, int y) {
-  if (document.total_size == 0) return false;
+bool press_mouse(Editor& editor, GraphMouse& mouse, const EditorView& view, MouseButtons buttons,
+                 int x, int y) {
+  if (editor.document.total_size == 0) return false;
   hit_test(mouse, view, x, y);
-  return graph_mouse(mouse, view, buttons, x, y, true);
+  return graph_mouse(editor, mouse, view, buttons, x, y, true);
 }
 
-bool move_mouse(GraphMouse& mouse, const EditorView& view, MouseButtons buttons, int x, int y) {
-  if (document.total_size == 0) return false;
-  if (buttons.left || buttons.right) return graph_mouse(mouse, view, buttons, x, y, false);
+bool move_mouse(Editor& editor, GraphMouse& mouse, const EditorView& view, MouseButtons buttons,
+                int x, int y) {
+  if (editor.document.total_size == 0) return false;
+  if (buttons.left || buttons.right) return graph_mouse(editor, mouse, view, buttons, x, y, false);
   if (!buttons.shift && !buttons.ctrl) hit_test(mouse, view, x, y);
   return false;
 }
 
-bool release_mouse(GraphMouse& mouse) {
+bool release_mouse(Editor& editor, GraphMouse& mouse) {
   const GraphMouse held = mouse;
   mouse = {.on_handle = held.on_handle};
   const bool was_level = held.level_drag != 0;
-  if (document.parts.empty() || (!was_level && held.split_drag == 0)) return false;
-  if (was_level) clear_cues_round_level(static_cast<PartIndex>(held.level_drag - 1));
-  open_state.document_modified = true;
+  if (editor.document.parts.empty() || (!was_level && held.split_drag == 0)) return false;
+  if (was_level) clear_cues_round_level(editor, static_cast<PartIndex>(held.level_drag - 1));
+  editor.open_state.document_modified = true;
   host().rebuild_part_list();
   return was_level;
 }

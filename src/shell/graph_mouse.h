@@ -11,6 +11,8 @@
 
 namespace corvelin {
 
+struct Editor;
+
 struct GraphMouse {
   bool on_handle = false;        // kept up to date while no button is held; the cursor is a hand
   std::uint16_t level_drag = 0;  // 0, or 1 + the part whose level is dragged; the number behind the
@@ -22,11 +24,13 @@ struct GraphMouse {
 // Each returns whether the view and its texts have to be brought up to date. Without a document
 // nothing happens.
 
-bool press_mouse(GraphMouse& mouse, const EditorView& view, MouseButtons buttons, int x, int y);
-bool move_mouse(GraphMouse& mouse, const EditorView& view, MouseButtons buttons, int x, int y);
+bool press_mouse(Editor& editor, GraphMouse& mouse, const EditorView& view, MouseButtons buttons,
+                 int x, int y);
+bool move_mouse(Editor& editor, GraphMouse& mouse, const EditorView& view, MouseButtons buttons,
+                int x, int y);
 
 /// Either button went up: a drag is over.
-bool release_mouse(GraphMouse& mouse);
+bool release_mouse(Editor& editor, GraphMouse& mouse);
 
 /// What a step of the wheel means: skips, with Ctrl the zoom, with Ctrl and Shift the volume.
 CommandId wheel_command(bool is_up, bool shift, bool ctrl);

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "edit/command_table.h"
+#include "edit/editor.h"
 #include "platform/program.h"
 #include "platform/text.h"
 #include "shell/menu_tree.h"
@@ -124,7 +125,7 @@ class LanguageCheck {
         texts.push_back(ui_text(men, row.menu->title));
         check_menu(*row.menu);
       } else if (row.command != 0) {
-        texts.push_back(text_of(*command_of(row.command)));
+        texts.push_back(text_of(*command_of(editor_, row.command)));
       }
     }
     check_letters(menu_text_plain(ui_text(men, menu.title)), texts);
@@ -153,6 +154,7 @@ class LanguageCheck {
     return is_capital ? static_cast<char16_t>(letter + 0x20) : letter;
   }
 
+  const Editor editor_{};  // the menus of a window with nothing open
   std::vector<std::string> faults_;
 };
 

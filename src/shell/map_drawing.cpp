@@ -6,9 +6,8 @@
 #include <string>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
+#include "edit/editor.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -17,21 +16,21 @@ namespace corvelin {
 
 namespace {
 
-int column_of(EditPosition pos, int width) {
-  const double scaled = to_time_scale(document, pos);
-  return static_cast<int>(scaled / document.total_size * width);
+int column_of(const Editor& editor, EditPosition pos, int width) {
+  const double scaled = to_time_scale(editor.document, pos);
+  return static_cast<int>(scaled / editor.document.total_size * width);
 }
 
-void draw_part(const ViewLayout& layout, PartIndex index, Canvas& canvas) {
-  const Part& part = document.parts[index];
+void draw_part(const Editor& editor, const ViewLayout& layout, PartIndex index, Canvas& canvas) {
+  const Part& part = editor.document.parts[index];
   const int width = layout.width;
-  Rect area = {column_of(part.part_beg, width), layout.graph_h + 1,
-               column_of(part_end(document, index), width), layout.height - 1};
+  Rect area = {column_of(editor, part.part_beg, width), layout.graph_h + 1,
+               column_of(editor, part_end(editor.document, index), width), layout.height - 1};
   if (area.is_empty()) return;
   // At the view's sides the outline lies outside.
   if (area.left < 1) area.left = -1;
   if (area.right >= width) area.right = width + 1;
-  const bool is_current = index == document.current_part;
+  const bool is_current = index == editor.document.current_part;
   canvas.fill(area, is_current ? settings.rgb_actual : settings.rgb_cuts);
   outline(canvas, area, settings.rgb_background);
 
@@ -43,24 +42,24 @@ void draw_part(const ViewLayout& layout, PartIndex index, Canvas& canvas) {
 
 }  // namespace
 
-void draw_map(const EditorView& view, Canvas& canvas) {
+void draw_map(const Editor& editor, const EditorView& view, Canvas& canvas) {
   const ViewLayout& layout = view.layout;
-  if (document.total_size == 0) return;
+  if (editor.document.total_size == 0) return;
   const int width = layout.width;
   const int top = layout.graph_h + 1;
   const int bottom = layout.height - 1;
-  for (PartIndex i = 0; i < part_count(document); ++i) draw_part(layout, i, canvas);
+  for (PartIndex i = 0; i < part_count(editor.document); ++i) draw_part(editor, layout, i, canvas);
 
-  if (has_selection(selection)) {
-    const int begin = std::max(column_of(selection.sel_beg, width) - 1, 0);
-    const int end = std::min(column_of(selection.sel_end, width) + 1, width);
+  if (has_selection(editor.selection)) {
+    const int begin = std::max(column_of(editor, editor.selection.sel_beg, width) - 1, 0);
+    const int end = std::min(column_of(editor, editor.selection.sel_end, width) + 1, width);
     canvas.fill({begin, top + 1, end, bottom - 1}, settings.rgb_selection, Pattern::hatch);
   }
-  const int cursor = column_of(play_position(playback), width);
+  const int cursor = column_of(editor, play_position(editor.playback), width);
   canvas.fill({cursor - 1, top, cursor + 1, bottom}, settings.rgb_cursor);
 
-  const int first = column_of(view.samples.view_first_pos, width);
-  const int last = column_of(view.samples.view_last_pos, width);
+  const int first = column_of(editor, view.samples.view_first_pos, width);
+  const int last = column_of(editor, view.samples.view_last_pos, width);
   canvas.fill({first, top, last, top + 1}, settings.rgb_cursor);
   canvas.fill({first, bottom - 1, last, bottom}, settings.rgb_cursor);
 }

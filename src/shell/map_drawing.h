@@ -7,6 +7,8 @@
 
 namespace corvelin {
 
-void draw_map(const EditorView& view, Canvas& canvas);
+struct Editor;
+
+void draw_map(const Editor& editor, const EditorView& view, Canvas& canvas);
 
 }  // namespace corvelin

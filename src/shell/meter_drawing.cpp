@@ -10,9 +10,8 @@
 
 #include "audio/level_meter.h"
 #include "audio/recorder.h"
-#include "audio/the_player.h"
+#include "edit/editor.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 
 namespace corvelin {
@@ -70,12 +69,13 @@ void draw_scale(const ViewLayout& layout, int left, int right, Canvas& canvas) {
 
 }  // namespace
 
-bool has_mono_meter() {
-  return recorder.is_armed ? recorder.channels == 1 : document.kind.channel_mode == mono;
+bool has_mono_meter(const Editor& editor) {
+  return editor.recorder.is_armed ? editor.recorder.channels == 1
+                                  : editor.document.kind.channel_mode == mono;
 }
 
-void draw_meter(const ViewLayout& layout, Canvas& canvas) {
-  const bool is_mono = has_mono_meter();
+void draw_meter(const Editor& editor, const ViewLayout& layout, Canvas& canvas) {
+  const bool is_mono = has_mono_meter(editor);
   const int left = layout.meter_left + (is_mono ? layout.meter_pitch : 0);
   const int right = layout.meter_left + layout.meter_pitch + layout.meter_bar_w;
   const int bottom = layout.meter_top + layout.meter_height;
@@ -84,15 +84,16 @@ void draw_meter(const ViewLayout& layout, Canvas& canvas) {
 
   for (std::size_t slot = is_mono ? 1 : 0; slot < 2; ++slot) {
     const int x = layout.meter_left + static_cast<int>(slot) * layout.meter_pitch;
-    const int level = row_of(layout, level_meter.meter_level[slot]);
-    const int hold = row_of(layout, level_meter.meter_hold[slot]);
+    const int level = row_of(layout, editor.level_meter.meter_level[slot]);
+    const int hold = row_of(layout, editor.level_meter.meter_hold[slot]);
     canvas.fill({x, level, x + layout.meter_bar_w, bottom + 1}, settings.rgb_vumeter);
     // Clipping is shown while something can be done about it.
-    const bool is_clipping = recorder.is_armed && level_meter.meter_hold[slot] == highest_meter;
+    const bool is_clipping =
+        editor.recorder.is_armed && editor.level_meter.meter_hold[slot] == highest_meter;
     canvas.fill({x, hold, x + layout.meter_bar_w, hold + 2},
                 is_clipping ? settings.rgb_cursor : settings.rgb_vumeter);
   }
-  if (recorder.is_armed && recorder.rec_level_on) {
+  if (editor.recorder.is_armed && editor.recorder.rec_level_on) {
     const int threshold =
         row_of(layout, meter_curve(static_cast<std::uint8_t>(settings.rec_threshold & 0xFF)));
     canvas.fill({left, threshold, right, threshold + 2}, settings.rgb_cursor);

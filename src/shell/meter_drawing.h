@@ -7,9 +7,11 @@
 
 namespace corvelin {
 
-/// Whether there is one channel: of the recording that is armed, else of the stream.
-bool has_mono_meter();
+struct Editor;
 
-void draw_meter(const ViewLayout& layout, Canvas& canvas);
+/// Whether there is one channel: of the recording that is armed, else of the stream.
+bool has_mono_meter(const Editor& editor);
+
+void draw_meter(const Editor& editor, const ViewLayout& layout, Canvas& canvas);
 
 }  // namespace corvelin

@@ -4,7 +4,7 @@
 
 #include "audio/playback.h"
 #include "audio/recorder.h"
-#include "audio/the_player.h"
+#include "edit/editor.h"
 #include "shell/window_layout.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
@@ -35,20 +35,25 @@ CommandId command_of(PrelistenMode mode) {
 }
 
 // A play that is about to start counts already.
-bool is_on() { return playback.is_playing || playback.is_requested; }
+bool is_on(const Editor& editor) {
+  return editor.playback.is_playing || editor.playback.is_requested;
+}
 
 }  // namespace
 
-bool is_button_pressed(CommandId id) {
-  if (id == command::initialize_recording) return recorder.is_armed;
-  if (id == command::play && recorder.rec_writing) return true;
-  if (!is_on()) return false;
-  const bool is_pair = playback.prelisten_mode == loop_selection && has_text_buttons(panel_form());
+bool is_button_pressed(const Editor& editor, CommandId id) {
+  if (id == command::initialize_recording) return editor.recorder.is_armed;
+  if (id == command::play && editor.recorder.rec_writing) return true;
+  if (!is_on(editor)) return false;
+  const bool is_pair =
+      editor.playback.prelisten_mode == loop_selection && has_text_buttons(panel_form());
   if (is_pair) return id == command::prelisten_from_begin || id == command::prelisten_to_end;
-  return id == command_of(playback.prelisten_mode);
+  return id == command_of(editor.playback.prelisten_mode);
 }
 
-bool has_fast_labels() { return is_on() && playback.prelisten_mode == plain_play; }
+bool has_fast_labels(const Editor& editor) {
+  return is_on(editor) && editor.playback.prelisten_mode == plain_play;
+}
 
 std::string_view panel_label(CommandId id, bool has_fast_labels) {
   switch (id) {

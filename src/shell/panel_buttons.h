@@ -9,13 +9,15 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// Whether a button is shown as pressed: that of the command which plays or has armed a recording.
 /// The text forms have no button for looped play, which presses two others there.
-bool is_button_pressed(CommandId id);
+bool is_button_pressed(const Editor& editor, CommandId id);
 
 /// Whether two buttons of prelistening stand for faster and slower, as they do while plain play
 /// runs.
-bool has_fast_labels();
+bool has_fast_labels(const Editor& editor);
 
 /// The words on a button of the text forms, with "&" in front of the letter that is underlined.
 std::string_view panel_label(CommandId id, bool has_fast_labels);

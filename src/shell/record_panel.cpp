@@ -9,7 +9,7 @@
 
 #include "audio/encoder_settings.h"
 #include "audio/recorder.h"
-#include "audio/the_player.h"
+#include "edit/editor.h"
 #include "model/time_mapping.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
@@ -19,28 +19,29 @@ namespace corvelin {
 
 namespace {
 
-std::string recorder_time(std::int64_t length) {
+std::string recorder_time(const Editor& editor, std::int64_t length) {
   const auto shown = static_cast<std::uint32_t>(std::clamp<std::int64_t>(length, 0, 0xFFFFFFFF));
-  return format_time(shown, recorder.rec_rate, SecondsForm::recording);
+  return format_time(shown, editor.recorder.rec_rate, SecondsForm::recording);
 }
 
 // A file that is gone on with says nothing of its time at a variable bit rate: the time is that of
 // this take alone.
-std::string recorded_time() {
-  const std::string time = recorder_time(static_cast<std::int64_t>(recorded_length(recorder)));
-  return recorder.rec_by_pcm && settings.rec_appenddata != 0 ? "(" + time + ")" : time;
+std::string recorded_time(const Editor& editor) {
+  const std::string time =
+      recorder_time(editor, static_cast<std::int64_t>(recorded_length(editor.recorder)));
+  return editor.recorder.rec_by_pcm && settings.rec_appenddata != 0 ? "(" + time + ")" : time;
 }
 
-std::string remaining_time_or_backlog() {
-  if (settings.rec_time != 0) return recorder_time(recorder.rec_remaining);
-  return fmt::format("{} %", recorder.rec_backlog * 100 / recording_buffers);
+std::string remaining_time_or_backlog(const Editor& editor) {
+  if (settings.rec_time != 0) return recorder_time(editor, editor.recorder.rec_remaining);
+  return fmt::format("{} %", editor.recorder.rec_backlog * 100 / recording_buffers);
 }
 
 std::string_view label_of_remaining() { return ui_text(win, settings.rec_time != 0 ? 24 : 27); }
 
-std::string special_kind() {
-  if (recorder.rec_speed > 0) return menu_text_plain(ui_text(row::high_speed_recording));
-  if (recorder.rec_level_on) return menu_text_plain(ui_text(row::level_activated_recording));
+std::string special_kind(const Editor& editor) {
+  if (editor.recorder.rec_speed > 0) return menu_text_plain(ui_text(row::high_speed_recording));
+  if (editor.recorder.rec_level_on) return menu_text_plain(ui_text(row::level_activated_recording));
   return {};
 }
 
@@ -68,7 +69,7 @@ std::string codec_manager_text() {
 
 }  // namespace
 
-void draw_record_panel(const ViewLayout& layout, Canvas& canvas) {
+void draw_record_panel(const Editor& editor, const ViewLayout& layout, Canvas& canvas) {
   const int height = std::min(120, layout.height / 3);  // of the recorded time
   const int label_height = height / 3;
   const int below_middle = height / 4;
@@ -86,16 +87,18 @@ void draw_record_panel(const ViewLayout& layout, Canvas& canvas) {
   // In as many lines as it needs in front of the meter and its scale.
   const Rect place = {centre, height * 7 / 10 + middle, layout.meter_left - 3 * layout.small_font_h,
                       layout.height};
-  if (const std::string kind = special_kind(); !kind.empty())
+  if (const std::string kind = special_kind(editor); !kind.empty())
     canvas.paragraph(place, kind, {.height = label_height, .colour = settings.rgb_selection});
-  value(middle + below_middle, remaining_time_or_backlog(), label_height, settings.rgb_cursor);
-  value(middle - height + below_middle, recorded_time(), height, settings.rgb_cursor);
+  value(middle + below_middle, remaining_time_or_backlog(editor), label_height,
+        settings.rgb_cursor);
+  value(middle - height + below_middle, recorded_time(editor), height, settings.rgb_cursor);
 }
 
-std::string recording_in_words() {
-  std::string words = fmt::format("{}: {}; {}: {}", ui_text(row::recording_time), recorded_time(),
-                                  label_of_remaining(), remaining_time_or_backlog());
-  const std::string special = special_kind();
+std::string recording_in_words(const Editor& editor) {
+  std::string words =
+      fmt::format("{}: {}; {}: {}", ui_text(row::recording_time), recorded_time(editor),
+                  label_of_remaining(), remaining_time_or_backlog(editor));
+  const std::string special = special_kind(editor);
   return special.empty() ? words : words + "; " + special;
 }
 
@@ -104,16 +107,17 @@ std::string encoder_text() {
   return "  Encoder = " + (is_lame ? lame_text() : codec_manager_text());
 }
 
-std::string recording_place_text() {
-  if (!recorder.rec_writing) return std::string(ui_text(row::press_play_to_record));
-  return fmt::format(" {} '{}'", ui_text(row::writing), recorder.rec_file_name);
+std::string recording_place_text(const Editor& editor) {
+  if (!editor.recorder.rec_writing) return std::string(ui_text(row::press_play_to_record));
+  return fmt::format(" {} '{}'", ui_text(row::writing), editor.recorder.rec_file_name);
 }
 
-std::string recording_cues_text() {
-  if (!recorder.rec_writing) return {};
-  if (recorder.rec_cues.empty()) return std::string(ui_text(row::press_begin_for_cues));
-  const auto place = static_cast<std::int64_t>(recorder.rec_cues.back().recorded_at);
-  return fmt::format(" Cue ({}): {}", recorder.rec_cues.size(), recorder_time(place));
+std::string recording_cues_text(const Editor& editor) {
+  if (!editor.recorder.rec_writing) return {};
+  if (editor.recorder.rec_cues.empty()) return std::string(ui_text(row::press_begin_for_cues));
+  const auto place = static_cast<std::int64_t>(editor.recorder.rec_cues.back().recorded_at);
+  return fmt::format(" Cue ({}): {}", editor.recorder.rec_cues.size(),
+                     recorder_time(editor, place));
 }
 
 }  // namespace corvelin

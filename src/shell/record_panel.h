@@ -10,18 +10,20 @@
 
 namespace corvelin {
 
-void draw_record_panel(const ViewLayout& layout, Canvas& canvas);
+struct Editor;
+
+void draw_record_panel(const Editor& editor, const ViewLayout& layout, Canvas& canvas);
 
 /// What the panel says, for who doesn't see it.
-std::string recording_in_words();
+std::string recording_in_words(const Editor& editor);
 
 /// The encoder and its settings.
 std::string encoder_text();
 
 /// Where the recording is written to, or that it waits for its start.
-std::string recording_place_text();
+std::string recording_place_text(const Editor& editor);
 
 /// How many cues were set while it is written; empty before that.
-std::string recording_cues_text();
+std::string recording_cues_text(const Editor& editor);
 
 }  // namespace corvelin

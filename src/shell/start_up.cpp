@@ -10,14 +10,13 @@
 #include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "audio/recorder.h"
-#include "audio/the_player.h"
 #include "document/open_state.h"
 #include "edit/auto_crop.h"
 #include "edit/document_commands.h"
+#include "edit/editor.h"
 #include "edit/normalize_dialog.h"
 #include "edit/open_files.h"
 #include "exchange/id3v1.h"
-#include "model/the_document.h"
 #include "platform/host.h"
 #include "platform/process.h"
 #include "platform/text.h"
@@ -33,43 +32,29 @@ namespace corvelin {
 
 namespace {
 
-void reset_audio() {
-  std::destroy_at(&playback);
-  ::new (&playback)
-      Playback{.document = document, .selection = selection, .level_meter = level_meter};
-  level_meter = {};
-}
-
-void reset_batch() {
-  batch_bottom = 0;
-  batch_level = batch_level_unchanged;
-}
-
 void apply_priority() { set_high_priority(settings.high_pri != 0); }
 
 }  // namespace
 
-void connect_levels() {
+void connect_levels(Editor& editor) {
   open_batch_dialog = batch_dialog;
-  setting_listeners = {{"save_id3v1", keep_id3v1_as_set},
-                       {"volume", apply_volume},
-                       {"high_pri", apply_priority},
-                       {"max_recent", [] { host().rebuild_recent_menu(); }},
-                       {"use_toc", [] { host().rebuild_part_list(); }}};  // its times change
+  setting_listeners = {
+      {"save_id3v1", [&editor] { keep_id3v1_as_set(editor.document, editor.open_state); }},
+      {"volume", apply_volume},
+      {"high_pri", apply_priority},
+      {"max_recent", [] { host().rebuild_recent_menu(); }},
+      {"use_toc", [] { host().rebuild_part_list(); }}};  // its times change
 }
 
 void start_anew() {
-  close_all();
-  document = {};
-  open_state = {};
   batch_active = false;
+  batch_bottom = 0;
+  batch_level = batch_level_unchanged;
   settings = default_settings();
-  reset_audio();
-  reset_batch();
 }
 
-bool start_up(const std::optional<std::string>& path) {
-  connect_levels();
+bool start_up(Editor& editor, const std::optional<std::string>& path) {
+  connect_levels(editor);
   start_anew();
   settings_path = path.value_or(std::string());
   const std::error_code error = path ? read_settings(*path) : std::error_code{};
@@ -86,10 +71,11 @@ void load_language() {
   if (!load_ui_text(wide_to_bytes(settings.language, true))) settings.language.clear();
 }
 
-void shut_down() {
+void shut_down(Editor& editor) {
   if (settings.high_pri != 0) set_high_priority(false);
-  record_stop(recorder, level_meter);  // what was recorded is in its file, whole
-  close_all();
+  record_stop(editor.recorder, editor.level_meter);  // what was recorded is in its file, whole
+  close_all(editor);
+  setting_listeners.clear();
   ui_text_free();
 }
 

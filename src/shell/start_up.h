@@ -7,22 +7,25 @@
 
 namespace corvelin {
 
-/// Ties the hooks of the lower levels to the modules above them. Done once, at the very start.
-void connect_levels();
+struct Editor;
+
+/// Ties the hooks of the lower levels to the modules above them: what follows from a change of the
+/// settings happens to this editor.
+void connect_levels(Editor& editor);
 
 /// The state of a process that just started, with the settings read from `path` if one is
 /// given. False when what stands there can't be read or is no settings file, which has been shown:
 /// the defaults hold then, and no settings are stored.
-bool start_up(const std::optional<std::string>& path);
+bool start_up(Editor& editor, const std::optional<std::string>& path);
 
 /// Loads the language that the settings name. Without its file the texts are English and the
 /// setting is emptied.
 void load_language();
 
-/// The state of a process that just started.
+/// The settings and flags of a process that just started.
 void start_anew();
 
-/// Closes the document and lets the translation go.
-void shut_down();
+/// Closes the document and lets go of the editor and the translation.
+void shut_down(Editor& editor);
 
 }  // namespace corvelin

@@ -12,12 +12,11 @@
 #include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "audio/recorder.h"
-#include "audio/the_player.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/bytes.h"
 #include "platform/numbers.h"
@@ -35,50 +34,51 @@ namespace {
 
 constexpr const char* blank = " ";
 
-std::string time_at(std::uint32_t scaled) {
-  return format_time(scaled, document.stream.avg_bitrate);
+std::string time_at(const Editor& editor, std::uint32_t scaled) {
+  return format_time(scaled, editor.document.stream.avg_bitrate);
 }
 
-std::string title() {
+std::string title(const Editor& editor) {
   std::string text;
-  if (!open_state.project_name.empty())
-    text = fmt::format("{} / ", name_of(open_state.project_name));
-  return fmt::format("{}{} - {}", text, name_of(open_state.audio_name), program_name);
+  if (!editor.open_state.project_name.empty())
+    text = fmt::format("{} / ", name_of(editor.open_state.project_name));
+  return fmt::format("{}{} - {}", text, name_of(editor.open_state.audio_name), program_name);
 }
 
-std::string selection_text() {
-  const std::uint32_t begin = to_time_scale(document, selection.sel_beg);
-  const std::uint32_t end = to_time_scale(document, selection.sel_end);
-  return fmt::format(" {}: {} - {} ({})", ui_text(row::selection), time_at(begin), time_at(end),
-                     time_at(end > begin ? end - begin : 0));
+std::string selection_text(const Editor& editor) {
+  const std::uint32_t begin = to_time_scale(editor.document, editor.selection.sel_beg);
+  const std::uint32_t end = to_time_scale(editor.document, editor.selection.sel_end);
+  return fmt::format(" {}: {} - {} ({})", ui_text(row::selection), time_at(editor, begin),
+                     time_at(editor, end), time_at(editor, end > begin ? end - begin : 0));
 }
 
-std::string part_text() {
-  const PartIndex index = document.current_part;
-  const Part& part = document.parts[index];
-  std::string text =
-      fmt::format(" {} ({} / {}): {} - {}", ui_text(row::part), index + 1, part_count(document),
-                  time_at(to_time_scale(document, part.part_beg)),
-                  time_at(to_time_scale(document, part_end(document, index))));
-  if (document.stream.vbr == vbr_constant) text += fmt::format(" ({})", time_at(part.part_size));
+std::string part_text(const Editor& editor) {
+  const PartIndex index = editor.document.current_part;
+  const Part& part = editor.document.parts[index];
+  std::string text = fmt::format(
+      " {} ({} / {}): {} - {}", ui_text(row::part), index + 1, part_count(editor.document),
+      time_at(editor, to_time_scale(editor.document, part.part_beg)),
+      time_at(editor, to_time_scale(editor.document, part_end(editor.document, index))));
+  if (editor.document.stream.vbr == vbr_constant)
+    text += fmt::format(" ({})", time_at(editor, part.part_size));
   return text;
 }
 
-std::string range_text() {
-  if (has_selection(selection)) return selection_text();
-  return document.parts.empty() ? blank : part_text();
+std::string range_text(const Editor& editor) {
+  if (has_selection(editor.selection)) return selection_text(editor);
+  return editor.document.parts.empty() ? blank : part_text(editor);
 }
 
-std::string stream_text(const FrameInfo& frame) {
+std::string stream_text(const Editor& editor, const FrameInfo& frame) {
   if (frame.version == 0) return " No sync";
   const std::uint32_t khz = frame.sample_rate / 1000;
-  const float average = document.stream.avg_bitrate / 1000;
-  if (document.stream.is_aac != 0)
+  const float average = editor.document.stream.avg_bitrate / 1000;
+  if (editor.document.stream.is_aac != 0)
     return fmt::format("  AAC-LC/ADTS (MPEG {})  -  {} kbps (ABR {:.0f} kbps)  -  {} kHz  -  ",
                        frame.version, frame.bitrate, average, khz);
   const double version = frame.version == 3 ? 2.5 : frame.version;
   const std::string kind = fmt::format("  MPEG {:.1f} Layer {}  -  ", version, frame.layer);
-  if (document.stream.vbr == vbr_constant)
+  if (editor.document.stream.vbr == vbr_constant)
     return fmt::format("{}{} kbps  -  {} kHz  -  ", kind, frame.bitrate, khz);
   return fmt::format("{}{} kbps, VBR ({:.0f} kbps)  -  {} kHz  -  ", kind, frame.bitrate, average,
                      khz);
@@ -102,31 +102,34 @@ std::string tag_text(bool has_tag, std::string_view what_a_save_does, bool does_
   return fmt::format("{} / {}{}", yes_or_no(true), what_a_save_does, yes_or_no(does_it));
 }
 
-std::string info_text() {
+std::string info_text(const Editor& editor) {
   constexpr std::uint32_t smallest_id3v2 = 2;
-  const FrameInfo& frame = selection.current_frame;
-  return fmt::format("{}{}     |     ID3v1: {}  -  ID3v2: {}     |     {}{}", stream_text(frame),
-                     channels_text(frame),
-                     tag_text(stands_at(document.stream.id3v1, 0, "TAG"), ui_text(row::save_tag),
-                              settings.save_id3v1 != 0),
-                     tag_text(document.stream.id3v2_size >= smallest_id3v2, ui_text(row::keep_tag),
-                              settings.keep_id3v2 != 0),
-                     ui_text(row::play_decoder), decoder_name(chosen_decoder(document)));
+  const FrameInfo& frame = editor.selection.current_frame;
+  return fmt::format("{}{}     |     ID3v1: {}  -  ID3v2: {}     |     {}{}",
+                     stream_text(editor, frame), channels_text(frame),
+                     tag_text(stands_at(editor.document.stream.id3v1, 0, "TAG"),
+                              ui_text(row::save_tag), settings.save_id3v1 != 0),
+                     tag_text(editor.document.stream.id3v2_size >= smallest_id3v2,
+                              ui_text(row::keep_tag), settings.keep_id3v2 != 0),
+                     ui_text(row::play_decoder), decoder_name(chosen_decoder(editor.document)));
 }
 
-std::string position_text(std::uint32_t scaled) {
-  const std::uint32_t percent = whole_part(static_cast<double>(scaled) / document.total_size * 100);
-  if (selection.current_frame.frame_length == 0) return fmt::format(" ({}%) ", percent);
-  return fmt::format(" {}: {}   {}: {}   ({}%)", ui_text(row::total), time_at(document.total_size),
-                     ui_text(row::now), time_at(scaled), percent);
+std::string position_text(const Editor& editor, std::uint32_t scaled) {
+  const std::uint32_t percent =
+      whole_part(static_cast<double>(scaled) / editor.document.total_size * 100);
+  if (editor.selection.current_frame.frame_length == 0) return fmt::format(" ({}%) ", percent);
+  return fmt::format(" {}: {}   {}: {}   ({}%)", ui_text(row::total),
+                     time_at(editor, editor.document.total_size), ui_text(row::now),
+                     time_at(editor, scaled), percent);
 }
 
 double margin_in_db(std::uint8_t raw) { return -20 * std::log10(raw / 127.001); }
 
-std::string margin_text() {
-  const double right = margin_in_db(level_meter.meter_margin[1]);
-  if (has_mono_meter()) return fmt::format("{:2.1f}", right);
-  return fmt::format(" {:2.1f}  /  {:2.1f}", margin_in_db(level_meter.meter_margin[0]), right);
+std::string margin_text(const Editor& editor) {
+  const double right = margin_in_db(editor.level_meter.meter_margin[1]);
+  if (has_mono_meter(editor)) return fmt::format("{:2.1f}", right);
+  return fmt::format(" {:2.1f}  /  {:2.1f}", margin_in_db(editor.level_meter.meter_margin[0]),
+                     right);
 }
 
 // The decibels that a bar stands for: its scale is a compressed one, which this undoes.
@@ -141,9 +144,9 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(begin, text.find_last_not_of(' ') + 1 - begin);
 }
 
-Refresh effective_level(Refresh level) {
-  if (document.total_size != 0 || level <= Refresh::no_document) return level;
-  return recorder.is_armed ? Refresh::recording_state : Refresh::no_document;
+Refresh effective_level(const Editor& editor, Refresh level) {
+  if (editor.document.total_size != 0 || level <= Refresh::no_document) return level;
+  return editor.recorder.is_armed ? Refresh::recording_state : Refresh::no_document;
 }
 
 void clear(StatusDisplay& status) {
@@ -153,22 +156,22 @@ void clear(StatusDisplay& status) {
   status.has_scroll_bar = false;
 }
 
-void show_position(StatusDisplay& status) {
-  const std::uint32_t scaled = to_time_scale(document, play_position(playback));
-  status.position_field = position_text(scaled);
+void show_position(const Editor& editor, StatusDisplay& status) {
+  const std::uint32_t scaled = to_time_scale(editor.document, play_position(editor.playback));
+  status.position_field = position_text(editor, scaled);
   status.scroll_position =
-      static_cast<int>(std::uint64_t{scaled} * scroll_end / document.total_size);
+      static_cast<int>(std::uint64_t{scaled} * scroll_end / editor.document.total_size);
   status.has_scroll_bar = true;
 }
 
-void show_recording(StatusDisplay& status) {
-  if (!recorder.is_armed) {
+void show_recording(const Editor& editor, StatusDisplay& status) {
+  if (!editor.recorder.is_armed) {
     status.position_field = status.info_bar = blank;
     return;
   }
-  status.position_field = recording_place_text();
-  if (recorder.rec_writing) {
-    status.range_field = recording_cues_text();
+  status.position_field = recording_place_text(editor);
+  if (editor.recorder.rec_writing) {
+    status.range_field = recording_cues_text(editor);
   } else {
     status.info_bar = encoder_text();
   }
@@ -176,34 +179,36 @@ void show_recording(StatusDisplay& status) {
 
 }  // namespace
 
-Refresh refresh_status(StatusDisplay& status, Refresh level) {
-  level = effective_level(level);
+Refresh refresh_status(const Editor& editor, StatusDisplay& status, Refresh level) {
+  level = effective_level(editor, level);
   if (level == Refresh::no_document) clear(status);
-  if (level == Refresh::recording_state) show_recording(status);
-  if (level >= Refresh::all && !open_state.audio_name.empty()) status.title = title();
+  if (level == Refresh::recording_state) show_recording(editor, status);
+  if (level >= Refresh::all && !editor.open_state.audio_name.empty()) status.title = title(editor);
   if (level >= Refresh::places) {
-    status.range_field = range_text();
-    status.info_bar = info_text();
+    status.range_field = range_text(editor);
+    status.info_bar = info_text(editor);
   }
-  if (level >= Refresh::playing) show_position(status);
+  if (level >= Refresh::playing) show_position(editor, status);
   const bool is_buffer = level == Refresh::playing || level == Refresh::recording;
-  if (is_buffer && settings.margin != 0) status.margin = margin_text();
+  if (is_buffer && settings.margin != 0) status.margin = margin_text(editor);
   return level;
 }
 
-std::string view_in_words() {
-  if (recorder.is_armed) return recording_in_words();
-  if (document.parts.empty()) return {};
-  std::string words(trimmed(position_text(to_time_scale(document, play_position(playback)))));
-  words.append("; ").append(trimmed(part_text()));
-  if (has_selection(selection)) words.append("; ").append(trimmed(selection_text()));
+std::string view_in_words(const Editor& editor) {
+  if (editor.recorder.is_armed) return recording_in_words(editor);
+  if (editor.document.parts.empty()) return {};
+  std::string words(trimmed(
+      position_text(editor, to_time_scale(editor.document, play_position(editor.playback)))));
+  words.append("; ").append(trimmed(part_text(editor)));
+  if (has_selection(editor.selection)) words.append("; ").append(trimmed(selection_text(editor)));
   return words;
 }
 
-std::string meter_in_words() {
-  const double right = level_in_db(level_meter.meter_level[1]);
-  if (has_mono_meter()) return fmt::format("{:.0f} dB", right);
-  return fmt::format("{:.0f} dB / {:.0f} dB", level_in_db(level_meter.meter_level[0]), right);
+std::string meter_in_words(const Editor& editor) {
+  const double right = level_in_db(editor.level_meter.meter_level[1]);
+  if (has_mono_meter(editor)) return fmt::format("{:.0f} dB", right);
+  return fmt::format("{:.0f} dB / {:.0f} dB", level_in_db(editor.level_meter.meter_level[0]),
+                     right);
 }
 
 }  // namespace corvelin

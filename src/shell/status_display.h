@@ -10,6 +10,8 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// All texts are UTF-8.
 struct StatusDisplay {
   std::string title;
@@ -29,11 +31,11 @@ constexpr int scroll_page = 100;
 /// level above `no_document` stands for that or, while a recording is armed, for
 /// `recording_state`; the result is the level that was done. After every one the view is drawn
 /// anew.
-Refresh refresh_status(StatusDisplay& status, Refresh level);
+Refresh refresh_status(const Editor& editor, StatusDisplay& status, Refresh level);
 
 // For those who can't see the view: what others read from graph and map (position, part and
 // selection; nothing without a document), and from the meter.
-std::string view_in_words();
-std::string meter_in_words();
+std::string view_in_words(const Editor& editor);
+std::string meter_in_words(const Editor& editor);
 
 }  // namespace corvelin

@@ -9,10 +9,9 @@
 #include <string_view>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
+#include "edit/editor.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/text.h"
 #include "settings/settings.h"
@@ -33,34 +32,37 @@ std::string artist_and_title(const std::u16string& artist, const std::u16string&
   return text.append(cut_to_units(title_text, 80));
 }
 
-std::string selection_names() {
-  const std::string_view cue = selection.sel_iscue != 0 ? "[cue] " : "";
-  return std::string(cue) + artist_and_title(selection.sel_artist, selection.sel_title);
+std::string selection_names(const Editor& editor) {
+  const std::string_view cue = editor.selection.sel_iscue != 0 ? "[cue] " : "";
+  return std::string(cue) +
+         artist_and_title(editor.selection.sel_artist, editor.selection.sel_title);
 }
 
-std::string_view hint_for_stream() {
-  if (document.stream.is_aac != 0) return ui_text(row::no_level_of_aac);
-  return document.kind.layer == 2 ? ui_text(row::limited_graph_of_layer_2) : std::string_view{};
+std::string_view hint_for_stream(const Editor& editor) {
+  if (editor.document.stream.is_aac != 0) return ui_text(row::no_level_of_aac);
+  return editor.document.kind.layer == 2 ? ui_text(row::limited_graph_of_layer_2)
+                                         : std::string_view{};
 }
 
-bool is_beyond_hint(EditPosition cursor) {
+bool is_beyond_hint(const Editor& editor, EditPosition cursor) {
   constexpr double seconds = 30;
-  return cursor > document.stream.avg_bitrate * seconds * 0.125;
+  return cursor > editor.document.stream.avg_bitrate * seconds * 0.125;
 }
 
-std::string timer_text() {
-  const Part& part = document.parts[document.current_part];
-  std::uint32_t time = to_time_scale(document, play_position(playback));
+std::string timer_text(const Editor& editor) {
+  const Part& part = editor.document.parts[editor.document.current_part];
+  std::uint32_t time = to_time_scale(editor.document, play_position(editor.playback));
   std::string text;
   if (settings.big_relative != 0) {
-    text = fmt::format("{:02} > ", document.current_part + 1);
-    const std::uint32_t begin = to_time_scale(document, part.part_beg);
+    text = fmt::format("{:02} > ", editor.document.current_part + 1);
+    const std::uint32_t begin = to_time_scale(editor.document, part.part_beg);
     time = time > begin ? time - begin : 0;
   }
-  text += format_time(time, document.stream.avg_bitrate);
+  text += format_time(time, editor.document.stream.avg_bitrate);
   if (settings.big_total != 0) {
-    const std::uint32_t total = settings.big_relative != 0 ? part.part_size : document.total_size;
-    text += " / " + format_time(total, document.stream.avg_bitrate);
+    const std::uint32_t total =
+        settings.big_relative != 0 ? part.part_size : editor.document.total_size;
+    text += " / " + format_time(total, editor.document.stream.avg_bitrate);
     text.resize(std::min(text.rfind('.'), text.size()));
   }
   return text;
@@ -78,33 +80,34 @@ int timer_height(const ViewLayout& layout) {
 
 }  // namespace
 
-void draw_big_timer(const ViewLayout& layout, Canvas& canvas) {
+void draw_big_timer(const Editor& editor, const ViewLayout& layout, Canvas& canvas) {
   if (settings.big_timer == 0) return;
-  canvas.text(8, layout.name_font_h + 6, timer_text(),
+  canvas.text(8, layout.name_font_h + 6, timer_text(editor),
               {.height = timer_height(layout), .colour = settings.rgb_cursor});
 }
 
-void draw_name_lines(EditorView& view, Canvas& canvas) {
+void draw_name_lines(const Editor& editor, EditorView& view, Canvas& canvas) {
   const ViewLayout& layout = view.layout;
   const auto line = [&](int y, std::string_view text, Colour colour) {
     if (!text.empty())
       canvas.text(names_left, y, text, {.height = layout.name_font_h, .colour = colour});
   };
   const int above_marks = layout.graph_bottom - layout.small_font_h;
-  const Part& part = document.parts[document.current_part];
+  const Part& part = editor.document.parts[editor.document.current_part];
   line(above_marks - layout.name_font_h, artist_and_title(part.part_artist, part.part_title),
        settings.rgb_actual);
   line(above_marks - 2 * layout.name_font_h,
-       artist_and_title(document.sheet_artist, document.sheet_title), settings.rgb_actual);
+       artist_and_title(editor.document.sheet_artist, editor.document.sheet_title),
+       settings.rgb_actual);
 
-  if (is_beyond_hint(selection.cursor)) view.hint_is_over = true;
-  if (playback.fast_play_level != 0) {
-    line(6, fmt::format("{} ({})", ui_text(row::fast_play), playback.fast_play_level),
+  if (is_beyond_hint(editor, editor.selection.cursor)) view.hint_is_over = true;
+  if (editor.playback.fast_play_level != 0) {
+    line(6, fmt::format("{} ({})", ui_text(row::fast_play), editor.playback.fast_play_level),
          settings.rgb_cursor);
-  } else if (has_selection(selection)) {
-    line(6, selection_names(), settings.rgb_selection);
+  } else if (has_selection(editor.selection)) {
+    line(6, selection_names(editor), settings.rgb_selection);
   } else if (!view.hint_is_over) {
-    line(10, hint_for_stream(), settings.rgb_mpeg);
+    line(10, hint_for_stream(editor), settings.rgb_mpeg);
   }
 }
 

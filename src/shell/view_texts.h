@@ -7,10 +7,12 @@
 
 namespace corvelin {
 
-void draw_big_timer(const ViewLayout& layout, Canvas& canvas);
+struct Editor;
+
+void draw_big_timer(const Editor& editor, const ViewLayout& layout, Canvas& canvas);
 
 /// The names of the current part and the album, and at the top the fast play, what the next cut
 /// will be called, or a hint, which goes for good once the cursor was seen beyond 30 seconds.
-void draw_name_lines(EditorView& view, Canvas& canvas);
+void draw_name_lines(const Editor& editor, EditorView& view, Canvas& canvas);
 
 }  // namespace corvelin

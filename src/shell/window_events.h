@@ -8,11 +8,13 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// Files came by drag and drop. Into the band of the graph of an open document they are appended,
 /// if the user wishes so; else the first is opened and the others are appended to it.
-void drop_files(std::span<const std::string> names, bool in_graph);
+void drop_files(Editor& editor, std::span<const std::string> names, bool in_graph);
 
 /// The thumb was dragged to a position, 0 to `scroll_end`.
-void scroll_to(int position);
+void scroll_to(Editor& editor, int position);
 
 }  // namespace corvelin

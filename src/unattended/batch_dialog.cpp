@@ -3,6 +3,7 @@
 #include "unattended/batch_dialog.h"
 
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "settings/note.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
@@ -30,7 +31,7 @@ bool BatchDialog::accept() {
   }
   offer_removal_of_leftovers(job);
   run.reset();  // which ends with the batch before a new one begins
-  run = std::make_unique<BatchRun>(job, between_slices);
+  run = std::make_unique<BatchRun>(editor, job, between_slices);
   return true;
 }
 
@@ -41,7 +42,7 @@ void BatchDialog::stop() const {
 void BatchDialog::cancel() {
   stop();
   if (!is_running()) run.reset();
-  open_state.document_modified = false;
+  editor.open_state.document_modified = false;
 }
 
 void BatchDialog::choose(BatchOption option, bool is_on) {
@@ -51,8 +52,8 @@ void BatchDialog::choose(BatchOption option, bool is_on) {
   if (splits && is_on) show_note_once(Note::batch);
 }
 
-bool batch_dialog() {
-  BatchDialog dialog;
+bool batch_dialog(Editor& editor) {
+  BatchDialog dialog(editor);
   return show_dialog(dialog);
 }
 

@@ -11,14 +11,19 @@
 
 namespace corvelin {
 
+struct Editor;
+
 struct BatchDialog : Dialog {
+  Editor& editor;
   BatchJob& job = batch_job;
   std::unique_ptr<BatchRun> run;  // the one under way, which a host steps, or the last one
+
+  explicit BatchDialog(Editor& opened_for) : editor(opened_for) {}
 
   /// What a host does while a file is worked on; whether the work shall go on.
   std::function<bool()> between_slices;
 
-  void begin() override { job.begin(); }
+  void begin() override { job.begin(editor); }
 
   /// "Start". False when a field can't be taken, which is told, and when the user takes the warning
   /// about the originals seriously.
@@ -37,6 +42,6 @@ struct BatchDialog : Dialog {
 };
 
 /// The dialog, in the place of the document.
-bool batch_dialog();
+bool batch_dialog(Editor& editor);
 
 }  // namespace corvelin

@@ -10,6 +10,7 @@
 
 #include "document/file_kind.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "platform/file.h"
 #include "platform/folder_list.h"
 #include "platform/path.h"
@@ -97,10 +98,11 @@ std::string date_text(std::timespec time) {
                      local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec);
 }
 
-std::string first_folder() {
+std::string first_folder(const Editor& editor) {
   constexpr std::size_t shortest_folder = 3;  // characters
   if (settings.working_dir.size() >= shortest_folder) return settings.working_dir;
-  if (!open_state.audio_name.empty()) return std::string(folder_of(open_state.audio_name));
+  if (!editor.open_state.audio_name.empty())
+    return std::string(folder_of(editor.open_state.audio_name));
   return settings.file_recent.empty() ? std::string()
                                       : std::string(folder_of(settings.file_recent.front()));
 }
@@ -133,11 +135,11 @@ std::optional<double> read_seconds(std::string_view field) {
   return is_number ? std::optional(leading_decimal(text)) : std::nullopt;
 }
 
-void BatchJob::begin() {
+void BatchJob::begin(const Editor& editor) {
   limit_seconds = cut_begin = cut_end = fade_begin = fade_end = join_name = {};
   batch_level = level_of_0_db;
   if (source_folder.empty()) {
-    source_folder = first_folder();
+    source_folder = first_folder(editor);
     batch_bottom =
         static_cast<std::uint8_t>(std::min<unsigned>(settings.lowest_gain, highest_bottom));
   }

@@ -12,6 +12,8 @@
 
 namespace corvelin {
 
+struct Editor;
+
 enum class BatchOption : std::uint16_t {
   only_save = 1,
   normalize = 2,
@@ -82,7 +84,7 @@ struct BatchJob {
 
   /// What a dialog or a run starts with: the folder of before or the user's own, empty fields of
   /// seconds, a level of 0 dB, and the files of the folder.
-  void begin();
+  void begin(const Editor& editor);
 
   /// Reads the folder anew: the files of the mask with an extension that is audio, all selected,
   /// sorted. None, and `source_fault`, when folder or mask can't be taken or the folder can't be

@@ -19,6 +19,7 @@
 #include "document/open_audio_file.h"
 #include "document/open_state.h"
 #include "edit/auto_crop.h"
+#include "edit/editor.h"
 #include "edit/normalize_dialog.h"
 #include "edit/open_files.h"
 #include "exchange/save_run.h"
@@ -29,7 +30,6 @@
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/interruption.h"
@@ -114,102 +114,108 @@ void settle(BatchResult& result, BatchHost& quiet) {
 double seconds_of(const std::string& field) { return read_seconds(field).value_or(0); }
 
 // The last frame that begins so many seconds behind the start, or less.
-EditPosition frame_not_behind(double seconds) {
+EditPosition frame_not_behind(Editor& editor, double seconds) {
   constexpr double allowed = 1e-6;  // seconds, as a sum of frames is no round number
-  const EditPosition pos = exact_place(document, seconds);
-  return exact_seconds(document, pos) > seconds + allowed
-             ? frame_before(document, pos, selection.current_frame)
+  const EditPosition pos = exact_place(editor.document, seconds);
+  return exact_seconds(editor.document, pos) > seconds + allowed
+             ? frame_before(editor.document, pos, editor.selection.current_frame)
              : pos;
 }
 
-double whole_seconds() { return exact_seconds(document, document.total_size); }
+double whole_seconds(const Editor& editor) {
+  return exact_seconds(editor.document, editor.document.total_size);
+}
 
 enum class Change : std::uint8_t { none, made, nothing_left, impossible };
 
 // What is left is no longer than that.
-Change limit_length(double seconds) {
-  const EditPosition end = frame_not_behind(seconds);
+Change limit_length(Editor& editor, double seconds) {
+  const EditPosition end = frame_not_behind(editor, seconds);
   if (end == 0) return Change::nothing_left;
-  if (end >= document.total_size) return Change::none;
-  return delete_range(document, end, document.total_size) != no_part ? Change::made
-                                                                     : Change::impossible;
+  if (end >= editor.document.total_size) return Change::none;
+  return delete_range(editor.document, end, editor.document.total_size) != no_part
+             ? Change::made
+             : Change::impossible;
 }
 
 // At least so much of either end goes.
-Change cut_ends(double begin_seconds, double end_seconds) {
-  const double whole = whole_seconds();
-  const EditPosition begin = begin_seconds > 0 ? exact_place(document, begin_seconds) : 0;
-  const EditPosition end =
-      end_seconds > 0 ? frame_not_behind(std::max(whole - end_seconds, 0.0)) : document.total_size;
+Change cut_ends(Editor& editor, double begin_seconds, double end_seconds) {
+  const double whole = whole_seconds(editor);
+  const EditPosition begin = begin_seconds > 0 ? exact_place(editor.document, begin_seconds) : 0;
+  const EditPosition end = end_seconds > 0
+                               ? frame_not_behind(editor, std::max(whole - end_seconds, 0.0))
+                               : editor.document.total_size;
   if (begin >= end) return Change::nothing_left;
-  const bool is_end_cut =
-      end == document.total_size || delete_range(document, end, document.total_size) != no_part;
-  const bool is_begin_cut = begin == 0 || delete_range(document, 0, begin) != no_part;
+  const bool is_end_cut = end == editor.document.total_size ||
+                          delete_range(editor.document, end, editor.document.total_size) != no_part;
+  const bool is_begin_cut = begin == 0 || delete_range(editor.document, 0, begin) != no_part;
   return is_end_cut && is_begin_cut ? Change::made : Change::impossible;
 }
 
 // A fade that is longer than the stream takes all of it.
-void fade_ends(double begin_seconds, double end_seconds, int bottom) {
+void fade_ends(Editor& editor, double begin_seconds, double end_seconds, int bottom) {
   const auto gain = static_cast<std::int16_t>(-(2 * bottom) / 3);
-  const double whole = whole_seconds();
-  const EditPosition begin = begin_seconds > 0 ? exact_place(document, begin_seconds) : 0;
+  const double whole = whole_seconds(editor);
+  const EditPosition begin = begin_seconds > 0 ? exact_place(editor.document, begin_seconds) : 0;
   const EditPosition end = end_seconds > 0
-                               ? exact_place(document, std::max(whole - end_seconds, 0.0))
-                               : document.total_size;
-  if (begin != 0 && delete_range(document, begin, begin) != no_part)
-    document.parts[0].part_gainbeg = gain;
-  if (end < document.total_size && delete_range(document, end, end) != no_part)
-    document.end_gain = gain;
+                               ? exact_place(editor.document, std::max(whole - end_seconds, 0.0))
+                               : editor.document.total_size;
+  if (begin != 0 && delete_range(editor.document, begin, begin) != no_part)
+    editor.document.parts[0].part_gainbeg = gain;
+  if (end < editor.document.total_size && delete_range(editor.document, end, end) != no_part)
+    editor.document.end_gain = gain;
 }
 
-void shift_levels(int steps) {
-  for (Part& part : document.parts)
+void shift_levels(Editor& editor, int steps) {
+  for (Part& part : editor.document.parts)
     part.part_gainbeg = static_cast<std::int16_t>(part.part_gainbeg + steps);
-  document.end_gain = static_cast<std::int16_t>(document.end_gain + steps);
+  editor.document.end_gain = static_cast<std::int16_t>(editor.document.end_gain + steps);
 }
 
-Change normalize(std::uint8_t level) {
-  const std::int16_t before = document.parts[0].part_gainbeg;
-  set_selection(selection, 0, document.total_size);
+Change normalize(Editor& editor, std::uint8_t level) {
+  const std::int16_t before = editor.document.parts[0].part_gainbeg;
+  set_selection(editor.selection, 0, editor.document.total_size);
   batch_level = level;
-  NormalizeDialog dialog;
+  NormalizeDialog dialog(editor);
   dialog.begin();
   if (dialog.state != NormalizeDialog::State::scanning) return Change::impossible;
   run_unattended(dialog);
   if (dialog.state == NormalizeDialog::State::stopped) return Change::impossible;
-  return document.parts[0].part_gainbeg != before ? Change::made : Change::none;
+  return editor.document.parts[0].part_gainbeg != before ? Change::made : Change::none;
 }
 
-Change crop() {
-  const std::uint32_t before = document.total_size;
-  if (!auto_crop()) return Change::impossible;
-  return document.total_size < before ? Change::made : Change::none;
+Change crop(Editor& editor) {
+  const std::uint32_t before = editor.document.total_size;
+  if (!auto_crop(editor)) return Change::impossible;
+  return editor.document.total_size < before ? Change::made : Change::none;
 }
 
 // Carries out the options in the order of their work, and tells whether there is something to save.
 class Changes {
  public:
-  explicit Changes(const BatchJob& job) : job_(job) {}
+  Changes(Editor& editor, const BatchJob& job) : editor_(editor), job_(job) {}
 
   Change make() {
     if (job_.has(BatchOption::only_save)) result_ = Change::made;
-    if (job_.has(BatchOption::limit_length)) take(limit_length(seconds_of(job_.limit_seconds)));
+    if (job_.has(BatchOption::limit_length))
+      take(limit_length(editor_, seconds_of(job_.limit_seconds)));
     if (job_.has(BatchOption::cut) && goes_on())
-      take(cut_ends(seconds_of(job_.cut_begin), seconds_of(job_.cut_end)));
-    if (job_.has(BatchOption::auto_crop) && goes_on()) take(crop());
-    if (document.kind.layer == layer_with_levels && goes_on()) change_levels();
+      take(cut_ends(editor_, seconds_of(job_.cut_begin), seconds_of(job_.cut_end)));
+    if (job_.has(BatchOption::auto_crop) && goes_on()) take(crop(editor_));
+    if (editor_.document.kind.layer == layer_with_levels && goes_on()) change_levels();
     return result_;
   }
 
  private:
   void change_levels() {
     if (job_.has(BatchOption::simple_fade)) {
-      fade_ends(seconds_of(job_.fade_begin), seconds_of(job_.fade_end), job_.usable_bottom());
+      fade_ends(editor_, seconds_of(job_.fade_begin), seconds_of(job_.fade_end),
+                job_.usable_bottom());
       take(Change::made);
     }
-    if (job_.has(BatchOption::normalize)) take(normalize(job_.batch_level));
+    if (job_.has(BatchOption::normalize)) take(normalize(editor_, job_.batch_level));
     if (job_.has(BatchOption::level)) {
-      shift_levels(job_.batch_level - BatchJob::level_of_0_db);
+      shift_levels(editor_, job_.batch_level - BatchJob::level_of_0_db);
       take(Change::made);
     }
   }
@@ -221,6 +227,7 @@ class Changes {
     result_ = std::max(result_, change);
   }
 
+  Editor& editor_;
   const BatchJob& job_;
   Change result_ = Change::none;
 };
@@ -320,9 +327,10 @@ bool can_run_side_by_side(const BatchJob& job) {
   return !splits(job) || settings.split_pattern.find(u"%F") != std::u16string::npos;
 }
 
-BatchRun::BatchRun(BatchJob job, std::function<bool()> between_slices,
+BatchRun::BatchRun(Editor& editor, BatchJob job, std::function<bool()> between_slices,
                    BatchStartHook before_writing)
-    : job_(std::move(job)),
+    : editor_(editor),
+      job_(std::move(job)),
       between_slices_(std::move(between_slices)),
       before_writing_(std::move(before_writing)) {
   for (const BatchItem& item : job_.items)
@@ -362,7 +370,7 @@ void BatchRun::process(const BatchItem& item) {
   ends_early_ = joining_.back().outcome == BatchOutcome::failed;
   if (!ends_early_) return;
   settle_join(BatchOutcome::unjoined);
-  close_all();
+  close_all(editor_);
   join_target_.clear();
 }
 
@@ -382,7 +390,7 @@ BatchResult BatchRun::work_on(const BatchItem& item) {
   if (same != same_files_.end()) {
     result.reason = "leads to the same file as " + same->second;
   } else if (open(result)) {
-    const Change change = splits(job_) ? Change::made : Changes(job_).make();
+    const Change change = splits(job_) ? Change::made : Changes(editor_, job_).make();
     if (change == Change::made)
       result = splits(job_) ? split(std::move(result)) : save(std::move(result), item.begun_target);
     if (change == Change::none) result.outcome = BatchOutcome::unchanged;
@@ -391,35 +399,36 @@ BatchResult BatchRun::work_on(const BatchItem& item) {
   settle(result, quiet);
   if (!result.reason.empty() && (problems_.empty() || problems_.back().number != number_))
     tell(fmt::format("{}: {}  {}", number_, result.name, result.reason));
-  close_all();
-  open_state.document_modified = false;
+  close_all(editor_);
+  editor_.open_state.document_modified = false;
   return result;
 }
 
 bool BatchRun::open(BatchResult& result) {
   const std::string path = job_.source_folder + result.name;
-  close_all();
-  reset_state(ResetLevel::new_stream);
-  const std::string fault = open_audio_file(path);
+  close_all(editor_);
+  reset_state(editor_.document, editor_.selection, editor_.open_state, ResetLevel::new_stream);
+  const std::string fault =
+      open_audio_file(editor_.document, editor_.selection, editor_.open_state, path);
   if (fault.empty()) {
     host().refresh_view(Refresh::all);
     return true;
   }
   result.reason = one_line(fault);
   note(result, ui_text(row::open_failed));
-  close_all();
+  close_all(editor_);
   return false;
 }
 
 BatchResult BatchRun::split(BatchResult result) {
-  const bool has_cues =
-      job_.has(BatchOption::pause_detection) ? cue_pauses_of_whole_stream() : cue_by_clock();
+  const bool has_cues = job_.has(BatchOption::pause_detection) ? cue_pauses_of_whole_stream(editor_)
+                                                               : cue_by_clock(editor_);
   if (!has_cues) return result;
   const std::string folder(folder_of(target_name(result.name)));
   result.target = folder;
   if (!may_write(result)) return result;
-  open_state.split_dest_folder = folder;
-  SplitRun run(folder, 1);
+  editor_.open_state.split_dest_folder = folder;
+  SplitRun run(editor_.document, editor_.selection, editor_.open_state, folder, 1);
   drive(run);
   if (run.result() == SplitResult::finished) {
     result.outcome = BatchOutcome::split;
@@ -433,7 +442,7 @@ BatchResult BatchRun::split(BatchResult result) {
 
 BatchResult BatchRun::save(BatchResult result, const std::string& begun_target) {
   const bool replaces_source = job_.has(BatchOption::overwrite_originals);
-  const std::string& audio = open_state.audio_name;
+  const std::string& audio = editor_.open_state.audio_name;
   const std::string target = replaces_source ? audio + ".~~~" + std::string(extension_of(audio))
                                              : target_name(result.name);
   result.target = replaces_source ? audio : target;
@@ -451,7 +460,8 @@ BatchResult BatchRun::save(BatchResult result, const std::string& begun_target) 
 }
 
 void BatchRun::save_to(const std::string& name, bool replaces_source, BatchResult& result) {
-  SaveRun run(name, whole_stream(),
+  SaveRun run(editor_.document, editor_.selection, editor_.open_state, name,
+              whole_stream(editor_.document),
               replaces_source ? std::optional<std::uint16_t>(0) : std::nullopt);
   if (run.begin()) drive(run);
   const bool is_saved = run.is_written() && !run.has_failed();
@@ -469,8 +479,8 @@ bool BatchRun::may_write(BatchResult& result) const {
     if (const std::error_code error = create_folders(folder))
       result.reason = fmt::format("{}: {}", folder, error.message());
   if (result.reason.empty() && before_writing_)
-    result.reason =
-        before_writing_({result.name, result.target, document.files[0].handle->facts_at_open()});
+    result.reason = before_writing_(
+        {result.name, result.target, editor_.document.files[0].handle->facts_at_open()});
   if (!result.reason.empty()) result.target.clear();
   return result.reason.empty();
 }
@@ -511,7 +521,7 @@ BatchResult BatchRun::begin_join(const BatchItem& item) {
 BatchResult BatchRun::join(const BatchItem& item) {
   BatchResult result = {.name = item.name, .outcome = BatchOutcome::joined};
   std::vector<std::string> lines;
-  if (append_file_reported(job_.source_folder + item.name, &lines)) return result;
+  if (append_file_reported(editor_.document, job_.source_folder + item.name, &lines)) return result;
   result.outcome = BatchOutcome::failed;
   result.reason = lines.back();
   tell(result.reason);
@@ -544,12 +554,12 @@ void BatchRun::end_join() {
 }
 
 void BatchRun::finish() {
-  close_all();
+  close_all(editor_);
   for (std::size_t i = number_; i < items_.size(); ++i)
     results_.push_back({.name = items_[i]->name,
                         .outcome = ends_early_ ? BatchOutcome::unjoined : BatchOutcome::stopped});
   if (is_stopped_) tell_of_all(std::string(ui_text(row::user_stopped)));
-  open_state.document_modified = false;
+  editor_.open_state.document_modified = false;
   is_over_ = true;
   host().refresh_view(Refresh::all);
 }

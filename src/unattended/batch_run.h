@@ -20,6 +20,8 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// What became of a file. `unjoined` is nothing wrong with, but no joined file was made of it.
 enum class BatchOutcome : std::uint8_t {
   written,
@@ -66,8 +68,8 @@ class BatchRun : public LongRun {
  public:
   /// `between_slices` is called again and again while a file is worked on; it returns whether the
   /// work shall go on.
-  explicit BatchRun(BatchJob job, std::function<bool()> between_slices = nullptr,
-                    BatchStartHook before_writing = nullptr);
+  BatchRun(Editor& editor, BatchJob job, std::function<bool()> between_slices = nullptr,
+           BatchStartHook before_writing = nullptr);
   ~BatchRun() override;
   BatchRun(const BatchRun&) = delete;
   BatchRun& operator=(const BatchRun&) = delete;
@@ -102,13 +104,14 @@ class BatchRun : public LongRun {
   void finish();
   BatchResult split(BatchResult result);
   BatchResult save(BatchResult result, const std::string& begun_target);
-  static void save_to(const std::string& name, bool replaces_source, BatchResult& result);
+  void save_to(const std::string& name, bool replaces_source, BatchResult& result);
   bool may_write(BatchResult& result) const;
   [[nodiscard]] std::string target_name(const std::string& name) const;
   void note(const BatchResult& result, std::string_view label);
   void tell(std::string line);
   void tell_of_all(std::string line);
 
+  Editor& editor_;
   const BatchJob job_;
   std::function<bool()> between_slices_;
   BatchStartHook before_writing_;

@@ -2,16 +2,16 @@
 // Begins each dialog, waits for what it measures, and takes its OK.
 #include "unattended/dialog_runs.h"
 
+#include "edit/editor.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 
 namespace corvelin {
 
 namespace {
 
-void select_whole_stream() {
-  selection.sel_beg = 0;
-  selection.sel_end = document.total_size;
+void select_whole_stream(Editor& editor) {
+  editor.selection.sel_beg = 0;
+  editor.selection.sel_end = editor.document.total_size;
 }
 
 }  // namespace
@@ -31,25 +31,25 @@ bool run_unattended(AutoCueDialog& dialog) {
   return dialog.accept() && dialog.result == Result::done;
 }
 
-bool normalize_whole_stream() {
-  select_whole_stream();
+bool normalize_whole_stream(Editor& editor) {
+  select_whole_stream(editor);
   batch_level = batch_level_unchanged;
-  NormalizeDialog dialog;
+  NormalizeDialog dialog(editor);
   dialog.begin();
   return dialog.state == NormalizeDialog::State::scanning && run_unattended(dialog);
 }
 
-bool cue_pauses_of_whole_stream() {
-  select_whole_stream();
-  PauseDialog dialog;
+bool cue_pauses_of_whole_stream(Editor& editor) {
+  select_whole_stream(editor);
+  PauseDialog dialog(editor);
   dialog.begin();
   if (!dialog.accept()) return false;
   drive(dialog);
   return !dialog.has_broken_off;
 }
 
-bool cue_by_clock() {
-  AutoCueDialog dialog;
+bool cue_by_clock(Editor& editor) {
+  AutoCueDialog dialog(editor);
   dialog.begin();
   return dialog.accept() && dialog.result != Result::refused;
 }

@@ -13,14 +13,13 @@
 
 #include "audio/playback.h"
 #include "audio/recorder.h"
-#include "audio/the_player.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "edit/record_commands.h"
 #include "edit/transport.h"
 #include "exchange/project_file.h"
 #include "model/document.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "platform/file.h"
 #include "platform/path.h"
@@ -60,20 +59,20 @@ void write_state(const std::string& path, std::string_view state) {
   if (error) remove_file(path);
 }
 
-std::string recording_state() {
+std::string recording_state(const Editor& editor) {
   const auto length = static_cast<std::uint32_t>(std::min<std::uint64_t>(
-      recorded_length(recorder), std::numeric_limits<std::uint32_t>::max()));
+      recorded_length(editor.recorder), std::numeric_limits<std::uint32_t>::max()));
   return fmt::format("Recording{}\n\nFile: {}\nLength: {}",
-                     recorder.rec_level_on ? " (level activated)" : "", recorder.rec_file_name,
-                     format_time(length, recorder.rec_rate));
+                     editor.recorder.rec_level_on ? " (level activated)" : "",
+                     editor.recorder.rec_file_name, format_time(length, editor.recorder.rec_rate));
 }
 
-std::string state_text() {
-  if (recorder.rec_writing) return recording_state();
-  if (recorder.is_armed) return "Recording prepared";
-  if (!playback.is_playing) return "Idle";
-  return fmt::format("Playing\n\nFile (1st): {}\nPosition: {}", open_state.audio_name,
-                     shown_time(document, play_position(playback)));
+std::string state_text(const Editor& editor) {
+  if (editor.recorder.rec_writing) return recording_state(editor);
+  if (editor.recorder.is_armed) return "Recording prepared";
+  if (!editor.playback.is_playing) return "Idle";
+  return fmt::format("Playing\n\nFile (1st): {}\nPosition: {}", editor.open_state.audio_name,
+                     shown_time(editor.document, play_position(editor.playback)));
 }
 
 std::string said_in(const std::vector<MessageBox>& boxes) {
@@ -85,54 +84,58 @@ std::string said_in(const std::vector<MessageBox>& boxes) {
 }
 
 // Nobody can be asked about edits that are not saved, so they are kept in a project of their own.
-bool keep_edits() {
-  if (document.parts.empty() || !open_state.document_modified) return true;
-  return !keep_recording_project().empty();
+bool keep_edits(Editor& editor) {
+  if (editor.document.parts.empty() || !editor.open_state.document_modified) return true;
+  return !keep_recording_project(editor).empty();
 }
 
-void start_to_record(bool by_level) {
-  if (playback.is_playing || playback.is_requested || recorder.rec_writing) return;
-  if (recorder.is_armed) {
-    recorder.rec_level_on = recorder.rec_level_on || by_level;
-  } else if (!keep_edits() || !(by_level ? level_activated_recording() : initialize_recording())) {
+void start_to_record(Editor& editor, bool by_level) {
+  if (editor.playback.is_playing || editor.playback.is_requested || editor.recorder.rec_writing)
+    return;
+  if (editor.recorder.is_armed) {
+    editor.recorder.rec_level_on = editor.recorder.rec_level_on || by_level;
+  } else if (!keep_edits(editor) ||
+             !(by_level ? level_activated_recording(editor) : initialize_recording(editor))) {
     return;
   }
-  start_recording_unattended({});
+  start_recording_unattended(editor, {});
 }
 
-void save(const std::string& path) {
-  if (recorder.is_armed || document.parts.empty()) return;
-  const std::string& audio = open_state.audio_name;
+void save(Editor& editor, const std::string& path) {
+  if (editor.recorder.is_armed || editor.document.parts.empty()) return;
+  const std::string& audio = editor.open_state.audio_name;
   const std::string name = (audio.empty() ? path : audio) + ".cvp";
-  if (const std::error_code error = write_project(name, play_position(playback)))
+  if (const std::error_code error =
+          write_project(editor.document, editor.selection, editor.open_state, name,
+                        play_position(editor.playback)))
     return show_error(fmt::format("{}\n{}", name, error.message()));
-  open_state.project_name = name;
+  editor.open_state.project_name = name;
   host().refresh_view(Refresh::all);
 }
 
 // False when there are edits that could not be kept: then the program goes on.
-bool quit() {
-  stop();
-  if (!keep_edits()) return false;
+bool quit(Editor& editor) {
+  stop(editor);
+  if (!keep_edits(editor)) return false;
   request_close();
   return true;
 }
 
 // Whether the program goes on.
-bool carry_out(RemoteCommand command, const std::string& path) {
+bool carry_out(Editor& editor, RemoteCommand command, const std::string& path) {
   switch (command) {
     case RemoteCommand::record:
     case RemoteCommand::record_by_level:
-      start_to_record(command == RemoteCommand::record_by_level);
+      start_to_record(editor, command == RemoteCommand::record_by_level);
       break;
     case RemoteCommand::stop:
-      stop();
+      stop(editor);
       break;
     case RemoteCommand::save:
-      save(path);
+      save(editor, path);
       break;
     case RemoteCommand::quit:
-      return !quit();
+      return !quit(editor);
   }
   return true;
 }
@@ -143,20 +146,20 @@ bool is_remote_command_there() {
   return remote_control_on && remote_command(head_of(remote_file())).has_value();
 }
 
-std::vector<MessageBox> remote_scan() {
+std::vector<MessageBox> remote_scan(Editor& editor) {
   const std::string path = remote_file();
   if (!remote_control_on || path.empty()) return {};
   if (!is_name_taken(path)) {
-    write_state(path, state_text());
+    write_state(path, state_text(editor));
     return {};
   }
   const std::optional<RemoteCommand> command = remote_command(head_of(path));
   if (!command || is_busy() || remove_file(path)) return {};
   const Busy busy;
   QuietHost quiet;
-  const bool goes_on = carry_out(*command, path);
+  const bool goes_on = carry_out(editor, *command, path);
   std::vector<MessageBox> boxes = quiet.take_boxes();
-  if (goes_on) write_state(path, state_text() + said_in(boxes));
+  if (goes_on) write_state(path, state_text(editor) + said_in(boxes));
   return boxes;
 }
 

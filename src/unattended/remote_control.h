@@ -13,12 +13,14 @@
 
 namespace corvelin {
 
+struct Editor;
+
 constexpr std::chrono::seconds remote_scan_interval(30);
 
 /// Carries out the command that stands in the file, and writes the file anew with the status; also
 /// where there is none. While the program is busy a command waits. Returns the boxes that were not
 /// shown: what they say is in the file.
-std::vector<MessageBox> remote_scan();
+std::vector<MessageBox> remote_scan(Editor& editor);
 
 /// Whether a command stands in the file.
 bool is_remote_command_there();

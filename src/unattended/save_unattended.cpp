@@ -7,10 +7,10 @@
 #include <system_error>
 
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "exchange/changed_sources.h"
 #include "exchange/split_save.h"
 #include "model/document.h"
-#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/host.h"
 #include "platform/long_run.h"
@@ -24,8 +24,8 @@ namespace corvelin {
 namespace {
 
 // A file that is in the way may be anybody's work. Who answers for all is asked too.
-bool may_replace(const std::string& name) {
-  if (!file_facts(name).found || is_source(name)) return true;
+bool may_replace(const Editor& editor, const std::string& name) {
+  if (!file_facts(name).found || is_source(editor, name)) return true;
   const MessageBox box = {
       .caption = std::string(ui_text(row::warning)),
       .text = fmt::format("{} {}\n\nReplace it?", ui_text(row::file_exists), name),
@@ -37,24 +37,25 @@ bool may_replace(const std::string& name) {
 
 }  // namespace
 
-SaveOutcome save_unattended(bool overwrite) {
-  if (overwrite) return save_over_source();
-  const std::string& audio = open_state.audio_name;
+SaveOutcome save_unattended(Editor& editor, bool overwrite) {
+  if (overwrite) return save_over_source(editor);
+  const std::string& audio = editor.open_state.audio_name;
   const std::string name = audio + std::string(extension_of(audio));
-  return may_replace(name) ? save_under_name(name) : SaveOutcome::not_started;
+  return may_replace(editor, name) ? save_under_name(editor, name) : SaveOutcome::not_started;
 }
 
-SaveOutcome split_unattended(const std::string& folder) {
-  if (document.parts.empty() || !may_save_from_sources()) return SaveOutcome::not_started;
-  std::string& target = open_state.split_dest_folder;
-  target =
-      folder.empty() ? std::string(folder_of(open_state.audio_name)) : in_current_folder(folder);
+SaveOutcome split_unattended(Editor& editor, const std::string& folder) {
+  if (editor.document.parts.empty() || !may_save_from_sources(editor.document))
+    return SaveOutcome::not_started;
+  std::string& target = editor.open_state.split_dest_folder;
+  target = folder.empty() ? std::string(folder_of(editor.open_state.audio_name))
+                          : in_current_folder(folder);
   if (const std::error_code error = create_folders(target)) {
     show_error(error.message() + "\n" + target);
     return SaveOutcome::failed;
   }
   if (!target.ends_with('/')) target += '/';
-  SplitRun run(target, 1);
+  SplitRun run(editor.document, editor.selection, editor.open_state, target, 1);
   drive(run);
   return run.result() == SplitResult::finished ? SaveOutcome::saved : SaveOutcome::failed;
 }

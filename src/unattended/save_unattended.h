@@ -8,12 +8,14 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// Saves in the place of the opened file with `overwrite`, else beside it: song.mp3 gives
 /// song.mp3.mp3. A file that is in the way there is replaced only if the user wants that.
-SaveOutcome save_unattended(bool overwrite);
+SaveOutcome save_unattended(Editor& editor, bool overwrite);
 
 /// Splits without a question, with the settings as they stand, into `folder`, which is
 /// made if it isn't there, or beside the audio with an empty one.
-SaveOutcome split_unattended(const std::string& folder);
+SaveOutcome split_unattended(Editor& editor, const std::string& folder);
 
 }  // namespace corvelin

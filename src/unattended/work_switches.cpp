@@ -4,8 +4,8 @@
 
 #include "document/open_state.h"
 #include "edit/auto_crop.h"
+#include "edit/editor.h"
 #include "model/document.h"
-#include "model/the_document.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
 #include "unattended/dialog_runs.h"
@@ -15,34 +15,37 @@ namespace corvelin {
 
 namespace {
 
-SaveOutcome save(const WorkRequest& request) { return save_unattended(request.overwrite); }
-
-SaveOutcome normalize(const WorkRequest& request) {
-  return normalize_whole_stream() ? save_unattended(request.overwrite) : SaveOutcome::not_started;
+SaveOutcome save(Editor& editor, const WorkRequest& request) {
+  return save_unattended(editor, request.overwrite);
 }
 
-SaveOutcome crop(const WorkRequest& request) {
-  const std::uint32_t size_before = document.total_size;
-  if (!auto_crop()) return SaveOutcome::not_started;
-  if (document.total_size == size_before) {
+SaveOutcome normalize(Editor& editor, const WorkRequest& request) {
+  return normalize_whole_stream(editor) ? save_unattended(editor, request.overwrite)
+                                        : SaveOutcome::not_started;
+}
+
+SaveOutcome crop(Editor& editor, const WorkRequest& request) {
+  const std::uint32_t size_before = editor.document.total_size;
+  if (!auto_crop(editor)) return SaveOutcome::not_started;
+  if (editor.document.total_size == size_before) {
     show_refusal(ui_text(row::nothing_to_crop));
     return SaveOutcome::not_started;
   }
-  return save_unattended(request.overwrite);
+  return save_unattended(editor, request.overwrite);
 }
 
-SaveOutcome split(const WorkRequest& request) {
-  const SaveOutcome outcome = split_unattended(request.folder);
-  if (outcome == SaveOutcome::saved) open_state.document_modified = false;
+SaveOutcome split(Editor& editor, const WorkRequest& request) {
+  const SaveOutcome outcome = split_unattended(editor, request.folder);
+  if (outcome == SaveOutcome::saved) editor.open_state.document_modified = false;
   return outcome;
 }
 
-SaveOutcome split_by_clock(const WorkRequest& request) {
-  return cue_by_clock() ? split(request) : SaveOutcome::not_started;
+SaveOutcome split_by_clock(Editor& editor, const WorkRequest& request) {
+  return cue_by_clock(editor) ? split(editor, request) : SaveOutcome::not_started;
 }
 
-SaveOutcome split_at_pauses(const WorkRequest& request) {
-  return cue_pauses_of_whole_stream() ? split(request) : SaveOutcome::not_started;
+SaveOutcome split_at_pauses(Editor& editor, const WorkRequest& request) {
+  return cue_pauses_of_whole_stream(editor) ? split(editor, request) : SaveOutcome::not_started;
 }
 
 constexpr WorkSwitch table[] = {

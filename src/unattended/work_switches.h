@@ -11,6 +11,8 @@
 
 namespace corvelin {
 
+struct Editor;
+
 /// What is given with the switch.
 struct WorkRequest {
   std::string folder;      // empty: that of the audio
@@ -23,7 +25,7 @@ struct WorkSwitch {
   bool takes_folder;
   bool saves;         // one file, which may be the source with /overwrite
   bool needs_levels;  // has nothing to do where the level can't be changed
-  SaveOutcome (*run)(const WorkRequest& request);
+  SaveOutcome (*run)(Editor& editor, const WorkRequest& request);
 };
 
 std::span<const WorkSwitch> work_switches();

@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "audio/encoder_settings.h"
+#include "edit/editor.h"
 #include "model/frame_locator.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/dynamic_library.h"
 #include "settings/settings.h"
 #include "support/core_test.h"

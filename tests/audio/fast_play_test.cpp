@@ -6,8 +6,8 @@
 
 #include <vector>
 
+#include "edit/editor.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 
 namespace corvelin::test {
 namespace {

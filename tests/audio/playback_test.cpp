@@ -13,14 +13,13 @@
 #include "audio/decoder_bridge.h"
 #include "audio/level_meter.h"
 #include "audio/sample_reader.h"
-#include "audio/the_player.h"
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "edit/transport.h"
 #include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "shell/panel_buttons.h"
 #include "support/core_test.h"
@@ -34,7 +33,7 @@ constexpr std::size_t frame_bytes = 1152 * 4;  // of samples
 class PlaybackTest : public CoreTest {
  protected:
   PlaybackTest() { open_sample("cbr128.mp3"); }
-  ~PlaybackTest() override { stop_playing(); }
+  ~PlaybackTest() override { stop_playing(editor); }
 
   void open_sample(const std::string& name) {
     ASSERT_TRUE(open(std::string(CORVELIN_SAMPLES "/") + name));
@@ -47,7 +46,7 @@ class PlaybackTest : public CoreTest {
   }
 
   // The samples of the whole edited stream.
-  static Bytes decode_all() {
+  Bytes decode_all() {
     SampleReader reader(document);
     EXPECT_TRUE(reader.open({}, document.total_size, 10));
     Bytes all;
@@ -122,18 +121,18 @@ TEST_F(PlaybackTest, PlaysTheEditedStreamToItsEnd) {
   document.parts[1].part_gainbeg = -20;
   delete_range(document, begins[700], document.total_size);
   const Bytes all = decode_all();
-  ASSERT_EQ(dispatch_command(134), DispatchResult::done);
-  EXPECT_TRUE(is_button_pressed(134));
+  ASSERT_EQ(dispatch_command(editor, 134), DispatchResult::done);
+  EXPECT_TRUE(is_button_pressed(editor, 134));
   EXPECT_EQ(device.format, pcm_16_bit(2, 44100));
   EXPECT_TRUE(sounds_like(play_to_end(), all));
   EXPECT_EQ(playback.ended_by, PlayEnd::ran_out);
   EXPECT_EQ(selection.cursor, document.total_size);
-  EXPECT_FALSE(is_button_pressed(134));
+  EXPECT_FALSE(is_button_pressed(editor, 134));
   EXPECT_EQ(playback_underruns(playback), 0U);
   EXPECT_GT(level_meter.meter_margin[0], 50);
   EXPECT_EQ(level_meter.meter_level[0], 0);
   EXPECT_TRUE(device.opened.empty());
-  dispatch_command(134);  // at the end
+  dispatch_command(editor, 134);  // at the end
   EXPECT_FALSE(playback.is_playing);
 }
 
@@ -170,7 +169,7 @@ TEST_F(PlaybackTest, PrelistensTheStretchesOfTheSelection) {
     selection.sel_beg = begins[row.begin];
     selection.sel_end = begins[row.end];
     seek_to(playback, begins[7]);
-    ASSERT_EQ(request_prelisten(row.mode), Result::done);
+    ASSERT_EQ(request_prelisten(editor, row.mode), Result::done);
     ASSERT_TRUE(playback.is_playing);
     device.played.clear();
     const Bytes heard = play_to_end();
@@ -186,7 +185,7 @@ TEST_F(PlaybackTest, PrelistensTheStretchesOfTheSelection) {
     open_sample("cbr128.mp3");
   }
   clear_selection(selection);
-  EXPECT_EQ(request_prelisten(prelisten_to_begin), Result::nothing);
+  EXPECT_EQ(request_prelisten(editor, prelisten_to_begin), Result::nothing);
   EXPECT_FALSE(playback.is_playing);
 }
 
@@ -194,21 +193,21 @@ TEST_F(PlaybackTest, AStopLeavesTheCursorWhereTheListenerIs) {
   selection.sel_beg = begins[100];
   selection.sel_end = begins[300];
   settings.prelisten_time = 50;
-  request_prelisten(prelisten_from_begin);
+  request_prelisten(editor, prelisten_from_begin);
   play_for(20 * frame_bytes);
-  EXPECT_TRUE(is_button_pressed(127));
+  EXPECT_TRUE(is_button_pressed(editor, 127));
   const EditPosition heard = play_position(playback);
   EXPECT_GE(frame_from(heard), 117U);
   EXPECT_LE(frame_from(heard), 120U);
   EXPECT_GT(selection.cursor, heard);  // what was read runs ahead
-  stop_playing();
+  stop_playing(editor);
   EXPECT_EQ(selection.cursor, heard);
   EXPECT_EQ(playback.ended_by, PlayEnd::stopped);
-  EXPECT_FALSE(is_button_pressed(127));
+  EXPECT_FALSE(is_button_pressed(editor, 127));
 
   seek_to(playback, begins[40]);
-  play_or_stop();
-  EXPECT_TRUE(has_fast_labels());
+  play_or_stop(editor);
+  EXPECT_TRUE(has_fast_labels(editor));
   play_for(8 * frame_bytes);
   playback.stops_at_buffer = true;  // Escape
   while (playback.is_playing) pass();
@@ -240,7 +239,7 @@ TEST_F(PlaybackTest, LoopsOverTheSelectionAndFollowsIt) {
   };
   selection.sel_beg = begins[50];
   selection.sel_end = begins[57];
-  dispatch_command(1045);
+  dispatch_command(editor, 1045);
   expect_within(50, 57);
   selection.sel_end = begins[60];
   expect_within(50, 60);
@@ -255,7 +254,7 @@ TEST_F(PlaybackTest, LoopsOverTheSelectionAndFollowsIt) {
 
 TEST_F(PlaybackTest, GoesOnFromASeek) {
   const Bytes all = decode_all();
-  play();
+  play(editor);
   play_for(10 * frame_bytes);
   seek_to(playback, begins[500]);
   EXPECT_EQ(play_position(playback), begins[500]);
@@ -287,7 +286,7 @@ TEST_F(PlaybackTest, HearsEditsWithTheNextBuffer) {
   ASSERT_NE(restore_border(document, selection, 1, begins[40]), no_part);
   clear_selection(selection);
   seek_to(playback, 0);
-  play();
+  play(editor);
   play_for(16 * frame_bytes);
   delete_range(document, begins[40], begins[1000]);
   play_to_end();
@@ -299,7 +298,7 @@ TEST_F(PlaybackTest, HearsEditsWithTheNextBuffer) {
 TEST_F(PlaybackTest, ADeviceThatIsGoneEndsThePlayWithAMessage) {
   device.refusal = "busy";
   seek_to(playback, begins[30]);
-  play();
+  play(editor);
   EXPECT_FALSE(playback.is_playing);
   ASSERT_FALSE(host.boxes.empty());
   EXPECT_EQ(host.boxes.back().cause, "busy");
@@ -308,11 +307,11 @@ TEST_F(PlaybackTest, ADeviceThatIsGoneEndsThePlayWithAMessage) {
   EXPECT_EQ(playback.decoder.decoder_ready, false);
   selection.sel_beg = begins[100];
   selection.sel_end = begins[300];
-  request_prelisten(prelisten_to_end);
+  request_prelisten(editor, prelisten_to_end);
   EXPECT_EQ(selection.cursor, begins[30]);
 
   device.refusal.clear();
-  play();
+  play(editor);
   play_for(20 * frame_bytes);
   const EditPosition heard = play_position(playback);
   device.is_lost = true;
@@ -323,7 +322,7 @@ TEST_F(PlaybackTest, ADeviceThatIsGoneEndsThePlayWithAMessage) {
   EXPECT_EQ(selection.cursor, heard);
   EXPECT_EQ(take_box(), "Error: Could not open wave/audio device");
   device.is_lost = false;
-  play();
+  play(editor);
   EXPECT_TRUE(playback.is_playing);
 }
 
@@ -333,14 +332,14 @@ TEST_F(PlaybackTest, TellsOfASourceThatHasBecomeShorter) {
   ASSERT_TRUE(open(name));
   seek_to(playback, begins[200]);
   std::filesystem::resize_file(name, begins[300]);
-  play();
+  play(editor);
   play_to_end();
   EXPECT_EQ(playback.ended_by, PlayEnd::cut_off);
   EXPECT_EQ(take_box(), fmt::format("Error: {}\n{}", name,
                                     "This file has become shorter since it was first opened."));
   selection.sel_beg = begins[100];  // up to there all is whole
   selection.sel_end = begins[290];
-  request_prelisten(prelisten_to_begin);
+  request_prelisten(editor, prelisten_to_begin);
   play_to_end();
   EXPECT_EQ(playback.ended_by, PlayEnd::ran_out);
 }
@@ -349,19 +348,19 @@ TEST_F(PlaybackTest, StopsBeforeTheDocumentGoes) {
   settings.keep_dev_open = 1;
   open_sample("cbr128.mp3");
   EXPECT_EQ(device.opened.size(), 1U);  // kept awake
-  play();
+  play(editor);
   EXPECT_EQ(device.opened.size(), 2U);
-  close_all();
+  close_all(editor);
   EXPECT_FALSE(playback.is_playing);
   EXPECT_TRUE(device.opened.empty());
 
   open_sample("cbr128.mp3");
-  undo_push(true, "step");
-  undo_push(false, "places");
-  play();
-  undo_pop();
+  undo_push(editor, true, "step");
+  undo_push(editor, false, "places");
+  play(editor);
+  undo_pop(editor);
   EXPECT_TRUE(playback.is_playing);
-  undo_pop();
+  undo_pop(editor);
   EXPECT_FALSE(playback.is_playing);
 }
 
@@ -382,7 +381,7 @@ TEST_F(PlaybackTest, PlaysEachKindOfStream) {
     settings.use_mpglib = row.use_mpglib;
     const Bytes all = decode_all();
     device.played.clear();
-    play();
+    play(editor);
     EXPECT_EQ(device.format, row.format);
     EXPECT_TRUE(sounds_like(play_to_end(), all));
     EXPECT_EQ(playback_underruns(playback), 0U);
@@ -390,19 +389,19 @@ TEST_F(PlaybackTest, PlaysEachKindOfStream) {
 }
 
 TEST_F(PlaybackTest, PlaysFasterFromTheNextFillOn) {
-  play();
+  play(editor);
   const auto played_in = [this](std::size_t bytes) {
     play_for(20 * frame_bytes);  // what was filled before
     const EditPosition from = play_position(playback);
     play_for(bytes);
     return frame_from(play_position(playback)) - frame_from(from);
   };
-  for (int level = 1; level <= 5; ++level) dispatch_command(129);
+  for (int level = 1; level <= 5; ++level) dispatch_command(editor, 129);
   EXPECT_EQ(playback.fast_play_level, fastest_play);
   EXPECT_NEAR(static_cast<double>(played_in(100 * frame_bytes)), 288, 12);
-  for (int level = 1; level <= 3; ++level) dispatch_command(128);
+  for (int level = 1; level <= 3; ++level) dispatch_command(editor, 128);
   EXPECT_NEAR(static_cast<double>(played_in(100 * frame_bytes)), 146, 12);
-  for (int level = 1; level <= 2; ++level) dispatch_command(128);
+  for (int level = 1; level <= 2; ++level) dispatch_command(editor, 128);
   EXPECT_EQ(playback.fast_play_level, 0);
   EXPECT_NEAR(static_cast<double>(played_in(100 * frame_bytes)), 100, 4);
   EXPECT_EQ(playback_underruns(playback), 0U);

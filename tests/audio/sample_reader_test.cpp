@@ -12,11 +12,10 @@
 #include "audio/fill_step.h"
 #include "audio/playback.h"
 #include "audio/stretch_peaks.h"
-#include "audio/the_player.h"
+#include "edit/editor.h"
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/aac_decoder.h"
 #include "platform/dynamic_library.h"
 #include "platform/mpeg_decoder.h"
@@ -30,12 +29,12 @@ class Samples : public CoreTest {
  protected:
   ~Samples() override { library_folder.clear(); }
 
-  static bool open_sample(const std::string& name) {
+  bool open_sample(const std::string& name) {
     return open(std::string(CORVELIN_SAMPLES "/") + name);
   }
 
   // Opens it at the cursor, up to the end of the stream.
-  static bool open_reader(SampleReader& reader, std::uint32_t frames_a_read = 1) {
+  bool open_reader(SampleReader& reader, std::uint32_t frames_a_read = 1) {
     return reader.open(edit_cursor(document, selection), document.total_size, frames_a_read);
   }
 
@@ -45,7 +44,7 @@ class Samples : public CoreTest {
   };
 
   // The frames from `first` on, one by one. The first one of AAC only opens the decoder.
-  static std::vector<Decoded> decode_from(EditPosition first, std::size_t most = 2000) {
+  std::vector<Decoded> decode_from(EditPosition first, std::size_t most = 2000) {
     seek_to(playback, first);
     SampleReader reader(document);
     EXPECT_TRUE(open_reader(reader));
@@ -308,7 +307,7 @@ TEST_F(Samples, DecodersWorkBesideEachOther) {
                      room.begin() + static_cast<std::ptrdiff_t>(decoded.size));
     }
   };
-  const auto opened = [](const std::string& name) {
+  const auto opened = [this](const std::string& name) {
     EXPECT_TRUE(open_sample(name));
     Stream opened_stream;
     for (FrameCursor cursor; cursor.pos < document.total_size;) {

@@ -22,7 +22,7 @@ class EditLines : public EditTest {
       if (is_frame) word = std::to_string(std::stoul(word) * length) + "b";
       in_bytes += word + " ";
     }
-    return run_edit_line(in_bytes, headless);
+    return run_edit_line(editor, in_bytes, headless);
   }
 };
 
@@ -126,7 +126,7 @@ TEST_F(EditLines, PlacesAreTypedInManyForms) {
   };
   for (const auto& place : places) {
     SCOPED_TRACE(place.word);
-    const Place found = read_position(place.word);
+    const Place found = read_position(editor, place.word);
     EXPECT_EQ(found.refusal.empty(), *place.refusal == '\0') << found.refusal;
     EXPECT_NE(found.refusal.find(place.refusal), std::string::npos) << found.refusal;
     if (!found.refusal.empty()) continue;

@@ -47,19 +47,19 @@ class ConfigWindowTest : public CoreTest {
   ~ConfigWindowTest() override { install_host(&host); }
 
   // Opens the page that `tabsel` names, does something with its window and closes that.
-  static void with_window(const std::function<void(QDialog&)>& act) {
+  void with_window(const std::function<void(QDialog&)>& act) {
     QTimer::singleShot(0, [&] {
       auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
       ASSERT_NE(dialog, nullptr);
       act(*dialog);
       dialog->reject();
     });
-    dispatch_command(1050);
+    dispatch_command(editor, 1050);
   }
 
   ScriptedWaveSystem devices;
-  MainWindow window{look_of_settings()};
-  AnsweringHost window_host{window};
+  MainWindow window{editor, look_of_settings()};
+  AnsweringHost window_host{editor, window};
 };
 
 QString name_of(QWidget& widget, const QWidget& page) {

@@ -148,8 +148,8 @@ class DialogsTest : public CoreTest, public ::testing::WithParamInterface<const 
     settings.msg_hide = 0xFFFF;
     load_ui_text(GetParam());
     ASSERT_TRUE(open("a.mp3", frames(200)));
-    window = std::make_unique<MainWindow>(look_of_settings());
-    window_host = std::make_unique<QtHost>(*window);
+    window = std::make_unique<MainWindow>(editor, look_of_settings());
+    window_host = std::make_unique<QtHost>(editor, *window);
     install_host(window_host.get());
     window->resize(1150, 560);
     window->show();
@@ -186,18 +186,18 @@ class DialogsTest : public CoreTest, public ::testing::WithParamInterface<const 
     open();
     EXPECT_TRUE(was_shown);
   }
-  static void look_at(const char* name, CommandId id) {
-    look_at(name, [id] { dispatch_command(id); });
+  void look_at(const char* name, CommandId id) {
+    look_at(name, [this, id] { dispatch_command(editor, id); });
   }
 
-  void look_at_all() const;
+  void look_at_all();
 
   std::unique_ptr<MainWindow> window;
   std::unique_ptr<QtHost> window_host;
 };
 
-void DialogsTest::look_at_all() const {
-  dispatch_command(1024);  // all is selected
+void DialogsTest::look_at_all() {
+  dispatch_command(editor, 1024);  // all is selected
   look_at("names", 1028);
   look_at("file_info", 1027);
   look_at("level", 1021);
@@ -211,12 +211,12 @@ void DialogsTest::look_at_all() const {
     settings.tabsel = page;
     look_at(("config_" + std::to_string(page)).c_str(), 1050);
   }
-  look_at("language", [] { language_dialog(); });
+  look_at("language", [this] { language_dialog(editor); });
   load_ui_text(GetParam());
   look_at("batch", 1071);
   EndlessRun run;
   look_at("run", [&run] { drive(run); });
-  dispatch_command(230);
+  dispatch_command(editor, 230);
   auto* const debug = window->findChild<QDialog*>(QStringLiteral("debug_window"));
   inspect(*debug);
   debug->close();
@@ -243,7 +243,7 @@ TEST_P(DialogsTest, PanelsHaveRoomForTheirTexts) {
   constexpr std::uint16_t layouts[] = {1, 3, 4, 16, 17, 18};
   for (const std::uint16_t layout : layouts) {
     settings.layout = layout;
-    MainWindow form(look_of_settings());
+    MainWindow form(editor, look_of_settings());
     form.resize(1150, 560);
     form.show();
     form.refresh(Refresh::all);

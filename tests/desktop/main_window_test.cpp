@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // The main window with real events, without a screen.
 #include "desktop/main_window.h"
-#include "audio/the_player.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
@@ -32,10 +31,10 @@
 #include "desktop/qt_host.h"
 #include "desktop/qt_text.h"
 #include "desktop/style.h"
+#include "edit/editor.h"
 #include "edit/menu_state.h"
 #include "edit/undo.h"
 #include "edit/window_commands.h"
-#include "model/the_document.h"
 #include "platform/file.h"
 #include "settings/setting_table.h"
 #include "settings/settings.h"
@@ -74,9 +73,9 @@ class MainWindowTest : public CoreTest {
     show_window([this](CommandId id) { asked.push_back(id); });
   }
 
-  void show_window(RunCommand run = dispatch_command) {
-    window = std::make_unique<MainWindow>(look_of_settings(), std::move(run));
-    window_host = std::make_unique<TestHost>(*window);
+  void show_window(RunCommand run = nullptr) {
+    window = std::make_unique<MainWindow>(editor, look_of_settings(), std::move(run));
+    window_host = std::make_unique<TestHost>(editor, *window);
     install_host(window_host.get());
     window->resize(1150, 560);
     window->show();
@@ -235,7 +234,7 @@ TEST_F(MainWindowTest, ButtonsWithSymbolsAreGreyWithoutADocument) {
 
 TEST_F(MainWindowTest, TheWheelIsACommandOverAllButTheTimeFields) {
   show_recording_window();
-  const auto turn = [this](QWidget* over, int delta, Qt::KeyboardModifiers held) {
+  const auto turn = [](QWidget* over, int delta, Qt::KeyboardModifiers held) {
     const QPointF at = over->rect().center();
     QWheelEvent event(at, over->mapToGlobal(at), {}, {0, delta}, Qt::NoButton, held,
                       Qt::NoScrollPhase, false);
@@ -564,7 +563,7 @@ TEST_F(MainWindowTest, MarksOfTheMenusAreTold) {
     act(*entry);
     EXPECT_EQ(told->role(), mark.role);
     EXPECT_NE(told->state().checked, was_checked) << mark.id;
-    EXPECT_EQ(told->state().checked, is_checked(*command_of(mark.id)));
+    EXPECT_EQ(told->state().checked, is_checked(*command_of(editor, mark.id)));
   }
   const Busy busy;  // a dialog is open
   act(*find<CommandButton>("command_212"));

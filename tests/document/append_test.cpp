@@ -7,12 +7,12 @@
 #include <filesystem>
 
 #include "edit/document_commands.h"
+#include "edit/editor.h"
 #include "edit/open_dialog.h"
 #include "edit/undo.h"
 #include "model/cuts.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 
@@ -54,13 +54,13 @@ TEST_F(Append, TellsWhyAFileDoesNotFit) {
   for (const auto& c : cases) {
     const std::string path = c.bytes.empty() ? folder.path(c.name) : folder.file(c.name, c.bytes);
     std::vector<std::string> list;
-    EXPECT_FALSE(append_file_reported(path, &list));
+    EXPECT_FALSE(append_file_reported(document, path, &list));
     EXPECT_EQ(list, std::vector{"Append failed (" + c.reason + "): " + std::string(c.name)});
     EXPECT_TRUE(host.boxes.empty());
     EXPECT_EQ(document.files.size() + document.parts.size(), 2U) << c.name;
     EXPECT_EQ(document.stream.vbr, vbr_constant);
   }
-  EXPECT_FALSE(append_file_reported(folder.path("mono.mp3"), nullptr));
+  EXPECT_FALSE(append_file_reported(document, folder.path("mono.mp3"), nullptr));
   EXPECT_EQ(host.boxes.back().cause,
             "its frames are MPEG 1 Layer III, 44100 Hz, mono, CRC: no\n"
             "those of the document MPEG 1 Layer III, 44100 Hz, stereo, CRC: no");
@@ -72,18 +72,18 @@ TEST_F(Append, TellsWhyAFileDoesNotFit) {
 TEST_F(Append, SaysWhatIsNoAudioAndLeavesNoTrace) {
   for (const auto& [name, kind] : {std::pair{"s.cue", "a cue sheet"}, {"p.cvp", "a project"}}) {
     const std::string path = folder.file(name, frames(30));
-    EXPECT_EQ(append_in_one_step(std::vector{path}).failed, path);
+    EXPECT_EQ(append_in_one_step(editor, std::vector{path}).failed, path);
     EXPECT_EQ(host.boxes.back().cause,
               fmt::format("This is {}; only audio files can be appended.", kind));
   }
-  EXPECT_EQ(append_in_one_step(std::vector{folder.path("")}).count, 0U);
+  EXPECT_EQ(append_in_one_step(editor, std::vector{folder.path("")}).count, 0U);
   EXPECT_EQ(host.boxes.back().cause, "This is a folder; only audio files can be appended.");
   EXPECT_EQ(undo_stack.size() + selection.cursor, 0U);
 
   folder.file("b.mp3", frames(30));
   folder.file("c.mp3", frames(30));
   const std::vector list = {folder.file("l.m3u", "b.mp3\nc.mp3\n")};
-  EXPECT_EQ(append_in_one_step(list).count, 2U);
+  EXPECT_EQ(append_in_one_step(editor, list).count, 2U);
   EXPECT_EQ(document.total_size, 80 * length);
   EXPECT_EQ(undo_stack.size(), 1U);
 }
@@ -91,9 +91,9 @@ TEST_F(Append, SaysWhatIsNoAudioAndLeavesNoTrace) {
 TEST_F(Append, KeepsBelow4GiB) {
   const std::string path = folder.file("sparse.mp3", Bytes(1));
   std::filesystem::resize_file(path, 0xFFFFFFFF);
-  EXPECT_EQ(append_file(path), AppendResult::bad_size);
+  EXPECT_EQ(append_file(document, path), AppendResult::bad_size);
   std::filesystem::resize_file(path, 0xFFFFFFFF - 20 * length + 1);
-  EXPECT_EQ(append_file(path), AppendResult::too_large);
+  EXPECT_EQ(append_file(document, path), AppendResult::too_large);
   EXPECT_EQ(document.files.size(), 1U);
 }
 
@@ -104,7 +104,7 @@ TEST_F(Append, LeavesTagsAndTheHeaderOfTheFileOut) {
   // Only the ID3v1 tag is known; the APE tag (a header and a footer of 32 bytes) stays audio.
   const std::uint32_t size = 30 * length + 32 + 100 + 32;
   const std::string path = folder.file("b.mp3", file.ape(100, true).id3v1("b").bytes());
-  ASSERT_EQ(append_file(path), AppendResult::appended);
+  ASSERT_EQ(append_file(document, path), AppendResult::appended);
   EXPECT_EQ(document.files[1].first_audio, begin);
   EXPECT_EQ(document.files[1].audio_end, begin + size);
   const Part& part = document.parts[1];
@@ -115,8 +115,8 @@ TEST_F(Append, LeavesTagsAndTheHeaderOfTheFileOut) {
 
   // An open source keeps its bounds, whether the file is asked about or appended anew.
   ASSERT_TRUE(open(path));
-  EXPECT_TRUE(can_append_files(std::vector{path}));
-  ASSERT_EQ(append_file(path), AppendResult::appended);
+  EXPECT_TRUE(can_append_files(document, std::vector{path}));
+  ASSERT_EQ(append_file(document, path), AppendResult::appended);
   EXPECT_EQ(document.files[0].audio_end, begin + 30 * length);
   EXPECT_EQ(document.total_size, 60 * length);
 }
@@ -125,26 +125,26 @@ TEST_F(Append, TakesTheFirstFrameThatFits) {
   Mp3Builder file = Mp3Builder{}.zeros(30000).shape({.sample_rate = 48000}).frames(10);
   const std::size_t begin = file.size();
   const std::string path = folder.file("b.mp3", file.shape({}).frames(30).bytes());
-  ASSERT_EQ(append_file(path), AppendResult::appended);
+  ASSERT_EQ(append_file(document, path), AppendResult::appended);
   EXPECT_EQ(document.files[1].first_audio, begin);
 }
 
 TEST_F(Append, MakesTheStreamVariableByAnotherBitrate) {
   const std::string path = folder.file("b.mp3", frames(30, {.bitrate = 64}));
-  ASSERT_EQ(append_file(path), AppendResult::appended);
-  ASSERT_EQ(append_file(path), AppendResult::appended);
+  ASSERT_EQ(append_file(document, path), AppendResult::appended);
+  ASSERT_EQ(append_file(document, path), AppendResult::appended);
   EXPECT_EQ(document.stream.vbr, vbr_seen);
   EXPECT_EQ(document.files.size(), 2U);
   while (document.parts.size() < most_parts) add_part(document, 0, 0, 0, length);
-  EXPECT_FALSE(append_file_reported(path, nullptr));
+  EXPECT_FALSE(append_file_reported(document, path, nullptr));
   EXPECT_EQ(host.boxes.back().text, "Append failed: Part creation failed\n\nb.mp3");
 }
 
 TEST_F(Append, JoinsAdtsFiles) {
   const Bytes aac = Mp3Builder{}.adts(20, 372).bytes();
   ASSERT_TRUE(open("a.aac", aac));
-  EXPECT_EQ(append_file(folder.file("b.mp3", frames(30))), AppendResult::other_format);
-  EXPECT_EQ(append_file(folder.file("b.AAC", aac)), AppendResult::appended);
+  EXPECT_EQ(append_file(document, folder.file("b.mp3", frames(30))), AppendResult::other_format);
+  EXPECT_EQ(append_file(document, folder.file("b.AAC", aac)), AppendResult::appended);
   EXPECT_EQ(document.total_size, 2U * 20 * 372);
 }
 
@@ -154,7 +154,7 @@ TEST_F(Append, OpensAllFilesOfAChoiceUntilOneFails) {
   folder.file("3.mp3", frames(30, {.has_crc = true}));
   for (const char* const name : {"1.mp3", "2.mp3", "3.mp3", "4.mp3"})
     host.existing_files.push_back(folder.path(name));
-  EXPECT_TRUE(open_file_dialog());
+  EXPECT_TRUE(open_file_dialog(editor));
   EXPECT_EQ(host.dialogs[0].path, "/music/");
   EXPECT_EQ(host.dialogs[0].types[0].name, "MP3, AAC, MP2, CVP, CUE, M3U");
   EXPECT_EQ(document.parts.size(), 2U);
@@ -165,12 +165,12 @@ TEST_F(Append, OpensAllFilesOfAChoiceUntilOneFails) {
 
   settings.working_dir.clear();
   settings.ffmpeg = "/usr/bin/ffmpeg";
-  EXPECT_FALSE(open_file_dialog());  // cancelled
+  EXPECT_FALSE(open_file_dialog(editor));  // cancelled
   EXPECT_EQ(host.dialogs[1].path + "1.mp3", folder.path("1.mp3"));
   EXPECT_EQ(host.dialogs[1].types[2].pattern, "*.aac;*.mp4;*.m4a");
   const std::string long_name = folder.file(std::string(200, 'x') + ".mp3", frames(30));
   host.existing_files.assign(100, long_name);
-  EXPECT_TRUE(open_file_dialog());
+  EXPECT_TRUE(open_file_dialog(editor));
   EXPECT_EQ(document.parts.size(), 100U);
 }
 

@@ -4,8 +4,8 @@
 
 #include <random>
 
+#include "edit/editor.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {
@@ -38,7 +38,7 @@ TEST_P(FrameSweepTest, FindsWhatSingleSearchesFind) {
   int count = 0;
   for (unsigned seed = 0; seed < 40; ++seed) {
     std::mt19937 random(seed);
-    close_all();
+    close_all(editor);
     document.stream.is_aac = GetParam() ? 1 : 0;
     const Bytes bytes = junk(random, GetParam());
     add_source_file(document, folder.file("junk", bytes));

@@ -2,10 +2,10 @@
 // Opening of audio files: their bounds, headers and averages.
 #include "document/append.h"
 #include "document/tag_bounds.h"
+#include "edit/editor.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "shell/start_up.h"
 #include "support/core_test.h"
@@ -15,7 +15,7 @@ namespace {
 
 class OpenDocument : public CoreTest {
  protected:
-  [[nodiscard]] static std::uint32_t end() { return document.files[0].audio_end; }
+  [[nodiscard]] std::uint32_t end() { return document.files[0].audio_end; }
 };
 
 TEST_F(OpenDocument, TakesAPlainStreamWhole) {
@@ -138,7 +138,7 @@ TEST_F(OpenDocument, TheKindIsThatOfTheMusicBehindAVbriHeader) {
   EXPECT_EQ(document.kind, kind_of(selection.current_frame));
   EXPECT_FALSE(document.kind.has_crc);
   EXPECT_EQ(document.stream.vbr, vbr_constant);
-  EXPECT_TRUE(append_file_reported(path, nullptr));
+  EXPECT_TRUE(append_file_reported(document, path, nullptr));
   EXPECT_EQ(document.total_size, 100 * length);
 }
 
@@ -226,9 +226,6 @@ TEST_F(OpenDocument, EndsBeforeALastFrameThatIsCutOff) {
 TEST_F(OpenDocument, BeginsEachDocumentAfresh) {
   ASSERT_TRUE(open("a.mp3", frames(50, {.copyright = true})));
   EXPECT_EQ(document.header_rewrite.rewrite_copyright, 1U);
-  document.header_rewrite.rewrite_header = true;
-  start_anew();
-  EXPECT_FALSE(document.header_rewrite.rewrite_header);
   document.header_rewrite.rewrite_header = true;
   selection.sel_beg = selection.sel_end = 417;
   document.sheet_title = u"old";

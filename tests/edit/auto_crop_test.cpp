@@ -2,9 +2,9 @@
 // Auto crop of a tone between two silences.
 #include "edit/auto_crop.h"
 
+#include "edit/editor.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
-#include "model/the_document.h"
 #include "platform/dynamic_library.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
@@ -32,7 +32,7 @@ class AutoCrop : public EditTest {
   }
 
   // What is left, in silent frames on either side of the tone.
-  [[nodiscard]] std::string cropped() const {
+  std::string cropped() {
     EXPECT_TRUE(run("auto_crop"));
     EXPECT_EQ(document.parts.size(), 1U);
     EXPECT_FALSE(has_selection(selection));

@@ -4,9 +4,9 @@
 
 #include <cstdlib>
 
+#include "edit/editor.h"
 #include "model/cuts.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/clipboard.h"
 #include "platform/system.h"
 #include "platform/system_calls.h"
@@ -132,7 +132,7 @@ TEST_F(Clipboard, PastesAtTheCursorAndOverTheSelection) {
   EXPECT_TRUE(run("paste"));
   // In front of the cursor there are 10 frames of 417 bytes and 2 of 208 now, and 3754 bytes more.
   EXPECT_EQ(selection.cursor, 4170U + 2 * 208 + 10 * length);
-  while (!undo_stack.empty()) undo_pop();
+  while (!undo_stack.empty()) undo_pop(editor);
   EXPECT_EQ(parts(), "0-100");
   EXPECT_EQ(document.files.size(), 1U);
 }
@@ -193,7 +193,7 @@ TEST_F(Clipboard, RefusesWhatDoesNotBelongHere) {
     EXPECT_EQ(open_state.document_modified, c.added != 0);
     EXPECT_EQ(document.files.size(), 1U);
     EXPECT_EQ(document.total_size, (100 + c.added) * length);
-    ASSERT_TRUE(undo_pop());
+    ASSERT_TRUE(undo_pop(editor));
     EXPECT_EQ(parts(), "0-100*");
   }
   select(10, 20);  // comes back after a failure

@@ -3,16 +3,15 @@
 #include "edit/commands.h"
 #include "audio/playback.h"
 #include "audio/recorder.h"
-#include "audio/the_player.h"
 
 #include <chrono>
 #include <cstdlib>
 #include <set>
 #include <thread>
 
+#include "edit/editor.h"
 #include "edit/menu_state.h"
 #include "model/cuts.h"
-#include "model/the_document.h"
 #include "platform/clipboard.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
@@ -44,21 +43,21 @@ TEST_F(Commands, IdsNamesAndKeysStandOnce) {
 }
 
 TEST_F(Commands, ChecksStandInFront) {
-  EXPECT_EQ(dispatch_command(152), DispatchResult::no_document);
-  EXPECT_EQ(dispatch_command(1051), DispatchResult::done);
+  EXPECT_EQ(dispatch_command(editor, 152), DispatchResult::no_document);
+  EXPECT_EQ(dispatch_command(editor, 1051), DispatchResult::done);
   EXPECT_EQ(settings.big_timer, 0U);
-  EXPECT_EQ(dispatch_command(999), DispatchResult::unknown);
+  EXPECT_EQ(dispatch_command(editor, 999), DispatchResult::unknown);
   ASSERT_TRUE(open("a.mp3", frames(50)));
   playback.is_playing = true;
-  EXPECT_EQ(dispatch_command(168), DispatchResult::not_now);
-  EXPECT_EQ(dispatch_command(1011), DispatchResult::refused);
+  EXPECT_EQ(dispatch_command(editor, 168), DispatchResult::not_now);
+  EXPECT_EQ(dispatch_command(editor, 1011), DispatchResult::refused);
   EXPECT_EQ(host.boxes.back().text, "Please stop play/rec first.");
   playback.is_playing = false;
   open_state.document_modified = true;
-  EXPECT_EQ(dispatch_command(1011), DispatchResult::refused);  // the question: Cancel
+  EXPECT_EQ(dispatch_command(editor, 1011), DispatchResult::refused);  // the question: Cancel
   EXPECT_EQ(file_count(document), 1);
   host.answers = {BoxAnswer::no};
-  dispatch_command(1011);
+  dispatch_command(editor, 1011);
   EXPECT_EQ(file_count(document), 0);
 }
 
@@ -88,11 +87,11 @@ TEST_F(Commands, NothingBeginsAndNothingClosesInsideACommand) {
   ASSERT_TRUE(open("a.mp3", frames(50)));
   document.parts[0].part_title = u"T";
   host.while_answering = [this] {
-    EXPECT_EQ(dispatch_command(1024), DispatchResult::busy);
+    EXPECT_EQ(dispatch_command(editor, 1024), DispatchResult::busy);
     request_close();
     EXPECT_FALSE(host.close_requested);
   };
-  dispatch_command(1075);
+  dispatch_command(editor, 1075);
   EXPECT_EQ(host.boxes.size(), 1U);
   EXPECT_TRUE(host.close_requested);
   EXPECT_FALSE(has_selection(selection));
@@ -101,10 +100,10 @@ TEST_F(Commands, NothingBeginsAndNothingClosesInsideACommand) {
 TEST_F(Commands, ARecordingChangesWhatSomeMean) {
   recorder.is_armed = true;
   for (const CommandId id : std::initializer_list<CommandId>{137, 1043, 1077})
-    EXPECT_EQ(dispatch_command(id), DispatchResult::not_now) << id;
-  EXPECT_EQ(dispatch_command(154), DispatchResult::no_document);
+    EXPECT_EQ(dispatch_command(editor, id), DispatchResult::not_now) << id;
+  EXPECT_EQ(dispatch_command(editor, 154), DispatchResult::no_document);
   recorder.rec_writing = true;
-  EXPECT_EQ(command_of(154)->name, "set_recording_cue");
+  EXPECT_EQ(command_of(editor, 154)->name, "set_recording_cue");
   recorder.rec_writing = false;
 }
 
@@ -127,7 +126,7 @@ TEST_F(Commands, NothingIsAskedWithoutADocument) {
   ASSERT_TRUE(open("a.mp3", frames(50)));
   open_state.project_name = folder.path("p.cvp");
   open_state.document_modified = true;
-  close_all();
+  close_all(editor);
   EXPECT_EQ(open_state.project_name, "");
   open_state.document_modified = true;
   run("open_by_dialog");
@@ -139,10 +138,10 @@ TEST_F(Commands, ARefusalIsTheOutcome) {
   ASSERT_TRUE(open("a.mp3", frames(50)));
   for (const CommandId id : std::initializer_list<CommandId>{1033, 1029, 1013, 1012}) {
     host.boxes.clear();
-    EXPECT_EQ(dispatch_command(id), DispatchResult::refused) << id;
+    EXPECT_EQ(dispatch_command(editor, id), DispatchResult::refused) << id;
   }
-  undo_clear();
-  EXPECT_EQ(dispatch_command(1022), DispatchResult::nothing);
+  undo_clear(editor);
+  EXPECT_EQ(dispatch_command(editor, 1022), DispatchResult::nothing);
   clipboard_file.clear();
 }
 
@@ -156,7 +155,7 @@ TEST_F(Commands, SmallStepsKeepTheirLimits) {
                     {214, &Settings::volume, 100},
                     {215, &Settings::volume, 0}};
   for (const auto& row : rows) {
-    for (int i = 0; i < 30; ++i) dispatch_command(row.id);
+    for (int i = 0; i < 30; ++i) dispatch_command(editor, row.id);
     EXPECT_EQ(settings.*row.setting, row.limit) << row.id;
   }
 }
@@ -164,9 +163,9 @@ TEST_F(Commands, SmallStepsKeepTheirLimits) {
 TEST_F(Commands, TextsChangeTheirEncodingOnWish) {
   ASSERT_TRUE(open("a.mp3", frames(50)));
   document.parts[0].part_title = u"M\u00FCller";
-  dispatch_command(1075);
+  dispatch_command(editor, 1075);
   EXPECT_EQ(document.parts[0].part_title, u"M\u00C3\u00BCller");
-  dispatch_command(1076);
+  dispatch_command(editor, 1076);
   EXPECT_EQ(document.parts[0].part_title, u"M\u00FCller");
 }
 
@@ -174,22 +173,23 @@ TEST_F(Commands, PartListTellsTimeKindAndTitle) {
   ASSERT_TRUE(open("a.mp3", frames(1000)));
   make("0-400* 500-700* 700-1000g3");
   document.parts[1].part_title = std::u16string(70, 'A');
-  EXPECT_EQ(part_list(), (std::vector<std::string>{"01  (0'00)  Cue\t",
-                                                   "02  (0'10)  Cue Cut\t " + std::string(50, 'A'),
-                                                   "03  (0'15)  Level\t"}));
-  dispatch_command(1202);
+  EXPECT_EQ(part_list(editor),
+            (std::vector<std::string>{"01  (0'00)  Cue\t",
+                                      "02  (0'10)  Cue Cut\t " + std::string(50, 'A'),
+                                      "03  (0'15)  Level\t"}));
+  dispatch_command(editor, 1202);
   EXPECT_EQ(places(), " @600");
-  dispatch_command(1203);
+  dispatch_command(editor, 1203);
   EXPECT_EQ(document.current_part, 2);
 }
 
 TEST_F(Commands, GreyAreThoseThatFindNothing) {
   settings.file_recent = {"/m/a.mp3"};
-  const auto enabled = [] {
+  const auto enabled = [this] {
     std::string ids;
     for (const CommandId id : std::initializer_list<CommandId>{134, 1010, 1012, 1021, 1022, 1051,
                                                                1100, 1101, 1200, 1201})
-      if (is_command_enabled(id)) ids += std::to_string(id) + " ";
+      if (is_command_enabled(editor, id)) ids += std::to_string(id) + " ";
     return ids;
   };
   EXPECT_EQ(enabled(), "1010 1051 1100 ");
@@ -198,7 +198,7 @@ TEST_F(Commands, GreyAreThoseThatFindNothing) {
   recorder.is_armed = false;
   ASSERT_TRUE(open("a.mp3", frames(50)));
   EXPECT_EQ(enabled(), "134 1010 1012 1021 1051 1100 1101 1200 ");
-  dispatch_command(1024);
+  dispatch_command(editor, 1024);
   EXPECT_EQ(enabled(), "134 1010 1012 1021 1022 1051 1100 1101 1200 ");
   ASSERT_TRUE(open("a.mp2", frames(50, {.layer = 2})));
   EXPECT_EQ(enabled(), "134 1010 1012 1051 1100 1101 1200 ");
@@ -207,9 +207,9 @@ TEST_F(Commands, GreyAreThoseThatFindNothing) {
 TEST_F(Commands, DeadRecentFilesGoWhenOneFails) {
   const std::string good = folder.file("a.mp3", frames(50));
   settings.file_recent = {folder.path("x.mp3"), good, folder.path("y.mp3")};
-  EXPECT_EQ(dispatch_command(1100), DispatchResult::refused);
+  EXPECT_EQ(dispatch_command(editor, 1100), DispatchResult::refused);
   EXPECT_EQ(settings.file_recent, std::vector<std::string>{good});
-  dispatch_command(1100);
+  dispatch_command(editor, 1100);
   EXPECT_EQ(file_count(document), 1);
 }
 
@@ -231,9 +231,9 @@ TEST_F(Commands, RecentFilesShowTheirNames) {
 TEST_F(Commands, AnEditedCueSheetIsReadBack) {
   ASSERT_TRUE(open("a.mp3", frames(50)));
   settings.msg_hide = 0xFFFF;
-  const std::string editor = folder.file(
+  const std::string sheet_editor = folder.file(
       "xdg-open", "#!/bin/sh\nsed 's/Before/After/' \"$1\" >\"$1.new\" && mv \"$1.new\" \"$1\"\n");
-  std::filesystem::permissions(editor, std::filesystem::perms::owner_all);
+  std::filesystem::permissions(sheet_editor, std::filesystem::perms::owner_all);
   document.parts[0].part_title = u"Before";
   const std::string path = std::getenv("PATH");
   ::setenv("PATH", (folder.path("") + ":" + path).c_str(), 1);
@@ -243,11 +243,11 @@ TEST_F(Commands, AnEditedCueSheetIsReadBack) {
          ++i)
       std::this_thread::sleep_for(std::chrono::milliseconds(10));
   };
-  dispatch_command(1030);
+  dispatch_command(editor, 1030);
   EXPECT_EQ(host.boxes.back().text, "Reload Cue sheet?");
   EXPECT_EQ(document.parts[0].part_title, u"After");
   ::setenv("PATH", "/nowhere", 1);
-  dispatch_command(1030);
+  dispatch_command(editor, 1030);
   EXPECT_EQ(host.boxes.back().text,
             "There is no program here that opens this:\n\n" + folder.path("s.cue"));
   EXPECT_EQ(document.parts[0].part_title, u"After");

@@ -2,13 +2,13 @@
 // The configuration: its table of controls against the table of settings, and what changes pull
 // along.
 #include "edit/config_dialog.h"
-#include "audio/the_player.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <set>
 
 #include "audio/playback.h"
+#include "edit/editor.h"
 #include "edit/language_dialog.h"
 #include "support/core_test.h"
 
@@ -37,7 +37,7 @@ TEST_F(ConfigDialogTest, APageThatIsOpenedBringsTheNumbersOfTheFileIntoTheirLimi
   settings.buffer_max = 999;
   settings.rec_threshold = 0xFFFF;
   settings.max_undo = 0;
-  ConfigDialog dialog;
+  ConfigDialog dialog(editor);
   dialog.open_page(SettingPage::devices);
   EXPECT_EQ(settings.buffer_max, 64);
   EXPECT_EQ(settings.rec_threshold, 30 << 8 | 64);
@@ -47,7 +47,7 @@ TEST_F(ConfigDialogTest, APageThatIsOpenedBringsTheNumbersOfTheFileIntoTheirLimi
 }
 
 TEST_F(ConfigDialogTest, DefaultsAreOfThePageInSightAndOnlyWhenAgreed) {
-  ConfigDialog dialog;
+  ConfigDialog dialog(editor);
   dialog.open_page(SettingPage::misc);
   settings.max_undo = 3;
   settings.frameskiplo = 3;
@@ -69,7 +69,7 @@ TEST_F(ConfigDialogTest, DefaultsAreOfThePageInSightAndOnlyWhenAgreed) {
 
 TEST_F(ConfigDialogTest, TheFirstStartSpeaksTheLanguageThatIsChosenAndKeepsItOnlyOnOk) {
   setenv("LC_ALL", "de_AT.UTF-8", 1);
-  LanguageDialog dialog;
+  LanguageDialog dialog(editor);
   dialog.begin();
   unsetenv("LC_ALL");
   EXPECT_EQ(dialog.languages[dialog.chosen].entry(), "German  /  Deutsch");

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // The records behind the dialogs: names, file info, split save.
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "edit/file_info_dialog.h"
 #include "edit/names_dialog.h"
 #include "edit/split_dialog.h"
 #include "model/frame_reader.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 
@@ -17,7 +17,7 @@ using DialogsTest = EditTest;
 TEST_F(DialogsTest, NamesAreWrittenInOneUndoStep) {
   make("0-10 10-20:old #1");
   document.sheet_artist = u"Various";
-  NamesDialog dialog;
+  NamesDialog dialog(editor);
   dialog.begin();
   EXPECT_EQ(dialog.group_title(), "Part #2");
   EXPECT_EQ(dialog.part_title, u"old");
@@ -30,7 +30,7 @@ TEST_F(DialogsTest, NamesAreWrittenInOneUndoStep) {
   EXPECT_EQ(state(), "0-10 10-20* !^");
   EXPECT_EQ(document.parts[1].part_artist.size(), 400U);
   EXPECT_EQ(document.sheet_artist + document.sheet_title, u"VariousAlbum");
-  ASSERT_TRUE(undo_pop());
+  ASSERT_TRUE(undo_pop(editor));
   EXPECT_EQ(parts(), "0-10 10-20:old");
 }
 
@@ -43,7 +43,8 @@ TEST_F(DialogsTest, FileInfoShowsTheStream) {
                           .bytes();
   ASSERT_TRUE(open("a.mp3", bytes));
   std::string text;
-  for (const InfoLine& line : file_info_lines(1000)) text += line.label + " " + line.value + "\n";
+  for (const InfoLine& line : file_info_lines(editor, 1000))
+    text += line.label + " " + line.value + "\n";
   EXPECT_EQ(text,
             "Total audio size: 1 251 000 bytes\nFirst audio frame: 437 bytes\n"
             "Current position: 1 437 bytes\nCurrent bitrate: 128.0 kbit/s\n"
@@ -51,12 +52,12 @@ TEST_F(DialogsTest, FileInfoShowsTheStream) {
             "Average frame size:  417 bytes\nVBR/Info header: Info (3 000 frames)\n"
             "Encoder ID: LAME3.100\nID3v2 header: Yes (20 bytes)\nCurrent file: 1 / 1\n"
             "APE Tag (not keeping): 1 064 bytes\n");
-  close_all();
-  EXPECT_TRUE(file_info_lines(0).empty());
+  close_all(editor);
+  EXPECT_TRUE(file_info_lines(editor, 0).empty());
 }
 
 TEST_F(DialogsTest, FileInfoWritesTagBitsAndOptions) {
-  FileInfoDialog dialog;
+  FileInfoDialog dialog(editor);
   dialog.begin();
   dialog.rewrite_copyright = true;
   dialog.keep_info = false;
@@ -77,7 +78,7 @@ TEST_F(DialogsTest, SplitKeepsItsFields) {
   settings.split_pattern = u"%N";
   settings.working_dir = "/elsewhere/";
   settings.workdir_onsave = 1;
-  SplitDialog dialog;
+  SplitDialog dialog(editor);
   dialog.begin();
   EXPECT_EQ(dialog.folder, "/elsewhere/");
   settings.workdir_onsave = 0;
@@ -108,16 +109,16 @@ TEST_F(DialogsTest, SplitKeepsItsFields) {
 }
 
 TEST_F(DialogsTest, CommandsRunThemThroughTheHost) {
-  EXPECT_EQ(dispatch_command(1028), DispatchResult::refused);  // cancelled
+  EXPECT_EQ(dispatch_command(editor, 1028), DispatchResult::refused);  // cancelled
   EXPECT_TRUE(undo_stack.empty());
   host.edit<NamesDialog>([](NamesDialog& dialog) { return dialog.part_title = u"New", true; });
-  EXPECT_EQ(dispatch_command(1028), DispatchResult::done);
+  EXPECT_EQ(dispatch_command(editor, 1028), DispatchResult::done);
   EXPECT_EQ(document.parts[0].part_title, u"New");
   host.edit<FileInfoDialog>([](FileInfoDialog& dialog) { return dialog.rewrite_header = true; });
-  EXPECT_EQ(dispatch_command(1027), DispatchResult::done);
+  EXPECT_EQ(dispatch_command(editor, 1027), DispatchResult::done);
   EXPECT_TRUE(document.header_rewrite.rewrite_header);
   host.edit<SplitDialog>([](SplitDialog& dialog) { return dialog.cues_text == "Cues: 1"; });
-  EXPECT_EQ(dispatch_command(1014), DispatchResult::done);
+  EXPECT_EQ(dispatch_command(editor, 1014), DispatchResult::done);
 }
 
 }  // namespace

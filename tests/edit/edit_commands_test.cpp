@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // Each editing command on small part tables, and what is odd about them on other streams.
+#include "edit/editor.h"
 #include "edit/requirements.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "support/edit_test.h"
 #include "text/boxes.h"
 
@@ -15,7 +15,7 @@ class EditCommands : public EditTest {
  protected:
   /// Part tables as full as they get but for one part, with the last 20 frames
   /// in the last one.
-  static void fill_table() {
+  void fill_table() {
     make("0-20:A");
     while (document.parts.size() < most_parts - 1) add_part(document, 0, 0, 0, length);
   }
@@ -137,7 +137,7 @@ TEST_F(EditCommands, ChangePartsAndPlaces) {
     EXPECT_EQ(state(), row.after);
     expect_sound_document();
     if (undo_stack.empty()) continue;
-    while (!undo_stack.empty()) EXPECT_TRUE(undo_pop());
+    while (!undo_stack.empty()) EXPECT_TRUE(undo_pop(editor));
     EXPECT_EQ(parts(), before);
     EXPECT_EQ(selection.sel_beg, begin);
   }
@@ -154,7 +154,7 @@ TEST_F(EditCommands, FullTableRefusesACutWhole) {
   run("cues_at_selection_ends");  // one of the two
   EXPECT_EQ(document.parts.back().part_size, 5 * length);
   EXPECT_EQ(take_box(), "");
-  ASSERT_TRUE(undo_pop());
+  ASSERT_TRUE(undo_pop(editor));
   add_part(document, 0, 0, 0, length);
   run("crop");
   EXPECT_EQ(take_box(), "Not possible: Selection range seems to be invalid.");
@@ -198,7 +198,7 @@ TEST_F(EditCommands, PlacesStayOnFrameStartsBehindATrim) {
   EXPECT_EQ(selection.cursor, 2922U);
   EXPECT_EQ(selection.sel_beg, 1461U);
   EXPECT_EQ(selection.sel_end, 2505U);
-  EXPECT_TRUE(undo_pop());
+  EXPECT_TRUE(undo_pop(editor));
   EXPECT_EQ(selection.sel_end, 1878U);
 }
 
@@ -214,7 +214,7 @@ TEST_F(EditCommands, ARunOfOneTrimIsOneStep) {
   EXPECT_NE(host.calls.find("parts "), std::string::npos);  // the list
   EXPECT_EQ(undo_stack.size(), 3U);
   for (const char* const before : {"0-6 14-20", "0-6 12-20", "0-8 12-20*"}) {
-    EXPECT_TRUE(undo_pop());
+    EXPECT_TRUE(undo_pop(editor));
     EXPECT_EQ(parts(), before);
   }
 }
@@ -276,14 +276,14 @@ TEST_F(EditCommands, ReSyncsAreMarkedBehindTheFrameFoundAgain) {
 }
 
 TEST_F(EditCommands, LevelsAreForLayerIII) {
-  EXPECT_TRUE(require(need_level_control()));
+  EXPECT_TRUE(require(need_level_control(editor)));
   ASSERT_TRUE(open("a.mp2", frames(20, {.layer = 2})));
   make("0-5 8-20 @5 #1");
   run("mute_cut");
-  EXPECT_FALSE(require(need_level_control()));
+  EXPECT_FALSE(require(need_level_control(editor)));
   EXPECT_EQ(state(), "0-5 8-20 @5 #1 {Can't change the level of Layer II.}");
   ASSERT_TRUE(open("a.aac", Mp3Builder{}.adts(20, 417).bytes()));
-  EXPECT_FALSE(require(need_level_control()));
+  EXPECT_FALSE(require(need_level_control(editor)));
   EXPECT_EQ(state(), "0-20* {Note: No level adjustment on AAC}");
 }
 

@@ -4,9 +4,9 @@
 #include "edit/level_commands.h"
 
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "edit/level_dialog.h"
 #include "edit/normalize_dialog.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 
@@ -15,9 +15,9 @@ namespace {
 
 class Levels : public EditTest {
  protected:
-  static std::string levels() { return parts() + '|' + std::to_string(document.end_gain); }
+  std::string levels() { return parts() + '|' + std::to_string(document.end_gain); }
 
-  static void begin_with(const std::string& state) {
+  void begin_with(const std::string& state) {
     make(state);
     document.end_gain = 0;
   }
@@ -40,15 +40,15 @@ TEST_F(Levels, FadeToAndFromTheBottom) {
   for (const Row& row : table) {
     SCOPED_TRACE(row.before);
     begin_with(row.before);
-    dispatch_command(1019);
+    dispatch_command(editor, 1019);
     EXPECT_EQ(levels(), row.simple);
     begin_with(row.before);
-    dispatch_command(1047);
+    dispatch_command(editor, 1047);
     EXPECT_EQ(levels(), row.two_stage);
   }
   settings.lowest_gain = 10;  // 6 steps, and two of them in the last third
   begin_with("0-20 @11");
-  dispatch_command(1047);
+  dispatch_command(editor, 1047);
   EXPECT_EQ(levels(), "0-11 11-17 17-20g-2|-6");
 }
 
@@ -57,7 +57,7 @@ TEST_F(Levels, FadeThatCanNotBeIsToldAndChangesNothing) {
                                    "0-3 3-20 @5"}) {  // another part lies between
     for (const CommandId fade : {CommandId{1019}, CommandId{1047}}) {
       make(before);
-      EXPECT_EQ(dispatch_command(fade), DispatchResult::refused);
+      EXPECT_EQ(dispatch_command(editor, fade), DispatchResult::refused);
       EXPECT_TRUE(take_box().starts_with("Not possible: "));
       EXPECT_EQ(state(), before);
     }
@@ -66,17 +66,17 @@ TEST_F(Levels, FadeThatCanNotBeIsToldAndChangesNothing) {
 
 TEST_F(Levels, StepPartByPart) {
   begin_with("0-5* 5-10*g31 10-15* 15-20* #1 @6");
-  dispatch_command(202);
+  dispatch_command(editor, 202);
   EXPECT_EQ(levels(), "0-5 5-10g32 10-15 15-20*|0");
-  dispatch_command(202);
+  dispatch_command(editor, 202);
   EXPECT_EQ(levels(), "0-5 5-10g32 10-15 15-20*|0");
   EXPECT_TRUE(open_state.document_modified);
   EXPECT_TRUE(undo_stack.empty());
   begin_with("0-5 5-20* #1 @20");
-  dispatch_command(203);
+  dispatch_command(editor, 203);
   EXPECT_EQ(levels(), "0-5 5-20*|-1");
   ASSERT_TRUE(open("a.mp2", frames(20, {.layer = 2})));
-  EXPECT_EQ(dispatch_command(202), DispatchResult::nothing);
+  EXPECT_EQ(dispatch_command(editor, 202), DispatchResult::nothing);
   EXPECT_EQ(document.parts[0].part_gainbeg, 0);
   EXPECT_FALSE(open_state.document_modified);
   EXPECT_TRUE(host.boxes.empty());
@@ -99,7 +99,7 @@ TEST_F(Levels, TheDialogSetsTheSelection) {
   for (const Row& row : table) {
     SCOPED_TRACE(row.before);
     begin_with(row.before);
-    LevelDialog dialog;
+    LevelDialog dialog(editor);
     dialog.begin();
     dialog.set_from(-4);
     dialog.set_to(-8);
@@ -107,7 +107,7 @@ TEST_F(Levels, TheDialogSetsTheSelection) {
     EXPECT_EQ(levels(), row.after);
     EXPECT_FALSE(has_selection(selection));
     EXPECT_TRUE(open_state.document_modified);
-    undo_pop();
+    undo_pop(editor);
     EXPECT_EQ(document.end_gain, 0);
   }
 }
@@ -115,20 +115,20 @@ TEST_F(Levels, TheDialogSetsTheSelection) {
 TEST_F(Levels, TheDialogShowsWhatIsThere) {
   begin_with("0-5g-2 5-20g3 =0-20");
   document.end_gain = 7;
-  LevelDialog dialog;
+  LevelDialog dialog(editor);
   dialog.begin();
-  EXPECT_EQ(LevelDialog::from_text() + ", " + LevelDialog::to_text(), "from -3.0 dB, to +10.5 dB");
-  LevelDialog::fade_out();
+  EXPECT_EQ(dialog.from_text() + ", " + dialog.to_text(), "from -3.0 dB, to +10.5 dB");
+  dialog.fade_out();
   EXPECT_EQ(selection.sel_gain * 1000 + selection.sel_gain_end, -40);
-  LevelDialog::silence();
+  dialog.silence();
   dialog.locks_sliders = true;
   dialog.set_to(40);
   EXPECT_EQ(selection.sel_gain * 1000 + selection.sel_gain_end, 32032);
   EXPECT_EQ(LevelDialog::set_bottom_level(91), 90);
   host.answers = {BoxAnswer::cancel, BoxAnswer::ok};
-  LevelDialog::restore_defaults();
+  dialog.restore_defaults();
   EXPECT_EQ(settings.lowest_gain, 90);
-  LevelDialog::restore_defaults();
+  dialog.restore_defaults();
   EXPECT_EQ(settings.lowest_gain, 60);
   EXPECT_EQ(selection.sel_gain, 0);
 }
@@ -147,7 +147,7 @@ TEST_F(Levels, ShiftAddsToWhatIsThere) {
   for (const auto& row : table) {
     SCOPED_TRACE(row.before);
     begin_with(row.before);
-    shift_selection_level(3);
+    shift_selection_level(editor, 3);
     EXPECT_EQ(levels(), row.after);
   }
 }
@@ -167,12 +167,12 @@ TEST_F(Levels, AreRefusedInWords) {
   };
   for (const Row& row : table) {
     ASSERT_TRUE(open(row.name, row.bytes));
-    EXPECT_EQ(dispatch_command(row.id), DispatchResult::refused);
+    EXPECT_EQ(dispatch_command(editor, row.id), DispatchResult::refused);
     EXPECT_EQ(take_box(), std::string("Not possible: ") + row.box);
   }
   ASSERT_TRUE(open("a.mp3", frames(20)));
   make("0-10 10-20 =5-10");
-  EXPECT_EQ(dispatch_command(1021), DispatchResult::refused);
+  EXPECT_EQ(dispatch_command(editor, 1021), DispatchResult::refused);
   EXPECT_EQ(take_box(), "Not possible: Selection range seems to be invalid.");
 }
 
@@ -182,7 +182,7 @@ TEST_F(Levels, AFullTableStaysAsItIs) {
   for (std::uint32_t i = 1; i < 998; ++i) add_part(document, document.total_size, 0, 0, length);
   select(5, 15);
   const std::string before = parts();
-  EXPECT_FALSE(LevelDialog().accept());
+  EXPECT_FALSE(LevelDialog(editor).accept());
   EXPECT_EQ(take_box(), "Not possible: Selection range seems to be invalid.");
   EXPECT_EQ(parts(), before);
 }

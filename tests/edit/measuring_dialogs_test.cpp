@@ -3,14 +3,13 @@
 #include <algorithm>
 
 #include "audio/sample_reader.h"
-#include "audio/the_player.h"
 #include "edit/auto_cue_dialog.h"
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "edit/normalize_dialog.h"
 #include "edit/pause_dialog.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "model/time_mapping.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
@@ -32,7 +31,7 @@ class Measuring : public EditTest {
     }
   }
 
-  static int peak_of_stream() {
+  int peak_of_stream() {
     SampleReader reader(document);
     EXPECT_TRUE(reader.open({}, document.total_size, 10));
     int peak = 0;
@@ -41,7 +40,7 @@ class Measuring : public EditTest {
   }
 
   // Where the frames of the stream begin, and its end.
-  static std::vector<EditPosition> places_of_frames() {
+  std::vector<EditPosition> places_of_frames() {
     std::vector<EditPosition> places = {0};
     Bytes block(frame_block_limit);
     for (FrameCursor at; at.pos < document.total_size; places.push_back(at.pos)) {
@@ -49,7 +48,7 @@ class Measuring : public EditTest {
     }
     return places;
   }
-  static int frame_of(EditPosition pos) {
+  int frame_of(EditPosition pos) {
     const std::vector<EditPosition> places = places_of_frames();
     return static_cast<int>(std::ranges::find(places, pos) - places.begin());
   }
@@ -64,7 +63,7 @@ class Normalize : public Measuring {
     seek_to(playback, 5000);
   }
 
-  NormalizeDialog dialog_;
+  NormalizeDialog dialog_{editor};
 };
 
 TEST_F(Normalize, RaisesThePeakToFullScale) {
@@ -101,7 +100,7 @@ TEST_F(Normalize, TakesTheChangeOfTheSliderAndTheBatch) {
   EXPECT_EQ(dialog_.norm_change, -16);
   dialog_.accept();
   EXPECT_EQ(document.end_gain, -16);
-  undo_pop();
+  undo_pop(editor);
 
   batch_active = true;
   batch_level = 14;  // two steps below full scale
@@ -149,7 +148,7 @@ class Pauses : public Measuring {
 
   // What the scan made of the stream: the parts in frames, the cues with their marks.
   std::string scanned() {
-    PauseDialog dialog;
+    PauseDialog dialog(editor);
     dialog.begin();
     EXPECT_TRUE(dialog.accept());
     run(dialog);
@@ -197,7 +196,7 @@ TEST_F(Pauses, AreCutOutWhole) {
   // 32 to 81 and 182 to 241, as the tones ring on for two frames.
   EXPECT_EQ(result, "Found: 2 | 0* 32* 133* | 172");
   EXPECT_EQ(undo_stack.size(), 1U);
-  undo_pop();
+  undo_pop(editor);
   EXPECT_EQ(document.parts.size(), 1U);
 }
 
@@ -214,7 +213,7 @@ TEST_F(Pauses, AreLookedForInTheSelection) {
 }
 
 TEST_F(Pauses, CanBeStoppedAndStartedAgain) {
-  PauseDialog dialog;
+  PauseDialog dialog(editor);
   ASSERT_TRUE(dialog.accept());
   EXPECT_FALSE(dialog.accept());
   dialog.cancel();
@@ -224,7 +223,7 @@ TEST_F(Pauses, CanBeStoppedAndStartedAgain) {
   run(dialog);
   EXPECT_EQ(dialog.pause_found, 2);
   EXPECT_EQ(PauseDialog::level_text() + ", " + PauseDialog::offset_text(), "-31.2 dB, -10 frames");
-  EXPECT_EQ(PauseDialog::duration_text(), "> 1.3 sec");
+  EXPECT_EQ(dialog.duration_text(), "> 1.3 sec");
 }
 
 struct AutoCueRow {
@@ -251,7 +250,7 @@ TEST_F(Measuring, AutoCueSetsCuesByTheClock) {
     document.stream.avg_bitrate *= 2;
     if (row.end != 0)
       select(static_cast<std::uint32_t>(row.begin), static_cast<std::uint32_t>(row.end));
-    AutoCueDialog dialog;
+    AutoCueDialog dialog(editor);
     dialog.begin();
     dialog.interval = row.interval;
     dialog.last_length = row.last;
@@ -259,7 +258,7 @@ TEST_F(Measuring, AutoCueSetsCuesByTheClock) {
     EXPECT_EQ(parts(), row.result);
   }
   EXPECT_EQ(take_box(), "Not possible: An interval of 0 seconds sets no cue.");
-  AutoCueDialog dialog;
+  AutoCueDialog dialog(editor);
   dialog.begin();
   dialog.interval = "12";
   EXPECT_FALSE(dialog.accept());
@@ -275,11 +274,11 @@ TEST_F(Measuring, AutoCueSetsCuesByTheClock) {
 
 TEST_F(Measuring, CuesThatHaveNoRoomAreTold) {
   ASSERT_TRUE(open("a.mp3", Mp3Builder{}.frames(1400).raw(tone_frames(30)).bytes()));
-  EXPECT_EQ(set_auto_cues({.interval = 0.02}), Result::refused);
+  EXPECT_EQ(set_auto_cues(editor, {.interval = 0.02}), Result::refused);
   EXPECT_EQ(document.parts.size(), most_parts);
   const std::string told = "Not possible: No more than 1000 parts are possible. ";
   EXPECT_EQ(take_box(), told + "No cue was set from 0'26.12 on.");
-  PauseDialog dialog;
+  PauseDialog dialog(editor);
   settings.silence_skip = 0;
   settings.silence_offset = 60;
   EXPECT_FALSE(run_unattended(dialog));

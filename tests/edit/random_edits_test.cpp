@@ -8,15 +8,14 @@
 #include <vector>
 
 #include "audio/playback.h"
-#include "audio/the_player.h"
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "edit/navigation.h"
 #include "edit/open_files.h"
 #include "edit/undo.h"
 #include "exchange/project_file.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 
@@ -90,14 +89,14 @@ class RandomEdits : public CoreTest {
   void run(int steps, Random& random) {
     settings.max_undo = most_undo;
     for (int i = 0; i < steps && !HasFailure(); ++i) {
-      if (undo_stack.size() == most_undo) undo_clear();
+      if (undo_stack.size() == most_undo) undo_clear(editor);
       texts_.resize(undo_stack.size());
       arrange(random);
       name_parts_from_files(document);  // as undo does
-      texts_.push_back(project_text(selection.cursor));
+      texts_.push_back(project_text(document, selection, selection.cursor));
       const char* const command = choose(random);
       SCOPED_TRACE(std::to_string(i) + ", " + command);
-      dispatch_command(find_command(command).value());
+      dispatch_command(editor, find_command(command).value());
       expect_whole_frames();
       texts_.resize(undo_stack.size());
       if (below(random, 4) == 0) take_back(1 + below(random, 3));
@@ -121,14 +120,14 @@ class RandomEdits : public CoreTest {
   };
 
   // A place as the user gives one, with a liking for the borders.
-  static EditPosition place(Random& random) {
+  EditPosition place(Random& random) {
     const std::uint32_t kind = below(random, 8);
     if (kind == 0) return document.total_size;
     if (kind < 4) return document.parts[below(random, part_count(document))].part_beg;
     return frame_at(document, below(random, document.total_size), selection.current_frame);
   }
 
-  static void arrange(Random& random) {
+  void arrange(Random& random) {
     if (below(random, 2) == 0) seek_to(playback, place(random));
     if (below(random, 3) == 0)
       document.current_part = static_cast<PartIndex>(below(random, part_count(document)));
@@ -172,9 +171,9 @@ class RandomEdits : public CoreTest {
   void take_back(std::uint32_t steps) {
     for (; steps > 0 && !undo_stack.empty(); --steps) {
       const bool is_whole = undo_stack.front().undo_snapshot.has_value();
-      EXPECT_TRUE(undo_pop());
+      EXPECT_TRUE(undo_pop(editor));
       if (is_whole) {
-        EXPECT_EQ(project_text(selection.cursor), texts_.back());
+        EXPECT_EQ(project_text(document, selection, selection.cursor), texts_.back());
       }
       texts_.pop_back();
       expect_whole_frames();

@@ -2,7 +2,6 @@
 // Recordings from a device that the test moves: what is in the file, under which name, and the
 // document that it becomes.
 #include "edit/record_commands.h"
-#include "audio/the_player.h"
 
 #include <fcntl.h>
 #include <fmt/format.h>
@@ -19,12 +18,12 @@
 #include "audio/recorder.h"
 #include "document/open_state.h"
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "edit/open_files.h"
 #include "edit/speed_dialog.h"
 #include "exchange/project_file.h"
 #include "model/document.h"
 #include "model/exact_time.h"
-#include "model/the_document.h"
 #include "platform/file.h"
 #include "platform/system_calls.h"
 #include "settings/settings.h"
@@ -71,14 +70,14 @@ class RecordCommands : public CoreTest {
     }
   }
 
-  static void deliver() {
+  void deliver() {
     pollfd due = {.fd = wave_event_descriptor(), .events = POLLIN, .revents = 0};
     do {
       deliver_wave_events();
     } while (recorder.wave_in.is_open() && ::poll(&due, 1, 0) > 0);
   }
 
-  static void wait_for_file() {
+  void wait_for_file() {
     if (recorder.rec_file) recorder.rec_file->wait();
   }
 
@@ -90,18 +89,18 @@ class RecordCommands : public CoreTest {
 };
 
 TEST_F(RecordCommands, RecordsAllThatWasHeardAndOpensItWithItsCues) {
-  ASSERT_TRUE(initialize_recording());
+  ASSERT_TRUE(initialize_recording(editor));
   hear(1);
   EXPECT_FALSE(is_name_taken(folder.path("take.mp3")));  // armed is not writing
-  ASSERT_TRUE(start_recording());
+  ASSERT_TRUE(start_recording(editor));
   hear(2);
-  add_recording_cue();
-  add_recording_cue();  // the same place again
+  add_recording_cue(editor);
+  add_recording_cue(editor);  // the same place again
   wait_for_file();
   EXPECT_GT(seconds_of("take.mp3"), 0.5);  // is safe already, whatever happens now
   hear(3);
   EXPECT_NEAR(static_cast<double>(recorded_length(recorder)) * 8 / recorder.rec_rate, 5, 0.2);
-  stop_recording();
+  stop_recording(editor);
 
   EXPECT_FALSE(recorder.is_armed);
   EXPECT_EQ(open_state.audio_name, folder.path("take.mp3"));
@@ -115,34 +114,34 @@ TEST_F(RecordCommands, RecordsAllThatWasHeardAndOpensItWithItsCues) {
 
 TEST_F(RecordCommands, KeepsAnEarlierRecordingOfThatNameUnlessItIsGivenUp) {
   folder.file("take.mp3", "precious");
-  ASSERT_TRUE(initialize_recording());
+  ASSERT_TRUE(initialize_recording(editor));
   host.answers = {BoxAnswer::cancel};
-  ASSERT_TRUE(start_recording());
+  ASSERT_TRUE(start_recording(editor));
   EXPECT_FALSE(recorder.rec_writing);
   EXPECT_EQ(take_box(), "Warning: File exists:\n\n" + folder.path("take.mp3"));
 
-  ASSERT_TRUE(start_recording_unattended(folder.path("take")));
+  ASSERT_TRUE(start_recording_unattended(editor, folder.path("take")));
   EXPECT_NE(take_box().find("The recording goes into "), std::string::npos);
   hear(1);
-  stop_recording();
+  stop_recording(editor);
   EXPECT_EQ(read_text(folder.path("take.mp3")), "precious");
   EXPECT_EQ(open_state.audio_name, folder.path("take (2).mp3"));
 
   settings.rec_appenddata = 1;
   settings.file_savepath = folder.path("take (2)");
-  ASSERT_TRUE(initialize_recording());
-  ASSERT_TRUE(start_recording());
+  ASSERT_TRUE(initialize_recording(editor));
+  ASSERT_TRUE(start_recording(editor));
   hear(1);
-  stop_recording();
+  stop_recording(editor);
   EXPECT_NEAR(seconds_of("take (2).mp3"), 2.1, 0.12);
 
   settings.rec_appenddata = 0;
   settings.file_savepath = folder.path("take");
-  ASSERT_TRUE(initialize_recording());
+  ASSERT_TRUE(initialize_recording(editor));
   host.answers = {BoxAnswer::ok};
-  ASSERT_TRUE(start_recording());
+  ASSERT_TRUE(start_recording(editor));
   hear(1);
-  stop_recording();
+  stop_recording(editor);
   EXPECT_NEAR(seconds_of("take.mp3"), 1.05, 0.06);
 }
 
@@ -151,10 +150,10 @@ TEST_F(RecordCommands, MakesTheFolderOfDocumentsThatANewUserHasNot) {
   ::setenv("XDG_CONFIG_HOME", folder.path("config").c_str(), 1);
   settings.file_savepath.clear();
   complete_settings();
-  ASSERT_TRUE(initialize_recording());
-  ASSERT_TRUE(start_recording());
+  ASSERT_TRUE(initialize_recording(editor));
+  ASSERT_TRUE(start_recording(editor));
   hear(1);
-  stop_recording();
+  stop_recording(editor);
   EXPECT_EQ(open_state.audio_name, folder.path("home/Documents/Recording.mp3"));
 }
 
@@ -163,8 +162,8 @@ TEST_F(RecordCommands, EndsAtTheLimitOrGoesOnInANewFile) {
   for (const std::int32_t method : {lame_method_cbr, lame_method_abr, lame_method_vbr}) {
     settings.enc_lam_vbr_method = method;
     settings.rec_split = 0;
-    ASSERT_TRUE(initialize_recording());
-    ASSERT_TRUE(start_recording_unattended(folder.path("take")));
+    ASSERT_TRUE(initialize_recording(editor));
+    ASSERT_TRUE(start_recording_unattended(editor, folder.path("take")));
     hear(62);
     EXPECT_FALSE(recorder.is_armed);
     EXPECT_NEAR(exact_seconds(document, document.total_size), 60, 0.2) << method;
@@ -173,21 +172,21 @@ TEST_F(RecordCommands, EndsAtTheLimitOrGoesOnInANewFile) {
     settings.rec_split = 1;
     const std::string name = "part" + std::to_string(method);
     settings.file_savepath = folder.path(name);
-    ASSERT_TRUE(initialize_recording());
-    ASSERT_TRUE(start_recording());
+    ASSERT_TRUE(initialize_recording(editor));
+    ASSERT_TRUE(start_recording(editor));
     hear(20);
-    add_recording_cue();
+    add_recording_cue(editor);
     hear(90);
-    add_recording_cue();
+    add_recording_cue(editor);
     hear(20);
-    stop_recording();
+    stop_recording(editor);
     ASSERT_EQ(document.parts.size(), 1u);  // the third file's, which has none
     EXPECT_FALSE(open_state.document_modified);
     double whole = exact_seconds(document, document.total_size);
     for (const std::string& file : {name, name + " (2)"}) {
-      close_all();
+      close_all(editor);
       open_state.project_name = folder.path(file + ".cvp");
-      ASSERT_EQ(read_project().cause, "") << file;
+      ASSERT_EQ(read_project(document, selection, open_state).cause, "") << file;
       ASSERT_EQ(document.parts.size(), 2u);
       EXPECT_EQ(document.parts[1].part_iscue, 1u);
       EXPECT_NEAR(exact_seconds(document, document.total_size), 60, 0.3) << file;
@@ -199,15 +198,15 @@ TEST_F(RecordCommands, EndsAtTheLimitOrGoesOnInANewFile) {
 
 TEST_F(RecordCommands, WritesOnlyWhileItIsLoudWithWhatWasJustBefore) {
   settings.rec_threshold = 2 * 256 + 16;  // 1/8 of full scale, 2 seconds
-  ASSERT_TRUE(level_activated_recording());
-  ASSERT_TRUE(start_recording());
+  ASSERT_TRUE(level_activated_recording(editor));
+  ASSERT_TRUE(start_recording(editor));
   hear(5, 0);
   EXPECT_EQ(recorder.rec_file_bytes, 0u);
   hear(1);
   hear(5, 0);
   hear(1);
   hear(5, 0);
-  stop_recording();
+  stop_recording(editor);
   // Twice a second of sound, two of pause, and three buffers of a tenth in front.
   EXPECT_NEAR(document.total_size / 16000.0, 2 * 3.3, 0.4);
   EXPECT_FALSE(document.parts.at(1).part_title.empty());  // the time at which it began
@@ -218,12 +217,12 @@ TEST_F(RecordCommands, LosesNoSoundToADiskThatStandsStillForAMinute) {
   system_calls.fsync = wait_for_disk;
   for (const double heard : {55, 90}) {
     disk_stands_still = true;
-    ASSERT_TRUE(initialize_recording());
-    ASSERT_TRUE(start_recording_unattended({}));
+    ASSERT_TRUE(initialize_recording(editor));
+    ASSERT_TRUE(start_recording_unattended(editor, {}));
     hear(heard);
     EXPECT_TRUE(disk_stands_still);  // nobody waited
     disk_stands_still = false;
-    stop_recording();
+    stop_recording(editor);
     const double recorded = document.total_size / 40000.0;
     if (heard < 60) {
       EXPECT_NEAR(recorded, heard, 0.1);
@@ -249,8 +248,8 @@ TEST_F(RecordCommands, WaitsForSoundThroughAnyTime) {
                     {0x100000000 + 86'400'000, false, 0}};
   settings.rec_threshold = 2 * 256 + 16;
   for (const auto& row : rows) {
-    ASSERT_TRUE(level_activated_recording());
-    ASSERT_TRUE(start_recording_unattended(folder.path("take")));
+    ASSERT_TRUE(level_activated_recording(editor));
+    ASSERT_TRUE(start_recording_unattended(editor, folder.path("take")));
     recorder.input_bytes = static_cast<std::uint64_t>(row.started) * 176'400 / 1000;
     if (!row.is_first) recorder.rec_last_time_cue = row.started - 1'000'000;
     hear(2, 0);
@@ -260,15 +259,15 @@ TEST_F(RecordCommands, WaitsForSoundThroughAnyTime) {
     hear(4, 0);
     EXPECT_FALSE(recorder.rec_active) << row.started;
     EXPECT_EQ(recorder.rec_cues.size(), row.cues) << row.started;
-    stop_recording();
+    stop_recording(editor);
     EXPECT_NEAR(document.total_size / 16000.0, 3 + 2 + 0.3, 0.4) << row.started;
     open_state.document_modified = false;
   }
 }
 
 TEST_F(RecordCommands, KeepsWhatItHasWhenTheDeviceOrTheDiskFails) {
-  ASSERT_TRUE(initialize_recording());
-  ASSERT_TRUE(start_recording());
+  ASSERT_TRUE(initialize_recording(editor));
+  ASSERT_TRUE(start_recording(editor));
   hear(3);
   system.is_lost = true;
   deliver();
@@ -277,9 +276,9 @@ TEST_F(RecordCommands, KeepsWhatItHasWhenTheDeviceOrTheDiskFails) {
   EXPECT_NE(take_box().find("device is gone"), std::string::npos);
 
   system.is_lost = false;
-  ASSERT_TRUE(initialize_recording());
+  ASSERT_TRUE(initialize_recording(editor));
   host.answers = {BoxAnswer::ok};  // a file of that name may go
-  ASSERT_TRUE(start_recording());
+  ASSERT_TRUE(start_recording(editor));
   remove_file(folder.path("take.mp3"));
   hear(2);
   wait_for_file();
@@ -290,8 +289,8 @@ TEST_F(RecordCommands, KeepsWhatItHasWhenTheDeviceOrTheDiskFails) {
   settings.rec_time = 1;
   settings.rec_split = 1;
   settings.file_savepath = folder.path("long");
-  ASSERT_TRUE(initialize_recording());
-  ASSERT_TRUE(start_recording());
+  ASSERT_TRUE(initialize_recording(editor));
+  ASSERT_TRUE(start_recording(editor));
   system_calls.open = [](const char* path, int flags, mode_t mode) {
     errno = ENOSPC;
     return (flags & O_CREAT) != 0 ? -1 : original_system_calls.open(path, flags, mode);
@@ -299,7 +298,7 @@ TEST_F(RecordCommands, KeepsWhatItHasWhenTheDeviceOrTheDiskFails) {
   system_calls.fsync = wait_for_disk;
   disk_stands_still = true;
   hear(61);
-  add_recording_cue();
+  add_recording_cue(editor);
   disk_stands_still = false;
   wait_for_file();
   hear(0.5);
@@ -314,13 +313,13 @@ TEST_F(RecordCommands, KeepsWhatItHasWhenTheDeviceOrTheDiskFails) {
   open_state.document_modified = false;
 
   settings.file_savepath = folder.path("none") + "/take";
-  ASSERT_TRUE(initialize_recording());
-  EXPECT_FALSE(start_recording());
+  ASSERT_TRUE(initialize_recording(editor));
+  EXPECT_FALSE(start_recording(editor));
   EXPECT_FALSE(recorder.is_armed);
   EXPECT_NE(take_box().find("Could not create/write to file."), std::string::npos);
 
   system.refusal = "no such device";
-  EXPECT_FALSE(initialize_recording());
+  EXPECT_FALSE(initialize_recording(editor));
   EXPECT_EQ(take_box(), "Error: Could not open wave/audio device\nno such device");
 }
 
@@ -333,14 +332,14 @@ TEST_F(RecordCommands, StretchesOneRecordThatIsPlayedTooFast) {
     return true;
   });
   system.refusal = "no such device";
-  EXPECT_EQ(dispatch_command(1043), DispatchResult::refused);
+  EXPECT_EQ(dispatch_command(editor, 1043), DispatchResult::refused);
   EXPECT_EQ(recorder.rec_speed, 0);
 
   system.refusal.clear();
-  ASSERT_EQ(dispatch_command(1043), DispatchResult::done);
-  ASSERT_TRUE(start_recording());
+  ASSERT_EQ(dispatch_command(editor, 1043), DispatchResult::done);
+  ASSERT_TRUE(start_recording(editor));
   hear(4);
-  stop_recording();
+  stop_recording(editor);
   EXPECT_NEAR(document.total_size / 16000.0, 6, 0.2);
   EXPECT_EQ(recorder.rec_speed, 0);
 }

@@ -2,10 +2,10 @@
 // Moving, selecting by mouse, and the fields that take typed times.
 #include "edit/selection_commands.h"
 
+#include "edit/editor.h"
 #include "edit/navigation.h"
 #include "edit/time_fields.h"
 #include "model/cuts.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 
@@ -33,7 +33,7 @@ TEST_F(SelectionCommands, MouseMovesTheNearerEndOrTheOneOfItsButton) {
                     {400, {.right = true}, true, " =300-400 @50", 0}};
   for (const auto& row : rows) {
     settings.mouse_method = row.method;
-    mouse_select(row.frame * length, row.buttons, row.is_press);
+    mouse_select(editor, row.frame * length, row.buttons, row.is_press);
     EXPECT_EQ(places(), row.places);
   }
   EXPECT_EQ(undo_stack.size(), 5U);  // a move belongs to its press, and the cursor needs no step
@@ -41,7 +41,7 @@ TEST_F(SelectionCommands, MouseMovesTheNearerEndOrTheOneOfItsButton) {
 
 TEST_F(SelectionCommands, CursorMovesByFramesAndBorders) {
   struct {
-    void (*command)();
+    std::function<void(Editor&)> command;
     std::uint32_t frame;
   } const steps[] = {
       {skip_forward_small, 38},   {skip_forward_large, 421},
@@ -59,7 +59,7 @@ TEST_F(SelectionCommands, CursorMovesByFramesAndBorders) {
   split_at(document, 10 * length);
   split_at(document, 30 * length);
   for (const auto& step : steps) {
-    step.command();
+    step.command(editor);
     EXPECT_EQ(selection.cursor, step.frame * length) << &step - steps;
   }
   for (int i = 0; i < 4; ++i) zoom_in();
@@ -72,7 +72,7 @@ TEST_F(SelectionCommands, CursorMovesByFramesAndBorders) {
 // frames 100 and 200 begin at 2.612 s and 5.225 s.
 TEST_F(SelectionCommands, FieldsTakeWhatWasChangedInThem) {
   struct {
-    void (*field)(std::string_view);
+    void (*field)(Editor& editor, std::string_view);
     const char* text;
     const char* places;
   } const rows[] = {
@@ -93,7 +93,7 @@ TEST_F(SelectionCommands, FieldsTakeWhatWasChangedInThem) {
       {apply_selection_field, "Selection 1'00 - 2'00", " =200-200 @1000"}};
   select(100, 200);
   for (const auto& row : rows) {
-    row.field(row.text);
+    row.field(editor, row.text);
     EXPECT_EQ(places(), row.places) << row.text;
   }
 }

@@ -6,10 +6,10 @@
 #include <sys/stat.h>
 
 #include "document/append.h"
+#include "edit/editor.h"
 #include "exchange/cue_time.h"
 #include "model/cuts.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "shell/start_up.h"
 #include "support/edit_test.h"
@@ -31,21 +31,23 @@ std::string track(std::string_view time) {
 class CueSheet : public EditTest {
  protected:
   void SetUp() override {
-    start_up(std::nullopt);
+    start_up(editor, std::nullopt);
     folder.file("a.mp3", frames(1000));
   }
 
-  bool open_sheet(std::string_view text) { return open_file(folder.file("s.cue", text)); }
+  bool open_sheet(std::string_view text) { return open_file(editor, folder.file("s.cue", text)); }
 
   std::string saved_sheet() {
     EXPECT_EQ(save("out.cue"), CueSheetSave::written);
     return read_text(folder.path("out.cue"));
   }
-  CueSheetSave save(const std::string& name) { return save_cue_sheet(folder.path(name), reason); }
+  CueSheetSave save(const std::string& name) {
+    return save_cue_sheet(document, open_state, folder.path(name), reason);
+  }
   std::string reason;
 
   /// The frames at which cues stand.
-  static std::string cues() {
+  std::string cues() {
     std::string text;
     for (const Part& part : document.parts)
       if (part.part_iscue != 0) text += in_frames(part.part_beg) + " ";
@@ -211,7 +213,7 @@ TEST_F(CueSheet, AsksBeforeItNamesAudioOfOtherLength) {
 
   // Two files are never the first one, whatever their length in all.
   open_state.save_name.clear();
-  append_file(folder.file("b.mp3", frames(10)));
+  append_file(document, folder.file("b.mp3", frames(10)));
   ASSERT_EQ(document.total_size, 1000 * length);
   saved_sheet();
   EXPECT_EQ(host.boxes.size(), 3U);
@@ -257,7 +259,7 @@ TEST_F(CueSheet, TimesAreExactTimesOfTheEditedStream) {
     document.parts[split_at(document, row.cue)].part_iscue = 1;
     EXPECT_NE(saved_sheet().find("INDEX 01 " + std::string(row.time) + "\r\n"), std::string::npos);
     open_state.project_name = folder.path("out.cue");
-    EXPECT_EQ(load_cue_sheet(true).cause, "");
+    EXPECT_EQ(load_cue_sheet(document, selection, open_state, true).cause, "");
     ASSERT_EQ(part_count(document), 2);  // the cues that are there
   }
 }

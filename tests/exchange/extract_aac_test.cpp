@@ -8,8 +8,8 @@
 #include <filesystem>
 
 #include "edit/document_commands.h"
+#include "edit/editor.h"
 #include "exchange/open_document.h"
-#include "model/the_document.h"
 #include "platform/path.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
@@ -103,21 +103,21 @@ TEST_F(ExtractAac, JoinsTracksAndReplacesNoneThatIsOpen) {
   const std::string a = folder.file("a.m4a", "container");
   const std::string b = folder.file("b.mp4", "container");
   const std::string a_too = folder.file("a.mp4", "container");
-  EXPECT_EQ(open_files(std::vector{a, b, a}).count, 3U);
+  EXPECT_EQ(open_files(editor, std::vector{a, b, a}).count, 3U);
   EXPECT_EQ(document.total_size, 60U * 372);
   EXPECT_EQ(document.files.size(), 2U);
 
   // As another container of that name would have it.
   program_does("cat \"" + track + "\" \"" + track + "\"");
-  EXPECT_EQ(append_in_one_step(std::vector{a_too}).failed, a_too);
+  EXPECT_EQ(append_in_one_step(editor, std::vector{a_too}).failed, a_too);
   EXPECT_NE(take_box().find("a.aac is open and holds another track."), std::string::npos);
   const std::string c = folder.file("c.m4a", "container");
-  EXPECT_EQ(append_in_one_step(std::vector{c, b}).count, 1U);
+  EXPECT_EQ(append_in_one_step(editor, std::vector{c, b}).count, 1U);
   EXPECT_EQ(std::filesystem::file_size(folder.path("b.aac")), 20U * 372);
   EXPECT_EQ(document.total_size, 100U * 372);
 
   ASSERT_TRUE(open(folder.file("a.mp3", Mp3Builder{}.frames(30).bytes())));
-  EXPECT_EQ(append_in_one_step(std::vector{folder.file("d.m4a", "container")}).count, 0U);
+  EXPECT_EQ(append_in_one_step(editor, std::vector{folder.file("d.m4a", "container")}).count, 0U);
   EXPECT_FALSE(std::filesystem::exists(folder.path("d.aac")));
 }
 

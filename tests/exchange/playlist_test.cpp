@@ -4,8 +4,8 @@
 
 #include <filesystem>
 
+#include "edit/editor.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 

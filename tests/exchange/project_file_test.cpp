@@ -3,10 +3,10 @@
 #include "exchange/project_file.h"
 
 #include "document/append.h"
+#include "edit/editor.h"
 #include "edit/save_project.h"
 #include "exchange/changed_sources.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 
@@ -46,7 +46,7 @@ class ProjectFile : public EditTest {
 
 TEST_F(ProjectFile, IsWrittenInItsOrderAndComesBackFromAMovedFolder) {
   make_document();
-  const std::string text = project_text(selection.cursor, folder.path(""));
+  const std::string text = project_text(document, selection, selection.cursor, folder.path(""));
   EXPECT_EQ(text,
             "[Corvelin project file]\r\nutf8=1\r\n"
             "file_beg=0\r\nfile_end=41700\r\nfile=a.mp3\r\n"
@@ -58,16 +58,17 @@ TEST_F(ProjectFile, IsWrittenInItsOrderAndComesBackFromAMovedFolder) {
             "part_size=2085\r\npart_beg=37530\r\n"
             "gainend=-40\r\nposition=834\r\nvbr=1\r\nsel_beg=417\r\nsel_end=1251\r\n"
             "sheet_artist=Band\r\nsheet_title=Album\r\n");
-  EXPECT_NE(project_text(selection.cursor, folder.path("deeper/"))
+  EXPECT_NE(project_text(document, selection, selection.cursor, folder.path("deeper/"))
                 .find("file=" + folder.path("a.mp3") + "\r\n"),
             std::string::npos);
-  ASSERT_FALSE(write_project(open_state.project_name, selection.cursor));
+  ASSERT_FALSE(
+      write_project(document, selection, open_state, open_state.project_name, selection.cursor));
   const TestFolder other;
   for (const char* const name : {"p.cvp", "a.mp3", "sub ümlaut.mp3"})
     std::filesystem::copy(folder.path(name), other.path(name));
   ASSERT_TRUE(open(other.path("p.cvp")));
   EXPECT_EQ(document.files[1].file_name, other.path("sub ümlaut.mp3"));
-  EXPECT_EQ(project_text(selection.cursor, other.path("")), text);
+  EXPECT_EQ(project_text(document, selection, selection.cursor, other.path("")), text);
   EXPECT_EQ(settings.file_recent.front(), other.path("p.cvp"));
   EXPECT_FALSE(open_state.document_modified);
 
@@ -85,7 +86,8 @@ TEST_F(ProjectFile, OddFileNamesSurvive) {
     ASSERT_TRUE(open(name, frames(10)));
     open_state.project_name = folder.path("p.cvp");
     document.parts[0].part_title = u"Tïtle";
-    ASSERT_FALSE(write_project(open_state.project_name, selection.cursor));
+    ASSERT_FALSE(
+        write_project(document, selection, open_state, open_state.project_name, selection.cursor));
     ASSERT_TRUE(open(folder.path("p.cvp"))) << name;
     EXPECT_EQ(document.parts[0].part_title, u"Tïtle");
     EXPECT_TRUE(std::filesystem::equivalent(document.files[0].file_name, folder.path(name)));
@@ -158,7 +160,7 @@ TEST_F(ProjectFile, RefusesWhatNoDocumentCanBe) {
 // Cut off anywhere, it opens whole up to the cut or tells the failure.
 TEST_F(ProjectFile, CutOffAtEveryByteItIsStillSound) {
   make_document();
-  const std::string text = project_text(selection.cursor);
+  const std::string text = project_text(document, selection, selection.cursor);
   std::size_t opened = 0;
   for (std::size_t size = 0; size < text.size(); ++size) {
     if (open_text(text.substr(0, size))) ++opened;
@@ -168,8 +170,9 @@ TEST_F(ProjectFile, CutOffAtEveryByteItIsStillSound) {
 }
 
 TEST_F(ProjectFile, MovesBordersAlongWithATagInFront) {
-  ASSERT_TRUE(append_file(folder.file("b.mp3", frames(50))) == AppendResult::appended);
-  ASSERT_FALSE(write_project(open_state.project_name, selection.cursor));
+  ASSERT_TRUE(append_file(document, folder.file("b.mp3", frames(50))) == AppendResult::appended);
+  ASSERT_FALSE(
+      write_project(document, selection, open_state, open_state.project_name, selection.cursor));
   const auto with_tag = [](int count) {
     return Mp3Builder{}.id3v2(std::string(4000, ' ')).frames(count).bytes();
   };
@@ -181,44 +184,44 @@ TEST_F(ProjectFile, MovesBordersAlongWithATagInFront) {
   EXPECT_EQ(open_with_changed("a.mp3", with_tag(100)), (std::pair{4010U, 0U}));
   EXPECT_EQ(open_with_changed("b.mp3", with_tag(50)), (std::pair{4010U, 4010U}));
   EXPECT_NE(take_box().find("moved along"), std::string::npos);
-  EXPECT_TRUE(may_save_from_sources());
+  EXPECT_TRUE(may_save_from_sources(document));
   // Other audio leaves them where they are, which is told and asked about.
   EXPECT_EQ(open_with_changed("b.mp3", with_tag(49)), (std::pair{4010U, 0U}));
   EXPECT_NE(take_box().find("not the one"), std::string::npos);
-  EXPECT_FALSE(may_save_from_sources());
+  EXPECT_FALSE(may_save_from_sources(document));
 }
 
 TEST_F(ProjectFile, SaveCommandGoesByTheExtension) {
   open_state.project_name.clear();
   settings.msg_hide = 0xFFFF;
   open_state.document_modified = true;
-  EXPECT_FALSE(save_project(false, false));  // cancelled
+  EXPECT_FALSE(save_project(editor, false, false));  // cancelled
   EXPECT_EQ(host.dialogs.back().path, folder.path("a.cvp"));
   host.new_files = {folder.path("x.txt")};
-  EXPECT_FALSE(save_project(false, false));
+  EXPECT_FALSE(save_project(editor, false, false));
   EXPECT_EQ(host.boxes.back().text, "Could not create/write to file.\n" + folder.path("x.txt") +
                                         "\nThe name must end in .cvp or .cue.");
   host.new_files = {folder.path("x.cvp")};
-  EXPECT_TRUE(save_project(true, false));
+  EXPECT_TRUE(save_project(editor, true, false));
   EXPECT_FALSE(open_state.document_modified);
-  EXPECT_TRUE(save_project(false, false));  // without asking again
+  EXPECT_TRUE(save_project(editor, false, false));  // without asking again
   host.new_files = {folder.path("x.cvp")};
-  EXPECT_TRUE(save_project(true, true));
+  EXPECT_TRUE(save_project(editor, true, true));
   EXPECT_EQ(open_state.project_name, folder.path("x.cue"));
   EXPECT_EQ(folder.names(), (std::vector<std::string>{"a.mp3", "x.cue", "x.cvp"}));
 }
 
 TEST_F(ProjectFile, UnsavedChangesAreAskedAbout) {
-  EXPECT_TRUE(confirm_discard_changes());
+  EXPECT_TRUE(confirm_discard_changes(editor));
   open_state.document_modified = true;
-  EXPECT_FALSE(confirm_discard_changes());  // Cancel is the default
+  EXPECT_FALSE(confirm_discard_changes(editor));  // Cancel is the default
   EXPECT_EQ(host.boxes.back().text, "Changes unsaved. Save modified Project?");
   host.answers = {BoxAnswer::no};
-  EXPECT_TRUE(confirm_discard_changes());
+  EXPECT_TRUE(confirm_discard_changes(editor));
   EXPECT_FALSE(open_state.document_modified);
   open_state.document_modified = true;
   settings.warn = 2;
-  EXPECT_TRUE(confirm_discard_changes());
+  EXPECT_TRUE(confirm_discard_changes(editor));
 }
 
 }  // namespace

@@ -10,11 +10,11 @@
 #include <cerrno>
 #include <functional>
 
+#include "edit/editor.h"
 #include "edit/save_audio.h"
 #include "edit/save_project.h"
 #include "exchange/split_save.h"
 #include "model/cuts.h"
-#include "model/the_document.h"
 #include "platform/system_calls.h"
 #include "settings/settings.h"
 #include "settings/settings_file.h"
@@ -143,7 +143,7 @@ class SaveFaults : public CoreTest, public ::testing::WithParamInterface<Fault> 
     settings.keep_date = 1;
     document.parts[0].part_size = 40 * length;
     recompute_total(document);
-    return save_unattended(true) == SaveOutcome::saved;
+    return save_unattended(editor, true) == SaveOutcome::saved;
   }
   [[nodiscard]] bool is_source_whole() const {
     const Bytes now = read_file(folder.path("a.mp3"));
@@ -153,7 +153,7 @@ class SaveFaults : public CoreTest, public ::testing::WithParamInterface<Fault> 
     if (!open(folder.path("a.mp3"))) return false;
     settings.keep_date = 2;
     host.new_files = {folder.path("b.mp3")};
-    return save_audio() == SaveOutcome::saved;
+    return save_audio(editor) == SaveOutcome::saved;
   }
 
   // A file as a save makes it, with so many frames.
@@ -161,7 +161,7 @@ class SaveFaults : public CoreTest, public ::testing::WithParamInterface<Fault> 
     Mp3Builder file = Mp3Builder{}.id3v2(Mp3Builder::id3v2_frame("TIT2", "Title"));
     EXPECT_TRUE(
         open("made.mp3", file.vbr_header({.marker = "Info"}).frames(count).id3v1("x").bytes()));
-    EXPECT_EQ(save_unattended(true), SaveOutcome::saved);
+    EXPECT_EQ(save_unattended(editor, true), SaveOutcome::saved);
     const Bytes bytes = read_file(folder.path("made.mp3"));
     EXPECT_EQ(bytes.size(), file.size());
     std::filesystem::remove(folder.path("made.mp3"));
@@ -247,7 +247,7 @@ TEST_P(SaveFaults, PiecesOfASplitAreWholeButForTheNamedOne) {
     std::filesystem::create_directory(target);
     if (!open(folder.path("a.mp3"))) return false;
     document.parts[split_at(document, 30 * length)].part_iscue = 1;
-    SplitRun run(target + "/", 1);
+    SplitRun run(document, selection, open_state, target + "/", 1);
     while (run.step()) {
     }
     complete = static_cast<std::size_t>(std::ranges::count(run.log(), '\n'));
@@ -280,7 +280,7 @@ TEST_P(SaveFaults, TextFilesStayOldOrNew) {
     const auto work = [&] {
       folder.file(name, old);
       report_ = is_settings ? write_settings(folder.path(name)).message() : "";
-      return is_settings ? report_ == "Success" : save_project(false, false);
+      return is_settings ? report_ == "Success" : save_project(editor, false, false);
     };
     fail_in_turn(work, [&] {
       const std::string now = read_text(folder.path(name));

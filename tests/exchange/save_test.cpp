@@ -16,13 +16,13 @@
 #include <optional>
 
 #include "audio/encoder_settings.h"
+#include "edit/editor.h"
 #include "exchange/save_run.h"
 #include "exchange/split_save.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/interruption.h"
 #include "platform/system_calls.h"
 #include "settings/settings.h"
@@ -35,11 +35,11 @@ class SaveTest : public CoreTest {
  protected:
   SaveOutcome save_as(const std::string& name) {
     host.new_files = {folder.path(name)};
-    return save_audio();
+    return save_audio(editor);
   }
   [[nodiscard]] Bytes saved(const std::string& name) const { return read_file(folder.path(name)); }
 
-  static void keep_first_half() {
+  void keep_first_half() {
     document.parts[0].part_size = 50 * length;
     recompute_total(document);
   }
@@ -114,22 +114,22 @@ TEST_F(SaveTest, SavedVbrFileReadsBackAsItWasWritten) {
 
 TEST_F(SaveTest, SavesTheSelectionWithItsOwnHeader) {
   ASSERT_TRUE(open("a.mp3", Mp3Builder{}.vbr_header({.marker = "Info"}).raw(hundred_).bytes()));
-  EXPECT_EQ(save_selection(), SaveOutcome::not_started);
+  EXPECT_EQ(save_selection(editor), SaveOutcome::not_started);
   EXPECT_EQ(host.boxes.back().text, "No selection or selection too short.");
   set_sel_begin(document, selection, 10 * length);
   set_sel_end(document, selection, 30 * length);
   settings.save_quit = 1;
   open_state.document_modified = true;
   host.new_files = {folder.path("b.mp3")};
-  ASSERT_EQ(save_selection(), SaveOutcome::saved);
+  ASSERT_EQ(save_selection(editor), SaveOutcome::saved);
   const Bytes bytes = saved("b.mp3");
   EXPECT_TRUE(std::equal(bytes.begin() + length, bytes.end(), hundred_.begin() + 10 * length,
                          hundred_.begin() + 30 * length));
   EXPECT_EQ(bytes[47], 20);  // the header's count of frames
   EXPECT_TRUE(open_state.document_modified);
   EXPECT_FALSE(host.close_requested);
-  EXPECT_EQ(save_selection(), SaveOutcome::not_started);  // cancelled
-  ASSERT_EQ(save_as("c.mp3"), SaveOutcome::saved);        // all of it
+  EXPECT_EQ(save_selection(editor), SaveOutcome::not_started);  // cancelled
+  ASSERT_EQ(save_as("c.mp3"), SaveOutcome::saved);              // all of it
   EXPECT_EQ(saved("c.mp3").size(), 101 * length);
   EXPECT_TRUE(host.close_requested);
 }
@@ -180,23 +180,23 @@ TEST_F(SaveTest, KeepsTheSourceWhenTheAnswerIsNo) {
 // A save beside the file asks, when what stands there is a source or leads to one.
 TEST_F(SaveTest, UnattendedItReplacesNothingUnasked) {
   ASSERT_TRUE(open("a.mp3", hundred_));
-  ASSERT_EQ(save_unattended(false), SaveOutcome::saved);
+  ASSERT_EQ(save_unattended(editor, false), SaveOutcome::saved);
   EXPECT_EQ(saved("a.mp3.mp3"), hundred_);
   folder.file("a.mp3.mp3", "somebody's");
-  EXPECT_EQ(save_unattended(false), SaveOutcome::not_started);
+  EXPECT_EQ(save_unattended(editor, false), SaveOutcome::not_started);
   EXPECT_EQ(take_box(), "Warning: File exists: " + folder.path("a.mp3.mp3") + "\n\nReplace it?");
   EXPECT_EQ(read_text(folder.path("a.mp3.mp3")), "somebody's");
   keep_first_half();
   std::filesystem::remove(folder.path("a.mp3.mp3"));
   std::filesystem::create_symlink("a.mp3", folder.path("a.mp3.mp3"));
-  EXPECT_EQ(save_unattended(false), SaveOutcome::not_started);
+  EXPECT_EQ(save_unattended(editor, false), SaveOutcome::not_started);
   std::filesystem::remove(folder.path("a.mp3.mp3"));
   add_source_file(document, folder.file("a.mp3.mp3", hundred_));
-  EXPECT_EQ(save_unattended(false), SaveOutcome::not_started);
+  EXPECT_EQ(save_unattended(editor, false), SaveOutcome::not_started);
   EXPECT_EQ(saved("a.mp3"), hundred_);
   EXPECT_EQ(saved("a.mp3.mp3"), hundred_);
   host.answers = {BoxAnswer::yes};
-  EXPECT_EQ(save_unattended(false), SaveOutcome::saved);
+  EXPECT_EQ(save_unattended(editor, false), SaveOutcome::saved);
   EXPECT_EQ(saved("a.mp3.mp3").size(), 50 * length);
   EXPECT_TRUE(document.files.empty());
 }
@@ -230,7 +230,7 @@ TEST_F(SaveTest, ReplacesNoSourceButTheOneThatWasOpened) {
   }
   other_run.reset();
   ASSERT_TRUE(open("a.mp3", hundred_));
-  SaveRun run(folder.path("a.mp3"), whole_stream(), 0);
+  SaveRun run(document, selection, open_state, folder.path("a.mp3"), whole_stream(document), 0);
   ASSERT_TRUE(run.begin());
   write_in_place();  // during the save
   while (run.step()) {
@@ -244,14 +244,14 @@ TEST_F(SaveTest, ReplacesNoSourceButTheOneThatWasOpened) {
 TEST_F(SaveTest, ReplacesASourceWithANameAsLongAsNamesGet) {
   const std::string name = std::string(250, 'x') + "x.mp3";
   ASSERT_TRUE(open(name, hundred_));
-  EXPECT_EQ(save_unattended(true), SaveOutcome::saved);
+  EXPECT_EQ(save_unattended(editor, true), SaveOutcome::saved);
   EXPECT_EQ(folder.names(), std::vector<std::string>{name});
 }
 
 TEST_F(SaveTest, NeverTouchesAFileThatGoesByTheTemporaryName) {
   ASSERT_TRUE(open("a.mp3", hundred_));
   add_source_file(document, folder.file("a.mp3.~~~.mp3", hundred_));
-  EXPECT_EQ(save_unattended(true), SaveOutcome::saved);
+  EXPECT_EQ(save_unattended(editor, true), SaveOutcome::saved);
   EXPECT_EQ(saved("a.mp3.~~~.mp3"), hundred_);
   EXPECT_EQ(saved("a.mp3"), hundred_);
   EXPECT_EQ(folder.names().size(), 2U);
@@ -260,7 +260,7 @@ TEST_F(SaveTest, NeverTouchesAFileThatGoesByTheTemporaryName) {
   ASSERT_TRUE(open("b.mp3", hundred_));
   std::filesystem::create_symlink("elsewhere", folder.path("b.mp3.~~~.mp3"));
   std::filesystem::create_symlink("elsewhere", name_beside(folder.path("b.mp3")));
-  EXPECT_EQ(save_unattended(true), SaveOutcome::saved);
+  EXPECT_EQ(save_unattended(editor, true), SaveOutcome::saved);
   folder.file("c.mp3", "old");
   ASSERT_TRUE(open("b.mp3", hundred_));
   EXPECT_EQ(save_as("c.mp3"), SaveOutcome::saved);
@@ -295,7 +295,7 @@ TEST_F(SaveTest, KeepsDatesAndPermissions) {
     first_mode = status.st_mode & 0777U;
     return original_system_calls.fchmod(file, mode);
   };
-  ASSERT_EQ(save_unattended(true), SaveOutcome::saved);
+  ASSERT_EQ(save_unattended(editor, true), SaveOutcome::saved);
   system_calls = original_system_calls;
   EXPECT_EQ(first_mode, 0600U);
   EXPECT_TRUE(has_date("new.mp3") && !has_date("newer.mp3") && has_date("a.mp3"));
@@ -316,9 +316,9 @@ TEST_F(SaveTest, ReplacesNothingThatIsWriteProtected) {
   folder.file("b.mp3", "mine");
   ::chmod(folder.path("b.mp3").c_str(), 0444);
   host.answers = {BoxAnswer::yes, BoxAnswer::yes};
-  EXPECT_NE(save_unattended(true), SaveOutcome::saved);
+  EXPECT_NE(save_unattended(editor, true), SaveOutcome::saved);
   EXPECT_NE(take_box().find("write-protected"), std::string::npos);
-  SaveRun run(folder.path("b.mp3"), whole_stream());
+  SaveRun run(document, selection, open_state, folder.path("b.mp3"), whole_stream(document));
   EXPECT_FALSE(run.begin());
   EXPECT_NE(take_box().find("write-protected"), std::string::npos);
   EXPECT_EQ(saved("a.mp3"), hundred_);
@@ -332,7 +332,7 @@ TEST_F(SaveTest, CancelLeavesWhatStoodBefore) {
   std::string report;
   for (const char* const name : {"new.mp3", "old.mp3", "a.mp3"}) {
     const bool is_source = name == std::string_view("a.mp3");
-    SaveRun run(folder.path(name), whole_stream(),
+    SaveRun run(document, selection, open_state, folder.path(name), whole_stream(document),
                 is_source ? std::optional<std::uint16_t>(0) : std::nullopt);
     ASSERT_TRUE(run.begin() && run.step());
     run.cancel();
@@ -378,7 +378,7 @@ TEST_F(SaveTest, NoStepAndNoCancelWaitsForASlowDisk) {
         return original_system_calls.fsync(file);
       };
     }
-    SaveRun run(folder.path("b.mp3"), whole_stream());
+    SaveRun run(document, selection, open_state, folder.path("b.mp3"), whole_stream(document));
     ASSERT_TRUE(run.begin());
     while (!is_at_gate) ASSERT_TRUE(run.step());
     for (int i = 0; i < 10; ++i) EXPECT_TRUE(run.step()) << slow;
@@ -397,7 +397,7 @@ TEST_F(SaveTest, NoStepAndNoCancelWaitsForASlowDisk) {
 // What was written of a replacement goes: nobody will look for it.
 TEST_F(SaveTest, InterruptedItLeavesNoFileBesideTheSource) {
   ASSERT_TRUE(open("a.mp3", frames(9000)));
-  SaveRun run(folder.path("a.mp3"), whole_stream(), 0);
+  SaveRun run(document, selection, open_state, folder.path("a.mp3"), whole_stream(document), 0);
   ASSERT_TRUE(run.begin() && run.step());
   EXPECT_EQ(folder.names().size(), 2U);
   catch_interruptions();
@@ -432,14 +432,14 @@ TEST_F(SaveTest, TellsHowMuchOfTheStreamIsMissing) {
     if (!is_whole) {
       EXPECT_EQ(take_box(), "Error: " + folder.path("b.mp3 is not whole: ") + missing);
     }
-    SplitRun split(folder.path("0/"), 1);
+    SplitRun split(document, selection, open_state, folder.path("0/"), 1);
     std::filesystem::create_directory(folder.path("0"));
     while (split.step()) continue;
     EXPECT_EQ(split.result(), is_whole ? SplitResult::finished : SplitResult::not_whole);
     EXPECT_EQ(split.report().ends_with(missing + "\r\n"), !is_whole);
     std::filesystem::remove_all(folder.path("0"));
     // What bad data left takes no source's place.
-    EXPECT_EQ(save_unattended(true), is_whole ? SaveOutcome::saved : SaveOutcome::failed);
+    EXPECT_EQ(save_unattended(editor, true), is_whole ? SaveOutcome::saved : SaveOutcome::failed);
     if (!is_whole) {
       EXPECT_EQ(saved("a.mp3"), bytes);
     }
@@ -456,8 +456,8 @@ TEST_F(SaveTest, DoesNotTakeAShrunkenSourceForAWholeOne) {
   set_sel_begin(document, selection, 10 * length);
   set_sel_end(document, selection, 50 * length);
   host.new_files = {folder.path("whole.mp3")};
-  EXPECT_EQ(save_selection(), SaveOutcome::saved);  // all of this is still there
-  EXPECT_EQ(save_unattended(true), SaveOutcome::failed);
+  EXPECT_EQ(save_selection(editor), SaveOutcome::saved);  // all of this is still there
+  EXPECT_EQ(save_unattended(editor, true), SaveOutcome::failed);
   EXPECT_EQ(saved("a.mp3").size(), 50 * length);
   settings.file_recent.clear();
   settings.save_quit = 1;
@@ -483,7 +483,7 @@ TEST_F(SaveTest, AsksBeforeItSavesFromASourceThatChanged) {
     if (is_new_file) std::filesystem::rename(folder.path("a.mp3"), folder.path("old.mp3"));
     folder.file("a.mp3", tagged);
     EXPECT_EQ(save_as("b.mp3"), SaveOutcome::not_started);
-    EXPECT_EQ(split_unattended(folder.path("")), SaveOutcome::not_started);
+    EXPECT_EQ(split_unattended(editor, folder.path("")), SaveOutcome::not_started);
     EXPECT_NE(take_box().find(is_new_file ? "put another file" : "wrote to this file"),
               std::string::npos);
     EXPECT_FALSE(file_facts(folder.path("b.mp3")).found);
@@ -497,7 +497,7 @@ TEST_F(SaveTest, TellsWhatATargetLacks) {
   ASSERT_TRUE(open("a.mp3", hundred_));
   settings.workdir_onsave = 1;
   settings.working_dir = "/work place/";
-  EXPECT_EQ(save_audio(), SaveOutcome::not_started);
+  EXPECT_EQ(save_audio(editor), SaveOutcome::not_started);
   EXPECT_EQ(host.dialogs.back().path, "/work place/a.mp3");
   std::filesystem::create_directory(folder.path("dir"));
   ::mkfifo(folder.path("pipe").c_str(), 0666);
@@ -536,17 +536,20 @@ TEST_F(SaveTest, EncodesAllOfTheStreamAnew) {
     settings.enc_lam_bitrate = 128;
     {
       settings.enc_lam_mode = lame_mode_mono;
-      SaveRun run(target, whole_stream(), {}, SaveMode::reencode);
+      SaveRun run(document, selection, open_state, target, whole_stream(document), {},
+                  SaveMode::reencode);
       EXPECT_FALSE(run.begin());
       EXPECT_TRUE(take_box().starts_with("Not possible: Audio parameters do not match."));
       EXPECT_EQ(folder.names(), names);
       settings.enc_lam_mode = 1;
-      SaveRun other(target, whole_stream(), {}, SaveMode::reencode);
+      SaveRun other(document, selection, open_state, target, whole_stream(document), {},
+                    SaveMode::reencode);
       EXPECT_TRUE(other.begin());
       other.cancel();  // the encoder is free for the next run
     }
     delete_range(document, 20 * length, 20 * length);  // a border, to tell the parts apart
-    SaveRun run(target, whole_stream(), {}, SaveMode::reencode);
+    SaveRun run(document, selection, open_state, target, whole_stream(document), {},
+                SaveMode::reencode);
     ASSERT_TRUE(run.begin());
     while (run.step()) continue;
     EXPECT_EQ(run.progress_text(), "Frames: 100    Re-syncs: 1");

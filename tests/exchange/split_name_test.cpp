@@ -2,8 +2,8 @@
 // Names of the pieces of a split.
 #include "exchange/split_name.h"
 
+#include "edit/editor.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/text.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
@@ -24,11 +24,11 @@ class SplitNameTest : public CoreTest {
   ~SplitNameTest() override { document = {}; }
 
   // The name behind the folder "/out.dir/", for the first of ten pieces from 1 on.
-  static std::string name(std::string_view pattern, std::uint16_t done = 1, std::uint16_t first = 1,
-                          std::uint16_t total = 10) {
+  std::string name(std::string_view pattern, std::uint16_t done = 1, std::uint16_t first = 1,
+                   std::uint16_t total = 10) {
     settings.split_pattern = bytes_to_wide(pattern, true);
     std::string path = "/out.dir/left.mp3";
-    make_split_name(path, done, first, total, 0, "/x.y/a.b/So.ng.mp3");
+    make_split_name(document, path, done, first, total, 0, "/x.y/a.b/So.ng.mp3");
     EXPECT_EQ(path.substr(0, 9), "/out.dir/");
     return path.substr(9);
   }

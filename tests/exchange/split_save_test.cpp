@@ -10,8 +10,8 @@
 #include <functional>
 #include <future>
 
+#include "edit/editor.h"
 #include "model/cuts.h"
-#include "model/the_document.h"
 #include "platform/system_calls.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
@@ -34,7 +34,7 @@ class SplitSaveTest : public EditTest {
 
   // Runs a split to its end.
   SplitResult split(std::uint16_t first_number = 1) {
-    SplitRun run(folder.path(""), first_number);
+    SplitRun run(document, selection, open_state, folder.path(""), first_number);
     while (run.step()) {
     }
     report = run.report();
@@ -111,10 +111,10 @@ TEST_F(SplitSaveTest, NeverReplacesAnything) {
 }
 
 TEST_F(SplitSaveTest, UnattendedItTakesTheFolderGivenOrItsOwn) {
-  EXPECT_EQ(split_unattended(folder.path("a.mp3/below_a_file")), SaveOutcome::failed);
+  EXPECT_EQ(split_unattended(editor, folder.path("a.mp3/below_a_file")), SaveOutcome::failed);
   EXPECT_EQ(pieces(), "");
   open_state.document_modified = true;
-  EXPECT_EQ(split_unattended(""), SaveOutcome::saved);
+  EXPECT_EQ(split_unattended(editor, ""), SaveOutcome::saved);
   EXPECT_EQ(pieces(), "01.mp3\r\n02 Two.mp3\r\n03 Zwölf_Três.mp3\r\n");
   EXPECT_TRUE(open_state.document_modified);
 }
@@ -195,7 +195,7 @@ TEST_F(SplitSaveTest, TellsOfReSyncs) {
 }
 
 TEST_F(SplitSaveTest, StopsBetweenTwoRegions) {
-  SplitRun run(folder.path(""), 1);
+  SplitRun run(document, selection, open_state, folder.path(""), 1);
   while (run.progress_text() != "1 / 3") ASSERT_TRUE(run.step());
   EXPECT_EQ(run.percent_done(), 33);
   while (file_facts(folder.path("02 Two.mp3")).size == 0) ASSERT_TRUE(run.step());
@@ -233,7 +233,7 @@ TEST_F(SplitSaveTest, NoStepAndNoCancelWaitsForASlowDisk) {
     gate = opener.get_future().share();
     is_at_gate = false;
     make_slow();
-    SplitRun run(folder.path(""), 1);
+    SplitRun run(document, selection, open_state, folder.path(""), 1);
     while (!is_at_gate) ASSERT_TRUE(run.step());
     for (int i = 0; i < 10; ++i) EXPECT_TRUE(run.step());
     EXPECT_FALSE(run.try_cancel());

@@ -2,8 +2,8 @@
 // VBR/Info headers as written, byte by byte.
 #include "exchange/vbr_header.h"
 
+#include "edit/editor.h"
 #include "exchange/range_copy.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 
@@ -18,9 +18,9 @@ class VbrHeaderTest : public CoreTest {
     std::filesystem::remove(folder.path("out"));
     EXPECT_FALSE(target.create_new(folder.path("out")));
     EXPECT_FALSE(target.write(before));
-    EXPECT_FALSE(target.write(make_vbr_frame(selection.current_frame)));
+    EXPECT_FALSE(target.write(make_vbr_frame(document, selection.current_frame)));
     EXPECT_FALSE(target.write(audio));
-    result = make_vbr_header(target, before.size(), frame_count);
+    result = make_vbr_header(document, target, before.size(), frame_count);
     EXPECT_FALSE(result.error);
     EXPECT_FALSE(target.write_at(result.place, result.fields));
     EXPECT_FALSE(target.close());
@@ -32,8 +32,8 @@ class VbrHeaderTest : public CoreTest {
     OutputFile target;
     std::filesystem::remove(folder.path("out"));
     EXPECT_FALSE(target.create_new(folder.path("out")));
-    RangeCopy copy(target);
-    copy.begin(whole_stream(), {});
+    RangeCopy copy(document, selection, target);
+    copy.begin(whole_stream(document), {});
     while (copy.phase() != RangeCopy::Phase::over)
       if (copy.step()) return {};
     EXPECT_FALSE(target.close());

@@ -6,10 +6,10 @@
 
 #include "document/open_state.h"
 #include "edit/clipboard.h"
+#include "edit/editor.h"
 #include "edit/open_files.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "model/the_document.h"
 #include "platform/host.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
@@ -29,9 +29,10 @@ struct ClipboardHost : Host {
   }
 };
 
-void require_sound_paste() {
-  test::require_sound_document();
-  for (const SourceFile& file : document.files) test::require(file.first_audio < file.audio_end);
+void require_sound_paste(Editor& editor) {
+  test::require_sound_document(editor);
+  for (const SourceFile& file : editor.document.files)
+    test::require(file.first_audio < file.audio_end);
 }
 
 std::string with_folder(std::string text, const std::string& folder) {
@@ -43,23 +44,24 @@ std::string with_folder(std::string text, const std::string& folder) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  Editor editor;
   static const test::TestFolder folder;
   static const std::string a = folder.file("a.mp3", test::Mp3Builder{}.frames(20).bytes());
   static const std::string b = folder.file("b.mp3", test::Mp3Builder{}.frames(10).bytes());
   static ClipboardHost host;
   install_host(&host);
-  start_up(std::nullopt);
-  test::require(open_file(a));
-  set_sel_begin(document, selection, 417);
-  set_sel_end(document, selection, 834);
+  start_up(editor, std::nullopt);
+  test::require(open_file(editor, a));
+  set_sel_begin(editor.document, editor.selection, 417);
+  set_sel_end(editor.document, editor.selection, 834);
   content = with_folder({reinterpret_cast<const char*>(data), size}, folder.path(""));
-  const PasteResult result = paste_from_clipboard();
-  if (result != PasteResult::foreign_text) require_sound_paste();
-  if (result == PasteResult::pasted && document.parts.size() < most_parts / 2 &&
-      copy().result == Result::done) {
-    test::require(paste_from_clipboard() == PasteResult::pasted);
-    require_sound_paste();
+  const PasteResult result = paste_from_clipboard(editor);
+  if (result != PasteResult::foreign_text) require_sound_paste(editor);
+  if (result == PasteResult::pasted && editor.document.parts.size() < most_parts / 2 &&
+      copy(editor).result == Result::done) {
+    test::require(paste_from_clipboard(editor) == PasteResult::pasted);
+    require_sound_paste(editor);
   }
-  shut_down();
+  shut_down(editor);
   return 0;
 }

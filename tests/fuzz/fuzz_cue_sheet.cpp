@@ -6,10 +6,10 @@
 
 #include "document/open_audio_file.h"
 #include "document/open_state.h"
+#include "edit/editor.h"
 #include "edit/open_files.h"
 #include "exchange/cue_sheet.h"
 #include "model/document.h"
-#include "model/the_document.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
 #include "support/soundness.h"
@@ -19,30 +19,36 @@ using namespace corvelin;
 
 namespace {
 
-void check_round_trip(const test::TestFolder& folder) {
-  if (document.parts.empty()) return;
-  open_state.project_name = folder.path("out.cue");
+void check_round_trip(Editor& editor, const test::TestFolder& folder) {
+  if (editor.document.parts.empty()) return;
+  editor.open_state.project_name = folder.path("out.cue");
   std::string reason;
-  test::require(save_cue_sheet(open_state.project_name, reason) != CueSheetSave::failed);
+  test::require(save_cue_sheet(editor.document, editor.open_state, editor.open_state.project_name,
+                               reason) != CueSheetSave::failed);
   // Cues are read back a little in front of where they were, as borders of their own.
-  test::require(document.parts.size() >= most_parts / 2 || load_cue_sheet(true).cause.empty());
+  test::require(
+      editor.document.parts.size() >= most_parts / 2 ||
+      load_cue_sheet(editor.document, editor.selection, editor.open_state, true).cause.empty());
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  Editor editor;
   static const test::TestFolder folder;
   static const std::string audio = folder.file(
       "a.mp3", test::Mp3Builder{}.frames(100).shape({.bitrate = 64}).frames(300).bytes());
   const std::string sheet = folder.file("s.cue", {data, size});
   for (const bool over_current_audio : {false, true}) {
     start_anew();
-    test::require(!over_current_audio || open_audio_file(audio).empty());
-    open_state.project_name = sheet;
-    load_cue_sheet(over_current_audio);
-    test::require_sound_document();
-    check_round_trip(folder);
-    close_all();
+    test::require(
+        !over_current_audio ||
+        open_audio_file(editor.document, editor.selection, editor.open_state, audio).empty());
+    editor.open_state.project_name = sheet;
+    load_cue_sheet(editor.document, editor.selection, editor.open_state, over_current_audio);
+    test::require_sound_document(editor);
+    check_round_trip(editor, folder);
+    close_all(editor);
   }
   return 0;
 }

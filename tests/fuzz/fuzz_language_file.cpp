@@ -4,12 +4,14 @@
 #include <cstdint>
 #include <string_view>
 
+#include "edit/editor.h"
 #include "text/language_file.h"
 #include "text/ui_text.h"
 
 using namespace corvelin;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  Editor editor;
   const std::string_view text(reinterpret_cast<const char*>(data), size);
   ui_text_free();
   parse_language_file(text);

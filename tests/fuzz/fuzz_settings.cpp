@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "edit/editor.h"
 #include "settings/settings.h"
 #include "settings/settings_file.h"
 #include "shell/start_up.h"
@@ -11,6 +12,7 @@
 using namespace corvelin;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  Editor editor;
   start_anew();
   parse_settings({reinterpret_cast<const char*>(data), size});
   const std::string written = format_settings();

@@ -2,7 +2,7 @@
 // Cuts: what the editing commands on top don't reach.
 #include "model/cuts.h"
 
-#include "model/the_document.h"
+#include "edit/editor.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {

@@ -2,12 +2,12 @@
 // The part table, its look-ups, and the places in it.
 #include "model/document.h"
 
+#include "edit/editor.h"
 #include "model/cuts.h"
 #include "model/exact_time.h"
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {

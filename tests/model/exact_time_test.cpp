@@ -3,8 +3,8 @@
 #include "model/exact_time.h"
 
 #include "document/append.h"
+#include "edit/editor.h"
 #include "model/cuts.h"
-#include "model/the_document.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {
@@ -15,7 +15,7 @@ constexpr double mpeg1 = 1152.0 / 44100;  // seconds a frame
 class ExactTime : public CoreTest {
  protected:
   // Each place in the middle has its time, and the time leads back to the place.
-  static void expect(EditPosition pos, double seconds) {
+  void expect(EditPosition pos, double seconds) {
     EXPECT_NEAR(exact_seconds(document, pos), seconds, 1e-9) << pos;
     EXPECT_EQ(exact_place(document, exact_seconds(document, pos)), pos) << pos;
   }
@@ -78,14 +78,14 @@ TEST_F(ExactTime, CountsOnlyFramesThatAreThere) {
 
 TEST_F(ExactTime, GoesOnInTheNextFile) {
   ASSERT_TRUE(open("a.mp3", frames(100)));
-  ASSERT_EQ(append_file(folder.file("b.mp3", frames(300, {.bitrate = 64}))),
+  ASSERT_EQ(append_file(document, folder.file("b.mp3", frames(300, {.bitrate = 64}))),
             AppendResult::appended);
   EXPECT_NEAR(exact_seconds(document, 100 * length), 100 * mpeg1, 1e-9);
   EXPECT_NEAR(exact_seconds(document, 100 * length + 50 * 208), 150 * mpeg1, 1e-9);
   EXPECT_EQ(exact_place(document, 150 * mpeg1), 100 * length + 50 * 208);
-  ASSERT_EQ(append_file(document.files[0].file_name), AppendResult::appended);
+  ASSERT_EQ(append_file(document, document.files[0].file_name), AppendResult::appended);
   EXPECT_NEAR(exact_seconds(document, document.total_size), 500 * mpeg1, 1e-9);
-  close_all();
+  close_all(editor);
   EXPECT_EQ(exact_seconds(document, 5), 0);
 }
 

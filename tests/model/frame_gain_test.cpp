@@ -3,7 +3,7 @@
 #include "stream/frame_gain.h"
 #include "model/fade.h"
 
-#include "model/the_document.h"
+#include "edit/editor.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {

@@ -2,8 +2,8 @@
 // The search for frames in real files.
 #include "model/frame_locator.h"
 
+#include "edit/editor.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {

@@ -2,8 +2,8 @@
 // Frames in edited order.
 #include "model/frame_reader.h"
 
+#include "edit/editor.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "stream/frame_gain.h"
 #include "support/core_test.h"
 

@@ -7,10 +7,10 @@
 #include <filesystem>
 #include <random>
 
+#include "edit/editor.h"
 #include "edit/places.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 
@@ -120,7 +120,7 @@ TEST_F(GraphSampling, WhatIsKeptIsWhatWouldBeRead) {
     if (i % 5 == 0) {
       const EditPosition cut = frame();
       delete_range(document, cut, frame_at(document, cut + below(500), selection.current_frame));
-      settle_places();
+      settle_places(editor);
       document.parts[below(part_count(document))].part_gainbeg =
           static_cast<std::int16_t>(i % 8 - 4);
     }

@@ -6,8 +6,8 @@
 
 #include <limits>
 
+#include "edit/editor.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "shell/start_up.h"
 
@@ -21,6 +21,8 @@ class TimeMapping : public ::testing::Test {
     document.stream.avg_bitrate = 128000;  // 16000 bytes per second
   }
   ~TimeMapping() override { start_anew(); }
+
+  Document document;
 };
 
 TEST_F(TimeMapping, SeekTableBendsTheScale) {

@@ -193,7 +193,7 @@ TEST_F(SettingsTest, ChangesHaveTheirEffects) {
   host.refreshes.clear();
   EXPECT_EQ(set_setting("save_id3v1", "0"), SetResult::done);
   EXPECT_FALSE(open_state.keep_id3v1);
-  dispatch_command(213);
+  dispatch_command(editor, 213);
   EXPECT_TRUE(open_state.keep_id3v1);
   set_setting("save_id3v1", "1");  // which it is
   set_setting("rec_time", "1");

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // What the view draws, in rows written by hand.
 #include "shell/editor_view.h"
-#include "audio/the_player.h"
 
 #include "audio/level_meter.h"
 #include "audio/playback.h"
+#include "edit/editor.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "platform/program.h"
 #include "settings/settings.h"
 #include "shell/pixel_canvas.h"
@@ -31,7 +30,7 @@ class EditorViewTest : public EditTest {
   RecordingCanvas draw(int width, int height = 100) {
     RecordingCanvas canvas;
     lay_out_view(view, width, height, 1);
-    view_redraw(view, canvas);
+    view_redraw(editor, view, canvas);
     return canvas;
   }
   std::string graph(const char* colour, int width) { return draw(width).drawn(colour, 0, 87); }
@@ -240,7 +239,7 @@ TEST_F(EditorViewTest, NamesStandOverTheGraphAndHintsUntilTheyWereSeen) {
 }
 
 TEST_F(EditorViewTest, StartScreenIsALittleBrighterOrDarkerThanItsGround) {
-  close_all();
+  close_all(editor);
   settings.rgb_background = 0x4F2010;
   EXPECT_EQ(draw(100, 200).written("774838"),
             "|50,60'Corvelin'40 bold |50,100'Version " + std::string(program_version) +

@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // Gestures on the view.
 #include "shell/graph_mouse.h"
-#include "audio/the_player.h"
 
 #include "audio/playback.h"
-#include "model/the_document.h"
+#include "edit/editor.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 #include "support/recording_canvas.h"
@@ -23,7 +22,7 @@ class GraphMouseTest : public EditTest {
 
   void redraw() {
     RecordingCanvas canvas;
-    view_redraw(view, canvas);
+    view_redraw(editor, view, canvas);
   }
 
   // A gesture of steps "l10,5": the left (l) or right (r) button goes down at a point, or with "L",
@@ -34,7 +33,7 @@ class GraphMouseTest : public EditTest {
     std::istringstream words(steps);
     for (std::string word; words >> word;) {
       if (word == "-") {
-        if (release_mouse(mouse)) redraw();
+        if (release_mouse(editor, mouse)) redraw();
         continue;
       }
       MouseButtons buttons;
@@ -49,7 +48,7 @@ class GraphMouseTest : public EditTest {
       int y = 0;
       char comma = 0;
       point >> x >> comma >> y;
-      if ((is_press ? press_mouse : move_mouse)(mouse, view, buttons, x, y)) redraw();
+      if ((is_press ? press_mouse : move_mouse)(editor, mouse, view, buttons, x, y)) redraw();
     }
   }
 
@@ -103,7 +102,7 @@ TEST_F(GraphMouseTest, HandCursorShowsAHandleOfALevel) {
       {4, 60, {}, true}, {4, 52, {}, false}, {4, 60, {}, true},  {4, 68, {.ctrl = true}, true},
       {4, 68, {}, false}};
   for (const auto& row : rows) {
-    EXPECT_FALSE(move_mouse(mouse, view, row.buttons, row.x, row.y));
+    EXPECT_FALSE(move_mouse(editor, mouse, view, row.buttons, row.x, row.y));
     EXPECT_EQ(mouse.on_handle, row.on_handle) << row.x << "," << row.y;
   }
 }
@@ -122,7 +121,7 @@ TEST_F(GraphMouseTest, WhatHasNoLevelAndWhatPlaysIsLeftAlone) {
   EXPECT_EQ(state(), "0-8* 8-20* =12-12 @10 ^");  // the current part is the one that is heard
 
   gesture("l10,60");
-  close_all();
+  close_all(editor);
   gesture("L10,0 -");
   EXPECT_FALSE(open_state.document_modified);
 }

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // What is shown of a recording.
 #include "shell/record_panel.h"
-#include "audio/the_player.h"
 
 #include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "audio/recorder.h"
+#include "edit/editor.h"
 #include "shell/editor_view.h"
 #include "shell/status_display.h"
 #include "support/core_test.h"
@@ -24,14 +24,14 @@ class RecordPanelTest : public CoreTest {
   }
 
   const StatusDisplay& refreshed() {
-    refresh_status(status, Refresh::recording_state);
+    refresh_status(editor, status, Refresh::recording_state);
     return status;
   }
-  static RecordingCanvas drawn() {
+  RecordingCanvas drawn() {
     EditorView view;
     RecordingCanvas canvas;
     lay_out_view(view, 200, 360, 1);
-    view_redraw(view, canvas);
+    view_redraw(editor, view, canvas);
     return canvas;
   }
 
@@ -60,7 +60,7 @@ TEST_F(RecordPanelTest, PanelTellsTimesAndWhatIsSpecial) {
   recorder.rec_speed = 1.35F;
   EXPECT_EQ(drawn().written("cursor"), "100,210'0'55.0'40 100,90'(0'05.0)'120");
   EXPECT_EQ(drawn().written("selection"), "100,264,101,360'\"High speed\" recording'40");
-  EXPECT_EQ(view_in_words(),
+  EXPECT_EQ(view_in_words(editor),
             "Recording time: (0'05.0); Remaining time: 0'55.0; \"High speed\" recording");
 }
 

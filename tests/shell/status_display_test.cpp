@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // The texts beside the view and on the buttons.
 #include "shell/status_display.h"
-#include "audio/the_player.h"
 
 #include "audio/level_meter.h"
 #include "audio/playback.h"
+#include "edit/editor.h"
 #include "model/stream_info.h"
-#include "model/the_document.h"
 #include "settings/settings.h"
 #include "shell/button_texts.h"
 #include "shell/debug_text.h"
@@ -18,7 +17,7 @@ namespace {
 class StatusDisplayTest : public EditTest {
  protected:
   const StatusDisplay& refreshed(Refresh level = Refresh::all) {
-    refresh_status(status, level);
+    refresh_status(editor, status, level);
     return status;
   }
 
@@ -101,46 +100,47 @@ TEST_F(StatusDisplayTest, LevelsSayHowMuchIsBroughtUpToDate) {
   selection.current_frame.frame_length = 0;
   EXPECT_EQ(refreshed(Refresh::playing).position_field, " (40%) ");
 
-  close_all();
-  EXPECT_EQ(refresh_status(status, Refresh::all), Refresh::no_document);
+  close_all(editor);
+  EXPECT_EQ(refresh_status(editor, status, Refresh::all), Refresh::no_document);
   EXPECT_EQ(status.title + status.position_field + status.range_field + status.info_bar,
             "Corvelin   ");
   EXPECT_FALSE(status.has_scroll_bar);
   recorder.is_armed = true;
-  EXPECT_EQ(refresh_status(status, Refresh::playing), Refresh::recording_state);
+  EXPECT_EQ(refresh_status(editor, status, Refresh::playing), Refresh::recording_state);
   recorder.is_armed = false;
 }
 
 TEST_F(StatusDisplayTest, WordsTellWhatIsSeen) {
   make("0-8* 8-20* @5 =8-12 #1");
   document.stream.avg_bitrate = 3336;
-  EXPECT_EQ(view_in_words(),
+  EXPECT_EQ(view_in_words(editor),
             "Total: 0'20.00   Now: 0'05.00   (25%); Part (2 / 2): 0'08.00 - 0'20.00 (0'12.00); "
             "Selection: 0'08.00 - 0'12.00 (0'04.00)");
   level_meter = {.meter_level = {95, 0}};
-  EXPECT_EQ(meter_in_words(), "-6 dB / -48 dB");
+  EXPECT_EQ(meter_in_words(editor), "-6 dB / -48 dB");
   document.kind.channel_mode = mono;
-  EXPECT_EQ(meter_in_words(), "-48 dB");
+  EXPECT_EQ(meter_in_words(editor), "-48 dB");
   level_meter = {};
-  close_all();
-  EXPECT_EQ(view_in_words(), "");
+  close_all(editor);
+  EXPECT_EQ(view_in_words(editor), "");
 }
 
 TEST_F(StatusDisplayTest, DebugTextTellsThePartsAsFarAsItHasRoom) {
   make("0-8* 9-20* @5");
-  EXPECT_EQ(debug_text(),
+  EXPECT_EQ(debug_text(editor),
             "Size all: 7923\nCursor: 2085\nGG bit: 73\n"
             "Part: 00  beg: 0  fpos: 0  size: 3336\nPart: 01  beg: 3336  fpos: 3753  size: 4587\n"
             "Info header: 0\n\ndpi factor: 1.00\n");
   make(
       "0-1 1-2 2-3 3-4 4-5 5-6 6-7 7-8 8-9 9-10 10-11 11-12 12-13 13-14 14-15 15-16 16-17 17-18 "
       "18-19 19-20 0-1 1-2 2-3 3-4 4-5 5-6 6-7 7-8 8-9 9-10");
-  EXPECT_LE(debug_text().size(), 1000U);
-  EXPECT_TRUE(debug_text().ends_with("dpi factor: 1.00\n"));
+  EXPECT_LE(debug_text(editor).size(), 1000U);
+  EXPECT_TRUE(debug_text(editor).ends_with("dpi factor: 1.00\n"));
 }
 
 TEST(ButtonTexts, TellTheKeyAndWhatUndoTakesBack) {
-  undo_stack = {{.undo_label = "Auto crop"}};
+  Editor editor;
+  editor.undo_stack = {{.undo_label = "Auto crop"}};
   struct {
     CommandId id;
     const char* tooltip;
@@ -154,10 +154,9 @@ TEST(ButtonTexts, TellTheKeyAndWhatUndoTakesBack) {
                     {1022, "Undo: Auto crop   [Ctrl+Z]", "Undo"},
                     {1, "", ""}};
   for (const auto& row : rows) {
-    EXPECT_EQ(button_tooltip(row.id), row.tooltip);
-    EXPECT_EQ(button_name(row.id), row.name);
+    EXPECT_EQ(button_tooltip(editor, row.id), row.tooltip);
+    EXPECT_EQ(button_name(editor, row.id), row.name);
   }
-  undo_clear();
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
-// The fixture of tests that work on the core's global records: each begins with the state of a
+// The fixture of tests that work on an editor: each has one of its own, with the settings of a
 // process that just started, a folder of its own and a host that answers.
 #pragma once
 
@@ -12,6 +12,7 @@
 #include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "settings/setting_table.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
 #include "support/scripted_host.h"
@@ -30,19 +31,20 @@ inline Bytes frames(int count, const FrameShape& shape = {}) {
 class CoreTest : public ::testing::Test {
  protected:
   CoreTest() {
-    connect_levels();
+    connect_levels(editor);
     start_anew();
   }
   ~CoreTest() override {
     expect_sound_document();
-    close_all();
+    close_all(editor);
+    setting_listeners.clear();
   }
 
   /// Opens bytes as a file of this name.
   bool open(std::string_view name, const Bytes& bytes) { return open(folder.file(name, bytes)); }
-  static bool open(const std::string& path) {
-    close_all();
-    return open_file(path);
+  bool open(const std::string& path) {
+    close_all(editor);
+    return open_file(editor, path);
   }
 
   /// The box shown last, as "CAPTION: TEXT", and forgets them all; empty without one.
@@ -53,8 +55,16 @@ class CoreTest : public ::testing::Test {
     return box.caption + ": " + box.text;
   }
 
-  static void expect_sound_document() { EXPECT_EQ(document_fault(), ""); }
+  void expect_sound_document() const { EXPECT_EQ(document_fault(editor), ""); }
 
+  Editor editor;
+  Document& document = editor.document;
+  Selection& selection = editor.selection;
+  OpenState& open_state = editor.open_state;
+  std::vector<UndoEntry>& undo_stack = editor.undo_stack;
+  LevelMeter& level_meter = editor.level_meter;
+  Playback& playback = editor.playback;
+  Recorder& recorder = editor.recorder;
   TestFolder folder;
   ScriptedHost host;
 };

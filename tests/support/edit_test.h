@@ -7,8 +7,8 @@
 #include <string>
 
 #include "edit/commands.h"
+#include "edit/editor.h"
 #include "edit/undo.h"
-#include "model/the_document.h"
 #include "platform/text.h"
 #include "support/core_test.h"
 
@@ -25,10 +25,10 @@ class EditTest : public CoreTest {
  protected:
   void SetUp() override { ASSERT_TRUE(open("a.mp3", frames(20))); }
 
-  static void make(const std::string& state) {
+  void make(const std::string& state) {
     document.parts.clear();
     document.total_size = 0;
-    undo_clear();
+    undo_clear(editor);
     clear_selection(selection);
     open_state.document_modified = false;
     move_cursor(document, selection, 0);
@@ -51,21 +51,21 @@ class EditTest : public CoreTest {
 
   /// Runs commands by their names, one after the other; "@5" goes to a frame. Whether all were
   /// done.
-  static bool run(const std::string& commands) {
+  bool run(const std::string& commands) {
     std::istringstream words(commands);
     bool all_done = true;
     for (std::string word; words >> word;) {
       if (word[0] == '@') {
         move_cursor(document, selection,
                     static_cast<EditPosition>(std::stoul(word.substr(1))) * length);
-      } else if (dispatch_command(find_command(word).value()) != DispatchResult::done) {
+      } else if (dispatch_command(editor, find_command(word).value()) != DispatchResult::done) {
         all_done = false;
       }
     }
     return all_done;
   }
 
-  static void select(std::uint32_t begin, std::uint32_t end) {
+  void select(std::uint32_t begin, std::uint32_t end) {
     set_sel_begin(document, selection, begin * length);
     set_sel_end(document, selection, end * length);
   }
@@ -76,7 +76,7 @@ class EditTest : public CoreTest {
     return std::to_string(pos / length) + rest;
   }
 
-  static std::string parts() {
+  std::string parts() {
     std::ostringstream table;
     for (const Part& part : document.parts) {
       if (part.part_beg != 0) table << ' ';
@@ -88,7 +88,7 @@ class EditTest : public CoreTest {
     return table.str();
   }
 
-  static std::string places() {
+  std::string places() {
     std::string text;
     if (selection.sel_beg != none)
       text += " =" + in_frames(selection.sel_beg) + "-" + in_frames(selection.sel_end);
@@ -108,7 +108,7 @@ class EditTest : public CoreTest {
   }
 
  private:
-  static void make_part(std::uint32_t from, std::uint32_t to, std::istringstream& in) {
+  void make_part(std::uint32_t from, std::uint32_t to, std::istringstream& in) {
     Part& part =
         document
             .parts[add_part(document, document.total_size, 0, from * length, (to - from) * length)];

@@ -4,13 +4,15 @@
 
 #include <string>
 
+#include "edit/editor.h"
+
 namespace corvelin::test {
 
 /// What doesn't hold, in words; empty when all is sound.
-std::string document_fault();
+std::string document_fault(const Editor& editor);
 
 /// For fuzz targets: ends the process when something doesn't hold.
 void require(bool holds);
-void require_sound_document();
+void require_sound_document(const Editor& editor);
 
 }  // namespace corvelin::test

@@ -4,8 +4,8 @@
 #include <cerrno>
 #include <filesystem>
 
+#include "edit/editor.h"
 #include "model/frame_reader.h"
-#include "model/the_document.h"
 #include "platform/system_calls.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
@@ -26,7 +26,7 @@ class Batch : public CoreTest {
   // Runs the job over the folder as it is now. Tells what became of each file.
   std::string run(const std::function<bool()>& between_slices = nullptr) {
     job.scan_batch_folder();
-    BatchRun batch(job, between_slices);
+    BatchRun batch(editor, job, between_slices);
     while (batch.step()) {
     }
     lines.clear();
@@ -261,7 +261,7 @@ TEST_F(Batch, StopsBehindTheFileUnderWay) {
   for (const char* const name : {"1.mp3", "2.mp3"}) folder.file(name, frames(30));
   job.set_option(only_save, true);
   job.scan_batch_folder();
-  BatchRun batch(job, [this] {
+  BatchRun batch(editor, job, [this] {
     job.set_option(overwrite_originals, true);  // is for the next run
     return true;
   });

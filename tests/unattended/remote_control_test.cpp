@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // What the remote control file makes the program do, and what stands in it afterwards.
 #include "unattended/remote_control.h"
-#include "audio/the_player.h"
 
 #include <filesystem>
 
 #include "audio/recorder.h"
+#include "edit/editor.h"
 #include "edit/record_commands.h"
 #include "platform/file.h"
 #include "settings/settings.h"
@@ -30,13 +30,13 @@ class RemoteControl : public CoreTest {
 
   // The status after a scan that finds this behind the prompt.
   std::string give(const std::string& command) {
-    remote_scan();
+    remote_scan(editor);
     std::string text = read_text(folder.path("corvlremote.txt"));
     const std::size_t prompt = text.find("COMMAND: ");
     EXPECT_EQ(text.substr(0, prompt), "[Corvelin remote control txt file]\r\n\r\n");
     text.insert(prompt + 9, command);
     folder.file("corvlremote.txt", text);
-    remote_scan();
+    remote_scan(editor);
     return status();
   }
 
@@ -58,7 +58,7 @@ TEST_F(RemoteControl, RecordsStopsAndQuitsAndLosesNoEdit) {
   EXPECT_TRUE(is_name_taken(folder.path("talk.cvp")));
   EXPECT_EQ(give("-rec").substr(0, 27), "Recording (level activated)");  // it goes on
   EXPECT_EQ(give("-stop"), "Idle");
-  close_all();
+  close_all(editor);
   EXPECT_EQ(give("-save"), "Idle");
   EXPECT_FALSE(is_name_taken(folder.path("take.mp3.cvp")));  // there is no document
 
@@ -80,10 +80,10 @@ TEST_F(RemoteControl, RecordsStopsAndQuitsAndLosesNoEdit) {
   folder.file("corvlremote.txt", command);
   {
     const Busy busy;
-    remote_scan();
+    remote_scan(editor);
     EXPECT_EQ(read_text(folder.path("corvlremote.txt")), command);  // it waits
   }
-  remote_scan();
+  remote_scan(editor);
   EXPECT_TRUE(host.close_requested);
   EXPECT_FALSE(recorder.is_armed);
   end_remote_control();
@@ -93,21 +93,21 @@ TEST_F(RemoteControl, RecordsStopsAndQuitsAndLosesNoEdit) {
 TEST_F(RemoteControl, TouchesNoFileButOneOfItsForm) {
   const std::string path = folder.path("corvlremote.txt");
   folder.file("corvlremote.txt", "my notes: -rec");
-  remote_scan();
+  remote_scan(editor);
   end_remote_control();
   EXPECT_EQ(read_text(folder.path("corvlremote.txt")), "my notes: -rec");
 
   std::filesystem::remove(path);
   folder.file("elsewhere", "COMMAND: -rec");
   std::filesystem::create_symlink(folder.path("elsewhere"), path);
-  remote_scan();
+  remote_scan(editor);
   end_remote_control();
   EXPECT_TRUE(std::filesystem::is_symlink(path));
   EXPECT_FALSE(recorder.is_armed);
 
   std::filesystem::remove(path);
   remote_control_on = false;
-  remote_scan();
+  remote_scan(editor);
   end_remote_control();
   EXPECT_FALSE(is_name_taken(folder.path("corvlremote.txt")));
 }
