@@ -11,10 +11,11 @@ namespace corvelin {
 namespace {
 
 Host nobody;
-Host* installed = &nobody;
 
-int busy_depth = 0;
-bool close_is_wanted = false;
+// Each thread has its own: in front of one that works beside the main thread nobody sits.
+thread_local Host* installed = &nobody;
+thread_local int busy_depth = 0;
+thread_local bool close_is_wanted = false;
 
 }  // namespace
 
