@@ -215,7 +215,7 @@ class HeadlessRun {
     if (status_ != succeeded) return fail(fmt::format("/{} was not run", work.name));
     if (host_.wants_close()) return;
     if (editor_.document.parts.empty()) return fail("no document is open");
-    batch_active = true;
+    editor_.batch_active = true;
     const bool can_run = !work.needs_levels || require(need_level_control(editor_));
     if (!can_run || work.run(editor_, options_.request) != SaveOutcome::saved) {
       status_ = failed;

@@ -46,7 +46,7 @@ class PauseWindow : public DialogWindow {
     show_settings();
     show_progress();
     connect(&timer_, &QTimer::timeout, this, [this] { step(); });
-    if (batch_active) QTimer::singleShot(0, this, [this] { start_or_stop(); });
+    if (dialog_.editor.batch_active) QTimer::singleShot(0, this, [this] { start_or_stop(); });
   }
 
   void reject() override {
@@ -134,7 +134,7 @@ class PauseWindow : public DialogWindow {
     if (dialog_.pause_running) return stop();
     if (dialog_.accept()) {
       timer_.start(0);
-    } else if (batch_active) {
+    } else if (dialog_.editor.batch_active) {
       return reject();
     }
     show_progress();
@@ -145,7 +145,7 @@ class PauseWindow : public DialogWindow {
     show_progress();
     if (has_more) return;
     stop();
-    if (batch_active) reject();
+    if (dialog_.editor.batch_active) reject();
   }
 
   void stop() {
@@ -196,7 +196,7 @@ class AutoCueWindow : public DialogWindow {
     auto* const rows = new QVBoxLayout(this);
     rows->addLayout(grid);
     rows->addWidget(buttons);
-    if (batch_active) QTimer::singleShot(0, this, [this] { take(); });
+    if (dialog_.editor.batch_active) QTimer::singleShot(0, this, [this] { take(); });
   }
 
  private:

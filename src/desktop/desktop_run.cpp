@@ -164,7 +164,7 @@ class DesktopRun {
 
   // The program ends whatever became of the work, and is silent about a stream that has none.
   void work() const {
-    batch_active = true;
+    editor_.batch_active = true;
     if (!line_.work->needs_levels || need_level_control(editor_).result == Result::done)
       line_.work->run(editor_, line_.request);
     editor_.open_state.document_modified = false;

@@ -212,7 +212,7 @@ class NormalizeWindow : public DialogWindow {
     show_result();
     if (has_more) return;
     stop();
-    if (!batch_active) return;
+    if (!dialog_.editor.batch_active) return;
     if (dialog_.close_unattended()) {
       accept();
     } else {

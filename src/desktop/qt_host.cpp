@@ -248,7 +248,9 @@ bool QtHost::show(Dialog& dialog) {
   return result ? *result : Host::show(dialog);
 }
 
-void QtHost::drive(LongRun& run) { RunWindow(run, parent_of_next_window(window_)).exec(); }
+void QtHost::drive(LongRun& run) {
+  RunWindow(run, editor_.batch_active, parent_of_next_window(window_)).exec();
+}
 
 void QtHost::close() {
   is_ending_ = false;  // a question that comes now is for the user
@@ -273,7 +275,7 @@ void QtHost::close_dialogs() {
 
 void QtHost::refresh_view(Refresh level) {
   window_.refresh(level);
-  if (level != Refresh::all || editor_.document.files.empty() || batch_active) return;
+  if (level != Refresh::all || editor_.document.files.empty() || editor_.batch_active) return;
   if (std::exchange(noted_, editor_.open_state.audio_name) != editor_.open_state.audio_name)
     offer_graph_note();
 }

@@ -17,9 +17,10 @@
 
 namespace corvelin {
 
-RunWindow::RunWindow(LongRun& run, QWidget* parent)
+RunWindow::RunWindow(LongRun& run, bool batch_active, QWidget* parent)
     : DialogWindow(QStringLiteral("run_window"), label(row::create_audio_file), parent),
       run_(run),
+      batch_active_(batch_active),
       bar_(new_progress_bar(windowTitle())),
       progress_(new QLabel),
       log_(new QPlainTextEdit),
@@ -72,7 +73,7 @@ void RunWindow::show_progress() {
 void RunWindow::end() {
   timer_.stop();
   is_over_ = true;
-  const bool is_read = settings.nokeep_savewin == 0 && !batch_active;
+  const bool is_read = settings.nokeep_savewin == 0 && !batch_active_;
   if (run_.report().empty() || !is_read) return accept();
   button_->setText(label(row::close));
   button_->setObjectName(QStringLiteral("close"));

@@ -16,7 +16,8 @@ namespace corvelin {
 
 class RunWindow : public DialogWindow {
  public:
-  RunWindow(LongRun& run, QWidget* parent);
+  /// With `batch_active` nobody is there to read what the run says at its end.
+  RunWindow(LongRun& run, bool batch_active, QWidget* parent);
 
   void reject() override;
 
@@ -27,6 +28,7 @@ class RunWindow : public DialogWindow {
   void cancel();
 
   LongRun& run_;
+  const bool batch_active_;
   QTimer timer_;
   QProgressBar* bar_;
   QLabel* progress_;

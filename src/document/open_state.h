@@ -17,7 +17,4 @@ struct OpenState {
   bool document_modified = false;  // since the last saved project
 };
 
-/// A run without questions: nobody is there to answer.
-extern bool batch_active;
-
 }  // namespace corvelin

@@ -23,9 +23,7 @@ namespace {
 
 constexpr std::uint32_t frames_a_block = 6;
 
-int silence_threshold() {
-  const unsigned bottom =
-      batch_active && batch_bottom != 0 ? batch_bottom : unsigned{settings.lowest_gain};
+int silence_threshold(unsigned bottom) {
   return static_cast<int>(std::pow(10.0, bottom / -20.0) * 32767);
 }
 
@@ -93,10 +91,10 @@ bool open_reader(Editor& editor, SampleReader& reader) {
 
 }  // namespace
 
-std::uint8_t batch_bottom = 0;
+bool auto_crop(Editor& editor) { return auto_crop_below(editor, settings.lowest_gain); }
 
-bool auto_crop(Editor& editor) {
-  const int threshold = silence_threshold();
+bool auto_crop_below(Editor& editor, unsigned bottom) {
+  const int threshold = silence_threshold(bottom);
   const EditPosition remembered = editor.selection.cursor;
   editor.selection.sel_beg = editor.selection.sel_end = no_position;
   SampleReader reader(editor.document);

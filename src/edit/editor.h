@@ -28,6 +28,7 @@ struct Editor {
   LevelMeter level_meter;
   Playback playback{.document = document, .selection = selection, .level_meter = level_meter};
   Recorder recorder;
+  bool batch_active = false;  // a run without questions: nobody is there to answer
 };
 
 }  // namespace corvelin

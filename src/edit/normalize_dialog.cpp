@@ -28,8 +28,6 @@ constexpr std::uint32_t shortest_to_leave = 500;
 
 double decibels(int peak) { return 20 * std::log10(peak / 32767.0); }
 
-int batch_offset() { return batch_active ? batch_level - batch_level_unchanged : 0; }
-
 void select_whole_stream(Editor& editor) {
   if (has_selected_range(editor.selection)) return;
   carry_out(editor, selection_change, [&editor] {
@@ -40,8 +38,6 @@ void select_whole_stream(Editor& editor) {
 }
 
 }  // namespace
-
-std::uint8_t batch_level = batch_level_unchanged;
 
 void NormalizeDialog::begin() {
   norm_peak = norm_change = percent_ = 0;

@@ -28,6 +28,9 @@ struct NormalizeDialog : Dialog, LongRun {
     finished,
   };
 
+  static constexpr std::uint8_t batch_level_unchanged = 16;
+  std::uint8_t batch_level = batch_level_unchanged;  // what a batch adds to the change, plus 16
+
   State state = State::stopped;
   int norm_peak = 0;    // the highest sample magnitude so far, 0 to 32768
   int norm_change = 0;  // steps: as computed by the last step, or set by hand since
@@ -58,16 +61,13 @@ struct NormalizeDialog : Dialog, LongRun {
   bool close_unattended();
 
  private:
+  [[nodiscard]] int batch_offset() const { return batch_level - batch_level_unchanged; }
   void take_peak();
 
   StretchPeaks peaks_{editor.document};
   EditPosition scan_end_ = 0;
   int percent_ = 0;
 };
-
-/// In a batch run: what is added to the change, plus 16.
-extern std::uint8_t batch_level;
-constexpr std::uint8_t batch_level_unchanged = 16;
 
 /// The dialog for the selection, or for the whole stream without one.
 bool normalize_dialog(Editor& editor);

@@ -60,7 +60,7 @@ bool SplitDialog::accept() {
   if (!may_save_from_sources(editor.document) || !make_missing_folder(folder)) return false;
   editor.open_state.split_dest_folder = folder;
   run = std::make_unique<SplitRun>(editor.document, editor.selection, editor.open_state, folder,
-                                   first_number);
+                                   first_number, editor.batch_active);
   return true;
 }
 

@@ -61,12 +61,13 @@ std::uint16_t count_split_regions(const Document& document) {
 }
 
 SplitRun::SplitRun(Document& document, Selection& selection, OpenState& open_state,
-                   std::string folder, std::uint16_t first_number)
+                   std::string folder, std::uint16_t first_number, bool batch_active)
     : document_(document),
       selection_(selection),
       open_state_(open_state),
       path_(std::move(folder)),
       first_number_(first_number),
+      batch_active_(batch_active),
       split_total_(count_split_regions(document_)) {
   open_state_.save_name = path_;
 }
@@ -189,7 +190,7 @@ void SplitRun::finish() {
     if (!reason_.empty()) report_ += reason_ + "\r\n";
     return;
   }
-  if (result_ != SplitResult::finished || split_resyncs_ == 0 || batch_active) return;
+  if (result_ != SplitResult::finished || split_resyncs_ == 0 || batch_active_) return;
   host().show_message_box(
       {.caption = std::string(ui_text(row::warning)),
        .text = format_row(ui_text(row::resyncs_while_saving), split_done_, split_resyncs_),

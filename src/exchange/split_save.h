@@ -41,7 +41,7 @@ class SplitRun : public LongRun {
   /// Splits the document, which stays where it is and as it is meanwhile. `folder`, with its "/",
   /// is where the files go; `first_number` is the first one's number.
   SplitRun(Document& document, Selection& selection, OpenState& open_state, std::string folder,
-           std::uint16_t first_number);
+           std::uint16_t first_number, bool batch_active = false);
   ~SplitRun() override { thread_.wait(closing_); }
   SplitRun(const SplitRun&) = delete;
   SplitRun& operator=(const SplitRun&) = delete;
@@ -81,6 +81,7 @@ class SplitRun : public LongRun {
   OpenState& open_state_;
   std::string path_;  // the folder, then the piece being written
   std::uint16_t first_number_;
+  bool batch_active_;                // nobody is told of re-syncs
   PartIndex split_region_part_ = 0;  // the part at which the region begins
   PartIndex split_scan_ = 1;         // the next part to be tested for a cue
   std::uint16_t split_done_ = 0;     // regions written, and the one that is being written

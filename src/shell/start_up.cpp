@@ -46,16 +46,9 @@ void connect_levels(Editor& editor) {
       {"use_toc", [] { host().rebuild_part_list(); }}};  // its times change
 }
 
-void start_anew() {
-  batch_active = false;
-  batch_bottom = 0;
-  batch_level = batch_level_unchanged;
-  settings = default_settings();
-}
-
 bool start_up(Editor& editor, const std::optional<std::string>& path) {
   connect_levels(editor);
-  start_anew();
+  settings = default_settings();
   settings_path = path.value_or(std::string());
   const std::error_code error = path ? read_settings(*path) : std::error_code{};
   complete_settings();

@@ -22,9 +22,6 @@ bool start_up(Editor& editor, const std::optional<std::string>& path);
 /// setting is emptied.
 void load_language();
 
-/// The settings and flags of a process that just started.
-void start_anew();
-
 /// Closes the document and lets go of the editor and the translation.
 void shut_down(Editor& editor);
 

@@ -175,8 +175,8 @@ void shift_levels(Editor& editor, int steps) {
 Change normalize(Editor& editor, std::uint8_t level) {
   const std::int16_t before = editor.document.parts[0].part_gainbeg;
   set_selection(editor.selection, 0, editor.document.total_size);
-  batch_level = level;
   NormalizeDialog dialog(editor);
+  dialog.batch_level = level;
   dialog.begin();
   if (dialog.state != NormalizeDialog::State::scanning) return Change::impossible;
   run_unattended(dialog);
@@ -184,9 +184,10 @@ Change normalize(Editor& editor, std::uint8_t level) {
   return editor.document.parts[0].part_gainbeg != before ? Change::made : Change::none;
 }
 
-Change crop(Editor& editor) {
+Change crop(Editor& editor, unsigned bottom) {
   const std::uint32_t before = editor.document.total_size;
-  if (!auto_crop(editor)) return Change::impossible;
+  if (!(bottom != 0 ? auto_crop_below(editor, bottom) : auto_crop(editor)))
+    return Change::impossible;
   return editor.document.total_size < before ? Change::made : Change::none;
 }
 
@@ -201,7 +202,7 @@ class Changes {
       take(limit_length(editor_, seconds_of(job_.limit_seconds)));
     if (job_.has(BatchOption::cut) && goes_on())
       take(cut_ends(editor_, seconds_of(job_.cut_begin), seconds_of(job_.cut_end)));
-    if (job_.has(BatchOption::auto_crop) && goes_on()) take(crop(editor_));
+    if (job_.has(BatchOption::auto_crop) && goes_on()) take(crop(editor_, job_.usable_bottom()));
     if (editor_.document.kind.layer == layer_with_levels && goes_on()) change_levels();
     return result_;
   }
@@ -338,15 +339,10 @@ BatchRun::BatchRun(Editor& editor, BatchJob job, std::function<bool()> between_s
   if (job_.has(BatchOption::overwrite_originals))
     same_files_ = names_of_same_file(job_.source_folder, items_);
   for (const std::string& name : job_.leftovers) tell_of_all(told_of_leftover(name));
-  batch_active = true;
-  batch_bottom = job_.usable_bottom();
+  editor_.batch_active = true;
 }
 
-BatchRun::~BatchRun() {
-  batch_active = false;
-  batch_level = batch_level_unchanged;
-  batch_bottom = 0;
-}
+BatchRun::~BatchRun() { editor_.batch_active = false; }
 
 bool BatchRun::step() {
   if (is_over_) return false;
@@ -428,7 +424,7 @@ BatchResult BatchRun::split(BatchResult result) {
   result.target = folder;
   if (!may_write(result)) return result;
   editor_.open_state.split_dest_folder = folder;
-  SplitRun run(editor_.document, editor_.selection, editor_.open_state, folder, 1);
+  SplitRun run(editor_.document, editor_.selection, editor_.open_state, folder, 1, true);
   drive(run);
   if (run.result() == SplitResult::finished) {
     result.outcome = BatchOutcome::split;

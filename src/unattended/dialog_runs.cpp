@@ -33,7 +33,6 @@ bool run_unattended(AutoCueDialog& dialog) {
 
 bool normalize_whole_stream(Editor& editor) {
   select_whole_stream(editor);
-  batch_level = batch_level_unchanged;
   NormalizeDialog dialog(editor);
   dialog.begin();
   return dialog.state == NormalizeDialog::State::scanning && run_unattended(dialog);

@@ -55,7 +55,8 @@ SaveOutcome split_unattended(Editor& editor, const std::string& folder) {
     return SaveOutcome::failed;
   }
   if (!target.ends_with('/')) target += '/';
-  SplitRun run(editor.document, editor.selection, editor.open_state, target, 1);
+  SplitRun run(editor.document, editor.selection, editor.open_state, target, 1,
+               editor.batch_active);
   drive(run);
   return run.result() == SplitResult::finished ? SaveOutcome::saved : SaveOutcome::failed;
 }

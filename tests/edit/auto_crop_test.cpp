@@ -15,10 +15,7 @@ namespace {
 
 class AutoCrop : public EditTest {
  protected:
-  ~AutoCrop() override {
-    batch_bottom = 0;
-    library_folder.clear();
-  }
+  ~AutoCrop() override { library_folder.clear(); }
 
   // 30 frames of a tone with silent ones in front of it and behind it. The places are then counted
   // from the tone's begin, in bytes.
@@ -34,6 +31,10 @@ class AutoCrop : public EditTest {
   // What is left, in silent frames on either side of the tone.
   std::string cropped() {
     EXPECT_TRUE(run("auto_crop"));
+    return what_is_left();
+  }
+
+  std::string what_is_left() const {
     EXPECT_EQ(document.parts.size(), 1U);
     EXPECT_FALSE(has_selection(selection));
     const Part& part = document.parts[0];
@@ -66,9 +67,8 @@ TEST_F(AutoCrop, TakesSilenceOffBothEnds) {
 TEST_F(AutoCrop, LeavesWhatNothingInItIsLouderThan) {
   open_tone(60, 15);
   settings.lowest_gain = 60;
-  batch_active = true;
-  batch_bottom = 2;  // -2 dB: the tone is not as loud
-  EXPECT_EQ(cropped(), "60+tone+15");
+  EXPECT_TRUE(auto_crop_below(editor, 2));  // -2 dB: the tone is not as loud
+  EXPECT_EQ(what_is_left(), "60+tone+15");
 }
 
 // Its decoder takes a frame to begin with, at the cursor, which has to be of the part there.

@@ -21,11 +21,6 @@ namespace {
 
 class Measuring : public EditTest {
  protected:
-  ~Measuring() override {
-    batch_active = false;
-    batch_level = batch_level_unchanged;
-  }
-
   static void run(LongRun& run) {
     while (run.step()) {
     }
@@ -102,8 +97,7 @@ TEST_F(Normalize, TakesTheChangeOfTheSliderAndTheBatch) {
   EXPECT_EQ(document.end_gain, -16);
   undo_pop(editor);
 
-  batch_active = true;
-  batch_level = 14;  // two steps below full scale
+  dialog_.batch_level = 14;  // two steps below full scale
   document.parts[0].part_gainbeg = document.end_gain = 4;
   selection.sel_beg = 0;
   selection.sel_end = document.total_size;

@@ -34,7 +34,8 @@ class SplitSaveTest : public EditTest {
 
   // Runs a split to its end.
   SplitResult split(std::uint16_t first_number = 1) {
-    SplitRun run(document, selection, open_state, folder.path(""), first_number);
+    SplitRun run(document, selection, open_state, folder.path(""), first_number,
+                 editor.batch_active);
     while (run.step()) {
     }
     report = run.report();
@@ -189,7 +190,7 @@ TEST_F(SplitSaveTest, TellsOfReSyncs) {
   EXPECT_EQ(split(), SplitResult::finished);
   EXPECT_EQ(take_box(), "Warning: While saving 2 file(s) 1 re-sync(s) occured.");
   EXPECT_EQ(piece("01.mp3"), frames(30));
-  batch_active = true;
+  editor.batch_active = true;
   EXPECT_EQ(split(3), SplitResult::finished);
   EXPECT_EQ(take_box(), "");
 }

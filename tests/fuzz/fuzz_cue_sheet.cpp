@@ -10,6 +10,8 @@
 #include "edit/open_files.h"
 #include "exchange/cue_sheet.h"
 #include "model/document.h"
+#include "settings/setting_table.h"
+#include "settings/settings.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
 #include "support/soundness.h"
@@ -40,7 +42,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       "a.mp3", test::Mp3Builder{}.frames(100).shape({.bitrate = 64}).frames(300).bytes());
   const std::string sheet = folder.file("s.cue", {data, size});
   for (const bool over_current_audio : {false, true}) {
-    start_anew();
+    settings = default_settings();
     test::require(
         !over_current_audio ||
         open_audio_file(editor.document, editor.selection, editor.open_state, audio).empty());

@@ -14,6 +14,8 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "settings/setting_table.h"
+#include "settings/settings.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
 #include "support/soundness.h"
@@ -42,7 +44,7 @@ struct Sources {
 };
 
 void open(Editor& editor, const Sources& sources) {
-  start_anew();
+  settings = default_settings();
   test::require(
       open_audio_file(editor.document, editor.selection, editor.open_state, sources.first).empty());
   const auto size = static_cast<std::uint32_t>(sources.second_bytes.size());

@@ -17,6 +17,7 @@
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
+#include "settings/setting_table.h"
 #include "settings/settings.h"
 #include "shell/editor_view.h"
 #include "shell/start_up.h"
@@ -58,7 +59,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   static const test::TestFolder folder;
   const std::string name =
       folder.file((choices & is_aac) != 0 ? "a.aac" : "a.mp3", std::span(data, size).subspan(1));
-  start_anew();
+  settings = default_settings();
   if (open_file(editor, name)) {
     if ((choices & changes_level) != 0) editor.document.end_gain = -40;
     editor.document.header_rewrite.rewrite_header = (choices & changes_header) != 0;

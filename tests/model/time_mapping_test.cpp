@@ -8,6 +8,7 @@
 
 #include "edit/editor.h"
 #include "model/stream_info.h"
+#include "settings/setting_table.h"
 #include "settings/settings.h"
 #include "shell/start_up.h"
 
@@ -17,10 +18,10 @@ namespace {
 class TimeMapping : public ::testing::Test {
  protected:
   TimeMapping() {
-    start_anew();
+    settings = default_settings();
     document.stream.avg_bitrate = 128000;  // 16000 bytes per second
   }
-  ~TimeMapping() override { start_anew(); }
+  ~TimeMapping() override { settings = default_settings(); }
 
   Document document;
 };

@@ -13,6 +13,7 @@
 #include "model/document.h"
 #include "model/selection.h"
 #include "settings/setting_table.h"
+#include "settings/settings.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
 #include "support/scripted_host.h"
@@ -32,7 +33,7 @@ class CoreTest : public ::testing::Test {
  protected:
   CoreTest() {
     connect_levels(editor);
-    start_anew();
+    settings = default_settings();
   }
   ~CoreTest() override {
     expect_sound_document();
