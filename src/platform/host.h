@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // Who sits in front of the core: a desktop, a headless run, or a test. All that the core has to
-// show, to ask or to have brought up to date goes through the one host that is installed, a thread's
-// own one. What it looks like, and whether there is a person to read it, is the host's business.
+// show, to ask or to have brought up to date goes through the one host that is installed, each
+// thread's own. What it looks like, and whether there is a person to read it, is the host's
+// business.
 #pragma once
 
 #include <chrono>
