@@ -268,8 +268,10 @@ const Command cut_change = {0, "cut", {win, 5}, "", cutting, nullptr};
 const Command keep_change = {0, "keep", {men, 28}, "", cutting, nullptr};
 const Command cue_change = {0, "cue", {win, 5}, "", editing | modifies | follows_cursor, nullptr};
 const Command selection_change = {0, "select", selection_label, "", selecting, nullptr};
-const Command level_change = {0, "level", {men, 52}, "", editing | modifies, nullptr};
-const Command border_change = {0, "border", {men, 47}, "", editing | modifies, nullptr};
+// A drag takes its step when it begins.
+constexpr std::uint32_t dragging = on_document | relists | refreshes_places | modifies;
+const Command level_change = {0, "level", {men, 52}, "", dragging, nullptr};
+const Command border_change = {0, "border", {men, 47}, "", dragging, nullptr};
 
 std::span<const Command> command_table() { return table; }
 

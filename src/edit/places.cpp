@@ -27,11 +27,12 @@ void settle(const Editor& editor, EditPosition& pos) {
 
 }  // namespace
 
-EditPosition frame_before_in(Editor& editor, PartIndex part, EditPosition pos) {
+EditPosition frame_before_in(const Document& document, PartIndex part, EditPosition pos,
+                             FrameInfo& last_found) {
   // Where the part has none the search ends in an earlier one, or where that one's file goes on.
-  const EditPosition frame = frame_before(editor.document, pos, editor.selection.current_frame);
-  const bool is_inside = frame >= editor.document.parts[part].part_beg && frame < pos;
-  const bool is_frame = is_inside && find_frame(editor.document, part, frame).pos == frame;
+  const EditPosition frame = frame_before(document, pos, last_found);
+  const bool is_inside = frame >= document.parts[part].part_beg && frame < pos;
+  const bool is_frame = is_inside && find_frame(document, part, frame).pos == frame;
   return is_frame ? frame : no_position;
 }
 

@@ -10,7 +10,8 @@ namespace corvelin {
 struct Editor;
 
 /// The last frame of the part that begins in front of `pos`; `no_position` if it has none there.
-EditPosition frame_before_in(Editor& editor, PartIndex part, EditPosition pos);
+EditPosition frame_before_in(const Document& document, PartIndex part, EditPosition pos,
+                             FrameInfo& last_found);
 
 /// The length of the frame at the cursor, in bytes: so far behind it the next one begins.
 std::uint32_t frame_length_at_cursor(const Editor& editor);

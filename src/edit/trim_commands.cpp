@@ -43,33 +43,34 @@ Result move_cue_to(Editor& editor, EditPosition pos) {
   return current(editor).part_beg == before ? Result::nothing : Result::done;
 }
 
+// A part alone, with what lies around it in its source, in bytes.
+Document part_in_its_source(const Document& document, const Part& part, std::uint32_t in_front,
+                            std::uint32_t behind) {
+  Document around = {
+      .files = {document.files[part.part_file]}, .stream = document.stream, .kind = document.kind};
+  add_part(around, 0, 0, part.part_filepos - in_front, in_front + part.part_size + behind);
+  return around;
+}
+
 // The first frame of the removed material behind the part in front of the cut ends here. Counted
 // from the cut; 0 when none is found.
 std::uint32_t frame_behind_left_side(Editor& editor) {
-  // For the moment the part reaches farther than a search does, so that its end is no answer.
+  // Farther than a search reaches, so that the end is no answer.
   constexpr std::uint32_t far_behind = search_block_size + frame_unit;
-  const EditPosition cut = current(editor).part_beg;
-  before_current(editor).part_size += far_behind;
+  if (!has_room_for(editor.document, far_behind)) return 0;
+  const Part& part = before_current(editor);
+  const Document source = part_in_its_source(editor.document, part, 0, far_behind);
   const EditPosition frame =
-      next_frame_in(editor.document, index_before(editor), cut, editor.selection.current_frame);
-  before_current(editor).part_size -= far_behind;
-  return frame == no_position ? 0 : frame - cut;
+      next_frame_in(source, 0, part.part_size, editor.selection.current_frame);
+  return frame == no_position ? 0 : frame - part.part_size;
 }
 
 // The length of the last frame in front of the right side of the cut, in the `reach` bytes before
 // it in its file; 0 when there is none.
 std::uint32_t frame_in_front_of_right_side(Editor& editor, std::uint32_t reach) {
-  // For the moment the part begins `reach` bytes earlier.
-  Part& part = current(editor);
-  const EditPosition old_start = part.part_beg + reach;
-  part.part_filepos -= reach;
-  part.part_size += reach;
-  editor.document.total_size += reach;
-  const EditPosition frame = frame_before_in(editor, editor.document.current_part, old_start);
-  part.part_filepos += reach;
-  part.part_size -= reach;
-  editor.document.total_size -= reach;
-  return frame == no_position ? 0 : old_start - frame;
+  const Document source = part_in_its_source(editor.document, current(editor), reach, 0);
+  const EditPosition frame = frame_before_in(source, 0, reach, editor.selection.current_frame);
+  return frame == no_position ? 0 : reach - frame;
 }
 
 }  // namespace
@@ -87,7 +88,8 @@ Result trim_left_out(Editor& editor) {
 Result trim_left_in(Editor& editor) {
   if (editor.document.current_part == 0) return Result::nothing;
   const EditPosition frame =
-      frame_before_in(editor, index_before(editor), current(editor).part_beg);
+      frame_before_in(editor.document, index_before(editor), current(editor).part_beg,
+                      editor.selection.current_frame);
   if (frame == no_position) return Result::nothing;
   const std::uint32_t lost = current(editor).part_beg - frame;
   if (lost >= before_current(editor).part_size) return Result::nothing;
@@ -126,8 +128,9 @@ Result trim_right_out(Editor& editor) {
 
 Result move_cue_left(Editor& editor) {
   if (editor.document.current_part == 0) return Result::nothing;
-  return move_cue_to(editor,
-                     frame_before_in(editor, index_before(editor), current(editor).part_beg));
+  return move_cue_to(
+      editor, frame_before_in(editor.document, index_before(editor), current(editor).part_beg,
+                              editor.selection.current_frame));
 }
 
 Result move_cue_right(Editor& editor) {

@@ -6,18 +6,12 @@
 #include <cstddef>
 
 #include "audio/playback.h"
-#include "document/open_state.h"
+#include "edit/drags.h"
 #include "edit/editor.h"
-#include "edit/level_point.h"
-#include "edit/undo.h"
-#include "model/cuts.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "model/time_mapping.h"
-#include "platform/host.h"
-#include "text/text_rows.h"
-#include "text/ui_text.h"
 
 namespace corvelin {
 
@@ -42,19 +36,14 @@ EditPosition frame_under(Editor& editor, const EditorView& view, int x) {
                       editor.selection.current_frame);
 }
 
-void drag_level(Editor& editor, const GraphMouse& mouse, const ViewLayout& layout, int y) {
+void drag_level_to(Editor& editor, const GraphMouse& mouse, const ViewLayout& layout, int y) {
   constexpr int highest = 32;
   constexpr int lowest = -60;
   constexpr int steps = 96;  // over the band
   if (layout.graph_h == 0) return;
   const auto gain =
       static_cast<std::int16_t>(std::clamp(highest - y * steps / layout.graph_h, lowest, highest));
-  if (mouse.level_drag > part_count(editor.document)) {
-    editor.document.end_gain = gain;
-  } else {
-    editor.document.parts[mouse.level_drag - 1u].part_gainbeg = gain;
-  }
-  touch(editor.document);
+  drag_level(editor, static_cast<PartIndex>(mouse.level_drag - 1), gain);
 }
 
 bool take_handle(Editor& editor, GraphMouse& mouse, EditPosition pos, bool is_left) {
@@ -62,12 +51,11 @@ bool take_handle(Editor& editor, GraphMouse& mouse, EditPosition pos, bool is_le
   const auto part = static_cast<std::uint16_t>(
       1 + (is_end ? part_count(editor.document) : part_at(editor.document, pos)));
   if (is_left) {
-    if (editor.document.kind.layer != 3) return false;
-    undo_push(editor, true, ui_text(row::level));
+    if (!take_level(editor)) return false;
     mouse.level_drag = part;
   } else {
     if (is_end) return false;
-    undo_push(editor, true, ui_text(row::mute_cut));
+    take_border(editor);
     mouse.split_drag = part;
   }
   return true;
@@ -80,7 +68,7 @@ bool graph_mouse(Editor& editor, GraphMouse& mouse, const EditorView& view, Mous
   if (mouse.split_drag != 0) x -= split_offset;
   if (!is_in_view(layout, x, y)) return false;
   if (mouse.level_drag != 0) {
-    drag_level(editor, mouse, layout, y);
+    drag_level_to(editor, mouse, layout, y);
     return true;
   }
   if (buttons.left && is_press && y > layout.graph_h) mouse.overview_drag = true;
@@ -93,10 +81,10 @@ bool graph_mouse(Editor& editor, GraphMouse& mouse, const EditorView& view, Mous
   const EditPosition pos = frame_under(editor, view, x);
   if (pos == no_position) return false;
   if (mouse.split_drag != 0) {
-    move_border(editor.document, static_cast<PartIndex>(mouse.split_drag - 1), pos);
+    drag_border(editor, static_cast<PartIndex>(mouse.split_drag - 1), pos);
     return true;
   }
-  if (!editor.playback.is_playing) editor.document.current_part = part_at(editor.document, pos);
+  point_at(editor, pos);
   if (buttons.ctrl) {
     seek_to(editor.playback, pos);
     return true;
@@ -128,9 +116,11 @@ bool release_mouse(Editor& editor, GraphMouse& mouse) {
   mouse = {.on_handle = held.on_handle};
   const bool was_level = held.level_drag != 0;
   if (editor.document.parts.empty() || (!was_level && held.split_drag == 0)) return false;
-  if (was_level) clear_cues_round_level(editor, static_cast<PartIndex>(held.level_drag - 1));
-  editor.open_state.document_modified = true;
-  host().rebuild_part_list();
+  if (was_level) {
+    drop_level(editor, static_cast<PartIndex>(held.level_drag - 1));
+  } else {
+    drop_border(editor);
+  }
   return was_level;
 }
 
