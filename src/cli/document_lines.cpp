@@ -16,9 +16,11 @@ namespace corvelin {
 
 namespace {
 
-Refusal open_line(Editor& editor, Arguments words, HeadlessHost&) {
-  tell_unsaved_edits(editor);
-  return open_paths(editor, words);
+Refusal open_line(Editor& editor, Arguments words, HeadlessHost& host) {
+  tell_unsaved_edits(editor, host.saved);
+  Refusal refusal = open_paths(editor, words);
+  host.saved = content_of(editor);
+  return refusal;
 }
 
 Refusal append_line(Editor& editor, Arguments words, HeadlessHost&) {
@@ -32,8 +34,8 @@ Refusal load_cue_line(Editor& editor, Arguments words, HeadlessHost& host) {
   return is_loaded ? no_refusal : fmt::format("{} was not loaded", words[0]);
 }
 
-Refusal close_line(Editor& editor, Arguments, HeadlessHost&) {
-  tell_unsaved_edits(editor);
+Refusal close_line(Editor& editor, Arguments, HeadlessHost& host) {
+  tell_unsaved_edits(editor, host.saved);
   close_all(editor);
   return no_refusal;
 }

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "cli/progress_line.h"
+#include "cli/unsaved.h"
 #include "platform/host.h"
 
 namespace corvelin {
@@ -40,6 +41,9 @@ class HeadlessHost : public Host {
   std::vector<MessageBox> take_messages();
 
   [[nodiscard]] bool wants_close() const { return wants_close_; }
+
+  /// What of the document is saved, by the lines so far.
+  SavedContent saved;
 
  private:
   std::optional<BoxAnswer> fixed_answer_;

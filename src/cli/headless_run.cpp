@@ -89,7 +89,7 @@ class HeadlessRun {
         options_.settings, [](const auto& setting) { return setting.first == "use_toc"; });
     work();
     shut_down(editor_);
-    end_remote_control();
+    end_remote_control(editor_);
     store();
     if (!flush_output()) fail("standard output: write error");
     return interruption() == 0 ? status_ : status_of_signals + interruption();
@@ -125,23 +125,24 @@ class HeadlessRun {
     report();
     if (options_.work != nullptr && interruption() == 0) run_work(*options_.work);
     fail_at_bad_source();
-    if (status_ == succeeded) tell_unsaved_edits(editor_);
+    if (status_ == succeeded) tell_unsaved_edits(editor_, host_.saved);
   }
 
   void open() {
     if (options_.files.empty()) return;
     const Refusal refusal = open_paths(editor_, options_.files);
+    host_.saved = content_of(editor_);
     if (!refusal.empty()) fail(refusal);
     fail_at_bad_source();
   }
 
   // What was recorded is the document from here on, also when the recording broke off.
   void record() {
-    remote_control_on = options_.remote;
+    editor_.remote_control_on = options_.remote;
     if (!record_unattended(editor_,
                            options_.files.empty() ? std::string() : options_.files.front()))
       status_ = failed;
-    remember_saved(editor_);
+    host_.saved = content_of(editor_);
   }
 
   [[nodiscard]] bool goes_on() const {
@@ -220,7 +221,7 @@ class HeadlessRun {
     if (!can_run || work.run(editor_, options_.request) != SaveOutcome::saved) {
       status_ = failed;
     } else {
-      remember_saved(editor_);
+      host_.saved = content_of(editor_);
     }
   }
 

@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "cli/unsaved.h"
 #include "document/append.h"
 #include "document/file_kind.h"
 #include "edit/document_commands.h"
@@ -48,7 +47,6 @@ Refusal missing_program(std::span<const std::string> paths) {
 Refusal open_paths(Editor& editor, std::span<const std::string> paths) {
   if (Refusal missing = missing_program(paths); !missing.empty()) return missing;
   const Joined joined = open_files(editor, paths);
-  remember_saved(editor);
   if (joined.failed.empty()) return no_refusal;
   return fmt::format("{} was not {}", as_given(joined.failed, paths),
                      joined.count == 0 ? "opened" : "joined");

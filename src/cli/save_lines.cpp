@@ -51,7 +51,7 @@ Refusal save_to(Editor& editor, const std::string& path, HeadlessHost& host,
                 SaveOutcome (*save)(Editor& editor)) {
   host.set_next_path(in_current_folder(path));
   if (save(editor) != SaveOutcome::saved) return not_saved(path);
-  remember_saved(editor);
+  host.saved = content_of(editor);
   return no_refusal;
 }
 
@@ -82,13 +82,13 @@ Refusal save_project_line(Editor& editor, Arguments words, HeadlessHost& host) {
   host.set_next_path(in_current_folder(path));
   if (!save_project(editor, true, false) || !file_facts(editor.open_state.project_name).found)
     return not_saved(path);
-  remember_saved(editor);
+  host.saved = content_of(editor);
   return no_refusal;
 }
 
-Refusal split_line(Editor& editor, Arguments words, HeadlessHost&) {
+Refusal split_line(Editor& editor, Arguments words, HeadlessHost& host) {
   if (split_unattended(editor, words[0]) != SaveOutcome::saved) return "the split is not complete";
-  remember_saved(editor);
+  host.saved = content_of(editor);
   return no_refusal;
 }
 

@@ -15,20 +15,7 @@
 
 namespace corvelin {
 
-namespace {
-
-// All that a save would write.
-struct Content {
-  std::vector<Part> parts;
-  std::int16_t end_gain = 0;
-  std::u16string sheet_title;
-  std::u16string sheet_artist;
-  HeaderRewrite header_bits;
-  std::array<std::uint8_t, 128> id3v1 = {};
-  bool operator==(const Content&) const = default;
-};
-
-Content content(const Editor& editor) {
+SavedContent content_of(const Editor& editor) {
   return {.parts = editor.document.parts,
           .end_gain = editor.document.end_gain,
           .sheet_title = editor.document.sheet_title,
@@ -37,14 +24,8 @@ Content content(const Editor& editor) {
           .id3v1 = editor.document.stream.id3v1};
 }
 
-Content saved;
-
-}  // namespace
-
-void remember_saved(const Editor& editor) { saved = content(editor); }
-
-void tell_unsaved_edits(const Editor& editor) {
-  if (editor.document.parts.empty() || content(editor) == saved) return;
+void tell_unsaved_edits(const Editor& editor, const SavedContent& saved) {
+  if (editor.document.parts.empty() || content_of(editor) == saved) return;
   complain("nothing saved the edited document; -o PATH does, or the line save PATH");
 }
 

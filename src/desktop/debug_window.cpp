@@ -15,7 +15,7 @@
 
 namespace corvelin {
 
-DebugWindow::DebugWindow(const Editor& editor, QWidget* parent)
+DebugWindow::DebugWindow(Editor& editor, QWidget* parent)
     : DialogWindow(QStringLiteral("debug_window"), QStringLiteral("Debug"), parent),
       editor_(editor),
       report_(new QPlainTextEdit) {
@@ -28,7 +28,7 @@ DebugWindow::DebugWindow(const Editor& editor, QWidget* parent)
   QSlider* const bit = new_slider(Qt::Horizontal, 0, last_gain_bit, 0, "gain_bit");
   bit->setAccessibleName(QStringLiteral("GG bit"));
   connect(bit, &QSlider::valueChanged, this, [this](int value) {
-    set_gain_bit(static_cast<std::uint16_t>(value));
+    set_gain_bit(editor_, static_cast<std::uint16_t>(value));
     show_report();
   });
   auto* const refresh = new QPushButton(QStringLiteral("Refresh"));

@@ -13,12 +13,12 @@ struct Editor;
 
 class DebugWindow : public DialogWindow {
  public:
-  DebugWindow(const Editor& editor, QWidget* parent);
+  DebugWindow(Editor& editor, QWidget* parent);
 
  private:
   void show_report();
 
-  const Editor& editor_;
+  Editor& editor_;
   QPlainTextEdit* report_;
 };
 

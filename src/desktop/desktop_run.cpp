@@ -115,7 +115,7 @@ class DesktopRun {
     QTimer::singleShot(0, &window_, [this] { begin(); });
     const int status = QApplication::exec();
     shut_down(editor_);
-    end_remote_control();
+    end_remote_control(editor_);
     store();
     if (restarts_) start_again();
     return end_signal() != 0 ? 128 + end_signal() : status;
@@ -174,7 +174,7 @@ class DesktopRun {
   // A box that nobody closed doesn't keep a command waiting: it gets the answer that does least.
   void scan_remote_file() {
     auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (box == nullptr || !is_remote_command_there()) {
+    if (box == nullptr || !is_remote_command_there(editor_)) {
       remote_scan(editor_);
       return;
     }

@@ -324,9 +324,11 @@ void behind_split(ConfigDialog&) {
   change_setting(&S::rec_appenddata, 0);
 }
 
-std::int64_t remote_control(Dialogue) { return remote_control_on ? 1 : 0; }
+std::int64_t remote_control(Dialogue dialog) { return dialog.editor.remote_control_on ? 1 : 0; }
 
-void set_remote_control(ConfigDialog&, std::int64_t value) { remote_control_on = value != 0; }
+void set_remote_control(ConfigDialog& dialog, std::int64_t value) {
+  dialog.editor.remote_control_on = value != 0;
+}
 
 std::int64_t portable(Dialogue dialog) { return dialog.is_portable ? 1 : 0; }
 

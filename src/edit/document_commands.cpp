@@ -37,10 +37,8 @@ bool close(Editor& editor) {
   return true;
 }
 
-bool (*open_batch_dialog)(Editor& editor) = nullptr;
-
 bool batch(Editor& editor) {
-  return close(editor) && open_batch_dialog != nullptr && open_batch_dialog(editor);
+  return close(editor) && editor.open_batch_dialog && editor.open_batch_dialog(editor);
 }
 
 bool open_recent(Editor& editor, std::size_t index) {

@@ -16,10 +16,7 @@ struct Editor;
 bool open_by_dialog(Editor& editor);
 bool close(Editor& editor);
 
-/// The work on whole folders, which lies above the commands: its dialog.
-extern bool (*open_batch_dialog)(Editor& editor);
-
-/// That dialog, in the place of the document.
+/// The dialog for work on whole folders, in the place of the document.
 bool batch(Editor& editor);
 
 /// Opens an entry of the recent list. When that fails, all entries whose files are gone leave the

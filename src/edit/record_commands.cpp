@@ -179,8 +179,6 @@ void tell_end(Editor& editor, const RecordingEnd& end) {
 
 }  // namespace
 
-bool remote_control_on = false;
-
 bool initialize_recording(Editor& editor) { return arm(editor, false); }
 
 bool level_activated_recording(Editor& editor) { return arm(editor, true); }

@@ -9,9 +9,6 @@ namespace corvelin {
 
 struct Editor;
 
-/// Whether a text file in the folder of the recordings may give commands. For this run alone.
-extern bool remote_control_on;
-
 /// Closes the document, after the question about unsaved changes, and makes the recorder ready.
 /// False when it is refused or fails, which the user has been told.
 bool initialize_recording(Editor& editor);

@@ -43,16 +43,20 @@ std::size_t find_header(std::span<const std::uint8_t> block, FrameFormat format,
 void SampledFrames::begin(const Document& document) {
   const StreamKind& kind = document.kind;
   if (kind.version != kind_.version || kind.sample_rate != kind_.sample_rate ||
-      kind.layer != kind_.layer || gain_bit_ != graph_gain_bit)
+      kind.layer != kind_.layer)
     forget();
   kind_ = kind;
   format_ = frame_format(document.stream);
-  gain_bit_ = graph_gain_bit;
   files_.resize(document.files.size());
   checked_.assign(document.files.size(), false);
   block_size_ = 0;
   next_ = 0;
   asked_ = 0;
+}
+
+void SampledFrames::look_at(std::uint16_t gain_bit) {
+  if (gain_bit != gain_bit_) forget();
+  gain_bit_ = gain_bit;
 }
 
 SampledFrame SampledFrames::frame_from(const Document& document, std::uint16_t file,
@@ -107,7 +111,8 @@ SampledFrame SampledFrames::search(const InputFile& handle, std::uint16_t file,
       frame.begin = static_cast<std::uint32_t>(at + found);
       frame.frame_length = info.frame_length;
       frame.bitrate = info.bitrate;
-      frame.loudness = measure_loudness(block.subspan(found, info.frame_length), info, kind_.layer);
+      frame.loudness =
+          measure_loudness(block.subspan(found, info.frame_length), info, kind_.layer, gain_bit_);
       break;
     }
     if (is_file_end) break;

@@ -31,6 +31,9 @@ class SampledFrames {
   /// is known of another kind.
   void begin(const Document& document);
 
+  /// Where the loudness is looked at, as in `measure_loudness`.
+  void look_at(std::uint16_t gain_bit);
+
   /// The first frame at or behind an offset of a source file. No true search: the frame need not be
   /// followed by another, and the search gives up where the locator does.
   SampledFrame frame_from(const Document& document, std::uint16_t file, std::uint32_t offset);

@@ -12,10 +12,13 @@ namespace {
 
 Host nobody;
 
-// Each thread has its own: in front of one that works beside the main thread nobody sits.
-thread_local Host* installed = &nobody;
-thread_local int busy_depth = 0;
-thread_local bool close_is_wanted = false;
+// Who sits in front of a thread. In front of one that works beside the main thread that is nobody.
+struct Seat {
+  Host* installed = &nobody;
+  int busy_depth = 0;
+  bool close_is_wanted = false;
+};
+thread_local Seat seat;
 
 }  // namespace
 
@@ -60,23 +63,23 @@ void Host::call_later(std::chrono::milliseconds, const std::function<void()>& op
   operation();
 }
 
-Host& host() { return *installed; }
+Host& host() { return *seat.installed; }
 
-void install_host(Host* host) { installed = host == nullptr ? &nobody : host; }
+void install_host(Host* host) { seat.installed = host == nullptr ? &nobody : host; }
 
 bool show_dialog(Dialog& dialog) {
   dialog.begin();
   return host().show(dialog);
 }
 
-Busy::Busy() { ++busy_depth; }
+Busy::Busy() { ++seat.busy_depth; }
 
 Busy::~Busy() {
-  --busy_depth;
-  if (busy_depth == 0 && std::exchange(close_is_wanted, false)) host().close();
+  --seat.busy_depth;
+  if (seat.busy_depth == 0 && std::exchange(seat.close_is_wanted, false)) host().close();
 }
 
-bool is_busy() { return busy_depth > 0; }
+bool is_busy() { return seat.busy_depth > 0; }
 
 void drive(LongRun& run) {
   const Busy busy;
@@ -85,7 +88,7 @@ void drive(LongRun& run) {
 
 void request_close() {
   if (is_busy()) {
-    close_is_wanted = true;
+    seat.close_is_wanted = true;
   } else {
     host().close();
   }

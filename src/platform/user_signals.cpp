@@ -8,10 +8,11 @@ namespace corvelin {
 
 namespace {
 
-volatile std::sig_atomic_t first_came = 0;
-volatile std::sig_atomic_t second_came = 0;
+volatile std::sig_atomic_t came[2] = {0, 0};
 
-void remember(int signal) { (signal == SIGUSR1 ? first_came : second_came) = 1; }
+volatile std::sig_atomic_t& flag_of(int signal) { return came[signal == SIGUSR1 ? 0 : 1]; }
+
+void remember(int signal) { flag_of(signal) = 1; }
 
 }  // namespace
 
@@ -24,9 +25,8 @@ void catch_user_signals() {
 }
 
 bool take_user_signal(int signal) {
-  volatile std::sig_atomic_t& came = signal == SIGUSR1 ? first_came : second_came;
-  if (came == 0) return false;
-  came = 0;
+  if (flag_of(signal) == 0) return false;
+  flag_of(signal) = 0;
   return true;
 }
 

@@ -11,19 +11,20 @@ namespace corvelin {
 
 namespace {
 
-std::vector<WaveDevice*> open_devices;
-WaveSystem* installed_system = nullptr;
+// What the process has of sound.
+struct Sound {
+  WaveSystem* system = nullptr;  // in the place of the usual one
+  std::vector<WaveDevice*> open_devices;
+} sound;
 
 // Some outputs, those without a wire above all, take seconds to wake up.
 constexpr std::chrono::seconds longest_stall(5);
 
 }  // namespace
 
-WaveSystem& wave_system() {
-  return installed_system != nullptr ? *installed_system : sdl_wave_system();
-}
+WaveSystem& wave_system() { return sound.system != nullptr ? *sound.system : sdl_wave_system(); }
 
-void install_wave_system(WaveSystem* system) { installed_system = system; }
+void install_wave_system(WaveSystem* system) { sound.system = system; }
 
 std::vector<std::string> wave_device_names(WaveDirection direction) {
   return wave_system().device_names(direction);
@@ -34,7 +35,7 @@ int wave_event_descriptor() { return wave_wake_descriptor(); }
 // As long as events are due the descriptor stays readable, so that each of them gets its turn
 // beside whatever else waits for the main thread.
 bool deliver_wave_events(WaveClock::time_point now) {
-  const std::vector<WaveDevice*> devices = open_devices;  // a handler may close any of them
+  const std::vector<WaveDevice*> devices = sound.open_devices;  // a handler may close any of them
   for (WaveDevice* const device : devices) device->look(now);
   if (std::ranges::any_of(devices, [](WaveDevice* device) { return device->deliver_one(); }))
     return true;
@@ -56,14 +57,14 @@ std::string WaveDevice::open_driver(WaveDirection direction, std::uint32_t devic
   last_look_ = WaveClock::now();
   is_lost_ = false;
   is_loss_told_ = false;
-  open_devices.push_back(this);
+  sound.open_devices.push_back(this);
   return {};
 }
 
 void WaveDevice::close() {
   if (!is_open()) return;
   driver_.reset();
-  std::erase(open_devices, this);
+  std::erase(sound.open_devices, this);
   drop_buffers();
 }
 

@@ -21,7 +21,7 @@ namespace {
 
 // The bit of a frame's first `global_gain`, or the one that is looked at in its place.
 int first_gain_bit(const Editor& editor) {
-  if (graph_gain_bit != 0) return graph_gain_bit;
+  if (editor.graph_gain_bit != 0) return editor.graph_gain_bit;
   const FrameInfo frame = {.channel_mode = editor.document.kind.channel_mode,
                            .version = editor.document.kind.version,
                            .layer = editor.document.kind.layer,
@@ -48,8 +48,8 @@ std::string debug_text(const Editor& editor) {
   return text + end;
 }
 
-void set_gain_bit(std::uint16_t bit) {
-  graph_gain_bit = std::min(bit, last_gain_bit);
+void set_gain_bit(Editor& editor, std::uint16_t bit) {
+  editor.graph_gain_bit = std::min(bit, last_gain_bit);
   host().refresh_view(Refresh::all);
 }
 

@@ -15,7 +15,7 @@ std::string debug_text(const Editor& editor);
 
 /// Where in a frame the graph takes its height from, in bits, in the place of the first
 /// `global_gain`: 0 for that itself. The view is drawn anew.
-void set_gain_bit(std::uint16_t bit);
+void set_gain_bit(Editor& editor, std::uint16_t bit);
 constexpr std::uint16_t last_gain_bit = 300;
 
 }  // namespace corvelin

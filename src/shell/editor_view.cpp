@@ -66,6 +66,7 @@ void view_redraw(const Editor& editor, EditorView& view, Canvas& canvas) {
   }
   if (editor.document.parts.empty()) return draw_start_screen(layout, canvas);
 
+  view.samples.frames.look_at(editor.graph_gain_bit);
   sample_frames(view.samples, editor.document, editor.selection, play_position(editor.playback),
                 layout.view_frames, layout.fold);
   draw_graph(editor, view, canvas);

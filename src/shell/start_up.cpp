@@ -37,7 +37,9 @@ void apply_priority() { set_high_priority(settings.high_pri != 0); }
 }  // namespace
 
 void connect_levels(Editor& editor) {
-  open_batch_dialog = batch_dialog;
+  editor.open_batch_dialog = [job = BatchJob()](Editor& shown) mutable {
+    return batch_dialog(shown, job);
+  };
   setting_listeners = {
       {"save_id3v1", [&editor] { keep_id3v1_as_set(editor.document, editor.open_state); }},
       {"volume", apply_volume},

@@ -41,10 +41,11 @@ void skip_common_window(std::span<const std::uint8_t> frame, std::size_t& bit_po
   if (has_mask) bit_pos += std::size_t{groups} * max_sfb;
 }
 
-FrameLoudness layer3_gains(std::span<const std::uint8_t> frame, const FrameInfo& info) {
+FrameLoudness layer3_gains(std::span<const std::uint8_t> frame, const FrameInfo& info,
+                           std::uint16_t gain_bit) {
   FrameLoudness loudness;
   GainPositions positions = gain_positions(info);
-  if (graph_gain_bit != 0) positions[0] = graph_gain_bit;
+  if (gain_bit != 0) positions[0] = gain_bit;
   for (const std::uint16_t position : positions) {
     std::size_t bit_pos = position;
     if (position != 0)
@@ -71,8 +72,6 @@ std::uint8_t as_height(double height) {
 
 }  // namespace
 
-std::uint16_t graph_gain_bit = 0;
-
 std::uint16_t read_bits(std::span<const std::uint8_t> data, std::size_t& bit_pos, unsigned count) {
   const std::size_t at = bit_pos / 8;
   const auto byte_at = [data](std::size_t i) { return i < data.size() ? data[i] : 0U; };
@@ -97,8 +96,8 @@ std::uint8_t aac_global_gain(std::span<const std::uint8_t> frame, std::size_t bi
 }
 
 FrameLoudness measure_loudness(std::span<const std::uint8_t> frame, const FrameInfo& info,
-                               unsigned layer) {
-  if (layer == 3) return layer3_gains(frame, info);
+                               unsigned layer, std::uint16_t gain_bit) {
+  if (layer == 3) return layer3_gains(frame, info, gain_bit);
   if (layer == 2) return layer2_bytes(frame);
   const std::size_t block = adts_header_bits + (info.has_crc != 0 ? crc_bits : 0);
   return {1, {aac_global_gain(frame, block, info.sample_rate)}};

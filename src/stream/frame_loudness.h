@@ -20,14 +20,11 @@ struct FrameLoudness {
   std::array<std::uint8_t, 4> values = {};
 };
 
-/// For looking at other fields of Layer III: where the first value lies in the place of the first
-/// `global_gain`, in bits from the frame's start; 0 for that itself. What is heard and saved knows
-/// nothing of it.
-extern std::uint16_t graph_gain_bit;
-
 /// `layer` is that of the stream, by which the heights are made, whatever a single frame says.
+/// `gain_bit` is for looking at other fields of Layer III: where the first value lies in the place
+/// of the first `global_gain`, in bits from the frame's start; 0 for that itself.
 FrameLoudness measure_loudness(std::span<const std::uint8_t> frame, const FrameInfo& info,
-                               unsigned layer);
+                               unsigned layer, std::uint16_t gain_bit = 0);
 
 /// The next `count` bits at `bit_pos`, highest first, and moves `bit_pos` behind them. They lie
 /// within two bytes. What lies behind the end reads as 0.

@@ -52,8 +52,8 @@ void BatchDialog::choose(BatchOption option, bool is_on) {
   if (splits && is_on) show_note_once(Note::batch);
 }
 
-bool batch_dialog(Editor& editor) {
-  BatchDialog dialog(editor);
+bool batch_dialog(Editor& editor, BatchJob& job) {
+  BatchDialog dialog(editor, job);
   return show_dialog(dialog);
 }
 

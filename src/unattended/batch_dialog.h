@@ -15,10 +15,10 @@ struct Editor;
 
 struct BatchDialog : Dialog {
   Editor& editor;
-  BatchJob& job = batch_job;
+  BatchJob& job;                  // which outlives the dialog: the next one begins with its fields
   std::unique_ptr<BatchRun> run;  // the one under way, which a host steps, or the last one
 
-  explicit BatchDialog(Editor& opened_for) : editor(opened_for) {}
+  BatchDialog(Editor& opened_for, BatchJob& shown) : editor(opened_for), job(shown) {}
 
   /// What a host does while a file is worked on; whether the work shall go on.
   std::function<bool()> between_slices;
@@ -42,6 +42,6 @@ struct BatchDialog : Dialog {
 };
 
 /// The dialog, in the place of the document.
-bool batch_dialog(Editor& editor);
+bool batch_dialog(Editor& editor, BatchJob& job);
 
 }  // namespace corvelin

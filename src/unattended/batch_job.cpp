@@ -125,8 +125,6 @@ std::string seconds_fault(const std::string& field) {
 
 }  // namespace
 
-BatchJob batch_job;
-
 std::optional<double> read_seconds(std::string_view field) {
   std::string text(field);
   std::ranges::replace(text, ',', '.');

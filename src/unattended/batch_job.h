@@ -124,9 +124,6 @@ struct BatchJob {
 /// Nothing for what is no number.
 std::optional<double> read_seconds(std::string_view field);
 
-/// The one job of the program, which remembers its folder and options until the end.
-extern BatchJob batch_job;
-
 /// The order of the list: below 0, 0 or above as `a` comes before, with or behind `b`.
 int batch_compare(const BatchItem& a, const BatchItem& b, BatchColumn column, bool descending);
 

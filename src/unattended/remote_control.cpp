@@ -142,13 +142,13 @@ bool carry_out(Editor& editor, RemoteCommand command, const std::string& path) {
 
 }  // namespace
 
-bool is_remote_command_there() {
-  return remote_control_on && remote_command(head_of(remote_file())).has_value();
+bool is_remote_command_there(const Editor& editor) {
+  return editor.remote_control_on && remote_command(head_of(remote_file())).has_value();
 }
 
 std::vector<MessageBox> remote_scan(Editor& editor) {
   const std::string path = remote_file();
-  if (!remote_control_on || path.empty()) return {};
+  if (!editor.remote_control_on || path.empty()) return {};
   if (!is_name_taken(path)) {
     write_state(path, state_text(editor));
     return {};
@@ -163,9 +163,9 @@ std::vector<MessageBox> remote_scan(Editor& editor) {
   return boxes;
 }
 
-void end_remote_control() {
+void end_remote_control(const Editor& editor) {
   const std::string path = remote_file();
-  if (!remote_control_on || path.empty()) return;
+  if (!editor.remote_control_on || path.empty()) return;
   if (is_name_taken(path) && (!is_remote_file(head_of(path)) || remove_file(path))) return;
   write_state(path, "Program finished");
 }

@@ -23,9 +23,9 @@ constexpr std::chrono::seconds remote_scan_interval(30);
 std::vector<MessageBox> remote_scan(Editor& editor);
 
 /// Whether a command stands in the file.
-bool is_remote_command_there();
+bool is_remote_command_there(const Editor& editor);
 
 /// Has the file tell that the program is over.
-void end_remote_control();
+void end_remote_control(const Editor& editor);
 
 }  // namespace corvelin

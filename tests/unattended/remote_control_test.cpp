@@ -21,11 +21,11 @@ class RemoteControl : public CoreTest {
     settings.file_savepath = folder.path("take");
     settings.enc_lam_vbr_method = -1;
     settings.enc_lam_quality = 1;
-    remote_control_on = true;
+    editor.remote_control_on = true;
   }
   ~RemoteControl() override {
     record_stop(recorder, level_meter);
-    remote_control_on = false;
+    editor.remote_control_on = false;
   }
 
   // The status after a scan that finds this behind the prompt.
@@ -86,7 +86,7 @@ TEST_F(RemoteControl, RecordsStopsAndQuitsAndLosesNoEdit) {
   remote_scan(editor);
   EXPECT_TRUE(host.close_requested);
   EXPECT_FALSE(recorder.is_armed);
-  end_remote_control();
+  end_remote_control(editor);
   EXPECT_EQ(status(), "Program finished");
 }
 
@@ -94,21 +94,21 @@ TEST_F(RemoteControl, TouchesNoFileButOneOfItsForm) {
   const std::string path = folder.path("corvlremote.txt");
   folder.file("corvlremote.txt", "my notes: -rec");
   remote_scan(editor);
-  end_remote_control();
+  end_remote_control(editor);
   EXPECT_EQ(read_text(folder.path("corvlremote.txt")), "my notes: -rec");
 
   std::filesystem::remove(path);
   folder.file("elsewhere", "COMMAND: -rec");
   std::filesystem::create_symlink(folder.path("elsewhere"), path);
   remote_scan(editor);
-  end_remote_control();
+  end_remote_control(editor);
   EXPECT_TRUE(std::filesystem::is_symlink(path));
   EXPECT_FALSE(recorder.is_armed);
 
   std::filesystem::remove(path);
-  remote_control_on = false;
+  editor.remote_control_on = false;
   remote_scan(editor);
-  end_remote_control();
+  end_remote_control(editor);
   EXPECT_FALSE(is_name_taken(folder.path("corvlremote.txt")));
 }
 
