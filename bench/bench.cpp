@@ -15,14 +15,14 @@
 #include <string>
 #include <vector>
 
-#include "document/append.h"
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "edit/open_files.h"
 #include "edit/undo.h"
 #include "exchange/project_file.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
+#include "opening/append.h"
+#include "opening/open_state.h"
 #include "runs.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"

@@ -24,7 +24,7 @@
 #include "edit/editor.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "platform/program.h"
+#include "platform/processes/program.h"
 #include "settings/settings.h"
 #include "shell/editor_view.h"
 #include "support/mp3_builder.h"

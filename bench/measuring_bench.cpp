@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/mpeg_decoder.h"
+#include "platform/codecs/mpeg_decoder.h"
 #include "runs.h"
 
 namespace {

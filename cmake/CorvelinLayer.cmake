@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: GPL-2.0-or-later
 # Declares one level of the code as a library: the folder src/<level>.
 #
-#   corvelin_layer(model LINKS corvelin_stream corvelin_settings)
+#   corvelin_layer(model LINKS corvelin_frames corvelin_settings)
 #
 # Its headers are reached through an include root of the level's own, which only those see that link
 # the level. So an include that goes upwards does not compile.
@@ -12,7 +12,7 @@ function(corvelin_layer level)
   file(MAKE_DIRECTORY ${root})
   file(CREATE_LINK ${folder} ${root}/${level} SYMBOLIC)
 
-  file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp)
+  file(GLOB sources CONFIGURE_DEPENDS ${folder}/*.cpp ${folder}/*/*.cpp)
   list(REMOVE_ITEM sources ${folder}/main.cpp)  # of a program over the level
   add_library(corvelin_${level} STATIC ${sources})
   target_include_directories(corvelin_${level} PUBLIC ${root})

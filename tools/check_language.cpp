@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-#include "platform/file.h"
+#include "platform/files/file.h"
 #include "shell/language_check.h"
 
 int main(int argc, char** argv) {

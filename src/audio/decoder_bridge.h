@@ -13,8 +13,8 @@
 
 #include "model/document.h"
 #include "model/frame_reader.h"
-#include "platform/frame_decoder.h"
-#include "platform/wave_format.h"
+#include "platform/codecs/frame_decoder.h"
+#include "platform/devices/wave_format.h"
 
 namespace corvelin {
 

@@ -7,7 +7,7 @@
 #include <algorithm>
 
 #include "audio/encoder_settings.h"
-#include "platform/dynamic_library.h"
+#include "platform/codecs/dynamic_library.h"
 #include "platform/host.h"
 #include "settings/settings.h"
 #include "text/boxes.h"

@@ -13,7 +13,7 @@
 #include <string_view>
 #include <system_error>
 
-#include "platform/mp3_encoder.h"
+#include "platform/codecs/mp3_encoder.h"
 
 namespace corvelin {
 

@@ -6,8 +6,8 @@
 
 #include <algorithm>
 
-#include "platform/text.h"
-#include "stream/frame_header.h"
+#include "frames/frame_header.h"
+#include "platform/text/text.h"
 #include "text/text_rows.h"
 
 namespace corvelin {

@@ -14,7 +14,7 @@
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "platform/host.h"
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"

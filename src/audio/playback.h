@@ -16,7 +16,7 @@
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "platform/wave_device.h"
+#include "platform/devices/wave_device.h"
 
 namespace corvelin {
 

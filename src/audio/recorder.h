@@ -20,7 +20,7 @@
 #include "audio/level_meter.h"
 #include "audio/recording_file.h"
 #include "audio/speed_conversion.h"
-#include "platform/wave_device.h"
+#include "platform/devices/wave_device.h"
 
 namespace corvelin {
 

@@ -13,9 +13,9 @@
 #include <system_error>
 #include <vector>
 
-#include "platform/byte_ring.h"
-#include "platform/file.h"
-#include "platform/patient_thread.h"
+#include "platform/devices/byte_ring.h"
+#include "platform/files/file.h"
+#include "platform/processes/patient_thread.h"
 
 namespace corvelin {
 

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "model/frame_reader.h"
-#include "platform/mpeg_decoder.h"
+#include "platform/codecs/mpeg_decoder.h"
 
 namespace corvelin {
 

@@ -11,7 +11,7 @@
 #include <optional>
 
 #include "cli/line_reader.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 namespace corvelin {
 

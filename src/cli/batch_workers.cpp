@@ -21,9 +21,9 @@
 #include <utility>
 
 #include "edit/editor.h"
-#include "platform/file.h"
-#include "platform/interruption.h"
-#include "platform/system_calls.h"
+#include "platform/files/file.h"
+#include "platform/files/system_calls.h"
+#include "platform/processes/interruption.h"
 
 namespace corvelin {
 

@@ -10,7 +10,7 @@
 #include "edit/commands.h"
 #include "edit/editor.h"
 #include "edit/open_files.h"
-#include "platform/path.h"
+#include "platform/text/path.h"
 
 namespace corvelin {
 

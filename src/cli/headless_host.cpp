@@ -8,9 +8,9 @@
 
 #include "cli/messages.h"
 #include "edit/split_dialog.h"
-#include "platform/file.h"
-#include "platform/interruption.h"
-#include "platform/text.h"
+#include "platform/files/file.h"
+#include "platform/processes/interruption.h"
+#include "platform/text/text.h"
 #include "unattended/dialog_runs.h"
 
 namespace corvelin {

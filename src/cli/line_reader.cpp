@@ -2,8 +2,8 @@
 // Reading of lines.
 #include "cli/line_reader.h"
 
-#include "platform/system_calls.h"
-#include "platform/text.h"
+#include "platform/files/system_calls.h"
+#include "platform/text/text.h"
 
 namespace corvelin {
 

@@ -10,7 +10,7 @@
 #include "cli/messages.h"
 #include "edit/command_help.h"
 #include "edit/commands.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 #include "settings/setting_table.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

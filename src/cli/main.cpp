@@ -5,8 +5,8 @@
 #include <new>
 
 #include "cli/headless_run.h"
-#include "platform/interruption.h"
-#include "platform/standard_descriptors.h"
+#include "platform/files/standard_descriptors.h"
+#include "platform/processes/interruption.h"
 
 int main(int argc, char** argv) {
   corvelin::fill_standard_descriptors();

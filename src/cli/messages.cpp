@@ -10,9 +10,9 @@
 #include <cstdio>
 #include <utility>
 
-#include "platform/file.h"
-#include "platform/system_calls.h"
-#include "platform/text.h"
+#include "platform/files/file.h"
+#include "platform/files/system_calls.h"
+#include "platform/text/text.h"
 
 namespace corvelin {
 

@@ -15,7 +15,6 @@
 #include "cli/messages.h"
 #include "cli/nearest_word.h"
 #include "cli/words.h"
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "edit/names_dialog.h"
 #include "exchange/id3v1.h"
@@ -23,7 +22,8 @@
 #include "exchange/id3v2_texts.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
-#include "platform/text.h"
+#include "opening/open_state.h"
+#include "platform/text/text.h"
 
 namespace corvelin {
 

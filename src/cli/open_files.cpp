@@ -8,15 +8,15 @@
 #include <string>
 #include <vector>
 
-#include "document/append.h"
-#include "document/file_kind.h"
 #include "edit/document_commands.h"
 #include "edit/editor.h"
 #include "edit/open_files.h"
 #include "exchange/extract_aac.h"
 #include "exchange/open_document.h"
 #include "model/stream_info.h"
-#include "platform/path.h"
+#include "opening/append.h"
+#include "opening/file_kind.h"
+#include "platform/text/path.h"
 #include "settings/settings.h"
 
 namespace corvelin {

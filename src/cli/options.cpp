@@ -14,7 +14,7 @@
 #include "cli/messages.h"
 #include "cli/nearest_word.h"
 #include "cli/place.h"
-#include "platform/program.h"
+#include "platform/processes/program.h"
 
 namespace corvelin {
 

@@ -11,7 +11,7 @@
 #include "cli/words.h"
 #include "edit/editor.h"
 #include "model/frame_locator.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 namespace corvelin {
 

@@ -18,8 +18,8 @@
 #include "edit/transport.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "platform/interruption.h"
-#include "platform/wave_device.h"
+#include "platform/devices/wave_device.h"
+#include "platform/processes/interruption.h"
 
 namespace corvelin {
 

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "cli/messages.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 namespace corvelin {
 

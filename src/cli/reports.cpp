@@ -15,20 +15,20 @@
 
 #include "cli/messages.h"
 #include "cli/times.h"
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "edit/file_info_dialog.h"
 #include "exchange/id3v1.h"
 #include "exchange/id3v2_copy.h"
 #include "exchange/id3v2_texts.h"
+#include "frames/frame_gain.h"
 #include "model/document.h"
 #include "model/fade.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "platform/numbers.h"
-#include "platform/text.h"
-#include "stream/frame_gain.h"
+#include "opening/open_state.h"
+#include "platform/text/numbers.h"
+#include "platform/text/text.h"
 
 namespace corvelin {
 

@@ -11,14 +11,14 @@
 
 #include "cli/headless_host.h"
 #include "cli/unsaved.h"
-#include "document/file_kind.h"
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "edit/save_audio.h"
 #include "edit/save_project.h"
 #include "model/stream_info.h"
-#include "platform/file.h"
-#include "platform/path.h"
+#include "opening/file_kind.h"
+#include "opening/open_state.h"
+#include "platform/files/file.h"
+#include "platform/text/path.h"
 #include "unattended/save_unattended.h"
 
 namespace corvelin {

@@ -10,7 +10,6 @@
 #include <span>
 
 #include "cli/times.h"
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "edit/undo.h"
 #include "exchange/id3v1.h"
@@ -18,7 +17,8 @@
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "platform/text.h"
+#include "opening/open_state.h"
+#include "platform/text/text.h"
 
 namespace corvelin {
 

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "cli/messages.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 namespace corvelin {
 

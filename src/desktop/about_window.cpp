@@ -12,7 +12,7 @@
 #include "desktop/look.h"
 #include "desktop/qt_text.h"
 #include "desktop/signs.h"
-#include "platform/program.h"
+#include "platform/processes/program.h"
 #include "text/text_rows.h"
 
 namespace corvelin {

@@ -34,9 +34,9 @@
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
 #include "edit/editor.h"
-#include "platform/file.h"
-#include "platform/path.h"
-#include "platform/text.h"
+#include "platform/files/file.h"
+#include "platform/text/path.h"
+#include "platform/text/text.h"
 #include "text/text_rows.h"
 
 namespace corvelin {

@@ -17,8 +17,8 @@
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
-#include "document/open_state.h"
 #include "edit/editor.h"
+#include "opening/open_state.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 

@@ -17,7 +17,7 @@
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
 #include "edit/editor.h"
-#include "stream/frame_header.h"
+#include "frames/frame_header.h"
 #include "text/text_rows.h"
 
 namespace corvelin {

@@ -13,7 +13,7 @@
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
 #include "edit/editor.h"
-#include "platform/program.h"
+#include "platform/processes/program.h"
 #include "text/text_rows.h"
 
 namespace corvelin {

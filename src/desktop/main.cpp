@@ -6,7 +6,7 @@
 
 #include "desktop/desktop_run.h"
 #include "edit/editor.h"
-#include "platform/standard_descriptors.h"
+#include "platform/files/standard_descriptors.h"
 
 int main(int argc, char** argv) {
   corvelin::fill_standard_descriptors();

@@ -14,7 +14,7 @@
 #include "desktop/qt_text.h"
 #include "edit/menu_state.h"
 #include "edit/undo.h"
-#include "platform/program.h"
+#include "platform/processes/program.h"
 #include "text/ui_text.h"
 
 namespace corvelin {

@@ -11,7 +11,7 @@
 #include <QVBoxLayout>
 
 #include "desktop/qt_text.h"
-#include "document/open_state.h"
+#include "opening/open_state.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 

@@ -9,7 +9,7 @@
 
 #include "audio/playback.h"
 #include "edit/editor.h"
-#include "platform/wave_device.h"
+#include "platform/devices/wave_device.h"
 
 namespace corvelin {
 

@@ -8,13 +8,13 @@
 #include <utility>
 
 #include "audio/sample_reader.h"
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "edit/places.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "opening/open_state.h"
 #include "settings/settings.h"
 
 namespace corvelin {

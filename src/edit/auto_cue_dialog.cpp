@@ -17,7 +17,7 @@
 #include "model/exact_time.h"
 #include "model/selection.h"
 #include "model/time_mapping.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"

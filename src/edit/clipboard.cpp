@@ -16,16 +16,16 @@
 #include <string>
 #include <string_view>
 
-#include "document/file_kind.h"
 #include "edit/cut_commands.h"
 #include "edit/editor.h"
 #include "model/cuts.h"
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "opening/file_kind.h"
 #include "platform/host.h"
-#include "platform/path.h"
-#include "platform/text.h"
+#include "platform/text/path.h"
+#include "platform/text/text.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
 

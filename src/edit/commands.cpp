@@ -6,13 +6,13 @@
 #include <utility>
 
 #include "audio/playback.h"
-#include "document/open_state.h"
 #include "edit/document_commands.h"
 #include "edit/editor.h"
 #include "edit/places.h"
 #include "edit/undo.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "opening/open_state.h"
 #include "platform/host.h"
 #include "settings/settings.h"
 #include "text/boxes.h"

@@ -7,8 +7,6 @@
 #include <vector>
 
 #include "audio/playback.h"
-#include "document/append.h"
-#include "document/open_state.h"
 #include "edit/commands.h"
 #include "edit/editor.h"
 #include "edit/open_dialog.h"
@@ -18,7 +16,9 @@
 #include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "platform/file.h"
+#include "opening/append.h"
+#include "opening/open_state.h"
+#include "platform/files/file.h"
 #include "platform/host.h"
 #include "settings/settings.h"
 #include "text/boxes.h"

@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-#include "document/append.h"
+#include "opening/append.h"
 
 namespace corvelin {
 

@@ -10,10 +10,10 @@
 #include "audio/level_meter.h"
 #include "audio/playback.h"
 #include "audio/recorder.h"
-#include "document/open_state.h"
 #include "edit/undo.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "opening/open_state.h"
 
 namespace corvelin {
 

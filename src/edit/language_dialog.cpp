@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "edit/save_project.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 #include "settings/settings.h"
 #include "settings/settings_storage.h"
 #include "text/language_file.h"

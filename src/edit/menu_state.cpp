@@ -15,8 +15,8 @@
 #include "model/document.h"
 #include "model/stream_info.h"
 #include "model/time_mapping.h"
-#include "platform/path.h"
-#include "platform/text.h"
+#include "platform/text/path.h"
+#include "platform/text/text.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 

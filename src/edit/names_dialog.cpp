@@ -6,7 +6,7 @@
 
 #include "edit/commands.h"
 #include "edit/editor.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
 

@@ -8,13 +8,13 @@
 #include <cmath>
 
 #include "audio/sample_reader.h"
-#include "document/open_state.h"
 #include "edit/commands.h"
 #include "edit/editor.h"
 #include "edit/level_commands.h"
 #include "edit/requirements.h"
 #include "model/selection.h"
-#include "platform/numbers.h"
+#include "opening/open_state.h"
+#include "platform/text/numbers.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "edit/open_files.h"
+#include "opening/open_state.h"
 #include "platform/host.h"
-#include "platform/path.h"
+#include "platform/text/path.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

@@ -3,11 +3,11 @@
 #include "edit/open_files.h"
 
 #include "audio/playback.h"
-#include "document/close_stream.h"
 #include "edit/editor.h"
 #include "edit/transport.h"
 #include "edit/undo.h"
 #include "exchange/open_document.h"
+#include "opening/close_stream.h"
 
 namespace corvelin {
 

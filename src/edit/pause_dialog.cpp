@@ -8,7 +8,6 @@
 #include <cmath>
 #include <string>
 
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "edit/places.h"
 #include "edit/requirements.h"
@@ -18,7 +17,8 @@
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "model/time_mapping.h"
-#include "platform/numbers.h"
+#include "opening/open_state.h"
+#include "platform/text/numbers.h"
 #include "settings/setting_table.h"
 #include "settings/settings.h"
 #include "text/boxes.h"

@@ -9,7 +9,7 @@
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 
 namespace corvelin {
 

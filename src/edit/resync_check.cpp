@@ -14,7 +14,7 @@
 #include "model/frame_reader.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
 

@@ -8,16 +8,16 @@
 #include <cstdint>
 #include <optional>
 
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "edit/open_files.h"
 #include "exchange/changed_sources.h"
 #include "exchange/save_run.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "opening/open_state.h"
 #include "platform/host.h"
-#include "platform/path.h"
-#include "platform/text.h"
+#include "platform/text/path.h"
+#include "platform/text/text.h"
 #include "settings/note.h"
 #include "settings/settings.h"
 #include "text/boxes.h"

@@ -7,15 +7,15 @@
 #include <string>
 
 #include "audio/playback.h"
-#include "document/file_kind.h"
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "edit/save_audio.h"
 #include "exchange/cue_sheet.h"
 #include "exchange/project_file.h"
 #include "model/document.h"
+#include "opening/file_kind.h"
+#include "opening/open_state.h"
 #include "platform/host.h"
-#include "platform/path.h"
+#include "platform/text/path.h"
 #include "settings/note.h"
 #include "settings/settings.h"
 #include "text/boxes.h"

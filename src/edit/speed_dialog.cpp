@@ -10,7 +10,7 @@
 #include "audio/speed_conversion.h"
 #include "edit/editor.h"
 #include "edit/record_commands.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 namespace corvelin {
 

@@ -4,13 +4,13 @@
 
 #include <system_error>
 
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "exchange/changed_sources.h"
-#include "platform/file.h"
+#include "opening/open_state.h"
+#include "platform/files/file.h"
 #include "platform/host.h"
-#include "platform/path.h"
-#include "platform/text.h"
+#include "platform/text/path.h"
+#include "platform/text/text.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"

@@ -9,7 +9,7 @@
 #include "edit/editor.h"
 #include "model/document.h"
 #include "platform/host.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 #include "settings/setting_table.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

@@ -13,8 +13,8 @@
 #include "model/selection.h"
 #include "model/time_mapping.h"
 #include "platform/host.h"
-#include "platform/numbers.h"
-#include "platform/text.h"
+#include "platform/text/numbers.h"
+#include "platform/text/text.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
 

@@ -6,13 +6,13 @@
 #include <utility>
 
 #include "audio/playback.h"
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "edit/places.h"
 #include "edit/transport.h"
 #include "model/selection.h"
+#include "opening/open_state.h"
 #include "platform/host.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

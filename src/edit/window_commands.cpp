@@ -6,10 +6,10 @@
 
 #include <string_view>
 
-#include "platform/file.h"
-#include "platform/process.h"
-#include "platform/program.h"
-#include "platform/system.h"
+#include "platform/files/file.h"
+#include "platform/processes/process.h"
+#include "platform/processes/program.h"
+#include "platform/processes/system.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

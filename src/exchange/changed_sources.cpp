@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "model/document.h"
-#include "platform/file.h"
+#include "platform/files/file.h"
 #include "platform/host.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

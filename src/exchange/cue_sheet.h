@@ -7,10 +7,10 @@
 
 #include <string>
 
-#include "document/file_fault.h"
-#include "document/open_state.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "opening/file_fault.h"
+#include "opening/open_state.h"
 
 namespace corvelin {
 

@@ -10,8 +10,6 @@
 #include <string_view>
 #include <utility>
 
-#include "document/open_audio_file.h"
-#include "document/open_state.h"
 #include "exchange/cue_sheet.h"
 #include "exchange/cue_time.h"
 #include "model/cuts.h"
@@ -19,10 +17,12 @@
 #include "model/exact_time.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "platform/file.h"
+#include "opening/open_audio_file.h"
+#include "opening/open_state.h"
+#include "platform/files/file.h"
 #include "platform/host.h"
-#include "platform/path.h"
-#include "platform/text.h"
+#include "platform/text/path.h"
+#include "platform/text/text.h"
 #include "settings/note.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"

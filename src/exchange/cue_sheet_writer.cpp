@@ -7,16 +7,16 @@
 #include <iterator>
 #include <string>
 
-#include "document/open_state.h"
 #include "exchange/cue_sheet.h"
 #include "exchange/cue_time.h"
 #include "model/document.h"
 #include "model/exact_time.h"
 #include "model/stream_info.h"
+#include "opening/open_state.h"
+#include "platform/files/replacing_file.h"
 #include "platform/host.h"
-#include "platform/path.h"
-#include "platform/replacing_file.h"
-#include "platform/text.h"
+#include "platform/text/path.h"
+#include "platform/text/text.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

@@ -6,8 +6,8 @@
 
 #include <cstdint>
 
-#include "platform/numbers.h"
-#include "platform/text.h"
+#include "platform/text/numbers.h"
+#include "platform/text/text.h"
 
 namespace corvelin {
 

@@ -10,16 +10,16 @@
 #include <string>
 #include <utility>
 
-#include "document/file_kind.h"
 #include "exchange/mp4_boxes.h"
 #include "exchange/save_run.h"
 #include "model/document.h"
 #include "model/stream_info.h"
-#include "platform/child_process.h"
-#include "platform/file.h"
+#include "opening/file_kind.h"
+#include "platform/files/file.h"
+#include "platform/files/replacing_file.h"
 #include "platform/host.h"
-#include "platform/path.h"
-#include "platform/replacing_file.h"
+#include "platform/processes/child_process.h"
+#include "platform/text/path.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"

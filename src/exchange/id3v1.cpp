@@ -5,11 +5,11 @@
 #include <algorithm>
 #include <array>
 
-#include "document/open_state.h"
 #include "model/document.h"
 #include "model/stream_info.h"
-#include "platform/bytes.h"
-#include "platform/text.h"
+#include "opening/open_state.h"
+#include "platform/text/bytes.h"
+#include "platform/text/text.h"
 #include "settings/setting_table.h"
 
 namespace corvelin {

@@ -13,9 +13,9 @@
 #include <string>
 #include <string_view>
 
-#include "document/open_state.h"
 #include "model/document.h"
 #include "model/stream_info.h"
+#include "opening/open_state.h"
 
 namespace corvelin {
 

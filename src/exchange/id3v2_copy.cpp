@@ -10,7 +10,7 @@
 
 #include "model/document.h"
 #include "model/stream_info.h"
-#include "platform/bytes.h"
+#include "platform/text/bytes.h"
 #include "settings/settings.h"
 
 namespace corvelin {

@@ -6,12 +6,12 @@
 
 #include <algorithm>
 
-#include "document/tag_bounds.h"
 #include "model/document.h"
 #include "model/exact_time.h"
 #include "model/stream_info.h"
 #include "model/time_mapping.h"
-#include "platform/numbers.h"
+#include "opening/tag_bounds.h"
+#include "platform/text/numbers.h"
 
 namespace corvelin {
 

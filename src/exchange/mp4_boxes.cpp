@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <span>
 
-#include "platform/bytes.h"
+#include "platform/text/bytes.h"
 
 namespace corvelin {
 

@@ -3,7 +3,7 @@
 // how far they reach.
 #pragma once
 
-#include "platform/file.h"
+#include "platform/files/file.h"
 
 namespace corvelin {
 

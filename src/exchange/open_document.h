@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "document/append.h"
-#include "document/open_state.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "opening/append.h"
+#include "opening/open_state.h"
 
 namespace corvelin {
 

@@ -7,11 +7,11 @@
 #include <system_error>
 #include <utility>
 
-#include "document/file_kind.h"
 #include "model/document.h"
-#include "platform/file.h"
-#include "platform/path.h"
-#include "platform/text.h"
+#include "opening/file_kind.h"
+#include "platform/files/file.h"
+#include "platform/text/path.h"
+#include "platform/text/text.h"
 #include "settings/settings.h"
 
 namespace corvelin {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "document/file_fault.h"
+#include "opening/file_fault.h"
 
 namespace corvelin {
 

@@ -9,10 +9,10 @@
 #include <string_view>
 #include <system_error>
 
-#include "document/file_fault.h"
-#include "document/open_state.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "opening/file_fault.h"
+#include "opening/open_state.h"
 
 namespace corvelin {
 

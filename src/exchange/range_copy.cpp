@@ -8,11 +8,11 @@
 #include <limits>
 #include <span>
 
-#include "document/tag_bounds.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
+#include "opening/tag_bounds.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

@@ -11,12 +11,12 @@
 
 #include "audio/decoder_bridge.h"
 #include "audio/encoder_settings.h"
+#include "frames/frame_header.h"
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "model/time_mapping.h"
 #include "settings/settings.h"
-#include "stream/frame_header.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

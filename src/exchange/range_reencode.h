@@ -13,7 +13,7 @@
 #include "audio/sample_reader.h"
 #include "exchange/range_writer.h"
 #include "model/document.h"
-#include "platform/replacing_file.h"
+#include "platform/files/replacing_file.h"
 
 namespace corvelin {
 

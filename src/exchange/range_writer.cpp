@@ -6,10 +6,10 @@
 
 #include <algorithm>
 
-#include "document/tag_bounds.h"
+#include "frames/frame_header.h"
 #include "model/document.h"
+#include "opening/tag_bounds.h"
 #include "platform/long_run.h"
-#include "stream/frame_header.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
 

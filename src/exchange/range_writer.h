@@ -14,8 +14,8 @@
 #include "exchange/left_out.h"
 #include "model/document.h"
 #include "model/stream_info.h"
-#include "platform/block_writer.h"
-#include "platform/file.h"
+#include "platform/files/block_writer.h"
+#include "platform/files/file.h"
 
 namespace corvelin {
 

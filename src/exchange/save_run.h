@@ -12,13 +12,13 @@
 #include <string_view>
 #include <system_error>
 
-#include "document/open_state.h"
 #include "exchange/range_writer.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "opening/open_state.h"
+#include "platform/files/replacing_file.h"
 #include "platform/long_run.h"
-#include "platform/patient_thread.h"
-#include "platform/replacing_file.h"
+#include "platform/processes/patient_thread.h"
 
 namespace corvelin {
 

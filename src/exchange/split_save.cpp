@@ -9,16 +9,16 @@
 #include <memory>
 #include <utility>
 
-#include "document/open_state.h"
 #include "exchange/id3v2_copy.h"
 #include "exchange/split_name.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
-#include "platform/file.h"
+#include "opening/open_state.h"
+#include "platform/files/file.h"
 #include "platform/host.h"
-#include "platform/numbers.h"
-#include "platform/path.h"
+#include "platform/text/numbers.h"
+#include "platform/text/path.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

@@ -14,7 +14,7 @@
 #include "model/document.h"
 #include "model/stream_info.h"
 #include "platform/long_run.h"
-#include "platform/patient_thread.h"
+#include "platform/processes/patient_thread.h"
 
 namespace corvelin {
 

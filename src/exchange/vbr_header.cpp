@@ -8,11 +8,11 @@
 #include <optional>
 #include <span>
 
+#include "frames/vbr_layout.h"
 #include "model/document.h"
-#include "platform/bytes.h"
-#include "platform/file_window.h"
+#include "platform/files/file_window.h"
+#include "platform/text/bytes.h"
 #include "settings/settings.h"
-#include "stream/vbr_layout.h"
 
 namespace corvelin {
 

@@ -12,7 +12,7 @@
 
 #include "model/document.h"
 #include "model/stream_info.h"
-#include "platform/file.h"
+#include "platform/files/file.h"
 
 namespace corvelin {
 

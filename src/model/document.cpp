@@ -8,8 +8,8 @@
 #include <atomic>
 #include <utility>
 
-#include "platform/path.h"
-#include "platform/text.h"
+#include "platform/text/path.h"
+#include "platform/text/text.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
 

@@ -17,7 +17,7 @@
 
 #include "model/frame_index.h"
 #include "model/stream_info.h"
-#include "platform/file.h"
+#include "platform/files/file.h"
 
 namespace corvelin {
 

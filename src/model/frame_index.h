@@ -10,8 +10,8 @@
 #include <optional>
 #include <vector>
 
-#include "platform/file.h"
-#include "stream/frame_header.h"
+#include "frames/frame_header.h"
+#include "platform/files/file.h"
 
 namespace corvelin {
 

@@ -7,7 +7,7 @@
 #include <optional>
 #include <span>
 
-#include "stream/frame_header.h"
+#include "frames/frame_header.h"
 
 namespace corvelin {
 

@@ -8,8 +8,8 @@
 #include <optional>
 #include <span>
 
+#include "frames/frame_header.h"
 #include "model/document.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
+#include "frames/frame_gain.h"
 #include "model/fade.h"
 #include "model/frame_locator.h"
-#include "stream/frame_gain.h"
 
 namespace corvelin {
 

@@ -7,9 +7,9 @@
 #include <cstdint>
 #include <span>
 
+#include "frames/frame_header.h"
 #include "model/document.h"
 #include "model/selection.h"
-#include "stream/frame_header.h"
 
 namespace corvelin {
 

@@ -6,9 +6,9 @@
 
 #include <cstdint>
 
-#include "platform/file.h"
-#include "platform/file_window.h"
-#include "stream/frame_header.h"
+#include "frames/frame_header.h"
+#include "platform/files/file.h"
+#include "platform/files/file_window.h"
 
 namespace corvelin {
 

@@ -4,11 +4,11 @@
 
 #include <algorithm>
 
+#include "frames/frame_loudness.h"
 #include "model/fade.h"
 #include "model/frame_locator.h"
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 #include "settings/settings.h"
-#include "stream/frame_loudness.h"
 
 namespace corvelin {
 

@@ -9,9 +9,9 @@
 #include <span>
 #include <vector>
 
+#include "frames/frame_loudness.h"
 #include "model/document.h"
-#include "platform/file.h"
-#include "stream/frame_loudness.h"
+#include "platform/files/file.h"
 
 namespace corvelin {
 

@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "platform/numbers.h"
+#include "platform/text/numbers.h"
 
 namespace corvelin {
 

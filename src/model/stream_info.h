@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <string>
 
-#include "stream/frame_header.h"
+#include "frames/frame_header.h"
 
 namespace corvelin {
 

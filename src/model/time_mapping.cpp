@@ -6,8 +6,8 @@
 
 #include <algorithm>
 
-#include "platform/numbers.h"
-#include "platform/text.h"
+#include "platform/text/numbers.h"
+#include "platform/text/text.h"
 #include "settings/settings.h"
 
 namespace corvelin {

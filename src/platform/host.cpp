@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "platform/process.h"
+#include "platform/processes/process.h"
 
 namespace corvelin {
 

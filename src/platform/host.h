@@ -14,7 +14,7 @@
 #include <system_error>
 #include <vector>
 
-#include "platform/clipboard.h"
+#include "platform/files/clipboard.h"
 #include "platform/long_run.h"
 
 namespace corvelin {

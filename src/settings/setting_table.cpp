@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "platform/host.h"
-#include "platform/system.h"
-#include "platform/text.h"
+#include "platform/processes/system.h"
+#include "platform/text/text.h"
 
 namespace corvelin {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "platform/host.h"
-#include "platform/system.h"
+#include "platform/processes/system.h"
 
 namespace corvelin {
 

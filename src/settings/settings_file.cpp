@@ -11,10 +11,10 @@
 #include <utility>
 #include <vector>
 
-#include "platform/file.h"
-#include "platform/program.h"
-#include "platform/replacing_file.h"
-#include "platform/text.h"
+#include "platform/files/file.h"
+#include "platform/files/replacing_file.h"
+#include "platform/processes/program.h"
+#include "platform/text/text.h"
 #include "settings/setting_table.h"
 
 namespace corvelin {

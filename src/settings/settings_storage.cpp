@@ -2,9 +2,9 @@
 // The choice of the settings file.
 #include "settings/settings_storage.h"
 
-#include "platform/file.h"
-#include "platform/path.h"
-#include "platform/system.h"
+#include "platform/files/file.h"
+#include "platform/processes/system.h"
+#include "platform/text/path.h"
 #include "settings/settings_file.h"
 
 namespace corvelin {

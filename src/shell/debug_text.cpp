@@ -7,13 +7,13 @@
 #include <algorithm>
 
 #include "edit/editor.h"
+#include "frames/frame_gain.h"
+#include "frames/frame_loudness.h"
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "platform/host.h"
-#include "platform/system.h"
-#include "stream/frame_gain.h"
-#include "stream/frame_loudness.h"
+#include "platform/processes/system.h"
 
 namespace corvelin {
 

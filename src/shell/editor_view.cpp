@@ -8,7 +8,7 @@
 #include "audio/playback.h"
 #include "edit/editor.h"
 #include "model/document.h"
-#include "platform/program.h"
+#include "platform/processes/program.h"
 #include "settings/settings.h"
 #include "shell/graph_drawing.h"
 #include "shell/map_drawing.h"

@@ -12,8 +12,8 @@
 
 #include "edit/command_table.h"
 #include "edit/editor.h"
-#include "platform/program.h"
-#include "platform/text.h"
+#include "platform/processes/program.h"
+#include "platform/text/text.h"
 #include "shell/menu_tree.h"
 #include "text/language_file.h"
 #include "text/language_list.h"

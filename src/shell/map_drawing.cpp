@@ -9,7 +9,7 @@
 #include "edit/editor.h"
 #include "model/selection.h"
 #include "model/time_mapping.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 #include "settings/settings.h"
 
 namespace corvelin {

@@ -13,7 +13,7 @@
 #include "model/selection.h"
 #include "model/stream_info.h"
 #include "model/time_mapping.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

@@ -6,7 +6,6 @@
 #include <cstdint>
 
 #include "audio/playback.h"
-#include "document/open_state.h"
 #include "edit/commands.h"
 #include "edit/document_commands.h"
 #include "edit/editor.h"
@@ -15,6 +14,7 @@
 #include "model/document.h"
 #include "model/selection.h"
 #include "model/time_mapping.h"
+#include "opening/open_state.h"
 #include "platform/host.h"
 #include "shell/status_display.h"
 #include "text/text_rows.h"

@@ -11,10 +11,10 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/file.h"
-#include "platform/path.h"
-#include "platform/system.h"
-#include "platform/text.h"
+#include "platform/files/file.h"
+#include "platform/processes/system.h"
+#include "platform/text/path.h"
+#include "platform/text/text.h"
 #include "text/ui_text.h"
 
 namespace corvelin {

@@ -9,8 +9,8 @@
 #include <optional>
 #include <system_error>
 
-#include "platform/file.h"
-#include "platform/text.h"
+#include "platform/files/file.h"
+#include "platform/text/text.h"
 #include "text/language_file.h"
 
 namespace corvelin {

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-#include "platform/program.h"
+#include "platform/processes/program.h"
 
 namespace corvelin {
 

@@ -10,7 +10,7 @@
 #include <optional>
 #include <utility>
 
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 namespace corvelin {
 

@@ -2,8 +2,8 @@
 // Start, stop and choices.
 #include "unattended/batch_dialog.h"
 
-#include "document/open_state.h"
 #include "edit/editor.h"
+#include "opening/open_state.h"
 #include "settings/note.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"

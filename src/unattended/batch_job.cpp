@@ -8,13 +8,13 @@
 #include <ctime>
 #include <utility>
 
-#include "document/file_kind.h"
-#include "document/open_state.h"
 #include "edit/editor.h"
-#include "platform/file.h"
-#include "platform/folder_list.h"
-#include "platform/path.h"
-#include "platform/text.h"
+#include "opening/file_kind.h"
+#include "opening/open_state.h"
+#include "platform/files/file.h"
+#include "platform/files/folder_list.h"
+#include "platform/text/path.h"
+#include "platform/text/text.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

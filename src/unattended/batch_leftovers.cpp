@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "exchange/save_run.h"
-#include "platform/file.h"
+#include "platform/files/file.h"
 #include "platform/host.h"
-#include "platform/path.h"
+#include "platform/text/path.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

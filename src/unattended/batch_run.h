@@ -14,7 +14,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/file.h"
+#include "platform/files/file.h"
 #include "platform/long_run.h"
 #include "unattended/batch_job.h"
 

@@ -4,7 +4,7 @@
 
 #include <fmt/format.h>
 
-#include "platform/text.h"
+#include "platform/text/text.h"
 
 namespace corvelin {
 

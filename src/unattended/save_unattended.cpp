@@ -6,15 +6,15 @@
 
 #include <system_error>
 
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "exchange/changed_sources.h"
 #include "exchange/split_save.h"
 #include "model/document.h"
-#include "platform/file.h"
+#include "opening/open_state.h"
+#include "platform/files/file.h"
 #include "platform/host.h"
 #include "platform/long_run.h"
-#include "platform/path.h"
+#include "platform/text/path.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"

@@ -2,10 +2,10 @@
 // The table of work switches, and the work.
 #include "unattended/work_switches.h"
 
-#include "document/open_state.h"
 #include "edit/auto_crop.h"
 #include "edit/editor.h"
 #include "model/document.h"
+#include "opening/open_state.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
 #include "unattended/dialog_runs.h"

@@ -11,7 +11,7 @@
 #include "edit/editor.h"
 #include "model/frame_locator.h"
 #include "model/stream_info.h"
-#include "platform/dynamic_library.h"
+#include "platform/codecs/dynamic_library.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 

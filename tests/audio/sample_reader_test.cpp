@@ -16,9 +16,9 @@
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/stream_info.h"
-#include "platform/aac_decoder.h"
-#include "platform/dynamic_library.h"
-#include "platform/mpeg_decoder.h"
+#include "platform/codecs/aac_decoder.h"
+#include "platform/codecs/dynamic_library.h"
+#include "platform/codecs/mpeg_decoder.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/system_calls.h"
+#include "platform/files/system_calls.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {

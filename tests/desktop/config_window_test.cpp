@@ -21,7 +21,7 @@
 #include "desktop/qt_host.h"
 #include "desktop/qt_text.h"
 #include "edit/config_dialog.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 #include "settings/setting_table.h"
 #include "settings/settings_file.h"
 #include "support/core_test.h"

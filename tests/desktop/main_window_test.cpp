@@ -35,7 +35,7 @@
 #include "edit/menu_state.h"
 #include "edit/undo.h"
 #include "edit/window_commands.h"
-#include "platform/file.h"
+#include "platform/files/file.h"
 #include "settings/setting_table.h"
 #include "settings/settings.h"
 #include "shell/window_layout.h"

@@ -5,7 +5,7 @@
 #include "edit/editor.h"
 #include "model/cuts.h"
 #include "model/frame_locator.h"
-#include "platform/dynamic_library.h"
+#include "platform/codecs/dynamic_library.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 #include "support/sample_audio.h"

@@ -7,9 +7,9 @@
 #include "edit/editor.h"
 #include "model/cuts.h"
 #include "model/stream_info.h"
-#include "platform/clipboard.h"
-#include "platform/system.h"
-#include "platform/system_calls.h"
+#include "platform/files/clipboard.h"
+#include "platform/files/system_calls.h"
+#include "platform/processes/system.h"
 #include "support/edit_test.h"
 
 namespace corvelin::test {

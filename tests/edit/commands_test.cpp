@@ -12,7 +12,7 @@
 #include "edit/editor.h"
 #include "edit/menu_state.h"
 #include "model/cuts.h"
-#include "platform/clipboard.h"
+#include "platform/files/clipboard.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 

@@ -5,11 +5,11 @@
 
 #include <sys/stat.h>
 
-#include "document/append.h"
 #include "edit/editor.h"
 #include "exchange/cue_time.h"
 #include "model/cuts.h"
 #include "model/stream_info.h"
+#include "opening/append.h"
 #include "settings/settings.h"
 #include "shell/start_up.h"
 #include "support/edit_test.h"

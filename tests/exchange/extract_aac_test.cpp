@@ -10,7 +10,7 @@
 #include "edit/document_commands.h"
 #include "edit/editor.h"
 #include "exchange/open_document.h"
-#include "platform/path.h"
+#include "platform/text/path.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 

@@ -2,11 +2,11 @@
 // Projects: the text to the letter, the way back, and texts that lie.
 #include "exchange/project_file.h"
 
-#include "document/append.h"
 #include "edit/editor.h"
 #include "edit/save_project.h"
 #include "exchange/changed_sources.h"
 #include "model/stream_info.h"
+#include "opening/append.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 

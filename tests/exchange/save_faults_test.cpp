@@ -15,7 +15,7 @@
 #include "edit/save_project.h"
 #include "exchange/split_save.h"
 #include "model/cuts.h"
-#include "platform/system_calls.h"
+#include "platform/files/system_calls.h"
 #include "settings/settings.h"
 #include "settings/settings_file.h"
 #include "support/core_test.h"

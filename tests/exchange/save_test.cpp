@@ -23,8 +23,8 @@
 #include "model/frame_locator.h"
 #include "model/selection.h"
 #include "model/stream_info.h"
-#include "platform/interruption.h"
-#include "platform/system_calls.h"
+#include "platform/files/system_calls.h"
+#include "platform/processes/interruption.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 

@@ -4,7 +4,7 @@
 
 #include "edit/editor.h"
 #include "model/stream_info.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 

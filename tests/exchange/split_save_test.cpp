@@ -12,7 +12,7 @@
 
 #include "edit/editor.h"
 #include "model/cuts.h"
-#include "platform/system_calls.h"
+#include "platform/files/system_calls.h"
 #include "settings/settings.h"
 #include "support/edit_test.h"
 

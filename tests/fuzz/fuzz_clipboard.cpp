@@ -4,12 +4,12 @@
 #include <cstdint>
 #include <string>
 
-#include "document/open_state.h"
 #include "edit/clipboard.h"
 #include "edit/editor.h"
 #include "edit/open_files.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "opening/open_state.h"
 #include "platform/host.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"

@@ -4,12 +4,12 @@
 #include <cstdint>
 #include <string>
 
-#include "document/open_audio_file.h"
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "edit/open_files.h"
 #include "exchange/cue_sheet.h"
 #include "model/document.h"
+#include "opening/open_audio_file.h"
+#include "opening/open_state.h"
 #include "settings/setting_table.h"
 #include "settings/settings.h"
 #include "shell/start_up.h"

@@ -7,13 +7,13 @@
 #include <string>
 
 #include "audio/playback.h"
-#include "document/open_audio_file.h"
 #include "edit/commands.h"
 #include "edit/editor.h"
 #include "edit/open_files.h"
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
+#include "opening/open_audio_file.h"
 #include "settings/setting_table.h"
 #include "settings/settings.h"
 #include "shell/start_up.h"

@@ -6,8 +6,6 @@
 #include <span>
 #include <string>
 
-#include "document/append.h"
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "edit/open_files.h"
 #include "edit/save_audio.h"
@@ -17,6 +15,8 @@
 #include "model/frame_locator.h"
 #include "model/frame_reader.h"
 #include "model/selection.h"
+#include "opening/append.h"
+#include "opening/open_state.h"
 #include "settings/setting_table.h"
 #include "settings/settings.h"
 #include "shell/editor_view.h"

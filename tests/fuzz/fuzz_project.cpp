@@ -5,10 +5,10 @@
 #include <string>
 #include <string_view>
 
-#include "document/open_state.h"
 #include "edit/editor.h"
 #include "exchange/project_file.h"
 #include "model/document.h"
+#include "opening/open_state.h"
 #include "shell/start_up.h"
 #include "support/mp3_builder.h"
 #include "support/soundness.h"

@@ -2,9 +2,9 @@
 // Exact times, against sums made by hand.
 #include "model/exact_time.h"
 
-#include "document/append.h"
 #include "edit/editor.h"
 #include "model/cuts.h"
+#include "opening/append.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {

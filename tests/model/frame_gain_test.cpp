@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // Levels in frames: fields, fades, CRCs.
-#include "stream/frame_gain.h"
+#include "frames/frame_gain.h"
 #include "model/fade.h"
 
 #include "edit/editor.h"

@@ -3,8 +3,8 @@
 #include "model/frame_reader.h"
 
 #include "edit/editor.h"
+#include "frames/frame_gain.h"
 #include "model/stream_info.h"
-#include "stream/frame_gain.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // Files on the real file system.
-#include "platform/replacing_file.h"
+#include "platform/files/replacing_file.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -11,7 +11,7 @@
 #include <filesystem>
 #include <functional>
 
-#include "platform/standard_descriptors.h"
+#include "platform/files/standard_descriptors.h"
 #include "support/test_folder.h"
 
 namespace corvelin::test {

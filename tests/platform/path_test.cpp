@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // Path arithmetic.
-#include "platform/path.h"
+#include "platform/text/path.h"
 
 #include <gtest/gtest.h>
 

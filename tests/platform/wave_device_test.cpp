@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // Buffers on their way to and from a device, with a device moved by hand and with SDL's drivers for
 // files.
-#include "platform/wave_device.h"
+#include "platform/devices/wave_device.h"
 
 #include <gtest/gtest.h>
 #include <poll.h>
@@ -14,8 +14,8 @@
 #include <future>
 #include <thread>
 
-#include "platform/dynamic_library.h"
-#include "platform/patient_thread.h"
+#include "platform/codecs/dynamic_library.h"
+#include "platform/processes/patient_thread.h"
 #include "support/scripted_wave_system.h"
 #include "support/test_folder.h"
 

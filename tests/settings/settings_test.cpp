@@ -5,9 +5,9 @@
 #include <sys/stat.h>
 
 #include "edit/commands.h"
-#include "platform/program.h"
-#include "platform/system.h"
-#include "platform/system_calls.h"
+#include "platform/files/system_calls.h"
+#include "platform/processes/program.h"
+#include "platform/processes/system.h"
 #include "settings/settings_file.h"
 #include "settings/settings_storage.h"
 #include "support/core_test.h"

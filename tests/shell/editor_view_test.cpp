@@ -6,7 +6,7 @@
 #include "audio/playback.h"
 #include "edit/editor.h"
 #include "model/stream_info.h"
-#include "platform/program.h"
+#include "platform/processes/program.h"
 #include "settings/settings.h"
 #include "shell/pixel_canvas.h"
 #include "support/edit_test.h"

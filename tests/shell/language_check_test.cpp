@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-#include "platform/file.h"
+#include "platform/files/file.h"
 #include "text/language_file.h"
 #include "text/language_list.h"
 

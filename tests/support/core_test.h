@@ -7,11 +7,11 @@
 
 #include <string>
 
-#include "document/open_state.h"
 #include "edit/open_files.h"
 #include "exchange/open_document.h"
 #include "model/document.h"
 #include "model/selection.h"
+#include "opening/open_state.h"
 #include "settings/setting_table.h"
 #include "settings/settings.h"
 #include "shell/start_up.h"

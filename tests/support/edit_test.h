@@ -9,7 +9,7 @@
 #include "edit/commands.h"
 #include "edit/editor.h"
 #include "edit/undo.h"
-#include "platform/text.h"
+#include "platform/text/text.h"
 #include "support/core_test.h"
 
 namespace corvelin::test {

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/wave_device.h"
+#include "platform/devices/wave_device.h"
 
 namespace corvelin::test {
 

@@ -6,7 +6,7 @@
 
 #include "edit/editor.h"
 #include "model/frame_reader.h"
-#include "platform/system_calls.h"
+#include "platform/files/system_calls.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 #include "support/sample_audio.h"

@@ -7,7 +7,7 @@
 #include "audio/recorder.h"
 #include "edit/editor.h"
 #include "edit/record_commands.h"
-#include "platform/file.h"
+#include "platform/files/file.h"
 #include "settings/settings.h"
 #include "support/core_test.h"
 #include "support/scripted_wave_system.h"
