@@ -7,6 +7,7 @@
 #include <span>
 #include <vector>
 
+#include "model/document.h"
 #include "model/frame_reader.h"
 
 namespace corvelin {

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "model/document.h"
 #include "model/frame_reader.h"
 #include "platform/codecs/mpeg_decoder.h"
 

@@ -58,7 +58,7 @@ Refusal keep_line(Editor& editor, Arguments words, HeadlessHost&) {
   std::vector<Range> ranges;
   Refusal refusal = read_ranges(editor, words, ranges);
   if (!refusal.empty()) return refusal;
-  const std::vector<Range> rest = outside_of(editor, ranges);
+  const std::vector<Range> rest = outside_of(editor.document, ranges);
   return rest.empty() ? "that is all of the stream" : cut_out(editor, rest, keep_change);
 }
 

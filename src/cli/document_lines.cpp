@@ -19,7 +19,7 @@ namespace {
 Refusal open_line(Editor& editor, Arguments words, HeadlessHost& host) {
   tell_unsaved_edits(editor, host.saved);
   Refusal refusal = open_paths(editor, words);
-  host.saved = content_of(editor);
+  host.saved = content_of(editor.document);
   return refusal;
 }
 

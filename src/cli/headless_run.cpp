@@ -25,7 +25,6 @@
 #include "edit/requirements.h"
 #include "edit/save_audio.h"
 #include "model/document.h"
-#include "opening/open_state.h"
 #include "platform/files/clipboard.h"
 #include "platform/processes/interruption.h"
 #include "platform/processes/process.h"
@@ -131,7 +130,7 @@ class HeadlessRun {
   void open() {
     if (options_.files.empty()) return;
     const Refusal refusal = open_paths(editor_, options_.files);
-    host_.saved = content_of(editor_);
+    host_.saved = content_of(editor_.document);
     if (!refusal.empty()) fail(refusal);
     fail_at_bad_source();
   }
@@ -142,7 +141,7 @@ class HeadlessRun {
     if (!record_unattended(editor_,
                            options_.files.empty() ? std::string() : options_.files.front()))
       status_ = failed;
-    host_.saved = content_of(editor_);
+    host_.saved = content_of(editor_.document);
   }
 
   [[nodiscard]] bool goes_on() const {
@@ -209,19 +208,18 @@ class HeadlessRun {
       print(stream_summary(editor_));
     }
     if (options_.json) print_state();
-    if (options_.frames && !editor_.document.files.empty()) print_frames(editor_);
+    if (options_.frames && !editor_.document.files.empty()) print_frames(editor_.document);
   }
 
   void run_work(const WorkSwitch& work) {
     if (status_ != succeeded) return fail(fmt::format("/{} was not run", work.name));
     if (host_.wants_close()) return;
     if (editor_.document.parts.empty()) return fail("no document is open");
-    editor_.batch_active = true;
-    const bool can_run = !work.needs_levels || require(need_level_control(editor_));
-    if (!can_run || work.run(editor_, options_.request) != SaveOutcome::saved) {
+    if (work.needs_levels) require(need_level_control(editor_.document));  // tells what is missing
+    if (do_work(editor_, work, options_.request) != SaveOutcome::saved) {
       status_ = failed;
     } else {
-      host_.saved = content_of(editor_);
+      host_.saved = content_of(editor_.document);
     }
   }
 

@@ -78,8 +78,8 @@ Refusal take_genre(std::string_view value, TagDialog& tag) {
 }
 
 // The tag holds Windows-1252 text, and beside a track number less of the comment.
-void tell_changed_texts(const Editor& editor, const TagDialog& tag) {
-  const TagDialog held = tag_dialog_load(editor.document);
+void tell_changed_texts(const Document& document, const TagDialog& tag) {
+  const TagDialog held = tag_dialog_load(document);
   const bool is_same = held.title == tag.title && held.artist == tag.artist &&
                        held.album == tag.album && held.year == tag.year &&
                        held.comment == tag.comment;
@@ -92,9 +92,9 @@ void tell_changed_texts(const Editor& editor, const TagDialog& tag) {
 }
 
 // The tag that players prefer may go on to tell something else.
-void tell_other_texts(const Editor& editor, const TagDialog& tag) {
-  if (!keeps_id3v2(editor.document, false)) return;
-  const std::optional<Id3v2Texts> kept = id3v2_texts(editor.document);
+void tell_other_texts(const Document& document, const TagDialog& tag) {
+  if (!keeps_id3v2(document, false)) return;
+  const std::optional<Id3v2Texts> kept = id3v2_texts(document);
   if (!kept) return;
   std::string texts;
   const auto compare = [&texts](std::string_view name, const std::string& text,
@@ -127,8 +127,8 @@ Refusal tag_line(Editor& editor, Arguments words, HeadlessHost&) {
   if (!refusal.empty()) return refusal;
   tag_dialog_apply(editor.document, editor.open_state, tag);
   editor.open_state.document_modified = true;
-  tell_changed_texts(editor, tag);
-  tell_other_texts(editor, tag);
+  tell_changed_texts(editor.document, tag);
+  tell_other_texts(editor.document, tag);
   return no_refusal;
 }
 

@@ -46,23 +46,23 @@ Refusal no_place(std::string_view front, std::string_view word) {
       front, word);
 }
 
-Refusal outside_stream(const Editor& editor, std::string_view front, std::string_view word) {
+Refusal outside_stream(const Document& document, std::string_view front, std::string_view word) {
   return fmt::format("{}{} is {}: the stream takes {} or {}b", front, word,
                      front.empty() ? "behind the end" : "in front of the start",
-                     time_text(total_seconds(editor)), editor.document.total_size);
+                     time_text(total_seconds(document)), document.total_size);
 }
 
-Place place_in_bytes(const Editor& editor, std::uint64_t bytes, std::string_view front,
+Place place_in_bytes(const Document& document, std::uint64_t bytes, std::string_view front,
                      std::string_view word) {
-  if (bytes > editor.document.total_size) return {.refusal = outside_stream(editor, front, word)};
+  if (bytes > document.total_size) return {.refusal = outside_stream(document, front, word)};
   const auto distance = static_cast<EditPosition>(bytes);
-  return {front.empty() ? distance : editor.document.total_size - distance};
+  return {front.empty() ? distance : document.total_size - distance};
 }
 
-Place place_in_seconds(const Editor& editor, double seconds, std::string_view front,
+Place place_in_seconds(const Document& document, double seconds, std::string_view front,
                        std::string_view word) {
-  const auto pos = place_at(editor, front.empty() ? seconds : total_seconds(editor) - seconds);
-  return pos ? Place{*pos} : Place{.refusal = outside_stream(editor, front, word)};
+  const auto pos = place_at(document, front.empty() ? seconds : total_seconds(document) - seconds);
+  return pos ? Place{*pos} : Place{.refusal = outside_stream(document, front, word)};
 }
 
 }  // namespace
@@ -97,20 +97,20 @@ std::optional<double> typed_seconds(std::string_view word) {
          leading_decimal(seconds);
 }
 
-Place read_place(const Editor& editor, std::string_view word) {
+Place read_place(const Document& document, std::string_view word) {
   constexpr std::string_view from_end = "end-";
   if (word == "-") return {};
-  if (word == "end") return {editor.document.total_size};
+  if (word == "end") return {document.total_size};
   const std::string_view front = word.starts_with(from_end) ? from_end : std::string_view{};
   word.remove_prefix(front.size());
-  if (const auto bytes = typed_bytes(word)) return place_in_bytes(editor, *bytes, front, word);
+  if (const auto bytes = typed_bytes(word)) return place_in_bytes(document, *bytes, front, word);
   if (const auto seconds = typed_seconds(word))
-    return place_in_seconds(editor, *seconds, front, word);
+    return place_in_seconds(document, *seconds, front, word);
   return {.refusal = no_place(front, word)};
 }
 
 Place read_position(Editor& editor, std::string_view word) {
-  Place place = read_place(editor, word);
+  Place place = read_place(editor.document, word);
   if (place.pos == no_position) return place;
   place.pos = frame_at(editor.document, place.pos, editor.selection.current_frame);
   if (place.pos == no_position) place.refusal = fmt::format("there is no frame at {}", word);

@@ -22,7 +22,7 @@ struct Place {
 };
 
 /// The place as it stands, in front of the end or at it.
-Place read_place(const Editor& editor, std::string_view word);
+Place read_place(const Document& document, std::string_view word);
 
 /// The first frame at or behind a place, as a typed time finds it.
 Place read_position(Editor& editor, std::string_view word);

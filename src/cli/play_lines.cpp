@@ -29,8 +29,8 @@ std::string progress_text(const Editor& editor) {
   const std::uint64_t percent =
       std::uint64_t{play_position(editor.playback)} * 100 / editor.document.total_size;
   return fmt::format("{:3}%  {} / {}", percent,
-                     time_text(seconds_at(editor, play_position(editor.playback))),
-                     time_text(total_seconds(editor)));
+                     time_text(seconds_at(editor.document, play_position(editor.playback))),
+                     time_text(total_seconds(editor.document)));
 }
 
 void wait_for_event() {

@@ -68,10 +68,10 @@ void add_id3v1(const Editor& editor, Summary& summary) {
   summary.text_line("genre", tag.genre);
 }
 
-void add_id3v2(const Editor& editor, Summary& summary) {
-  const std::optional<Id3v2Texts> tag = id3v2_texts(editor.document);
+void add_id3v2(const Document& document, Summary& summary) {
+  const std::optional<Id3v2Texts> tag = id3v2_texts(document);
   if (!tag) return;
-  summary.line("ID3v2 tag:", keeps_id3v2(editor.document, false) ? "Yes" : "Yes (not keeping)");
+  summary.line("ID3v2 tag:", keeps_id3v2(document, false) ? "Yes" : "Yes (not keeping)");
   summary.text_line("title", tag->title);
   summary.text_line("artist", tag->artist);
   summary.text_line("album", tag->album);
@@ -79,8 +79,8 @@ void add_id3v2(const Editor& editor, Summary& summary) {
   summary.text_line("track", tag->track);
 }
 
-std::string place_text(const Editor& editor, EditPosition pos) {
-  return fmt::format("{} ({})", group_thousands(pos), time_text(seconds_at(editor, pos)));
+std::string place_text(const Document& document, EditPosition pos) {
+  return fmt::format("{} ({})", group_thousands(pos), time_text(seconds_at(document, pos)));
 }
 
 std::string part_line(const Editor& editor, std::size_t index, double begin, double end) {
@@ -101,7 +101,8 @@ void add_parts(const Editor& editor, Summary& summary) {
                fmt::format("{} (number, kind, start, length)", editor.document.parts.size()));
   double begin = 0;
   for (std::size_t i = 0; i < editor.document.parts.size(); ++i) {
-    const double end = seconds_at(editor, part_end(editor.document, static_cast<PartIndex>(i)));
+    const double end =
+        seconds_at(editor.document, part_end(editor.document, static_cast<PartIndex>(i)));
     summary.add(part_line(editor, i, begin, end));
     begin = end;
   }
@@ -114,44 +115,41 @@ std::string stream_summary(const Editor& editor) {
   summary.line("File:", editor.document.files[0].file_name);
   for (const InfoLine& info : file_info_lines(editor, editor.selection.cursor))
     summary.line(info.label, info.value.empty() ? "-" : info.value);
-  add_id3v2(editor, summary);
+  add_id3v2(editor.document, summary);
   add_id3v1(editor, summary);
   summary.line("Stream:", text_of(editor.document.kind));
-  summary.line("Total time:", time_text(total_seconds(editor)));
+  summary.line("Total time:", time_text(total_seconds(editor.document)));
   summary.line("Source files:", std::to_string(editor.document.files.size()));
   for (std::size_t i = 1; i < editor.document.files.size(); ++i)
     summary.line(fmt::format("  file {}:", i), editor.document.files[i].file_name);
-  summary.line("Cursor:", place_text(editor, editor.selection.cursor));
+  summary.line("Cursor:", place_text(editor.document, editor.selection.cursor));
   if (has_selection(editor.selection)) {
-    summary.line("Selection:", fmt::format("{} - {}", place_text(editor, editor.selection.sel_beg),
-                                           place_text(editor, editor.selection.sel_end)));
+    summary.line("Selection:",
+                 fmt::format("{} - {}", place_text(editor.document, editor.selection.sel_beg),
+                             place_text(editor.document, editor.selection.sel_end)));
   }
   add_parts(editor, summary);
   return summary.take();
 }
 
-void print_frames(const Editor& editor) {
+void print_frames(const Document& document) {
   fmt::memory_buffer lines;
   std::vector<std::uint8_t> block(frame_block_limit);
-  FrameCursor cursor = frame_cursor_at(editor.document, 0);
-  while (cursor.pos < editor.document.total_size) {
+  FrameCursor cursor = frame_cursor_at(document, 0);
+  while (cursor.pos < document.total_size) {
     const EditPosition start = cursor.pos;
     const PartIndex start_part = cursor.part;
-    const std::size_t size =
-        read_frames(editor.document, block, cursor, editor.document.total_size).size;
+    const std::size_t size = read_frames(document, block, cursor, document.total_size).size;
     for (std::size_t at = 0; at < size;) {
       FrameInfo frame;
-      if (!decode_frame_header(frame, std::span(block).subspan(at),
-                               frame_format(editor.document.stream)))
+      if (!decode_frame_header(frame, std::span(block).subspan(at), frame_format(document.stream)))
         break;
       const EditPosition place = start + static_cast<EditPosition>(at);
-      const int gain = part_has_gain(editor.document, start_part)
-                           ? gain_at(editor.document, place, start_part)
-                           : 0;
+      const int gain =
+          part_has_gain(document, start_part) ? gain_at(document, place, start_part) : 0;
       fmt::format_to(std::back_inserter(lines), "{} {} {} {} {} {}\n", place,
-                     editor.document.parts[start_part].part_file,
-                     file_pos_of(editor.document, start_part, place), frame.frame_length,
-                     frame.bitrate, gain);
+                     document.parts[start_part].part_file, file_pos_of(document, start_part, place),
+                     frame.frame_length, frame.bitrate, gain);
       at += frame.frame_length;
     }
     print({lines.data(), lines.size()});

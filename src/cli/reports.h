@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "model/document.h"
+
 namespace corvelin {
 
 struct Editor;
@@ -14,6 +16,6 @@ std::string stream_summary(const Editor& editor);
 /// Prints a line a frame of the edited stream to standard output: position, file index, file
 /// offset, length, bitrate (kbit/s) and gain (steps), parted by blanks. Leaves the document as it
 /// was.
-void print_frames(const Editor& editor);
+void print_frames(const Document& document);
 
 }  // namespace corvelin

@@ -28,16 +28,16 @@ namespace {
 Refusal not_saved(const std::string& path) { return fmt::format("{} was not saved", path); }
 
 // The extensions that a file of the stream's kind opens under again.
-std::vector<std::string_view> extensions_of_stream(const Editor& editor) {
-  if (editor.document.stream.is_aac != 0) return {".aac"};
-  if (editor.document.kind.layer == 2) return {".mp2", ".mpa"};
+std::vector<std::string_view> extensions_of_stream(const Document& document) {
+  if (document.stream.is_aac != 0) return {".aac"};
+  if (document.kind.layer == 2) return {".mp2", ".mpa"};
   return {".mp3", ".mpa"};
 }
 
 // Nothing is written under a name that the result would not open under again. Layer II in a file
 // called .mp3 is found in the wild, so the name that the audio came by is right, too.
 Refusal check_audio_path(const Editor& editor, const std::string& path) {
-  const std::vector<std::string_view> extensions = extensions_of_stream(editor);
+  const std::vector<std::string_view> extensions = extensions_of_stream(editor.document);
   const bool fits = has_extension(path, extension_of(name_of(editor.open_state.audio_name))) ||
                     std::ranges::any_of(extensions, [&](std::string_view extension) {
                       return has_extension(name_of(path), extension);
@@ -51,7 +51,7 @@ Refusal save_to(Editor& editor, const std::string& path, HeadlessHost& host,
                 SaveOutcome (*save)(Editor& editor)) {
   host.set_next_path(in_current_folder(path));
   if (save(editor) != SaveOutcome::saved) return not_saved(path);
-  host.saved = content_of(editor);
+  host.saved = content_of(editor.document);
   return no_refusal;
 }
 
@@ -82,13 +82,13 @@ Refusal save_project_line(Editor& editor, Arguments words, HeadlessHost& host) {
   host.set_next_path(in_current_folder(path));
   if (!save_project(editor, true, false) || !file_facts(editor.open_state.project_name).found)
     return not_saved(path);
-  host.saved = content_of(editor);
+  host.saved = content_of(editor.document);
   return no_refusal;
 }
 
 Refusal split_line(Editor& editor, Arguments words, HeadlessHost& host) {
   if (split_unattended(editor, words[0]) != SaveOutcome::saved) return "the split is not complete";
-  host.saved = content_of(editor);
+  host.saved = content_of(editor.document);
   return no_refusal;
 }
 

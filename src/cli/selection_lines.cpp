@@ -17,7 +17,7 @@ namespace corvelin {
 namespace {
 
 Refusal seek_line(Editor& editor, Arguments words, HeadlessHost&) {
-  const Place place = read_place(editor, words[0]);
+  const Place place = read_place(editor.document, words[0]);
   if (!place.refusal.empty()) return place.refusal;
   if (place.pos == no_position) return "the cursor can't be nowhere";
   seek_to(editor.playback, place.pos);

@@ -40,9 +40,8 @@ Json text_or_null(const std::u16string& text) {
 
 Json position_or_null(EditPosition pos) { return pos == no_position ? Json(nullptr) : Json(pos); }
 
-Json encoder_tag_or_null(const Editor& editor) {
-  const std::span<const std::uint8_t> tag =
-      std::span(editor.document.stream.encoder_tag).first(tag_bytes);
+Json encoder_tag_or_null(const Document& document) {
+  const std::span<const std::uint8_t> tag = std::span(document.stream.encoder_tag).first(tag_bytes);
   const bool is_empty = std::ranges::all_of(tag, [](std::uint8_t byte) { return byte == 0; });
   return is_empty ? Json(nullptr) : Json(hex(tag));
 }
@@ -65,7 +64,7 @@ Json stream_json(const Editor& editor) {
           {"xing_frames", editor.document.stream.xing_frames},
           {"xing_quality", editor.document.stream.xing_quality},
           {"toc", editor.document.stream.toc},
-          {"encoder_tag", encoder_tag_or_null(editor)},
+          {"encoder_tag", encoder_tag_or_null(editor.document)},
           {"vbr", editor.document.stream.vbr},
           {"is_aac", editor.document.stream.is_aac},
           {"has_info_header", editor.document.stream.has_info_header},
@@ -74,9 +73,9 @@ Json stream_json(const Editor& editor) {
           {"current_frame", frame_json(editor.selection.current_frame)}};
 }
 
-Json files_json(const Editor& editor) {
+Json files_json(const Document& document) {
   Json files = Json::array();
-  for (const SourceFile& file : editor.document.files) {
+  for (const SourceFile& file : document.files) {
     files.push_back({{"file_name", file.file_name},
                      {"first_audio", file.first_audio},
                      {"audio_end", file.audio_end}});
@@ -84,11 +83,11 @@ Json files_json(const Editor& editor) {
   return files;
 }
 
-Json parts_json(const Editor& editor) {
+Json parts_json(const Document& document) {
   Json parts = Json::array();
   double begin = 0;
-  for (const Part& part : editor.document.parts) {
-    const double end = seconds_at(editor, part.part_beg + part.part_size);
+  for (const Part& part : document.parts) {
+    const double end = seconds_at(document, part.part_beg + part.part_size);
     parts.push_back({{"part_file", part.part_file},
                      {"part_filepos", part.part_filepos},
                      {"part_size", part.part_size},
@@ -113,8 +112,8 @@ Json id3v1_json(const Editor& editor) {
           {"genre", tag.genre}};
 }
 
-Json id3v2_json(const Editor& editor) {
-  const std::optional<Id3v2Texts> tag = id3v2_texts(editor.document);
+Json id3v2_json(const Document& document) {
+  const std::optional<Id3v2Texts> tag = id3v2_texts(document);
   if (!tag) return nullptr;
   return {{"title", tag->title},
           {"artist", tag->artist},
@@ -139,28 +138,29 @@ Json messages_json(const std::vector<MessageBox>& messages) {
 }  // namespace
 
 std::string state_as_json(const Editor& editor, const std::vector<MessageBox>& messages) {
-  const Json state = {{"stream", stream_json(editor)},
-                      {"files", files_json(editor)},
-                      {"parts", parts_json(editor)},
-                      {"current_part", editor.document.current_part},
-                      {"total_size", editor.document.total_size},
-                      {"total_s", total_seconds(editor)},
-                      {"end_gain", editor.document.end_gain},
-                      {"cursor", editor.selection.cursor},
-                      {"sel_beg", position_or_null(editor.selection.sel_beg)},
-                      {"sel_end", position_or_null(editor.selection.sel_end)},
-                      {"sel_gain", editor.selection.sel_gain},
-                      {"sel_gain_end", editor.selection.sel_gain_end},
-                      {"sel_iscue", editor.selection.sel_iscue},
-                      {"sel_cue_locked", editor.selection.sel_cue_locked},
-                      {"sel_title", text_or_null(editor.selection.sel_title)},
-                      {"sel_artist", text_or_null(editor.selection.sel_artist)},
-                      {"sheet_title", text_or_null(editor.document.sheet_title)},
-                      {"sheet_artist", text_or_null(editor.document.sheet_artist)},
-                      {"document_modified", editor.open_state.document_modified},
-                      {"tags", {{"id3v1", id3v1_json(editor)}, {"id3v2", id3v2_json(editor)}}},
-                      {"undo", undo_json(editor)},
-                      {"messages", messages_json(messages)}};
+  const Json state = {
+      {"stream", stream_json(editor)},
+      {"files", files_json(editor.document)},
+      {"parts", parts_json(editor.document)},
+      {"current_part", editor.document.current_part},
+      {"total_size", editor.document.total_size},
+      {"total_s", total_seconds(editor.document)},
+      {"end_gain", editor.document.end_gain},
+      {"cursor", editor.selection.cursor},
+      {"sel_beg", position_or_null(editor.selection.sel_beg)},
+      {"sel_end", position_or_null(editor.selection.sel_end)},
+      {"sel_gain", editor.selection.sel_gain},
+      {"sel_gain_end", editor.selection.sel_gain_end},
+      {"sel_iscue", editor.selection.sel_iscue},
+      {"sel_cue_locked", editor.selection.sel_cue_locked},
+      {"sel_title", text_or_null(editor.selection.sel_title)},
+      {"sel_artist", text_or_null(editor.selection.sel_artist)},
+      {"sheet_title", text_or_null(editor.document.sheet_title)},
+      {"sheet_artist", text_or_null(editor.document.sheet_artist)},
+      {"document_modified", editor.open_state.document_modified},
+      {"tags", {{"id3v1", id3v1_json(editor)}, {"id3v2", id3v2_json(editor.document)}}},
+      {"undo", undo_json(editor)},
+      {"messages", messages_json(messages)}};
   // Paths may hold bytes that are no UTF-8, which JSON can't.
   return state.dump(-1, ' ', false, Json::error_handler_t::replace);
 }

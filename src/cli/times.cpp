@@ -17,33 +17,31 @@ namespace corvelin {
 
 namespace {
 
-double scaled_seconds(const Editor& editor, EditPosition pos) {
-  return editor.document.stream.avg_bitrate > 0 ? to_time_scale(editor.document, pos) * 8.0 /
-                                                      double{editor.document.stream.avg_bitrate}
-                                                : 0;
+double scaled_seconds(const Document& document, EditPosition pos) {
+  return document.stream.avg_bitrate > 0
+             ? to_time_scale(document, pos) * 8.0 / double{document.stream.avg_bitrate}
+             : 0;
 }
 
 }  // namespace
 
 bool uses_display_scale = false;
 
-double seconds_at(const Editor& editor, EditPosition pos) {
-  return uses_display_scale ? scaled_seconds(editor, pos) : exact_seconds(editor.document, pos);
+double seconds_at(const Document& document, EditPosition pos) {
+  return uses_display_scale ? scaled_seconds(document, pos) : exact_seconds(document, pos);
 }
 
-double total_seconds(const Editor& editor) {
-  return seconds_at(editor, editor.document.total_size);
-}
+double total_seconds(const Document& document) { return seconds_at(document, document.total_size); }
 
-std::optional<EditPosition> place_at(const Editor& editor, double seconds) {
+std::optional<EditPosition> place_at(const Document& document, double seconds) {
   constexpr double rounding = 0.0005;        // of a time in milliseconds
   constexpr double coarse_rounding = 0.005;  // of one with two decimals, as the desktop shows it
-  const double total = total_seconds(editor);
+  const double total = total_seconds(document);
   if (seconds < -coarse_rounding || seconds > total + coarse_rounding) return std::nullopt;
-  if (seconds >= total) return editor.document.total_size;
-  if (!uses_display_scale) return exact_place(editor.document, seconds - rounding);
-  return std::min(from_time_scale(editor.document, time_to_position(editor.document, seconds)),
-                  editor.document.total_size);
+  if (seconds >= total) return document.total_size;
+  if (!uses_display_scale) return exact_place(document, seconds - rounding);
+  return std::min(from_time_scale(document, time_to_position(document, seconds)),
+                  document.total_size);
 }
 
 std::string time_text(double seconds) {

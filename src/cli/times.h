@@ -10,20 +10,18 @@
 
 namespace corvelin {
 
-struct Editor;
-
 /// Whether the display's scale is what the user asked for.
 extern bool uses_display_scale;
 
 /// The seconds of the edited stream in front of a place.
-double seconds_at(const Editor& editor, EditPosition pos);
+double seconds_at(const Document& document, EditPosition pos);
 
-double total_seconds(const Editor& editor);
+double total_seconds(const Document& document);
 
 /// The place at a time: that of the first frame that begins then or later, or at most half a
 /// millisecond earlier, so that a time that was told leads back to its frame. Nothing for a time in
 /// front of the stream or behind its end.
-std::optional<EditPosition> place_at(const Editor& editor, double seconds);
+std::optional<EditPosition> place_at(const Document& document, double seconds);
 
 /// A time as minutes and seconds (1'05.507), from one hour on with hours (1:02'05.507).
 std::string time_text(double seconds);

@@ -15,17 +15,17 @@
 
 namespace corvelin {
 
-SavedContent content_of(const Editor& editor) {
-  return {.parts = editor.document.parts,
-          .end_gain = editor.document.end_gain,
-          .sheet_title = editor.document.sheet_title,
-          .sheet_artist = editor.document.sheet_artist,
-          .header_bits = editor.document.header_rewrite,
-          .id3v1 = editor.document.stream.id3v1};
+SavedContent content_of(const Document& document) {
+  return {.parts = document.parts,
+          .end_gain = document.end_gain,
+          .sheet_title = document.sheet_title,
+          .sheet_artist = document.sheet_artist,
+          .header_bits = document.header_rewrite,
+          .id3v1 = document.stream.id3v1};
 }
 
 void tell_unsaved_edits(const Editor& editor, const SavedContent& saved) {
-  if (editor.document.parts.empty() || content_of(editor) == saved) return;
+  if (editor.document.parts.empty() || content_of(editor.document) == saved) return;
   complain("nothing saved the edited document; -o PATH does, or the line save PATH");
 }
 

@@ -25,7 +25,7 @@ struct SavedContent {
   bool operator==(const SavedContent&) const = default;
 };
 
-SavedContent content_of(const Editor& editor);
+SavedContent content_of(const Document& document);
 
 /// Tells, if the document is another one by now, that nothing saved it. Steps that were taken back
 /// leave nothing to be saved.

@@ -33,7 +33,6 @@
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
-#include "edit/editor.h"
 #include "platform/files/file.h"
 #include "platform/text/path.h"
 #include "platform/text/text.h"

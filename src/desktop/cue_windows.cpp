@@ -18,7 +18,6 @@
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
 #include "edit/editor.h"
-#include "opening/open_state.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 

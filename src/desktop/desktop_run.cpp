@@ -35,7 +35,6 @@
 #include "edit/language_dialog.h"
 #include "edit/open_files.h"
 #include "edit/record_commands.h"
-#include "edit/requirements.h"
 #include "edit/save_project.h"
 #include "model/document.h"
 #include "opening/open_state.h"
@@ -164,9 +163,7 @@ class DesktopRun {
 
   // The program ends whatever became of the work, and is silent about a stream that has none.
   void work() const {
-    editor_.batch_active = true;
-    if (!line_.work->needs_levels || need_level_control(editor_).result == Result::done)
-      line_.work->run(editor_, line_.request);
+    do_work(editor_, *line_.work, line_.request);
     editor_.open_state.document_modified = false;
     request_close();
   }

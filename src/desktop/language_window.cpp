@@ -12,7 +12,6 @@
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
-#include "edit/editor.h"
 #include "platform/processes/program.h"
 #include "text/text_rows.h"
 

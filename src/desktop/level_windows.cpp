@@ -18,7 +18,6 @@
 #include "desktop/qt_text.h"
 #include "edit/editor.h"
 #include "model/selection.h"
-#include "opening/open_state.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 

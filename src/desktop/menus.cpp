@@ -12,6 +12,7 @@
 
 #include "desktop/accessible_marks.h"
 #include "desktop/qt_text.h"
+#include "edit/editor.h"
 #include "edit/menu_state.h"
 #include "edit/undo.h"
 #include "platform/processes/program.h"
@@ -109,7 +110,7 @@ QAction* Menus::add_entry(QMenu& menu, CommandId id) {
 void Menus::rebuild_part_list() {
   list_menu_->clear();
   CommandId id = first_part_command;
-  for (const std::string& text : part_list(editor_)) {
+  for (const std::string& text : part_list(editor_.document)) {
     // A name may hold the sign that underlines a letter. Behind the tab is a title here, no key.
     add_entry(*list_menu_, id++)->setText(as_qstring(text).replace(u'&', QStringLiteral("&&")));
   }

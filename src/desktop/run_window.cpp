@@ -11,7 +11,6 @@
 #include <QVBoxLayout>
 
 #include "desktop/qt_text.h"
-#include "opening/open_state.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 

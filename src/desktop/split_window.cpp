@@ -20,7 +20,6 @@
 #include "desktop/dialog_kit.h"
 #include "desktop/dialog_windows.h"
 #include "desktop/qt_text.h"
-#include "edit/editor.h"
 #include "settings/settings.h"
 #include "text/text_rows.h"
 

@@ -14,7 +14,6 @@
 #include "model/document.h"
 #include "model/frame_locator.h"
 #include "model/selection.h"
-#include "opening/open_state.h"
 #include "settings/settings.h"
 
 namespace corvelin {
@@ -40,15 +39,16 @@ void crop_head(Editor& editor, SampleReader& reader, int threshold) {
 // Where the search for the tail begins: far enough from the end, but not at the start of hours.
 EditPosition tail_start(Editor& editor) {
   const std::uint32_t total = editor.document.total_size;
-  return frame_at(
-      editor.document,
-      total > average_frames(editor, 3000) ? total - average_frames(editor, 2000) : total / 2,
-      editor.selection.current_frame);
+  return frame_at(editor.document,
+                  total > average_frames(editor.document, 3000)
+                      ? total - average_frames(editor.document, 2000)
+                      : total / 2,
+                  editor.selection.current_frame);
 }
 
 // Where it goes on when all behind `begin` is silent.
 EditPosition earlier_start(Editor& editor, EditPosition begin) {
-  const std::uint32_t step = average_frames(editor, 2000);
+  const std::uint32_t step = average_frames(editor.document, 2000);
   const EditPosition earlier =
       begin > step ? frame_at(editor.document, begin - step, editor.selection.current_frame) : 0;
   return earlier < begin ? earlier : 0;
@@ -56,15 +56,15 @@ EditPosition earlier_start(Editor& editor, EditPosition begin) {
 
 // The end of the first silent block behind the last loud one of those that begin in the stretch, or
 // the end of the stream where that is loud; nothing where all is silent.
-std::optional<EditPosition> end_of_loudness(const Editor& editor, SampleReader& reader,
+std::optional<EditPosition> end_of_loudness(const Document& document, SampleReader& reader,
                                             EditPosition begin, EditPosition end, int threshold) {
   std::optional<EditPosition> found;
   bool was_loud = false;
   reader.move_to(begin);
-  while (reader.pos() < editor.document.total_size && (reader.pos() < end || was_loud)) {
+  while (reader.pos() < document.total_size && (reader.pos() < end || was_loud)) {
     const EditPosition block = reader.pos();
     const bool is_loud = reader.read_peak(frames_a_block) >= threshold;
-    if (is_loud) found = editor.document.total_size;
+    if (is_loud) found = document.total_size;
     if (was_loud && !is_loud) found = reader.pos();
     was_loud = is_loud;
     if (reader.pos() <= block) break;
@@ -75,10 +75,11 @@ std::optional<EditPosition> end_of_loudness(const Editor& editor, SampleReader& 
 void crop_tail(Editor& editor, SampleReader& reader, int threshold) {
   EditPosition begin = tail_start(editor);
   if (begin > editor.document.total_size) begin = 0;
-  auto found = end_of_loudness(editor, reader, begin, editor.document.total_size, threshold);
+  auto found =
+      end_of_loudness(editor.document, reader, begin, editor.document.total_size, threshold);
   while (!found && begin > 0) {
     const EditPosition end = std::exchange(begin, earlier_start(editor, begin));
-    found = end_of_loudness(editor, reader, begin, end, threshold);
+    found = end_of_loudness(editor.document, reader, begin, end, threshold);
   }
   if (found) delete_range(editor.document, *found, editor.document.total_size);
 }

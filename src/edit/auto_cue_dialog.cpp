@@ -78,7 +78,7 @@ Outcome set_cues(Editor& editor, const AutoCues& cues) {
   while (begin + multiple * interval < end) {
     const EditPosition frame = exact_place(editor.document, begin + multiple * interval);
     const double time = exact_seconds(editor.document, frame);
-    if (editor.document.parts.size() >= most_parts) return refuse_cues_from(editor, frame);
+    if (editor.document.parts.size() >= most_parts) return refuse_cues_from(editor.document, frame);
     if (!set_cue(editor, frame, gain,
                  cues.creates_names ? bytes_to_wide(format_seconds(time), true) : u""))
       break;

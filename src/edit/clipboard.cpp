@@ -48,8 +48,8 @@ std::string name_field(std::u16string_view name) {
 std::int32_t number_field(std::uint32_t value) { return static_cast<std::int32_t>(value); }
 
 // False when the path can't be written.
-bool append_range(const Editor& editor, std::string& text, const Part& range) {
-  const SourceFile& file = editor.document.files[range.part_file];
+bool append_range(const Document& document, std::string& text, const Part& range) {
+  const SourceFile& file = document.files[range.part_file];
   if (file.file_name.find('\t') != std::string::npos ||
       file.file_name.find(line_end) != std::string::npos)
     return false;
@@ -79,7 +79,8 @@ std::optional<std::string> text_of_selection(const Editor& editor) {
       range.part_iscue = 0;
     }
     range.part_size = std::min(range.part_size, end - range.part_beg);
-    if (!append_range(editor, text, range) || text.size() >= block_size) return std::nullopt;
+    if (!append_range(editor.document, text, range) || text.size() >= block_size)
+      return std::nullopt;
   }
   return text;
 }

@@ -32,18 +32,16 @@ std::optional<UndoEntry> undo_step(const Editor& editor, const Command& command)
   return undo_entry(editor, command.has(rule::undo_document), ui_text(label));
 }
 
-UndoRun run_of(const Editor& editor, const Command& command) {
-  return {.command = command.id,
-          .part = editor.document.current_part,
-          .revision = editor.document.revision};
+UndoRun run_of(const Document& document, const Command& command) {
+  return {.command = command.id, .part = document.current_part, .revision = document.revision};
 }
 
 // Pressed many times in a row, a command of fine adjustment takes one step for all; and none where
 // it finds nothing to do.
 Outcome carry_out_in_run(Editor& editor, const Command& command,
                          const std::function<Outcome()>& operation) {
-  const bool goes_on =
-      !editor.undo_stack.empty() && editor.undo_stack.front().undo_run == run_of(editor, command);
+  const bool goes_on = !editor.undo_stack.empty() &&
+                       editor.undo_stack.front().undo_run == run_of(editor.document, command);
   std::optional<UndoEntry> step = goes_on ? std::nullopt : undo_step(editor, command);
   Outcome outcome = operation();
   if (outcome.result == Result::done) undo_push(editor, std::move(step));
@@ -62,10 +60,10 @@ void repair(Editor& editor, const Command& command, bool is_refused, bool has_ne
   if (command.has(rule::relists | rule::modifies)) touch(editor.document);
 }
 
-void show_changes(const Editor& editor, const Command& command) {
+void show_changes(const Document& document, const Command& command) {
   if (command.has(rule::relists | rule::reopens)) host().rebuild_part_list();
   if (command.has(rule::reopens)) host().update_menu_state(all_states);
-  const bool is_open = !editor.document.parts.empty();
+  const bool is_open = !document.parts.empty();
   if (command.has(rule::refreshes_all | rule::reopens)) {
     host().refresh_view(is_open ? Refresh::all : Refresh::no_document);
   } else if (command.has(rule::refreshes_places)) {
@@ -147,8 +145,8 @@ Result carry_out(Editor& editor, const Command& command,
     if (outcome.result == Result::done || has_new_parts)
       repair(editor, command, outcome.result == Result::refused, has_new_parts);
     if (is_in_run && outcome.result == Result::done && !editor.undo_stack.empty())
-      editor.undo_stack.front().undo_run = run_of(editor, command);
-    show_changes(editor, command);
+      editor.undo_stack.front().undo_run = run_of(editor.document, command);
+    show_changes(editor.document, command);
   }
   if (outcome.box) host().show_message_box(*outcome.box);
   return outcome.result;

@@ -27,32 +27,32 @@ std::string in_bytes(std::uint32_t value) { return group_thousands(value) + " by
 
 std::string kilobits(double value) { return fmt::format("{:3.1f} kbit/s", value); }
 
-std::string vbr_header_value(const Editor& editor) {
-  std::string text = (editor.document.stream.vbr & vbr_header) != 0 ? "Xing"
-                     : editor.document.stream.has_info_header != 0  ? "Info"
-                                                                    : std::string(ui_text(row::no));
-  if (editor.document.stream.xing_frames != 0)
-    text += " (" +
-            format_row(ui_text(row::number_of_frames),
-                       group_thousands(editor.document.stream.xing_frames)) +
-            ")";
+std::string vbr_header_value(const Document& document) {
+  std::string text = (document.stream.vbr & vbr_header) != 0 ? "Xing"
+                     : document.stream.has_info_header != 0  ? "Info"
+                                                             : std::string(ui_text(row::no));
+  if (document.stream.xing_frames != 0)
+    text +=
+        " (" +
+        format_row(ui_text(row::number_of_frames), group_thousands(document.stream.xing_frames)) +
+        ")";
   return text;
 }
 
 // The encoder's name and version.
-std::string encoder_value(const Editor& editor) {
+std::string encoder_value(const Document& document) {
   constexpr std::size_t shown = 9;
   std::string text;
-  for (const std::uint8_t byte : std::span(editor.document.stream.encoder_tag).first(shown)) {
+  for (const std::uint8_t byte : std::span(document.stream.encoder_tag).first(shown)) {
     if (byte == 0) break;
     text += byte < 0x80 ? static_cast<char>(byte) : '?';
   }
   return printable(std::move(text));
 }
 
-std::string id3v2_value(const Editor& editor) {
-  if (editor.document.stream.id3v2_size == 0) return std::string(ui_text(row::no));
-  return fmt::format("{} ({})", ui_text(row::yes), in_bytes(editor.document.stream.id3v2_size));
+std::string id3v2_value(const Document& document) {
+  if (document.stream.id3v2_size == 0) return std::string(ui_text(row::no));
+  return fmt::format("{} ({})", ui_text(row::yes), in_bytes(document.stream.id3v2_size));
 }
 
 // Takes a line off the labels, which are one text: a translation may have fewer lines.
@@ -82,9 +82,9 @@ std::vector<InfoLine> file_info_lines(const Editor& editor, EditPosition pos) {
   add(kilobits(editor.document.stream.avg_bitrate / 1000.0));
   add(fmt::format("{} bytes", frame.frame_length));
   add(fmt::format("{:4.0f} bytes", editor.document.stream.avg_frame_size));
-  add(vbr_header_value(editor));
-  add(encoder_value(editor));
-  add(id3v2_value(editor));
+  add(vbr_header_value(editor.document));
+  add(encoder_value(editor.document));
+  add(id3v2_value(editor.document));
   add(fmt::format("{} / {}", file, file_count(editor.document)));
   if (editor.document.stream.ape_size != 0)
     lines.push_back(

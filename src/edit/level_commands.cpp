@@ -139,13 +139,14 @@ Result part_level_down(Editor& editor) { return level_step(editor, -1); }
 
 Outcome need_fade(const Editor& editor) {
   constexpr std::size_t new_parts = 2;
-  if (Outcome level = need_level_control(editor); level.result != Result::done) return level;
+  if (Outcome level = need_level_control(editor.document); level.result != Result::done)
+    return level;
   if (!fades_out(editor) && !fades_in(editor)) return refuse(ui_text(row::nothing_to_fade));
   const bool is_in_way = fades_out(editor) ? part_at(editor.document, fade_begin(editor)) + 1 !=
                                                  part_count(editor.document)
                                            : part_at(editor.document, fade_end(editor)) != 0;
   if (is_in_way) return refuse(ui_text(row::fade_over_edit_points));
-  return need_room_for_parts(editor, new_parts);
+  return need_room_for_parts(editor.document, new_parts);
 }
 
 void simple_fade(Editor& editor) { fade(editor, Stages::one); }

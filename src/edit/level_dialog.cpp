@@ -35,8 +35,8 @@ void set_both(Editor& editor, int from, int to) {
   editor.selection.sel_gain_end = in_range(to);
 }
 
-bool is_part_start(const Editor& editor, EditPosition pos) {
-  return editor.document.parts[part_at(editor.document, pos)].part_beg == pos;
+bool is_part_start(const Document& document, EditPosition pos) {
+  return document.parts[part_at(document, pos)].part_beg == pos;
 }
 
 bool has_room_for_an_edge(const Editor& editor) {
@@ -51,7 +51,7 @@ PartIndex make_level_border(Editor& editor, EditPosition pos, std::int16_t gain)
 }
 
 void set_begin(Editor& editor, std::int16_t level_around) {
-  if (!is_part_start(editor, editor.selection.sel_beg)) {
+  if (!is_part_start(editor.document, editor.selection.sel_beg)) {
     const PartIndex first = make_level_border(editor, editor.selection.sel_beg, level_around);
     const EditPosition second = next_frame_in(editor.document, first, editor.selection.sel_beg,
                                               editor.selection.current_frame);
@@ -66,7 +66,7 @@ void set_end(Editor& editor, std::int16_t level_around) {
     editor.document.end_gain = editor.selection.sel_gain_end;
     return;
   }
-  if (!is_part_start(editor, editor.selection.sel_end)) {
+  if (!is_part_start(editor.document, editor.selection.sel_end)) {
     make_level_border(editor, editor.selection.sel_end, level_around);
     if (!has_room_for_an_edge(editor)) return;
     set_sel_end(
@@ -133,14 +133,15 @@ Outcome LevelDialog::write() {
 
 bool LevelDialog::accept() {
   constexpr std::size_t new_parts = 4;
-  if (!has_selected_range(editor.selection) || !require(need_room_for_parts(editor, new_parts)))
+  if (!has_selected_range(editor.selection) ||
+      !require(need_room_for_parts(editor.document, new_parts)))
     return false;
   return carry_out(editor, *command_of(editor, command::level_dialog),
                    [this] { return write(); }) == Result::done;
 }
 
 bool level_dialog(Editor& editor) {
-  if (!require(need_range(editor)) || !require(need_level_control(editor))) return false;
+  if (!require(need_range(editor)) || !require(need_level_control(editor.document))) return false;
   if (part_at(editor.document, editor.selection.sel_beg) !=
       part_at(editor.document, editor.selection.sel_end)) {
     show_invalid_range();

@@ -24,13 +24,13 @@ namespace corvelin {
 
 namespace {
 
-std::string part_entry(const Editor& editor, PartIndex index) {
+std::string part_entry(const Document& document, PartIndex index) {
   constexpr std::size_t longest_title = 50;  // characters
-  const Part& part = editor.document.parts[index];
-  const std::string time = shown_time(editor.document, part.part_beg);
+  const Part& part = document.parts[index];
+  const std::string time = shown_time(document, part.part_beg);
   std::string text = fmt::format("{:02}  ({}) ", index + 1, time.substr(0, time.rfind('.')));
   if (part.part_iscue != 0) text += fmt::format(" {}", ui_text(row::cue));
-  if (has_gap(editor.document, index)) text += fmt::format(" {}", ui_text(row::cut));
+  if (has_gap(document, index)) text += fmt::format(" {}", ui_text(row::cut));
   if (part.part_gainbeg != 0) text += fmt::format(" {}", ui_text(row::level));
   text += '\t';
   if (!part.part_title.empty())
@@ -50,11 +50,11 @@ bool is_live(const Editor& editor, const Command& command) {
 
 }  // namespace
 
-std::vector<std::string> part_list(const Editor& editor) {
+std::vector<std::string> part_list(const Document& document) {
   constexpr std::size_t most_entries = last_part_command - first_part_command;
   std::vector<std::string> list;
-  for (PartIndex i = 0; i < std::min(editor.document.parts.size(), most_entries); ++i)
-    list.push_back(part_entry(editor, i));
+  for (PartIndex i = 0; i < std::min(document.parts.size(), most_entries); ++i)
+    list.push_back(part_entry(document, i));
   return list;
 }
 

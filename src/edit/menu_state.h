@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "edit/commands.h"
+#include "model/document.h"
 
 namespace corvelin {
 
@@ -15,7 +16,7 @@ struct Editor;
 
 /// The entries of the List menu, with the commands from `first_part_command` on: number, time, kind
 /// and title of each of the first 60 parts.
-std::vector<std::string> part_list(const Editor& editor);
+std::vector<std::string> part_list(const Document& document);
 
 /// An entry of a menu and the command behind it.
 struct MenuEntry {

@@ -41,23 +41,23 @@ void set_zoom(int zoom) {
 // A step back goes one frame further than one forward: the seek then comes forward to the next
 // frame.
 void skip_back_small(Editor& editor) {
-  step_back(editor, average_frames(editor, settings.frameskiplo + 1u));
+  step_back(editor, average_frames(editor.document, settings.frameskiplo + 1u));
 }
 void skip_back_large(Editor& editor) {
-  step_back(editor, average_frames(editor, settings.frameskiphi + 1u));
+  step_back(editor, average_frames(editor.document, settings.frameskiphi + 1u));
 }
 void skip_forward_small(Editor& editor) {
-  step_forward(editor, average_frames(editor, settings.frameskiplo));
+  step_forward(editor, average_frames(editor.document, settings.frameskiplo));
 }
 void skip_forward_large(Editor& editor) {
-  step_forward(editor, average_frames(editor, settings.frameskiphi));
+  step_forward(editor, average_frames(editor.document, settings.frameskiphi));
 }
 
 void frame_back(Editor& editor) {
   seek_to(editor.playback,
           frame_before(editor.document, editor.selection.cursor, editor.selection.current_frame));
   if (editor.selection.cursor != editor.document.total_size) return;
-  const std::uint32_t two_frames = average_frames(editor, 2);
+  const std::uint32_t two_frames = average_frames(editor.document, 2);
   seek_to(editor.playback,
           two_frames < editor.document.total_size ? editor.document.total_size - two_frames : 0);
 }

@@ -13,7 +13,6 @@
 #include "edit/level_commands.h"
 #include "edit/requirements.h"
 #include "model/selection.h"
-#include "opening/open_state.h"
 #include "platform/text/numbers.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
@@ -106,7 +105,7 @@ bool NormalizeDialog::accept() {
     show_refusal(ui_text(row::only_silence));
     return false;
   }
-  if (!require(need_room_for_parts(editor, new_parts))) return false;
+  if (!require(need_room_for_parts(editor.document, new_parts))) return false;
   const auto shift = [this] {
     shift_selection_level(editor, norm_change);
     return Result::done;
@@ -121,7 +120,7 @@ bool NormalizeDialog::close_unattended() {
 }
 
 bool normalize_dialog(Editor& editor) {
-  if (!require(need_level_control(editor))) return false;
+  if (!require(need_level_control(editor.document))) return false;
   select_whole_stream(editor);
   NormalizeDialog dialog(editor);
   dialog.begin();

@@ -39,10 +39,9 @@ std::uint32_t quiet_limit() {
 std::uint32_t fewest_quiet_frames() { return std::uint32_t{settings.silence_duration} * 10; }
 
 // The first frame at or behind `pos`, also behind bad data; the end of the stream without one.
-EditPosition next_frame_from(const Editor& editor, EditPosition pos) {
-  const EditPosition found =
-      find_frame_forward(editor.document, part_at(editor.document, pos), pos).pos;
-  return std::min(found, editor.document.total_size);
+EditPosition next_frame_from(const Document& document, EditPosition pos) {
+  const EditPosition found = find_frame_forward(document, part_at(document, pos), pos).pos;
+  return std::min(found, document.total_size);
 }
 
 }  // namespace
@@ -64,7 +63,7 @@ bool PauseDialog::accept() {
   // The first seconds of a whole stream are not searched.
   if (editor.selection.sel_beg == 0)
     pause_scan_start_ =
-        next_frame_from(editor, time_to_position(editor.document, settings.silence_skip));
+        next_frame_from(editor.document, time_to_position(editor.document, settings.silence_skip));
   pause_start_ = no_position;
   pause_frames_ = 0;
   pause_found = percent_ = 0;
@@ -106,7 +105,7 @@ bool PauseDialog::step() {
 EditPosition PauseDialog::cue_place() const {
   const int frames = settings.silence_offset - (offset_of_loud_frame + 1);
   const double place = reader_.pos() + frames * double{editor.document.stream.avg_frame_size};
-  return next_frame_from(editor, whole_part(place));
+  return next_frame_from(editor.document, whole_part(place));
 }
 
 // A loud frame has ended a pause: sets the cue there, or cuts the pause out. False with a full part
@@ -116,14 +115,15 @@ bool PauseDialog::end_pause() {
   EditPosition begin = end;
   if (settings.silence_cut != 0 && pause_start_ < end) {
     constexpr EditPosition nearly_the_start = 1000;  // a pause there goes whole
-    begin =
-        pause_start_ < nearly_the_start ? 0 : std::min(next_frame_from(editor, pause_start_), end);
+    begin = pause_start_ < nearly_the_start
+                ? 0
+                : std::min(next_frame_from(editor.document, pause_start_), end);
   }
   forget_stashed_texts(editor.selection);
   const PartIndex made = delete_range(editor.document, begin, end);
   if (made == no_part) {
     const bool is_full = editor.document.parts.size() >= most_parts;
-    is_full ? void(require(refuse_cues_from(editor, end))) : show_invalid_range();
+    is_full ? void(require(refuse_cues_from(editor.document, end))) : show_invalid_range();
     return false;
   }
   if (made < part_count(editor.document)) {
@@ -144,7 +144,7 @@ void PauseDialog::skip_on() {
   const std::uint64_t behind =
       std::uint64_t{reader_.pos()} + time_to_position(editor.document, settings.silence_skip);
   reader_.move_to(behind < pause_scan_end_
-                      ? next_frame_from(editor, static_cast<EditPosition>(behind))
+                      ? next_frame_from(editor.document, static_cast<EditPosition>(behind))
                       : pause_scan_end_);
 }
 

@@ -41,8 +41,8 @@ std::uint32_t frame_length_at_cursor(const Editor& editor) {
   return find_frame(editor.document, part_at(editor.document, cursor), cursor).frame.frame_length;
 }
 
-std::uint32_t average_frames(const Editor& editor, std::uint32_t count) {
-  return whole_part(double{editor.document.stream.avg_frame_size} * count, highest_position);
+std::uint32_t average_frames(const Document& document, std::uint32_t count) {
+  return whole_part(double{document.stream.avg_frame_size} * count, highest_position);
 }
 
 void settle_places(Editor& editor) {

@@ -17,7 +17,7 @@ EditPosition frame_before_in(const Document& document, PartIndex part, EditPosit
 std::uint32_t frame_length_at_cursor(const Editor& editor);
 
 /// Whole bytes of a number of average frames.
-std::uint32_t average_frames(const Editor& editor, std::uint32_t count);
+std::uint32_t average_frames(const Document& document, std::uint32_t count);
 
 /// Puts the cursor and the ends of the selection on frame starts after an edit that moved the
 /// frames under them: each goes up to the next one, or back to the end of the stream.

@@ -41,19 +41,19 @@ Outcome need_undo_step(const Editor& editor) {
   return Result::nothing;
 }
 
-Outcome need_level_control(const Editor& editor) {
-  if (editor.document.kind.layer == 2) return refuse(ui_text(row::no_level_of_layer_2));
-  return editor.document.stream.is_aac != 0 ? refuse(ui_text(row::no_level_of_aac)) : Result::done;
+Outcome need_level_control(const Document& document) {
+  if (document.kind.layer == 2) return refuse(ui_text(row::no_level_of_layer_2));
+  return document.stream.is_aac != 0 ? refuse(ui_text(row::no_level_of_aac)) : Result::done;
 }
 
-Outcome need_room_for_parts(const Editor& editor, std::size_t count) {
-  if (editor.document.parts.size() + count <= most_parts) return Result::done;
+Outcome need_room_for_parts(const Document& document, std::size_t count) {
+  if (document.parts.size() + count <= most_parts) return Result::done;
   return refuse(ui_text(row::selection_invalid));
 }
 
-Outcome refuse_cues_from(const Editor& editor, EditPosition pos) {
+Outcome refuse_cues_from(const Document& document, EditPosition pos) {
   return refuse(format_row(ui_text(row::no_cue_from), most_parts,
-                           format_seconds(exact_seconds(editor.document, pos))));
+                           format_seconds(exact_seconds(document, pos))));
 }
 
 bool require(const Outcome& need) {

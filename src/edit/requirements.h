@@ -25,13 +25,13 @@ Outcome need_mutable_cut(const Editor& editor);
 Outcome need_undo_step(const Editor& editor);
 
 /// Refused where the stream's level can't be changed inside its frames: in Layer II and AAC.
-Outcome need_level_control(const Editor& editor);
+Outcome need_level_control(const Document& document);
 
 /// Refused where the part table doesn't take so many parts more.
-Outcome need_room_for_parts(const Editor& editor, std::size_t count);
+Outcome need_room_for_parts(const Document& document, std::size_t count);
 
 /// Refuses to set cues from `pos` on, for which the part table has no room.
-Outcome refuse_cues_from(const Editor& editor, EditPosition pos);
+Outcome refuse_cues_from(const Document& document, EditPosition pos);
 
 /// Whether a need is met. If not, the user is told why. For what is not a check in the table.
 bool require(const Outcome& need);

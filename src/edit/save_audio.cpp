@@ -30,29 +30,29 @@ namespace {
 
 constexpr std::string_view mp3_extension = ".mp3";
 
-bool is_mp3_stream(const Editor& editor) {
-  return editor.document.stream.is_aac == 0 && editor.document.kind.layer == 3;
+bool is_mp3_stream(const Document& document) {
+  return document.stream.is_aac == 0 && document.kind.layer == 3;
 }
 
-FileType type_of_file(const Editor& editor, SaveMode mode) {
+FileType type_of_file(const Document& document, SaveMode mode) {
   if (mode == SaveMode::reencode) return {.name = "MP3", .pattern = "*.mp3"};
-  if (editor.document.stream.is_aac != 0) return {.name = "AAC", .pattern = "*.aac"};
-  if (editor.document.kind.layer == 2) return {.name = "MP2", .pattern = "*.mp2"};
+  if (document.stream.is_aac != 0) return {.name = "AAC", .pattern = "*.aac"};
+  if (document.kind.layer == 2) return {.name = "MP2", .pattern = "*.mp2"};
   return {.name = "MP3", .pattern = "*.mp3"};
 }
 
 // Two names are one file's when they are the same or lead to the same one, or, where nothing has
 // the second name yet, when they differ in case alone. The name of a source stays one when another
 // program has put a new file there meanwhile.
-std::optional<std::uint16_t> source_called(const Editor& editor, const std::string& path) {
+std::optional<std::uint16_t> source_called(const Document& document, const std::string& path) {
   const FileFacts facts = file_facts(path);
-  const auto found = std::ranges::find_if(editor.document.files, [&](const SourceFile& file) {
+  const auto found = std::ranges::find_if(document.files, [&](const SourceFile& file) {
     if (file.file_name == path) return true;
     return facts.found ? file.handle->facts().identity == facts.identity
                        : equal_ignoring_case(file.file_name, path);
   });
-  if (found == editor.document.files.end()) return std::nullopt;
-  return static_cast<std::uint16_t>(found - editor.document.files.begin());
+  if (found == document.files.end()) return std::nullopt;
+  return static_cast<std::uint16_t>(found - document.files.begin());
 }
 
 bool may_replace_source(const std::string& path) {
@@ -95,13 +95,13 @@ SaveOutcome run_save(Editor& editor, const std::string& name, const SaveWish& wi
   if (run.is_written())
     follow_up(editor, run, name, wish.selection.has_value(), replaced.has_value());
   // The next save copies frames, which that name would belie.
-  if (wish.mode == SaveMode::reencode && !is_mp3_stream(editor))
+  if (wish.mode == SaveMode::reencode && !is_mp3_stream(editor.document))
     editor.open_state.save_name.clear();
   return run.has_failed() ? SaveOutcome::failed : SaveOutcome::saved;
 }
 
 SaveOutcome save_as_wished(Editor& editor, const std::string& name, const SaveWish& wish) {
-  const auto replaced = source_called(editor, name);
+  const auto replaced = source_called(editor.document, name);
   if (replaced && !may_replace_source(name)) return SaveOutcome::not_started;
   return run_save(editor, name, wish, replaced);
 }
@@ -112,7 +112,7 @@ SaveOutcome ask_and_save(Editor& editor, const SaveWish& wish) {
   if (wish.mode == SaveMode::reencode) proposal = with_extension(proposal, mp3_extension);
   const auto name = host().ask_for_new_file({.title = std::string(ui_text(row::create_audio_file)),
                                              .path = proposal,
-                                             .types = {type_of_file(editor, wish.mode)},
+                                             .types = {type_of_file(editor.document, wish.mode)},
                                              .warn_existing = settings.warn_existing != 0});
   return name ? save_as_wished(editor, *name, wish) : SaveOutcome::not_started;
 }
@@ -128,7 +128,7 @@ bool save_encoded_anew(Editor& editor) {
 }
 
 bool is_source(const Editor& editor, const std::string& name) {
-  return source_called(editor, name).has_value();
+  return source_called(editor.document, name).has_value();
 }
 
 std::string proposed_save_name(const Editor& editor) {
@@ -144,7 +144,7 @@ SaveOutcome save_under_name(Editor& editor, const std::string& name) {
 
 SaveOutcome save_over_source(Editor& editor) {
   const std::string name = editor.open_state.audio_name;
-  return run_save(editor, name, {}, source_called(editor, name));
+  return run_save(editor, name, {}, source_called(editor.document, name));
 }
 
 SaveOutcome save_audio(Editor& editor) { return ask_and_save(editor, {}); }

@@ -18,12 +18,12 @@ namespace corvelin {
 
 namespace {
 
-bool has_texts(const Editor& editor) {
+bool has_texts(const Document& document) {
   const auto is_named = [](const Part& part) {
     return !part.part_title.empty() || !part.part_artist.empty();
   };
-  return std::ranges::any_of(editor.document.parts, is_named) ||
-         !editor.document.sheet_title.empty() || !editor.document.sheet_artist.empty();
+  return std::ranges::any_of(document.parts, is_named) || !document.sheet_title.empty() ||
+         !document.sheet_artist.empty();
 }
 
 bool ask_to_convert() {
@@ -53,7 +53,7 @@ void convert_texts(Editor& editor, bool to_utf8) {
 void set_encoding(Editor& editor, CommandId id, bool to_utf8) {
   if (settings.char_enc == (to_utf8 ? 1 : 0)) return;
   change_setting(&Settings::char_enc, to_utf8 ? 1 : 0);
-  if (!has_texts(editor) || !ask_to_convert()) return;
+  if (!has_texts(editor.document) || !ask_to_convert()) return;
   carry_out(editor, *command_of(editor, id), [to_utf8, &editor] {
     convert_texts(editor, to_utf8);
     return Result::done;

@@ -51,14 +51,14 @@ struct TypedSelection {
   std::uint32_t length;
 };
 
-std::optional<TypedSelection> typed_selection(const Editor& editor, std::string_view text) {
+std::optional<TypedSelection> typed_selection(const Document& document, std::string_view text) {
   if (!skip_behind(text, ui_text(row::selection))) return std::nullopt;
   TypedSelection typed = {};
-  typed.begin = parse_time(editor.document, text, ' ');
+  typed.begin = parse_time(document, text, ' ');
   if (!skip_behind(text, "-")) return std::nullopt;
-  typed.end = parse_time(editor.document, text, ' ');
+  typed.end = parse_time(document, text, ' ');
   if (!skip_behind(text, "(")) return std::nullopt;
-  typed.length = parse_time(editor.document, text, ')');
+  typed.length = parse_time(document, text, ')');
   return typed;
 }
 
@@ -104,7 +104,7 @@ void apply_now_field(Editor& editor, std::string_view text) {
 
 void apply_selection_field(Editor& editor, std::string_view text) {
   constexpr std::size_t longest = 160;  // characters
-  const auto typed = typed_selection(editor, cut_to_units(text, longest));
+  const auto typed = typed_selection(editor.document, cut_to_units(text, longest));
   if (!typed) return;
   carry_out(editor, selection_change, [&typed, &editor] {
     set_changed_ends(editor, *typed);

@@ -22,8 +22,8 @@ Part& current(Editor& editor) { return editor.document.parts[editor.document.cur
 Part& before_current(Editor& editor) {
   return editor.document.parts[editor.document.current_part - 1u];
 }
-PartIndex index_before(const Editor& editor) {
-  return static_cast<PartIndex>(editor.document.current_part - 1);
+PartIndex index_before(const Document& document) {
+  return static_cast<PartIndex>(document.current_part - 1);
 }
 
 Result finish(Editor& editor) {
@@ -88,7 +88,7 @@ Result trim_left_out(Editor& editor) {
 Result trim_left_in(Editor& editor) {
   if (editor.document.current_part == 0) return Result::nothing;
   const EditPosition frame =
-      frame_before_in(editor.document, index_before(editor), current(editor).part_beg,
+      frame_before_in(editor.document, index_before(editor.document), current(editor).part_beg,
                       editor.selection.current_frame);
   if (frame == no_position) return Result::nothing;
   const std::uint32_t lost = current(editor).part_beg - frame;
@@ -128,9 +128,9 @@ Result trim_right_out(Editor& editor) {
 
 Result move_cue_left(Editor& editor) {
   if (editor.document.current_part == 0) return Result::nothing;
-  return move_cue_to(
-      editor, frame_before_in(editor.document, index_before(editor), current(editor).part_beg,
-                              editor.selection.current_frame));
+  return move_cue_to(editor,
+                     frame_before_in(editor.document, index_before(editor.document),
+                                     current(editor).part_beg, editor.selection.current_frame));
 }
 
 Result move_cue_right(Editor& editor) {

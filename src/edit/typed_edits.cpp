@@ -16,17 +16,17 @@ namespace {
 
 // Whether the table takes all borders that the cuts may need, at their ends and, where the level
 // has to come back, a frame behind them. What the cuts take out of the table doesn't count.
-bool has_room_for_cuts(const Editor& editor, std::span<const Range> ranges) {
+bool has_room_for_cuts(const Document& document, std::span<const Range> ranges) {
   std::size_t borders = 0;
   for (const Range& range : ranges) {
-    borders += is_border(editor.document, range.begin) ? 0 : 1;
-    borders += is_border(editor.document, range.end) ? 0 : 1;
+    borders += is_border(document, range.begin) ? 0 : 1;
+    borders += is_border(document, range.end) ? 0 : 1;
   }
-  return editor.document.parts.size() + borders < most_parts;
+  return document.parts.size() + borders < most_parts;
 }
 
-bool is_whole_stream(const Editor& editor, std::span<const Range> ranges) {
-  return ranges.size() == 1 && ranges[0].begin == 0 && ranges[0].end >= editor.document.total_size;
+bool is_whole_stream(const Document& document, std::span<const Range> ranges) {
+  return ranges.size() == 1 && ranges[0].begin == 0 && ranges[0].end >= document.total_size;
 }
 
 }  // namespace
@@ -44,20 +44,20 @@ std::vector<Range> merged(std::vector<Range> ranges) {
   return apart;
 }
 
-std::vector<Range> outside_of(const Editor& editor, std::span<const Range> ranges) {
+std::vector<Range> outside_of(const Document& document, std::span<const Range> ranges) {
   std::vector<Range> rest;
   EditPosition begin = 0;
   for (const Range& range : ranges) {
     if (begin < range.begin) rest.push_back({begin, range.begin});
     begin = range.end;
   }
-  if (begin < editor.document.total_size) rest.push_back({begin, editor.document.total_size});
+  if (begin < document.total_size) rest.push_back({begin, document.total_size});
   return rest;
 }
 
 CutResult cut_ranges(Editor& editor, std::span<const Range> ranges, const Command& change) {
-  if (is_whole_stream(editor, ranges)) return CutResult::nothing_left;
-  if (!has_room_for_cuts(editor, ranges)) return CutResult::no_room;
+  if (is_whole_stream(editor.document, ranges)) return CutResult::nothing_left;
+  if (!has_room_for_cuts(editor.document, ranges)) return CutResult::no_room;
   carry_out(editor, change, [ranges, &editor] {
     for (std::size_t i = ranges.size(); i-- > 0;) {  // the last first: the others still hold then
       clear_selection(editor.selection);

@@ -24,7 +24,7 @@ struct Range {
 std::vector<Range> merged(std::vector<Range> ranges);
 
 /// What of the stream lies outside of ranges that are in order and apart.
-std::vector<Range> outside_of(const Editor& editor, std::span<const Range> ranges);
+std::vector<Range> outside_of(const Document& document, std::span<const Range> ranges);
 
 enum class CutResult { done, nothing_left, no_room };
 

@@ -11,6 +11,7 @@
 
 #include "exchange/range_writer.h"
 #include "exchange/vbr_header.h"
+#include "model/document.h"
 #include "model/frame_reader.h"
 
 namespace corvelin {

@@ -34,8 +34,8 @@ namespace {
 
 constexpr const char* blank = " ";
 
-std::string time_at(const Editor& editor, std::uint32_t scaled) {
-  return format_time(scaled, editor.document.stream.avg_bitrate);
+std::string time_at(const Document& document, std::uint32_t scaled) {
+  return format_time(scaled, document.stream.avg_bitrate);
 }
 
 std::string title(const Editor& editor) {
@@ -48,37 +48,38 @@ std::string title(const Editor& editor) {
 std::string selection_text(const Editor& editor) {
   const std::uint32_t begin = to_time_scale(editor.document, editor.selection.sel_beg);
   const std::uint32_t end = to_time_scale(editor.document, editor.selection.sel_end);
-  return fmt::format(" {}: {} - {} ({})", ui_text(row::selection), time_at(editor, begin),
-                     time_at(editor, end), time_at(editor, end > begin ? end - begin : 0));
+  return fmt::format(" {}: {} - {} ({})", ui_text(row::selection), time_at(editor.document, begin),
+                     time_at(editor.document, end),
+                     time_at(editor.document, end > begin ? end - begin : 0));
 }
 
-std::string part_text(const Editor& editor) {
-  const PartIndex index = editor.document.current_part;
-  const Part& part = editor.document.parts[index];
-  std::string text = fmt::format(
-      " {} ({} / {}): {} - {}", ui_text(row::part), index + 1, part_count(editor.document),
-      time_at(editor, to_time_scale(editor.document, part.part_beg)),
-      time_at(editor, to_time_scale(editor.document, part_end(editor.document, index))));
-  if (editor.document.stream.vbr == vbr_constant)
-    text += fmt::format(" ({})", time_at(editor, part.part_size));
+std::string part_text(const Document& document) {
+  const PartIndex index = document.current_part;
+  const Part& part = document.parts[index];
+  std::string text =
+      fmt::format(" {} ({} / {}): {} - {}", ui_text(row::part), index + 1, part_count(document),
+                  time_at(document, to_time_scale(document, part.part_beg)),
+                  time_at(document, to_time_scale(document, part_end(document, index))));
+  if (document.stream.vbr == vbr_constant)
+    text += fmt::format(" ({})", time_at(document, part.part_size));
   return text;
 }
 
 std::string range_text(const Editor& editor) {
   if (has_selection(editor.selection)) return selection_text(editor);
-  return editor.document.parts.empty() ? blank : part_text(editor);
+  return editor.document.parts.empty() ? blank : part_text(editor.document);
 }
 
-std::string stream_text(const Editor& editor, const FrameInfo& frame) {
+std::string stream_text(const Document& document, const FrameInfo& frame) {
   if (frame.version == 0) return " No sync";
   const std::uint32_t khz = frame.sample_rate / 1000;
-  const float average = editor.document.stream.avg_bitrate / 1000;
-  if (editor.document.stream.is_aac != 0)
+  const float average = document.stream.avg_bitrate / 1000;
+  if (document.stream.is_aac != 0)
     return fmt::format("  AAC-LC/ADTS (MPEG {})  -  {} kbps (ABR {:.0f} kbps)  -  {} kHz  -  ",
                        frame.version, frame.bitrate, average, khz);
   const double version = frame.version == 3 ? 2.5 : frame.version;
   const std::string kind = fmt::format("  MPEG {:.1f} Layer {}  -  ", version, frame.layer);
-  if (editor.document.stream.vbr == vbr_constant)
+  if (document.stream.vbr == vbr_constant)
     return fmt::format("{}{} kbps  -  {} kHz  -  ", kind, frame.bitrate, khz);
   return fmt::format("{}{} kbps, VBR ({:.0f} kbps)  -  {} kHz  -  ", kind, frame.bitrate, average,
                      khz);
@@ -106,7 +107,7 @@ std::string info_text(const Editor& editor) {
   constexpr std::uint32_t smallest_id3v2 = 2;
   const FrameInfo& frame = editor.selection.current_frame;
   return fmt::format("{}{}     |     ID3v1: {}  -  ID3v2: {}     |     {}{}",
-                     stream_text(editor, frame), channels_text(frame),
+                     stream_text(editor.document, frame), channels_text(frame),
                      tag_text(stands_at(editor.document.stream.id3v1, 0, "TAG"),
                               ui_text(row::save_tag), settings.save_id3v1 != 0),
                      tag_text(editor.document.stream.id3v2_size >= smallest_id3v2,
@@ -119,8 +120,8 @@ std::string position_text(const Editor& editor, std::uint32_t scaled) {
       whole_part(static_cast<double>(scaled) / editor.document.total_size * 100);
   if (editor.selection.current_frame.frame_length == 0) return fmt::format(" ({}%) ", percent);
   return fmt::format(" {}: {}   {}: {}   ({}%)", ui_text(row::total),
-                     time_at(editor, editor.document.total_size), ui_text(row::now),
-                     time_at(editor, scaled), percent);
+                     time_at(editor.document, editor.document.total_size), ui_text(row::now),
+                     time_at(editor.document, scaled), percent);
 }
 
 double margin_in_db(std::uint8_t raw) { return -20 * std::log10(raw / 127.001); }
@@ -199,7 +200,7 @@ std::string view_in_words(const Editor& editor) {
   if (editor.document.parts.empty()) return {};
   std::string words(trimmed(
       position_text(editor, to_time_scale(editor.document, play_position(editor.playback)))));
-  words.append("; ").append(trimmed(part_text(editor)));
+  words.append("; ").append(trimmed(part_text(editor.document)));
   if (has_selection(editor.selection)) words.append("; ").append(trimmed(selection_text(editor)));
   return words;
 }

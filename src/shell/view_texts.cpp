@@ -38,15 +38,14 @@ std::string selection_names(const Editor& editor) {
          artist_and_title(editor.selection.sel_artist, editor.selection.sel_title);
 }
 
-std::string_view hint_for_stream(const Editor& editor) {
-  if (editor.document.stream.is_aac != 0) return ui_text(row::no_level_of_aac);
-  return editor.document.kind.layer == 2 ? ui_text(row::limited_graph_of_layer_2)
-                                         : std::string_view{};
+std::string_view hint_for_stream(const Document& document) {
+  if (document.stream.is_aac != 0) return ui_text(row::no_level_of_aac);
+  return document.kind.layer == 2 ? ui_text(row::limited_graph_of_layer_2) : std::string_view{};
 }
 
-bool is_beyond_hint(const Editor& editor, EditPosition cursor) {
+bool is_beyond_hint(const Document& document, EditPosition cursor) {
   constexpr double seconds = 30;
-  return cursor > editor.document.stream.avg_bitrate * seconds * 0.125;
+  return cursor > document.stream.avg_bitrate * seconds * 0.125;
 }
 
 std::string timer_text(const Editor& editor) {
@@ -100,14 +99,14 @@ void draw_name_lines(const Editor& editor, EditorView& view, Canvas& canvas) {
        artist_and_title(editor.document.sheet_artist, editor.document.sheet_title),
        settings.rgb_actual);
 
-  if (is_beyond_hint(editor, editor.selection.cursor)) view.hint_is_over = true;
+  if (is_beyond_hint(editor.document, editor.selection.cursor)) view.hint_is_over = true;
   if (editor.playback.fast_play_level != 0) {
     line(6, fmt::format("{} ({})", ui_text(row::fast_play), editor.playback.fast_play_level),
          settings.rgb_cursor);
   } else if (has_selection(editor.selection)) {
     line(6, selection_names(editor), settings.rgb_selection);
   } else if (!view.hint_is_over) {
-    line(10, hint_for_stream(editor), settings.rgb_mpeg);
+    line(10, hint_for_stream(editor.document), settings.rgb_mpeg);
   }
 }
 

@@ -122,8 +122,8 @@ EditPosition frame_not_behind(Editor& editor, double seconds) {
              : pos;
 }
 
-double whole_seconds(const Editor& editor) {
-  return exact_seconds(editor.document, editor.document.total_size);
+double whole_seconds(const Document& document) {
+  return exact_seconds(document, document.total_size);
 }
 
 enum class Change : std::uint8_t { none, made, nothing_left, impossible };
@@ -140,7 +140,7 @@ Change limit_length(Editor& editor, double seconds) {
 
 // At least so much of either end goes.
 Change cut_ends(Editor& editor, double begin_seconds, double end_seconds) {
-  const double whole = whole_seconds(editor);
+  const double whole = whole_seconds(editor.document);
   const EditPosition begin = begin_seconds > 0 ? exact_place(editor.document, begin_seconds) : 0;
   const EditPosition end = end_seconds > 0
                                ? frame_not_behind(editor, std::max(whole - end_seconds, 0.0))
@@ -155,7 +155,7 @@ Change cut_ends(Editor& editor, double begin_seconds, double end_seconds) {
 // A fade that is longer than the stream takes all of it.
 void fade_ends(Editor& editor, double begin_seconds, double end_seconds, int bottom) {
   const auto gain = static_cast<std::int16_t>(-(2 * bottom) / 3);
-  const double whole = whole_seconds(editor);
+  const double whole = whole_seconds(editor.document);
   const EditPosition begin = begin_seconds > 0 ? exact_place(editor.document, begin_seconds) : 0;
   const EditPosition end = end_seconds > 0
                                ? exact_place(editor.document, std::max(whole - end_seconds, 0.0))

@@ -4,6 +4,7 @@
 
 #include "edit/auto_crop.h"
 #include "edit/editor.h"
+#include "edit/requirements.h"
 #include "model/document.h"
 #include "opening/open_state.h"
 #include "text/boxes.h"
@@ -62,5 +63,12 @@ constexpr WorkSwitch table[] = {
 }  // namespace
 
 std::span<const WorkSwitch> work_switches() { return table; }
+
+SaveOutcome do_work(Editor& editor, const WorkSwitch& work, const WorkRequest& request) {
+  editor.batch_active = true;
+  const bool can_run =
+      !work.needs_levels || need_level_control(editor.document).result == Result::done;
+  return can_run ? work.run(editor, request) : SaveOutcome::not_started;
+}
 
 }  // namespace corvelin

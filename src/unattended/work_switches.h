@@ -30,4 +30,8 @@ struct WorkSwitch {
 
 std::span<const WorkSwitch> work_switches();
 
+/// Does the work of one, without a question. It is not started where it needs levels and the stream
+/// has none.
+SaveOutcome do_work(Editor& editor, const WorkSwitch& work, const WorkRequest& request);
+
 }  // namespace corvelin

@@ -173,7 +173,7 @@ TEST_F(Commands, PartListTellsTimeKindAndTitle) {
   ASSERT_TRUE(open("a.mp3", frames(1000)));
   make("0-400* 500-700* 700-1000g3");
   document.parts[1].part_title = std::u16string(70, 'A');
-  EXPECT_EQ(part_list(editor),
+  EXPECT_EQ(part_list(editor.document),
             (std::vector<std::string>{"01  (0'00)  Cue\t",
                                       "02  (0'10)  Cue Cut\t " + std::string(50, 'A'),
                                       "03  (0'15)  Level\t"}));

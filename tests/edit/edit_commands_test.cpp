@@ -276,14 +276,14 @@ TEST_F(EditCommands, ReSyncsAreMarkedBehindTheFrameFoundAgain) {
 }
 
 TEST_F(EditCommands, LevelsAreForLayerIII) {
-  EXPECT_TRUE(require(need_level_control(editor)));
+  EXPECT_TRUE(require(need_level_control(editor.document)));
   ASSERT_TRUE(open("a.mp2", frames(20, {.layer = 2})));
   make("0-5 8-20 @5 #1");
   run("mute_cut");
-  EXPECT_FALSE(require(need_level_control(editor)));
+  EXPECT_FALSE(require(need_level_control(editor.document)));
   EXPECT_EQ(state(), "0-5 8-20 @5 #1 {Can't change the level of Layer II.}");
   ASSERT_TRUE(open("a.aac", Mp3Builder{}.adts(20, 417).bytes()));
-  EXPECT_FALSE(require(need_level_control(editor)));
+  EXPECT_FALSE(require(need_level_control(editor.document)));
   EXPECT_EQ(state(), "0-20* {Note: No level adjustment on AAC}");
 }
 
