@@ -187,7 +187,7 @@ class Paste {
 
   // A file that is new here gets the bounds that it had where the range comes from, as far as it
   // goes. False for a range that the file, or a stream, doesn't have room for.
-  bool take_bounds(SourceFile& file, const PastedRange& range) {
+  bool take_bounds(SourceFile& file, const PastedRange& range) const {
     const std::uint64_t file_size = file.handle->facts().size;
     const std::uint64_t range_end = std::uint64_t{range.file_pos} + range.size;
     if (range.size == 0 || range_end > file_size || !has_room_for(editor_.document, range.size))
@@ -200,7 +200,8 @@ class Paste {
     return true;
   }
 
-  std::optional<FrameInfo> frame_at_begin(const InputFile& file, std::uint32_t file_pos) {
+  [[nodiscard]] std::optional<FrameInfo> frame_at_begin(const InputFile& file,
+                                                        std::uint32_t file_pos) const {
     FrameInfo frame;
     std::array<std::uint8_t, header_size> head = {};
     if (file.read_at(file_pos, head) < head.size()) return std::nullopt;

@@ -114,11 +114,11 @@ void LevelDialog::restore_defaults() {
   settings.lowest_gain = default_settings().lowest_gain;
 }
 
-std::string LevelDialog::from_text() {
+std::string LevelDialog::from_text() const {
   return fmt::format("{} {}", ui_text(row::from), gain_text(editor.selection.sel_gain));
 }
 
-std::string LevelDialog::to_text() {
+std::string LevelDialog::to_text() const {
   return fmt::format("{} {}", ui_text(row::to), gain_text(editor.selection.sel_gain_end));
 }
 

@@ -40,8 +40,8 @@ struct LevelDialog : Dialog {
   void restore_defaults();
 
   /// The texts beside the sliders: "from  -3.0 dB".
-  [[nodiscard]] std::string from_text();
-  [[nodiscard]] std::string to_text();
+  [[nodiscard]] std::string from_text() const;
+  [[nodiscard]] std::string to_text() const;
 
   /// Sets the levels, which slide from and to those around over one frame on each side where the
   /// selection is long enough for that. False, and nothing done, for a selection without length and

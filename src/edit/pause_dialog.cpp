@@ -180,7 +180,7 @@ std::string PauseDialog::level_text() {
   return fmt::format("{:2.1f} dB", 20 * std::log10(quiet_limit() / 32767.0));
 }
 
-std::string PauseDialog::duration_text() {
+std::string PauseDialog::duration_text() const {
   constexpr double bits_of_ten_frames = 80;  // in their bytes
   return fmt::format("> {:2.1f} sec", settings.silence_duration *
                                           editor.document.stream.avg_frame_size *

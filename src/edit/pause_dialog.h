@@ -45,9 +45,9 @@ struct PauseDialog : Dialog, LongRun {
   [[nodiscard]] std::string report() const override;
 
   // The texts beside the sliders.
-  [[nodiscard]] static std::string level_text();   // "-31.2 dB"
-  [[nodiscard]] std::string duration_text();       // "> 1.3 sec"
-  [[nodiscard]] static std::string offset_text();  // "-10 frames"
+  [[nodiscard]] static std::string level_text();    // "-31.2 dB"
+  [[nodiscard]] std::string duration_text() const;  // "> 1.3 sec"
+  [[nodiscard]] static std::string offset_text();   // "-10 frames"
 
  private:
   bool end_pause();
