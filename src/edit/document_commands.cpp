@@ -20,12 +20,31 @@
 #include "opening/open_state.h"
 #include "platform/files/file.h"
 #include "platform/host.h"
+#include "platform/text/path.h"
 #include "settings/settings.h"
 #include "text/boxes.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
 
 namespace corvelin {
+
+namespace {
+
+// Asks for the sheet, which becomes the project's name. False when the user cancels; no project is
+// named then.
+bool choose_cue_sheet(OpenState& open_state) {
+  open_state.project_name.clear();
+  const auto path =
+      host().ask_for_existing_file({.title = std::string(ui_text(row::open_file)),
+                                    .path = std::string(folder_of(open_state.audio_name)),
+                                    .types = {{.name = "Cue Sheets (*.cue)", .pattern = "*.cue"},
+                                              {.name = "All files (*.*)", .pattern = "*.*"}}});
+  if (!path) return false;
+  open_state.project_name = *path;
+  return true;
+}
+
+}  // namespace
 
 bool open_by_dialog(Editor& editor) {
   return confirm_discard_changes(editor) && open_file_dialog(editor);
@@ -65,7 +84,8 @@ Joined append_in_one_step(Editor& editor, std::span<const std::string> names) {
 }
 
 bool load_cue_sheet_over_audio(Editor& editor) {
-  if (!choose_cue_sheet(editor.document, editor.open_state)) return false;
+  if (!choose_cue_sheet(editor.open_state)) return false;
+  show_cue_sheet_note(editor.document);
   const auto load = [&editor]() -> Outcome {
     OpenFault fault = load_cue_sheet(editor.document, editor.selection, editor.open_state, true);
     if (fault.cause.empty()) return Result::done;

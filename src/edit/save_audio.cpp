@@ -138,6 +138,17 @@ std::string proposed_save_name(const Editor& editor) {
   return uses_folder ? in_folder(settings.working_dir, name_of(audio)) : audio;
 }
 
+bool may_save_from_sources(const Document& document, std::optional<std::uint16_t> replaced) {
+  const std::string changes = changes_of_sources(document, replaced);
+  if (changes.empty()) return true;
+  const MessageBox box = {.caption = std::string(ui_text(row::warning)),
+                          .text = changes + "\n\n" + std::string(ui_text(row::save_all_the_same)),
+                          .icon = BoxIcon::warning,
+                          .buttons = BoxButtons::yes_no,
+                          .default_answer = BoxAnswer::no};
+  return host().show_message_box(box) == BoxAnswer::yes;
+}
+
 SaveOutcome save_under_name(Editor& editor, const std::string& name) {
   return save_as_wished(editor, name, {});
 }

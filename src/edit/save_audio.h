@@ -3,7 +3,11 @@
 // what follows from it for the document.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
+
+#include "model/document.h"
 
 namespace corvelin {
 
@@ -18,6 +22,11 @@ enum class SaveOutcome {
   failed,       // the user has been told why
   saved,
 };
+
+/// Whether a save may begin: no source has changed, or the user wants to save all the same.
+/// `replaced` is the source whose place the save is to take.
+bool may_save_from_sources(const Document& document,
+                           std::optional<std::uint16_t> replaced = std::nullopt);
 
 /// Whether the file of this name is a source of the document.
 bool is_source(const Editor& editor, const std::string& name);

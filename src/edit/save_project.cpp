@@ -42,8 +42,19 @@ bool ask_save_path(Editor& editor, bool as_cue, bool current_is_cue) {
   return answer.has_value();
 }
 
+bool may_name_other_audio() {
+  const MessageBox box = {.caption = std::string(ui_text(row::save_project_or_sheet)),
+                          .text = std::string(ui_text(row::adapted_cues_differ)),
+                          .icon = BoxIcon::question,
+                          .buttons = BoxButtons::ok_cancel,
+                          .default_answer = BoxAnswer::ok};
+  return host().show_message_box(box) == BoxAnswer::ok;
+}
+
+// Nothing is written, and that is no failure, where the user thinks better of it.
 bool write_sheet(const Editor& editor, const std::string& name, std::string& reason) {
-  return save_cue_sheet(editor.document, editor.open_state, name, reason) != CueSheetSave::failed;
+  if (names_other_audio(editor.document, editor.open_state) && !may_name_other_audio()) return true;
+  return save_cue_sheet(editor.document, editor.open_state, name, reason);
 }
 
 bool write_project_file(Editor& editor, const std::string& name) {

@@ -5,7 +5,7 @@
 #include <system_error>
 
 #include "edit/editor.h"
-#include "exchange/changed_sources.h"
+#include "edit/save_audio.h"
 #include "opening/open_state.h"
 #include "platform/files/file.h"
 #include "platform/host.h"

@@ -7,7 +7,6 @@
 
 #include "model/document.h"
 #include "platform/files/file.h"
-#include "platform/host.h"
 #include "text/text_rows.h"
 #include "text/ui_text.h"
 
@@ -51,17 +50,6 @@ std::string changes_of_sources(const Document& document, std::optional<std::uint
     changes += format_row(ui_text(*change), file.file_name);
   }
   return changes;
-}
-
-bool may_save_from_sources(const Document& document, std::optional<std::uint16_t> replaced) {
-  const std::string changes = changes_of_sources(document, replaced);
-  if (changes.empty()) return true;
-  const MessageBox box = {.caption = std::string(ui_text(row::warning)),
-                          .text = changes + "\n\n" + std::string(ui_text(row::save_all_the_same)),
-                          .icon = BoxIcon::warning,
-                          .buttons = BoxButtons::yes_no,
-                          .default_answer = BoxAnswer::no};
-  return host().show_message_box(box) == BoxAnswer::yes;
 }
 
 }  // namespace corvelin

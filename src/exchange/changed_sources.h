@@ -20,8 +20,4 @@ namespace corvelin {
 std::string changes_of_sources(const Document& document,
                                std::optional<std::uint16_t> replaced = std::nullopt);
 
-/// Whether a save may begin: no source has changed, or the user wants to save all the same.
-bool may_save_from_sources(const Document& document,
-                           std::optional<std::uint16_t> replaced = std::nullopt);
-
 }  // namespace corvelin

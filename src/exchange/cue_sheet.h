@@ -25,18 +25,18 @@ namespace corvelin {
 OpenFault load_cue_sheet(Document& document, Selection& selection, OpenState& open_state,
                          bool over_current_audio);
 
-/// Asks for a sheet to be loaded over the current audio, which becomes `open_state.project_name`.
-/// False when the user cancels; no project is named then.
-bool choose_cue_sheet(Document& document, OpenState& open_state);
+/// The note about the times of VBR audio, once.
+void show_cue_sheet_note(const Document& document);
 
-enum class CueSheetSave { failed, cancelled, written };
+/// Whether the times of a sheet would be those of another audio than the one that it names: the
+/// document was edited, and nothing of it has been saved.
+bool names_other_audio(const Document& document, const OpenState& open_state);
 
-/// Writes the cues of the document to a file, where none stands or one of a sheet. Asks first when
-/// the times would be those of another audio than the one that the sheet names. The caller tells a
-/// failure, whose cause is in `reason` then.
+/// Writes the cues of the document to a file, where none stands or one of a sheet. False, and the
+/// cause in `reason`, after a failure.
 ///
 /// A sheet holds only a part of the edits, so the document stays modified.
-CueSheetSave save_cue_sheet(const Document& document, const OpenState& open_state,
-                            const std::string& name, std::string& reason);
+bool save_cue_sheet(const Document& document, const OpenState& open_state, const std::string& name,
+                    std::string& reason);
 
 }  // namespace corvelin

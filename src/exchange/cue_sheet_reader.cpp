@@ -66,10 +66,6 @@ std::optional<std::string_view> index_time(std::string_view line) {
   return time.substr(0, longest_time);
 }
 
-void show_vbr_note(const Document& document) {
-  if (document.stream.vbr != vbr_constant) show_note_once(Note::cue_sheets_and_vbr);
-}
-
 class CueSheetReader {
  public:
   CueSheetReader(Document& document, Selection& selection, OpenState& open_state,
@@ -127,7 +123,7 @@ class CueSheetReader {
     const std::string audio = path_from_encoded(*name, utf8_, folder_of(open_state_.project_name));
     std::string cause = open_audio_file(document_, selection_, open_state_, audio);
     if (!cause.empty()) return fail(std::move(cause), audio);
-    show_vbr_note(document_);
+    show_cue_sheet_note(document_);
     return Next::go_on;
   }
 
@@ -191,6 +187,10 @@ class CueSheetReader {
 
 }  // namespace
 
+void show_cue_sheet_note(const Document& document) {
+  if (document.stream.vbr != vbr_constant) show_note_once(Note::cue_sheets_and_vbr);
+}
+
 OpenFault load_cue_sheet(Document& document, Selection& selection, OpenState& open_state,
                          bool over_current_audio) {
   std::string text;
@@ -208,19 +208,6 @@ OpenFault load_cue_sheet(Document& document, Selection& selection, OpenState& op
   clear_selection(selection);
   open_state.document_modified = false;
   return fault;
-}
-
-bool choose_cue_sheet(Document& document, OpenState& open_state) {
-  open_state.project_name.clear();
-  const auto path =
-      host().ask_for_existing_file({.title = std::string(ui_text(row::open_file)),
-                                    .path = std::string(folder_of(open_state.audio_name)),
-                                    .types = {{.name = "Cue Sheets (*.cue)", .pattern = "*.cue"},
-                                              {.name = "All files (*.*)", .pattern = "*.*"}}});
-  if (!path) return false;
-  open_state.project_name = *path;
-  show_vbr_note(document);
-  return true;
 }
 
 }  // namespace corvelin

@@ -14,7 +14,6 @@
 #include "model/stream_info.h"
 #include "opening/open_state.h"
 #include "platform/files/replacing_file.h"
-#include "platform/host.h"
 #include "platform/text/path.h"
 #include "platform/text/text.h"
 #include "settings/settings.h"
@@ -28,15 +27,6 @@ namespace {
 bool is_whole_first_file(const Document& document) {
   const SourceFile& file = document.files[0];
   return document.files.size() == 1 && document.total_size == file.audio_end - file.first_audio;
-}
-
-bool may_name_other_audio() {
-  const MessageBox box = {.caption = std::string(ui_text(row::save_project_or_sheet)),
-                          .text = std::string(ui_text(row::adapted_cues_differ)),
-                          .icon = BoxIcon::question,
-                          .buttons = BoxButtons::ok_cancel,
-                          .default_answer = BoxAnswer::ok};
-  return host().show_message_box(box) == BoxAnswer::ok;
 }
 
 std::string name_bytes(const std::u16string& name) {
@@ -103,30 +93,28 @@ std::string track_lines(const Document& document) {
 
 }  // namespace
 
-CueSheetSave save_cue_sheet(const Document& document, const OpenState& open_state,
-                            const std::string& name, std::string& reason) {
+bool names_other_audio(const Document& document, const OpenState& open_state) {
+  return !is_whole_first_file(document) && open_state.save_name.empty();
+}
+
+bool save_cue_sheet(const Document& document, const OpenState& open_state, const std::string& name,
+                    std::string& reason) {
   std::string audio = document.files[0].file_name;
-  if (!is_whole_first_file(document)) {
-    if (!open_state.save_name.empty()) {
-      audio = open_state.save_name;
-    } else if (!may_name_other_audio()) {
-      return CueSheetSave::cancelled;
-    }
-  }
+  if (!is_whole_first_file(document) && !open_state.save_name.empty()) audio = open_state.save_name;
   const std::string named = relative_to_folder(audio, std::string(folder_of(name)));
   if (!can_be_named(named)) {
     reason = fmt::format("{}\nA sheet can't hold a name with a quote or a line end in it.", named);
-    return CueSheetSave::failed;
+    return false;
   }
   const std::string mark(settings.char_enc != 0 ? utf8_mark : "");
   const std::string text =
       mark + album_lines(document) + audio_line(document, named) + track_lines(document);
   if (const std::error_code error = replace_text(name, text, is_sheet_text)) {
     reason = fmt::format("{}\n{}", name, error.message());
-    return CueSheetSave::failed;
+    return false;
   }
   add_recent(name);
-  return CueSheetSave::written;
+  return true;
 }
 
 }  // namespace corvelin

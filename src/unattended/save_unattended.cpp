@@ -7,7 +7,6 @@
 #include <system_error>
 
 #include "edit/editor.h"
-#include "exchange/changed_sources.h"
 #include "exchange/split_save.h"
 #include "model/document.h"
 #include "opening/open_state.h"

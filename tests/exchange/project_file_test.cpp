@@ -3,8 +3,8 @@
 #include "exchange/project_file.h"
 
 #include "edit/editor.h"
+#include "edit/save_audio.h"
 #include "edit/save_project.h"
-#include "exchange/changed_sources.h"
 #include "model/stream_info.h"
 #include "opening/append.h"
 #include "settings/settings.h"
