@@ -30,14 +30,17 @@ struct Editor {
   LevelMeter level_meter;
   Playback playback{.document = document, .selection = selection, .level_meter = level_meter};
   Recorder recorder;
+
   /// The dialog for work on whole folders, which lies above the commands.
   std::function<bool(Editor& editor)> open_batch_dialog;
 
   /// Whether a text file in the folder of the recordings may give commands. For this run alone.
   bool remote_control_on = false;
+
   /// Where in a frame the graph takes its height from, in bits, in the place of the first
   /// `global_gain`. 0 for that itself.
   std::uint16_t graph_gain_bit = 0;
+
   /// A run without questions: nobody is there to answer.
   bool batch_active = false;
 };
