@@ -17,7 +17,7 @@ namespace corvelin {
 namespace {
 
 Refusal open_line(Editor& editor, Arguments words, HeadlessHost& host) {
-  tell_unsaved_edits(editor, host.saved);
+  tell_unsaved_edits(editor.document, host.saved);
   Refusal refusal = open_paths(editor, words);
   host.saved = content_of(editor.document);
   return refusal;
@@ -35,7 +35,7 @@ Refusal load_cue_line(Editor& editor, Arguments words, HeadlessHost& host) {
 }
 
 Refusal close_line(Editor& editor, Arguments, HeadlessHost& host) {
-  tell_unsaved_edits(editor, host.saved);
+  tell_unsaved_edits(editor.document, host.saved);
   close_all(editor);
   return no_refusal;
 }

@@ -124,7 +124,7 @@ class HeadlessRun {
     report();
     if (options_.work != nullptr && interruption() == 0) run_work(*options_.work);
     fail_at_bad_source();
-    if (status_ == succeeded) tell_unsaved_edits(editor_, host_.saved);
+    if (status_ == succeeded) tell_unsaved_edits(editor_.document, host_.saved);
   }
 
   void open() {

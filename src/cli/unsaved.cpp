@@ -1,17 +1,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // Comparing of the document with what was saved last.
 #include "cli/unsaved.h"
-
-#include <array>
-#include <cstdint>
-#include <string>
-#include <vector>
-
 #include "cli/messages.h"
-#include "edit/editor.h"
 #include "model/document.h"
-#include "model/frame_reader.h"
-#include "model/stream_info.h"
 
 namespace corvelin {
 
@@ -24,8 +15,8 @@ SavedContent content_of(const Document& document) {
           .id3v1 = document.stream.id3v1};
 }
 
-void tell_unsaved_edits(const Editor& editor, const SavedContent& saved) {
-  if (editor.document.parts.empty() || content_of(editor.document) == saved) return;
+void tell_unsaved_edits(const Document& document, const SavedContent& saved) {
+  if (document.parts.empty() || content_of(document) == saved) return;
   complain("nothing saved the edited document; -o PATH does, or the line save PATH");
 }
 

@@ -12,8 +12,6 @@
 
 namespace corvelin {
 
-struct Editor;
-
 /// All of a document that a save would write, as it was when the document was opened or saved.
 struct SavedContent {
   std::vector<Part> parts;
@@ -29,6 +27,6 @@ SavedContent content_of(const Document& document);
 
 /// Tells, if the document is another one by now, that nothing saved it. Steps that were taken back
 /// leave nothing to be saved.
-void tell_unsaved_edits(const Editor& editor, const SavedContent& saved);
+void tell_unsaved_edits(const Document& document, const SavedContent& saved);
 
 }  // namespace corvelin

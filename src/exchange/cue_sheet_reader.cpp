@@ -20,13 +20,10 @@
 #include "opening/open_audio_file.h"
 #include "opening/open_state.h"
 #include "platform/files/file.h"
-#include "platform/host.h"
 #include "platform/text/path.h"
 #include "platform/text/text.h"
 #include "settings/note.h"
 #include "settings/settings.h"
-#include "text/text_rows.h"
-#include "text/ui_text.h"
 
 namespace corvelin {
 

@@ -17,8 +17,6 @@
 #include "platform/text/path.h"
 #include "platform/text/text.h"
 #include "settings/settings.h"
-#include "text/text_rows.h"
-#include "text/ui_text.h"
 
 namespace corvelin {
 

@@ -13,7 +13,6 @@
 #include "audio/encoder_settings.h"
 #include "frames/frame_header.h"
 #include "model/document.h"
-#include "model/selection.h"
 #include "model/stream_info.h"
 #include "model/time_mapping.h"
 #include "settings/settings.h"

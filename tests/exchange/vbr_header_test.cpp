@@ -98,6 +98,8 @@ TEST_F(VbrHeaderTest, SaysNoMoreThanItKnows) {
   document.stream.xing_quality = 10;
   add_source_file(document, folder.file("b.mp3", frames(50)));
   EXPECT_EQ(number_at(write(frames(50), 50), 40), 7U);  // one encoder's, and there are two files
+  copy();
+  EXPECT_EQ(document.stream.xing_quality, 255);  // a save that wrote the header forgets it
   file = write(Mp3Builder{}.frames(100).zeros(10).frames(100).bytes(), 200);
   EXPECT_FALSE(result.is_complete);  // the table ends at a bad frame
   EXPECT_EQ(number_at(file, 40), 3U);
